@@ -1,0 +1,39 @@
+// The texts of the run-time errors.
+#include "core/run_time_error.h"
+
+namespace {
+
+struct ErrorText {
+    int number;
+    const char* text;
+};
+
+// clang-format off
+constexpr ErrorText kErrorTexts[] = {
+    {kInvalidProcedureCall, "Invalid procedure call or argument"},
+    {kOverflow,             "Overflow"},
+    {kOutOfMemory,          "Out of memory"},
+    {kSubscriptOutOfRange,  "Subscript out of range"},
+    {kDivisionByZero,       "Division by zero"},
+    {kTypeMismatch,         "Type mismatch"},
+    {kFileNotFound,         "File not found"},
+    {kInputPastEnd,         "Input past end of file"},
+    {kPathFileAccess,       "Path/File access error"},
+    {kPathNotFound,         "Path not found"},
+    {kObjectNotSet,         "Object variable not set"},
+    {kInvalidPortNumber,    "Invalid port number"},
+    {kPortAlreadyOpen,      "Port already open"},
+    {kPortNotOpen,          "Operation valid only when the port is open"},
+};
+// clang-format on
+
+} // namespace
+
+QString RunTimeErrorText(int number) {
+    for (const ErrorText& row : kErrorTexts) {
+        if (row.number == number) {
+            return QString::fromLatin1(row.text);
+        }
+    }
+    return QStringLiteral("Application-defined or object-defined error");
+}

@@ -1,0 +1,17 @@
+// What a body raises, for tests.
+#pragma once
+
+#include "core/run_time_error.h"
+
+#include <utility>
+
+// The number of the run-time error that the body raises, 0 when it raises none.
+template <typename Body>
+int ErrorOf(Body&& body) {
+    try {
+        std::forward<Body>(body)();
+    } catch (const RunTimeError& error) {
+        return error.number;
+    }
+    return 0;
+}
