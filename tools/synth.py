@@ -1,0 +1,86 @@
+"""A small additive synthesiser on numpy, and encoders that write the same bytes at every run."""
+
+import subprocess
+import wave
+from io import BytesIO
+from pathlib import Path
+
+import numpy
+
+RATE = 44100
+STEPS = {"C": 0, "D": 2, "E": 4, "F": 5, "G": 7, "A": 9, "B": 11}
+
+
+def note(name):
+    """Frequency in Hz of a note such as "A4", "F#5" or "Bb3", in equal temperament on A4 = 440."""
+    sharp = name.count("#") - name[1:].count("b")
+    return 440.0 * 2 ** ((STEPS[name[0]] + sharp + 12 * (int(name[-1]) - 4) - 9) / 12)
+
+
+def envelope(length, attack, release):
+    """Rises and falls smoothly in these seconds at the two ends, 1 in between."""
+    shape = numpy.ones(length)
+    for seconds, forward in ((attack, True), (release, False)):
+        n = min(round(seconds * RATE), length // 2)
+        ramp = 0.5 - 0.5 * numpy.cos(numpy.pi * numpy.arange(n) / max(n, 1))
+        if forward:
+            shape[:n] *= ramp
+        elif n:
+            shape[-n:] *= ramp[::-1]
+    return shape
+
+
+def tone(frequency, seconds, partials, attack, release):
+    """A steady note: partials[i] is the strength of the harmonic i + 1."""
+    time = numpy.arange(round(seconds * RATE)) / RATE
+    sound = numpy.zeros(len(time))
+    for i, strength in enumerate(partials, 1):
+        if frequency * i < RATE / 2:
+            sound += strength * numpy.sin(2 * numpy.pi * frequency * i * time)
+    return sound * envelope(len(time), attack, release)
+
+
+def silence(seconds):
+    return numpy.zeros(round(seconds * RATE))
+
+
+def level(sound, decibels, peak=0.8):
+    """Scales to an RMS level over the part that sounds; a peak above `peak` is brought down to it."""
+    loud = abs(sound) > abs(sound).max() * 0.05
+    sound = sound * (10 ** (decibels / 20) / numpy.sqrt(numpy.mean(sound[loud] ** 2)))
+    return sound * min(1.0, peak / abs(sound).max())
+
+
+def wav_bytes(sound, rate=RATE):
+    """A mono 16-bit WAV file of samples between -1 and 1."""
+    buffer = BytesIO()
+    with wave.open(buffer, "wb") as file:
+        file.setnchannels(1)
+        file.setsampwidth(2)
+        file.setframerate(rate)
+        file.writeframes(numpy.rint(sound * 32767).clip(-32768, 32767).astype("<i2").tobytes())
+    return buffer.getvalue()
+
+
+def resample(sound, rate):
+    """Samples at another rate, by the spectrum."""
+    length = round(len(sound) * rate / RATE)
+    spectrum = numpy.fft.rfft(sound)[: length // 2 + 1]
+    return numpy.fft.irfft(spectrum, length) * (length / len(sound))
+
+
+def encode_mp3(sound, path, kilobits):
+    """Mono MP3 of constant bit rate, without tags."""
+    path = Path(path)
+    path.parent.mkdir(parents=True, exist_ok=True)
+    command = ["lame", "--quiet", "-m", "m", "--cbr", "-b", str(kilobits), "-q", "2", "-", str(path)]
+    subprocess.run(command, input=wav_bytes(sound), check=True)
+
+
+def encode_ffmpeg(sound, path, arguments):
+    """Any other format, by ffmpeg's arguments for its encoder."""
+    path = Path(path)
+    path.parent.mkdir(parents=True, exist_ok=True)
+    quiet = ["ffmpeg", "-v", "error", "-y", "-f", "wav", "-i", "pipe:0"]
+    exact = ["-map_metadata", "-1", "-fflags", "+bitexact", "-flags:a", "+bitexact"]
+    subprocess.run([*quiet, *arguments, *exact, str(path)], input=wav_bytes(sound), check=True)

@@ -1,0 +1,424 @@
+"""Where everything of our plain theme stands: rectangles, fonts and colours, for the cabinet and for the tests."""
+
+from dataclasses import dataclass
+from pathlib import Path
+from typing import NamedTuple
+
+import theme_ini as ini
+
+BOLD_FONT = Path("/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf")
+TEST_FONT = Path(__file__).resolve().parents[2] / "tests/fonts/vantorix_test.ttf"
+
+
+class Rect(NamedTuple):
+    """A rectangle in theme pixels."""
+
+    x: int
+    y: int
+    w: int
+    h: int
+
+    def moved(self, dx, dy):
+        return Rect(self.x + dx, self.y + dy, self.w, self.h)
+
+    def inset(self, n):
+        return Rect(self.x + n, self.y + n, self.w - 2 * n, self.h - 2 * n)
+
+
+NOTHING = Rect(0, 0, 0, 0)
+
+
+class Style(NamedTuple):
+    """A text style: font name, size in points at 96 dpi, colour."""
+
+    font: str
+    size: int
+    colour: tuple
+
+
+class Slot(NamedTuple):
+    """The elements of one slot, relative to the track zone. The two marks are ours alone: no key names them."""
+
+    whole: Rect
+    label: Rect
+    number: Rect
+    cover: Rect
+    title: Rect
+    video: Rect
+    queue: Rect
+
+    def moved(self, dx, dy):
+        return Slot(*(rect.moved(dx, dy) for rect in self))
+
+
+EMPTY_SLOT = Slot(*[NOTHING] * 7)
+
+
+class Key(NamedTuple):
+    """A key of the on-screen keyboard: its place, its code, and what its picture shows (a word or an icon)."""
+
+    place: Rect
+    code: int
+    face: str
+
+
+@dataclass(frozen=True)
+class Palette:
+    """The colours, named by what they paint."""
+
+    ground: tuple = (13, 16, 22)
+    panel: tuple = (24, 30, 40)
+    field: tuple = (35, 43, 57)
+    raised: tuple = (55, 68, 90)
+    frame: tuple = (52, 63, 82)
+    text: tuple = (244, 242, 234)
+    dim: tuple = (172, 186, 204)
+    faint: tuple = (92, 104, 124)
+    accent: tuple = (255, 184, 46)
+    accent_deep: tuple = (222, 146, 12)
+    ink: tuple = (24, 18, 6)
+    ink_dim: tuple = (78, 50, 0)
+    playing: tuple = (52, 208, 116)
+    waiting: tuple = (92, 172, 255)
+    video: tuple = (206, 160, 255)
+
+
+@dataclass(frozen=True)
+class Layout:
+    """One theme, complete. Rectangles of the blocks are relative to their block, those of slots to the zone."""
+
+    zone: tuple
+    pages: tuple
+    navigation: dict
+    legend: Rect
+    rows: int
+    slots: dict
+    block: tuple
+    corners: dict
+    line1: Rect
+    line2: Rect
+    coin: Rect
+    coin_panel: Rect
+    remain: Rect
+    remain_panel: Rect
+    transport: dict
+    queue: Rect
+    queue_row: tuple
+    queue_buttons: dict
+    command_row: tuple
+    option_label: Rect
+    option_choice: Rect
+    command_button: Rect
+    keyboard: tuple
+    keyboard_title: Rect
+    keyboard_text: Rect
+    keyboard_lines: tuple
+    styles: dict
+    colours: Palette
+    # Edges are smoothed by painting this many times larger; 1 gives hard edges for pictures compared by pixel.
+    smooth: int
+    radius: int
+    border: int
+    # Words under the icons; the font also writes the letters of the on-screen keyboard.
+    captions: bool
+    caption_font: Path
+
+
+def in_a_row(names, first, step):
+    """Equal rectangles side by side, by name."""
+    return {name: first.moved(i * step, 0) for i, name in enumerate(names)}
+
+
+def slot_grid(slot, rows, left, top, pitch, page_width):
+    """Slots of both columns by (column, row); rows above the live ones are empty, for the file lists all ten."""
+    return {
+        (column, row): slot.moved(left + (column - 1) * page_width, top + (row - 1) * pitch)
+        if row <= rows
+        else EMPTY_SLOT
+        for column in (1, 2)
+        for row in range(1, ini.SLOT_ROWS + 1)
+    }
+
+
+def keyboard_lines(left, top, width, height, gap):
+    """Ten keys a line for digits and letters, and a last line of three wide keys: blank, delete, accept."""
+    step = width + gap
+    faces = ("0123456789", "ABCDEFGHIJ", "KLMNOPQRST", "UVWXYZ-'.&")
+    lines = [
+        tuple(
+            Key(Rect(left + i * step, top + line * (height + gap), width, height), ord(face), face)
+            for i, face in enumerate(row)
+        )
+        for line, row in enumerate(faces)
+    ]
+    y = top + len(faces) * (height + gap)
+    wide = (("blank", 32, 0, 5), ("delete", 8, 5, 2), ("", 13, 7, 3))
+    lines.append(
+        tuple(Key(Rect(left + at * step, y, n * step - gap, height), code, face) for face, code, at, n in wide)
+    )
+    return tuple(lines)
+
+
+TRANSPORT = ("Preview", "Stop", "Play", "Pause", "Next")
+QUEUE_BUTTONS = ("Down", "Up", "Remove", "Load", "Save")
+
+
+def default_styles(font, colours, sizes):
+    """Every text style by its key prefix; "+" at the end marks the look of the selected element."""
+    c = colours
+    rows = (
+        ("ZoneListPisteNumSaisie", "label", c.accent, c.ink),
+        ("ZoneListPisteNumPiste", "number", c.dim, c.ink),
+        ("ZoneListPisteTitreTitre", "title", c.text, c.ink),
+        ("ZoneListPisteTitreInterprete", "artist", c.dim, c.ink_dim),
+        ("BlockPlaylistPlaylist", "queue", c.text, c.ink),
+        ("BlockMainInsertCoin", "counter", c.accent, None),
+        ("BlockMainRemain", "counter", c.text, None),
+        ("BlockMainInfosZoneLigne1", "line1", c.dim, None),
+        ("BlockMainInfosZoneLigne2", "line2", c.text, None),
+        ("BlockCommandListBoxTexte", "command", c.text, c.ink),
+        ("BlockCommandListBoxChoiceTexte", "command", c.accent, c.ink),
+        ("BlockCommandBtnTexte", "command", c.text, c.ink),
+        ("Title", "line1", c.dim, None),
+        ("Texte", "line2", c.text, None),
+        ("BtnTexte", "line2", c.accent, c.ink),
+    )
+    styles = {}
+    for prefix, size, plain, selected in rows:
+        styles[prefix] = Style(font, sizes[size], plain)
+        if selected:
+            styles[prefix + "+"] = Style(font, sizes[size], selected)
+    return styles
+
+
+def default_layout():
+    """The theme of the cabinet: 1920x1080 horizontal, 1280x1800 vertical (a portrait screen shows it at 0.84)."""
+    colours = Palette()
+    slot = Slot(
+        whole=Rect(0, 0, 620, 94),
+        label=Rect(6, 6, 72, 50),
+        number=Rect(90, 15, 76, 64),
+        cover=Rect(86, 5, 84, 84),
+        title=Rect(182, 8, 428, 78),
+        video=Rect(10, 58, 30, 30),
+        queue=Rect(44, 58, 30, 30),
+    )
+    sizes = {"label": 24, "number": 22, "title": 18, "artist": 14, "queue": 15,
+             "counter": 36, "line1": 16, "line2": 24, "command": 16}  # fmt: skip
+    return Layout(
+        zone=(1280, 1080),
+        pages=(Rect(0, 0, 640, 1000), Rect(640, 0, 640, 1000)),
+        navigation={
+            "Back": Rect(10, 1006, 200, 66),
+            "PreviewPage": Rect(850, 1006, 200, 66),
+            "NextPage": Rect(1070, 1006, 200, 66),
+        },
+        legend=Rect(230, 1014, 600, 50),
+        rows=10,
+        slots=slot_grid(slot, 10, 10, 12, 98, 640),
+        block=(640, 360),
+        corners={
+            "horitontal": {"Main": (1280, 0), "Playlist": (1280, 360), "Command": (1280, 720)},
+            "vertical": {"Main": (640, 1080), "Playlist": (0, 1080), "Command": (320, 1440)},
+        },
+        line1=Rect(24, 16, 592, 40),
+        line2=Rect(24, 58, 592, 58),
+        coin_panel=Rect(24, 126, 200, 104),
+        coin=Rect(34, 156, 180, 66),
+        remain_panel=Rect(236, 126, 380, 104),
+        remain=Rect(246, 156, 360, 66),
+        transport=in_a_row(TRANSPORT, Rect(24, 244, 112, 96), 120),
+        queue=Rect(14, 12, 612, 256),
+        queue_row=(612, 64),
+        queue_buttons=in_a_row(QUEUE_BUTTONS, Rect(14, 276, 116, 72), 124),
+        command_row=(626, 49),
+        option_label=Rect(16, 4, 290, 41),
+        option_choice=Rect(358, 4, 220, 41),
+        command_button=Rect(158, 4, 310, 41),
+        keyboard=(1000, 600),
+        keyboard_title=Rect(44, 20, 912, 40),
+        keyboard_text=Rect(56, 72, 888, 64),
+        keyboard_lines=keyboard_lines(44, 164, 84, 74, 8),
+        styles=default_styles("DejaVu Sans", colours, sizes),
+        colours=colours,
+        smooth=4,
+        radius=8,
+        border=6,
+        captions=True,
+        caption_font=BOLD_FONT,
+    )
+
+
+def test_layout(rows):
+    """A theme of 640x360 in hard-edged flat colours for the tests, with our own small font; 5 or 10 rows a column."""
+    colours = Palette()
+    tall = rows == 5
+    pitch = 66 if tall else 33
+    slot = Slot(
+        whole=Rect(0, 0, 216, pitch - 1),
+        label=Rect(2, 2, 22, 14),
+        number=Rect(27, 10 if tall else 6, 24, 20),
+        cover=Rect(26, 4 if tall else 3, 26, 26),
+        title=Rect(55, 2, 158, pitch - 5),
+        video=Rect(2, 19, 10, 10),
+        queue=Rect(13, 19, 10, 10),
+    )
+    sizes = dict.fromkeys(
+        ("label", "number", "title", "artist", "queue", "counter", "line1", "line2", "command"), 9
+    )
+    return Layout(
+        zone=(448, 360),
+        pages=(Rect(0, 0, 224, 336), Rect(224, 0, 224, 336)),
+        navigation={
+            "Back": Rect(4, 337, 60, 21),
+            "PreviewPage": Rect(320, 337, 60, 21),
+            "NextPage": Rect(384, 337, 60, 21),
+        },
+        legend=NOTHING,
+        rows=rows,
+        slots=slot_grid(slot, rows, 4, 3, pitch, 224),
+        block=(192, 120),
+        corners={
+            "horitontal": {"Main": (448, 0), "Playlist": (448, 120), "Command": (448, 240)},
+            "vertical": {"Main": (256, 360), "Playlist": (0, 360), "Command": (128, 480)},
+        },
+        line1=Rect(8, 5, 176, 14),
+        line2=Rect(8, 20, 176, 14),
+        coin_panel=Rect(8, 38, 60, 28),
+        coin=Rect(12, 42, 52, 20),
+        remain_panel=Rect(72, 38, 112, 28),
+        remain=Rect(76, 42, 104, 20),
+        transport=in_a_row(TRANSPORT, Rect(8, 74, 32, 36), 36),
+        queue=Rect(6, 6, 180, 78),
+        queue_row=(180, 26),
+        queue_buttons=in_a_row(QUEUE_BUTTONS, Rect(8, 88, 32, 26), 36),
+        command_row=(178, 15),
+        option_label=Rect(3, 1, 90, 13),
+        option_choice=Rect(106, 1, 60, 13),
+        command_button=Rect(39, 1, 100, 13),
+        keyboard=(360, 220),
+        keyboard_title=Rect(12, 6, 336, 16),
+        keyboard_text=Rect(16, 26, 328, 20),
+        keyboard_lines=keyboard_lines(12, 54, 30, 28, 4),
+        styles=default_styles("Vantorix Test", colours, sizes),
+        colours=colours,
+        smooth=1,
+        radius=0,
+        border=2,
+        captions=False,
+        caption_font=TEST_FONT,
+    )
+
+
+def style_pairs(layout, prefix, hilight=False):
+    """Key and value of a style's font, size and colour."""
+    style = layout.styles[prefix + ("+" if hilight else "")]
+    keys = ini.STYLE_HILIGHT if hilight else ini.STYLE
+    values = (style.font, style.size, ",".join(map(str, style.colour)))
+    return [(prefix + key, value) for key, value in zip(keys, values)]
+
+
+def box_pairs(prefix, rect, endings=ini.BOX):
+    """Key and value of a rectangle's four numbers."""
+    return [(prefix + ending, value) for ending, value in zip(endings, rect)]
+
+
+def zone_pairs(layout):
+    wide = ("X", "Y", "Width", "Height")
+    pairs = box_pairs("ZoneList", (0, 0, *layout.zone), wide)
+    pairs += box_pairs("ZoneListPageGauche", layout.pages[0], wide)
+    pairs += box_pairs("ZoneListPageDroite", layout.pages[1], wide)
+    for name, rect in layout.navigation.items():
+        pairs += box_pairs(f"ZoneListNavigation{name}", rect, ("x", "Y", "Width", "Height"))
+    pairs.append(("ZoneListNbTracksParColonne", layout.rows))
+    for prefix in ("ZoneListPisteNumSaisie", "ZoneListPisteNumPiste"):
+        pairs += style_pairs(layout, prefix) + style_pairs(layout, prefix, True)
+    titles = ("ZoneListPisteTitreTitre", "ZoneListPisteTitreInterprete")
+    for hilight in (False, True):
+        for prefix in titles:
+            pairs += style_pairs(layout, prefix, hilight)
+    return pairs
+
+
+def corner_pairs(corners):
+    pairs = []
+    for block, (x, y) in corners.items():
+        pairs += [(f"Block{block}X", x), (f"Block{block}Y", y)]
+    return pairs
+
+
+def playlist_pairs(layout):
+    prefix = "BlockPlaylistPlaylist"
+    pairs = box_pairs(prefix, layout.queue)
+    pairs += style_pairs(layout, prefix) + [(f"{prefix}FontDecal", 0)]
+    pairs += style_pairs(layout, prefix, True) + [(f"{prefix}FontDecalHilight", 0)]
+    for name, rect in layout.queue_buttons.items():
+        pairs += box_pairs(f"BlockPlaylistBtn{name}", rect)
+    return pairs
+
+
+def main_pairs(layout):
+    pairs = []
+    texts = (("InsertCoin", layout.coin), ("Remain", layout.remain),
+             ("InfosZoneLigne1", layout.line1), ("InfosZoneLigne2", layout.line2))  # fmt: skip
+    for name, rect in texts:
+        pairs += box_pairs(f"BlockMain{name}", rect) + style_pairs(layout, f"BlockMain{name}")
+    for name, rect in layout.transport.items():
+        pairs += box_pairs(f"BlockMainBtn{name}", rect)
+    return pairs
+
+
+def command_pairs(layout):
+    pairs = []
+    boxes = (("ListBoxTexte", layout.option_label), ("ListBoxChoiceTexte", layout.option_choice),
+             ("BtnTexte", layout.command_button))  # fmt: skip
+    for name, rect in boxes:
+        prefix = f"BlockCommand{name}"
+        pairs += box_pairs(prefix, rect) + style_pairs(layout, prefix) + style_pairs(layout, prefix, True)
+    return pairs
+
+
+def slot_pairs(slot, row):
+    """A slot's 22 values. Its label is the page's letter and a digit; 33 stands for the key of that letter."""
+    digit = row % 10
+    pairs = box_pairs("ZoneListPisteNumSaisie", slot.label)
+    pairs += [("ZoneListPisteNumSaisieLibele", f"[AP]{digit}"), ("ZoneListPisteNumSaisieKeys", f"33|{48 + digit}")]
+    for name, rect in (("NumPiste", slot.number), ("Cover", slot.cover), ("Titre", slot.title), ("Hilight", slot.whole)):
+        pairs += box_pairs(f"ZoneListPiste{name}", rect)
+    return pairs
+
+
+def keyboard_pairs(layout):
+    accept = next(key for line in layout.keyboard_lines for key in line if key.code == 13)
+    pairs = box_pairs("Title", layout.keyboard_title) + style_pairs(layout, "Title")
+    pairs += box_pairs("Texte", layout.keyboard_text) + style_pairs(layout, "Texte")
+    pairs += box_pairs("BtnTexte", accept.place.inset(2))
+    pairs += style_pairs(layout, "BtnTexte") + style_pairs(layout, "BtnTexte", True)
+    pairs.append(("KeyNbLines", len(layout.keyboard_lines)))
+    for number, line in enumerate(layout.keyboard_lines, 1):
+        pairs.append((f"KeyNbCols{number}", len(line)))
+        for column, key in enumerate(line, 1):
+            values = (*key.place, key.code)
+            pairs += [(f"{field}{number}-{column}", value) for field, value in zip(ini.KEY_FIELDS, values)]
+    return pairs
+
+
+def theme_sections(layout):
+    """The whole theme.ini as (section, comments, pairs), for theme_ini.write."""
+    sections = [
+        ("zonelist", ["The track zone: its place, its two pages, its touch buttons, rows a column, text styles.",
+                      "All numbers are theme pixels; font sizes are points; colours are red,green,blue."], zone_pairs(layout)),
+        ("horitontal", ["Corners of the three blocks on a landscape screen. The section's name is spelled like this.",
+                        "Theme width = BlockMainX + width of main.png, height = BlockCommandY + height of main.png."],
+         corner_pairs(layout.corners["horitontal"])),
+        ("vertical", ["The same on a portrait screen."], corner_pairs(layout.corners["vertical"])),
+        ("BlockPlaylist", ["The queue and its buttons, relative to the block."], playlist_pairs(layout)),
+        ("BlockMain", ["Credits, remaining time, the two message lines and the transport buttons."], main_pairs(layout)),
+        ("zonecommand", ["Texts of a menu row, relative to the row."], command_pairs(layout)),
+    ]  # fmt: skip
+    for column, base in ini.SLOT_SECTIONS.items():
+        for row in range(1, ini.SLOT_ROWS + 1):
+            sections.append((f"{base}{row}", [], slot_pairs(layout.slots[column, row], row)))
+    sections.append(("keyboard", ["The on-screen keyboard: texts, then place and code of each key by line and column.",
+                                  "Code 8 deletes, 13 accepts, any other is the character."], keyboard_pairs(layout)))  # fmt: skip
+    return sections
