@@ -1,0 +1,12 @@
+// Port: modal dialogs, which the cabinet and the console each show in their own way.
+#pragma once
+
+#include <QString>
+
+struct Dialogs {
+    virtual ~Dialogs() = default;
+
+    // Shows the dialog of that name ("Form_Config", "Form_KeyBoard", ...) and returns when it has been
+    // closed.
+    virtual void ShowModal(const QString& dialog) = 0;
+};

@@ -1,0 +1,27 @@
+// What the outside world tells the jukebox: keys, pointer, timers, the wish to close.
+#pragma once
+
+#include <functional>
+
+enum class InputKind {
+    kKeyDown,     // code: virtual-key code; auto-repeat counts as a key
+    kMouseDown,   // button, x, y
+    kMouseMove,   // button: the one held (0 none), x, y
+    kMouseUp,     // button, x, y
+    kDblClick,    // no position
+    kTimer1,      // the heartbeat's interval has passed
+    kTmrSpectrum, // the light show's interval has passed
+    kClose,       // the window system, or a signal, asks the program to end
+};
+
+// Positions are pixels of Picture_Main. Buttons: 1 left, 2 right, 4 middle.
+struct InputEvent {
+    InputKind kind = InputKind::kTimer1;
+    int code = 0;
+    int button = 0;
+    double x = 0;
+    double y = 0;
+};
+
+// Takes one event. ProgramStop and ProgramEnd come out of it.
+using EventSink = std::function<void(const InputEvent&)>;

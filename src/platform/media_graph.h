@@ -1,0 +1,32 @@
+// Port: graphs that play a video, or one of the theme's sounds.
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+// One file's graph. Called on the event thread only.
+struct MediaGraph {
+    virtual ~MediaGraph() = default;
+
+    // Builds the graph for a file. Raises 5, with the path in the detail, when the file cannot be rendered.
+    virtual void RenderFile(const QString& path) = 0;
+    virtual void Run() = 0;
+    virtual void Pause() = 0;
+    virtual void Stop() = 0;
+    // Seconds.
+    virtual double Duration() = 0;
+    virtual double CurrentPosition() = 0;
+    virtual void SetCurrentPosition(double seconds) = 0;
+    // Puts the picture into a rectangle of its owner's surface, in pixels; `owner` is the surface's name.
+    virtual void Place(const QString& owner, int left, int top, int width, int height) = 0;
+    // The height, in pixels, of the picture inside the rectangle last given.
+    virtual int Height() = 0;
+};
+
+struct MediaGraphs {
+    virtual ~MediaGraphs() = default;
+
+    // A new empty graph. `name` says whose it is: "Video", "SoundInsertCoin" and so on.
+    virtual std::shared_ptr<MediaGraph> CreateGraph(const QString& name) = 0;
+};

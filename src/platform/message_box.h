@@ -1,0 +1,13 @@
+// Port: the few message boxes.
+#pragma once
+
+#include <QString>
+
+struct MessageBox {
+    virtual ~MessageBox() = default;
+
+    // Shows a message and waits until it is closed.
+    virtual void Show(const QString& title, const QString& text) = 0;
+    // Asks a question; true for yes. Closed without an answer it is no.
+    virtual bool AskYesNo(const QString& title, const QString& text) = 0;
+};

@@ -1,0 +1,29 @@
+// Port: the serial line of the LED controller.
+#pragma once
+
+#include "core/integer.h"
+
+#include <QByteArray>
+
+// The line settings that PortOpen applies.
+struct SerialSettings {
+    Integer16 commPort = 1;
+    int baudRate = 0;
+    bool rtsEnable = false;
+    bool dtrEnable = false;
+};
+
+struct SerialPort {
+    virtual ~SerialPort() = default;
+
+    // Opens the line, 8 data bits, no parity, one stop bit, no flow control. Raises 8002 for a port that does
+    // not exist or refuses, 8005 for one that is open already.
+    virtual void Open(const SerialSettings& settings) = 0;
+    virtual void Close() = 0;
+    virtual bool IsOpen() const = 0;
+    // Sends the bytes whole, within 99 ms; what a dead line has not taken by then is dropped. Raises 8018
+    // when closed or when the device has gone away.
+    virtual void Output(const QByteArray& bytes) = 0;
+    // All bytes that have arrived since the last call. Raises 8018 when closed.
+    virtual QByteArray Input() = 0;
+};

@@ -1,0 +1,73 @@
+// Reading and writing playlist files.
+#include "playback/playlist_file.h"
+
+#include "core/conversions.h"
+#include "core/path_text.h"
+#include "core/run_time_error.h"
+#include "core/text_file.h"
+#include "library/find_file.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "settings/safe_write.h"
+#include "shell/form_main.h"
+
+#include <QLocale>
+
+namespace {
+
+constexpr std::int64_t kLargestPlaylist = 16 << 20;
+
+void AppendEntry(Form_Main& form, const QString& path, const QString& title) {
+    form.PlaylistCount += 1;
+    form.PlaylistPath(form.PlaylistCount) = path;
+    form.PlaylistTitre(form.PlaylistCount) = title;
+    form.PlaylistPlayed(form.PlaylistCount) = 0;
+    form.PlaylistCredits(form.PlaylistCount) = 0;
+}
+
+// The date as it stands in a saved playlist's name, with English month names.
+QString SaveDate(Form_Main& form) {
+    return QLocale::c().toString(form.clock.LocalTime().date(), QStringLiteral("dd MMM yyyy"));
+}
+
+// A path as bytes of the file, a title as UTF-8; a line break inside would make two lines of one.
+QByteArray Line(const QString& text) {
+    return BytesOfPath(text).replace('\r', ' ').replace('\n', ' ') + "\r\n";
+}
+
+} // namespace
+
+void ReadPlaylistFile(Form_Main& form, const QString& path) {
+    const std::optional<QByteArray> bytes = form.files.ReadWhole(path, kLargestPlaylist);
+    if (!bytes) {
+        throw RunTimeError(kPathFileAccess, path);
+    }
+    LineReader lines(DecodeText(*bytes), path);
+    const QString first = lines.Next();
+    const Integer16 entries =
+        TellingWhere([&] { return path + QStringLiteral(", line 1"); }, [&] { return CInt16(first); });
+    form.PlaylistCount = 0;
+    for (Integer16 i = 1; i <= entries; i += 1) {
+        const QString entryPath = Trim(lines.Next());
+        const QString title = Trim(lines.Next());
+        if (FileExists(form.files, entryPath)) {
+            AppendEntry(form, entryPath, title);
+        }
+    }
+}
+
+void WritePlaylistFile(Form_Main& form, const QString& name) {
+    const QString folder = form.AppFolder + QStringLiteral("/playlists");
+    if (!form.files.IsFolder(folder)) {
+        throw RunTimeError(kPathNotFound, folder);
+    }
+    QByteArray bytes = ' ' + QByteArray::number(form.PlaylistCount.value()) + " \r\n";
+    for (int entry = 1; entry <= form.PlaylistCount.value(); ++entry) {
+        bytes += Line(form.PlaylistPath(entry)) + Line(form.PlaylistTitre(entry));
+    }
+    const QString path =
+        folder + u'/' + name + QStringLiteral(" - ") + SaveDate(form) + QStringLiteral(".vtxpl");
+    if (!WriteFileSafely(form.files, path, bytes)) {
+        throw RunTimeError(kPathFileAccess, path);
+    }
+}

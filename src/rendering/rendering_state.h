@@ -1,0 +1,42 @@
+// State of the rendering: the visible frame, the off-screen surfaces, the information lines, the big cover.
+#pragma once
+
+#include "core/integer.h"
+#include "imaging/c32bppdib.h"
+#include "imaging/surface.h"
+
+#include <QString>
+
+struct RenderingState {
+    // The visible frame, in screen pixels; all other surfaces are in design pixels of the theme.
+    Surface Picture_Main;
+    Surface Picture_MainVideo;
+    Surface Picture_Video;
+    // The track zone in its normal and its selected look.
+    Surface Picture_Cache;
+    Surface Picture_CacheHilight;
+    // The outgoing page and the frame being assembled while a page turns.
+    Surface Picture_CacheTmp;
+    Surface Picture_CacheTmp2;
+    // The rows of the queue, normal, selected, and as scrolled by touch.
+    Surface Picture_Playlist;
+    Surface Picture_PlaylistHilight;
+    Surface Picture_PlaylistTmp;
+    // The rows of the menu, normal and selected.
+    Surface Picture_Command;
+    Surface Picture_CommandHilight;
+    // The last picture from a tag.
+    Surface Picture_TmpCover;
+
+    // What the information lines show, their blink phase and age in heartbeat ticks.
+    QString BlockMainInfos;
+    Integer16 InfosBlink;
+    Integer16 InfosTicks;
+
+    // The last cover loaded from a file.
+    c32bppDIB ImgCover;
+    // What the big cover holds: 0 nothing, 1 ImgCover, 2 Picture_TmpCover.
+    Integer16 CoverKind;
+    // The slot last shown as selected; -1 makes the next frame load its big cover anew.
+    Integer16 LastDrawnSlot;
+};

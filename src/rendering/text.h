@@ -1,0 +1,39 @@
+// The one text routine of the jukebox.
+#pragma once
+
+#include "core/integer.h"
+
+#include <QString>
+
+struct Form_Main;
+struct Surface;
+
+// A box in pixels of the surface it is drawn on. Making one from other numbers rounds half to even and raises
+// 6 outside 16 bits.
+struct TextBox {
+    Integer16 Left;
+    Integer16 Top;
+    Integer16 Width;
+    Integer16 Height;
+};
+
+// A font: name, size in points at 96 dots per inch, colour as "red,green,blue".
+struct TextStyle {
+    QString Typo;
+    Integer16 TypoSize;
+    QString TypoColor;
+};
+
+// Writes one line of text into a box, shortened with "..." to its width, aligned by the words "left",
+// "right", "top", "bottom" in any case; any other word centres. Logs all its arguments. Any fault ends the
+// program: 13, 6, 9 or 5 for a colour that is not three numbers, 5 for a box without room for three dots, 6
+// for a box that leaves 16 bits.
+void DrawText(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox& box, const TextStyle& style,
+              const QString& TypoAlign, const QString& TypoVAlign);
+
+// The same, centred both ways.
+void DrawCentred(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox& box,
+                 const TextStyle& style);
+
+// Replaces 53 accented letters by plain ones.
+QString StripAccents(QString text);

@@ -1,0 +1,9 @@
+// Display modes.
+#pragma once
+
+#include "core/integer.h"
+
+struct Form_Main;
+
+// Sets the display mode of the primary screen.
+void ChangeRes(Form_Main& form, Integer32 width, Integer32 height, Integer32 bits);

@@ -1,0 +1,21 @@
+// The exit routine.
+#include "shell/exit.h"
+
+#include "core/run_time_error.h"
+#include "platform/audio_library.h"
+#include "platform/event_pump.h"
+#include "platform/serial_port.h"
+#include "shell/form_main.h"
+
+void ExitJukebox(Form_Main& form) {
+    form.tmrSpectrum.Enabled = false;
+    form.audio.BASS_Free();
+    if (form.RGBLedsActive == u"true") {
+        form.MSComm1.Output("AT+R-1\r\n");
+        for (int turn = 0; turn < 3; ++turn) {
+            form.pump.DoEvents();
+        }
+        form.MSComm1.Close();
+    }
+    throw ProgramEnd(0);
+}

@@ -1,0 +1,134 @@
+// Loading the fonts, pictures and sounds of a theme.
+#include "theme/load_assets.h"
+
+#include "library/create_list.h"
+#include "library/find_file.h"
+#include "platform/fonts.h"
+#include "platform/media_graph.h"
+#include "platform/message_box.h"
+#include "shell/form_main.h"
+#include "shell/log.h"
+#include "theme/load_theme.h"
+
+#include <array>
+
+namespace {
+
+struct PictureRow {
+    const char* file;
+    c32bppDIB ThemeAssets::*member;
+};
+
+using A = ThemeAssets;
+
+// clang-format off
+constexpr std::array kPictures = {
+    PictureRow{"fade.png",                               &A::ImgFade},
+    PictureRow{"wait.png",                               &A::ImgWait},
+    PictureRow{"zonelist.png",                           &A::ImgZoneList},
+    PictureRow{"zonelist_hilight.png",                   &A::ImgZoneListHilight},
+    PictureRow{"zonelistWithNumTrack.png",               &A::ImgZoneListWithNumTrack},
+    PictureRow{"zonelistWithNumTrack_hilight.png",       &A::ImgZoneListWithNumTrackHilight},
+    PictureRow{"zonelist_nowplaying.png",                &A::ImgZoneListNowPlaying},
+    PictureRow{"zonelist_comingnext.png",                &A::ImgZoneListComingNext},
+    PictureRow{"zonelist_video.png",                     &A::ImgZoneListVideo},
+    PictureRow{"zonelist_navigation.png",                &A::ImgZoneListNavigation},
+    PictureRow{"main.png",                               &A::ImgMain},
+    PictureRow{"main_active_selected.png",               &A::ImgMainActiveSelected},
+    PictureRow{"main_active_selected_hilight.png",       &A::ImgMainActiveSelectedHilight},
+    PictureRow{"main_active_unselected.png",             &A::ImgMainActiveUnselected},
+    PictureRow{"main_active_unselected_hilight.png",     &A::ImgMainActiveUnselectedHilight},
+    PictureRow{"playlist.png",                           &A::ImgPlaylist},
+    PictureRow{"playlist_active_selected.png",           &A::ImgPlaylistActiveSelected},
+    PictureRow{"playlist_active_selected_hilight.png",   &A::ImgPlaylistActiveSelectedHilight},
+    PictureRow{"playlist_active_unselected.png",         &A::ImgPlaylistActiveUnselected},
+    PictureRow{"playlist_active_unselected_hilight.png", &A::ImgPlaylistActiveUnselectedHilight},
+    PictureRow{"playlist_playlisthilight.png",           &A::ImgPlaylistPlaylistHilight},
+    PictureRow{"command.png",                            &A::ImgCommand},
+    PictureRow{"command_hilight.png",                    &A::ImgCommandHilight},
+    PictureRow{"command_listbox.png",                    &A::ImgCommandListbox},
+    PictureRow{"command_listbox_hilight.png",            &A::ImgCommandListboxHilight},
+    PictureRow{"command_btn.png",                        &A::ImgCommandBtn},
+    PictureRow{"command_btn_hilight.png",                &A::ImgCommandBtnHilight},
+};
+
+using Graph = std::shared_ptr<MediaGraph>;
+
+struct SoundRow {
+    const char* file;
+    const char* name;
+    Graph ThemeAssets::*member;
+    Graph ThemeAssets::*position; // none for the first
+};
+
+constexpr std::array kSounds = {
+    SoundRow{"charge.mp3",     "SoundCharge",     &A::SoundCharge,     nullptr},
+    SoundRow{"insertcoin.mp3", "SoundInsertCoin", &A::SoundInsertCoin, &A::SoundInsertCoinPosition},
+    SoundRow{"move.mp3",       "SoundMove",       &A::SoundMove,       &A::SoundMovePosition},
+    SoundRow{"NoCredit.mp3",   "SoundNoCredit",   &A::SoundNoCredit,   &A::SoundNoCreditPosition},
+    SoundRow{"PageTurn.mp3",   "SoundPageTurn",   &A::SoundPageTurn,   &A::SoundPageTurnPosition},
+};
+// clang-format on
+
+static_assert(kPictures.size() == 27 && kSounds.size() == 5);
+
+// Where the message tells the operator to copy a font that could not be installed.
+const QString kSystemFonts = QStringLiteral("/usr/share/fonts/");
+
+QString ThemeFolder(const Form_Main& form) {
+    return form.AppFolder + QStringLiteral("/themes/") + form.Theme;
+}
+
+// A theme's file by its fixed name, whatever the case of its letters on disk; the plain path when it is
+// missing.
+QString ExistingThemeFile(Form_Main& form, const char* name) {
+    const QString plain = QString::fromLatin1(name);
+    const QString found = FindFile(form.files, ThemeFolder(form), plain);
+    return found.isEmpty() ? ThemeFile(form, plain) : found;
+}
+
+void InstallFont(Form_Main& form, const QString& name) {
+    WriteLog(form, QStringLiteral(" : TTF ") + name);
+    const QString path = form.File1.Path + u'/' + name;
+    if (form.fonts.AddFontResource(path) > 0) {
+        WriteLog(form, QStringLiteral(" : AddFontResource ") + path);
+        return;
+    }
+    WriteLog(form, QStringLiteral(" : Problème sur AddFontResource ") + path);
+    form.messageBox.Show(
+        QStringLiteral("Vantorix-Jukebox"),
+        QStringLiteral("il y a eu un problème d'installation de la police de caractéres truetype sur votre "
+                       "ordinateur. Copier le fichier '%1' du dossier '%2' dans le dossier '%3'")
+            .arg(name, form.File1.Path, kSystemFonts));
+}
+
+} // namespace
+
+void InstallFonts(Form_Main& form) {
+    WriteLog(form, QStringLiteral(" : Deplacement file1 vers ") + ThemeFolder(form));
+    PointFile1(form, ThemeFolder(form));
+    SetFile1Pattern(form, QStringLiteral("*.ttf"));
+    const QStringList fonts = form.File1.List;
+    for (const QString& name : fonts) {
+        InstallFont(form, name);
+    }
+}
+
+void LoadImages(Form_Main& form) {
+    WriteLog(form, QStringLiteral(" : Chargement des images"));
+    const PicturePorts ports{form.files, form.zlib, form.pump};
+    for (const PictureRow& row : kPictures) {
+        (form.*row.member).LoadPicture_File(ports, ExistingThemeFile(form, row.file));
+    }
+}
+
+void LoadSounds(Form_Main& form) {
+    WriteLog(form, QStringLiteral(" : Chargement des sons"));
+    for (const SoundRow& row : kSounds) {
+        form.*row.member = form.graphs.CreateGraph(QString::fromLatin1(row.name));
+        (form.*row.member)->RenderFile(ExistingThemeFile(form, row.file));
+        if (row.position != nullptr) {
+            form.*row.position = form.*row.member;
+        }
+    }
+}

@@ -1,0 +1,7 @@
+// The operator's menus.
+#pragma once
+
+struct Form_Main;
+
+// Builds the menus and their current choices. Runs once, at start.
+void LoadCommand(Form_Main& form);
