@@ -340,7 +340,7 @@ def write_headers(ledger):
              "depth-32": {"depth": 32}, "type-1": {"kind": 1}, "type-5": {"kind": 5}, "type-7": {"kind": 7},
              "compression-1": {"compression": 1}, "filter-method-1": {"filter": 1}, "interlace-2": {"interlace": 2},
              "size-of-data-over-32-bits": {"width": 0x7FFFFFFF, "height": 0x7FFFFFFF},
-             "row-over-32-bits": {"width": 0x10000000, "height": 1, "depth": 16, "kind": 6},
+             "bits-of-a-row-over-32-bits": {"width": 0x4000000, "height": 1, "depth": 16, "kind": 6},
              "one-row-too-many-for-a-gigabyte": {"width": 16384, "height": 16385, "depth": 1, "kind": 0},
              "one-row-too-many-for-a-gigabyte-adam7": {"width": 16384, "height": 16385, "depth": 1, "kind": 0,
                                                        "interlace": 1}}

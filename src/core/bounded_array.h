@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <map>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 // A subscript as every array takes it: a 16-bit integer or a plain int.
@@ -64,10 +65,12 @@ private:
 template <typename Element, int Upper>
 class SparseCube {
 public:
-    Element& operator()(Subscript a, Subscript b, Subscript c) { return cells_[Place(a, b, c)]; }
     Element operator()(Subscript a, Subscript b, Subscript c) const {
         const auto cell = cells_.find(Place(a, b, c));
         return cell == cells_.end() ? Element() : cell->second;
+    }
+    void Set(Subscript a, Subscript b, Subscript c, Element value) {
+        cells_[Place(a, b, c)] = std::move(value);
     }
 
 private:

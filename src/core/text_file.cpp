@@ -1,4 +1,4 @@
-// Decoding text files and cutting them into lines.
+// Cutting text files into lines and decoding them.
 #include "core/text_file.h"
 
 #include "core/run_time_error.h"
@@ -6,6 +6,7 @@
 #include <QStringDecoder>
 
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -28,24 +29,29 @@ QString DecodeWindows1252(const QByteArray& bytes) {
     return text;
 }
 
-QString DecodeText(const QByteArray& bytes) {
+QString DecodeLine(const QByteArray& bytes) {
     QStringDecoder utf8(QStringDecoder::Utf8, QStringConverter::Flag::Stateless);
     const QString text = utf8(bytes);
     return utf8.hasError() ? DecodeWindows1252(bytes) : text;
 }
 
-QString LineReader::Next() {
+LineReader::LineReader(QByteArray bytes, QString path) : bytes_(std::move(bytes)), path_(std::move(path)) {
+    constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
+    position_ = bytes_.startsWith(kByteOrderMark) ? 3 : 0;
+}
+
+QByteArray LineReader::Next() {
     line_ += 1;
-    if (position_ >= text_.size()) {
+    if (position_ >= bytes_.size()) {
         throw RunTimeError(kInputPastEnd, QStringLiteral("%1, line %2").arg(path_).arg(line_));
     }
-    qsizetype end = text_.indexOf(u'\n', position_);
-    const qsizetype next = end < 0 ? text_.size() : end + 1;
-    end = end < 0 ? text_.size() : end;
-    if (end > position_ && text_[end - 1] == u'\r') {
+    const qsizetype feed = bytes_.indexOf('\n', position_);
+    qsizetype end = feed < 0 ? bytes_.size() : feed;
+    const qsizetype next = feed < 0 ? end : feed + 1;
+    if (end > position_ && bytes_[end - 1] == '\r') {
         --end;
     }
-    const QString line = text_.mid(position_, end - position_);
+    const QByteArray line = bytes_.mid(position_, end - position_);
     position_ = next;
     return line;
 }

@@ -2,9 +2,9 @@
 #include "interaction/direct_selection.h"
 
 #include "core/conversions.h"
-#include "interaction/cursor.h"
 #include "interaction/valider.h"
 #include "platform/event_pump.h"
+#include "rendering/geometry.h"
 #include "rendering/redraw_jukebox.h"
 #include "shell/form_main.h"
 

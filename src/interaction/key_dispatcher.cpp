@@ -3,7 +3,6 @@
 
 #include "core/conversions.h"
 #include "core/run_time_error.h"
-#include "interaction/cursor.h"
 #include "interaction/direct_selection.h"
 #include "interaction/folder_moves.h"
 #include "interaction/move_keys.h"
@@ -17,6 +16,7 @@
 #include "platform/windows.h"
 #include "playback/credits.h"
 #include "playback/engine.h"
+#include "rendering/geometry.h"
 #include "rendering/playlist_block.h"
 #include "rendering/redraw_jukebox.h"
 #include "shell/display_mode.h"
@@ -28,7 +28,9 @@
 
 namespace {
 
-// Seeks to ten seconds before the end: the letter F, whatever the bindings say.
+// Seeks to ten seconds before the end: the letter F.
+// Deliberate D-26: the key is fixed and comes before all bindings, so that slots labelled F cannot be typed.
+// One expects a binding for it; engineers use the key to try the change of tracks.
 constexpr int kSeekKey = 70;
 
 // A transport key lends the focus' button its own word for the action.
@@ -121,6 +123,8 @@ void LogSlot(Form_Main& form) {
 }
 
 // Tries the keys in their order. A binding that is no number raises 13 at the moment of its test.
+// Deliberate D-25: such a binding ends the handler with InputBusy set, so that all input and the heartbeat
+// stop for good. One expects the guard to be taken back; no handler's end restores anything.
 void ActOnKey(Form_Main& form, Integer16 code, const CursorPlace& entry) {
     if (code == kSeekKey) {
         return SeekNearEnd(form);

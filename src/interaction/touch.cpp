@@ -66,6 +66,7 @@ void PlaySelected(Form_Main& form) {
     BassStopFile(form);
     form.Remain.clear();
     BassPlayFile(form, form.PlaylistPath(form.PlaylistCurrent));
+    // The slot under the cursor names the track here as well, see D-12.
     form.NowPlayingPath = form.InfoPath(form.NumTrack);
     form.NowPlayingTitre = form.InfoTitre(form.NumTrack);
     RedrawJukebox(form);

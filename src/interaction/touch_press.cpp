@@ -12,6 +12,7 @@
 #include "interaction/valider_playlist.h"
 #include "platform/event_pump.h"
 #include "playback/credits.h"
+#include "rendering/geometry.h"
 #include "rendering/page_anim.h"
 #include "rendering/redraw_jukebox.h"
 #include "shell/form_main.h"

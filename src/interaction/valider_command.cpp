@@ -98,6 +98,8 @@ void ValiderCommand(Form_Main& form) {
     } else if (action == u"config") {
         OpenConfigByMenu(form);
     } else if (action == u"quit") {
+        // Deliberate D-27: the screen keeps the jukebox's mode. One expects the quit key's way back to the
+        // mode of the start; the menu goes straight to the exit.
         ExitJukebox(form);
     }
 }

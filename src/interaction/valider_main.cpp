@@ -1,13 +1,13 @@
 // What the transport buttons do.
 #include "interaction/valider_main.h"
 
+#include "core/media_kind.h"
 #include "core/run_time_error.h"
 #include "platform/audio_library.h"
 #include "platform/event_pump.h"
 #include "platform/media_graph.h"
 #include "playback/credits.h"
 #include "playback/engine.h"
-#include "playback/media_kind.h"
 #include "shell/form_main.h"
 #include "shell/log.h"
 

@@ -1,11 +1,12 @@
 // Starting and stopping audio streams and video graphs.
 #include "playback/engine.h"
 
+#include "core/media_kind.h"
 #include "core/run_time_error.h"
+#include "lightshow/led_link.h"
 #include "platform/audio_library.h"
 #include "platform/event_pump.h"
 #include "platform/serial_port.h"
-#include "playback/media_kind.h"
 #include "rendering/video_surfaces.h"
 #include "shell/form_main.h"
 
@@ -39,17 +40,19 @@ void PlayVideo(Form_Main& form, const QString& fileName) {
     form.VideoControl->Run();
     if (form.RGBLedsActive == u"true") {
         LetEventsRun(form, 3);
-        form.MSComm1.Output("AT+R-1\r\n");
+        SendToController(form, kFreeRunningMode);
         LetEventsRun(form, 3);
     }
 }
 
-// Asks the LED controller for the normal mode until it has answered. There is no limit to the wait.
+// Asks the LED controller for the normal mode until it has answered.
+// Deliberate D-29: there is no limit to the wait, so that a silent controller keeps every track from
+// starting. One expects a time-out; the lights are to be under control before the sound.
 void AwaitNormalMode(Form_Main& form) {
     QByteArray reply;
     LetEventsRun(form, 3);
     while (!reply.contains(kNormalModeReply)) {
-        form.MSComm1.Output("AT+R-0\r\n");
+        SendToController(form, kNormalMode);
         LetEventsRun(form, 3);
         reply += form.MSComm1.Input();
     }
@@ -62,7 +65,8 @@ void FreeOldStream(Form_Main& form) {
     form.pump.DoEvents();
 }
 
-// Only the low word of a length or position is kept.
+// Deliberate D-30: only the low word of a length or position is kept, so that more than 6.7 hours of sound
+// are counted wrongly. One expects all of it; nobody plays such a track.
 std::int64_t LowWord(std::int64_t bytes) {
     return static_cast<std::int64_t>(static_cast<std::uint32_t>(bytes));
 }

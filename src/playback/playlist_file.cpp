@@ -17,6 +17,17 @@ namespace {
 
 constexpr std::int64_t kLargestPlaylist = 16 << 20;
 
+// The file that a path line names: by its very bytes or, in files brought from older cabinets, by its
+// Windows-1252 text. Empty when neither is there.
+QString ExistingPath(Form_Main& form, const QByteArray& line) {
+    for (const QString& path : {Trim(TextOfPath(line)), Trim(DecodeWindows1252(line))}) {
+        if (FileExists(form.files, path)) {
+            return path;
+        }
+    }
+    return QString();
+}
+
 void AppendEntry(Form_Main& form, const QString& path, const QString& title) {
     form.PlaylistCount += 1;
     form.PlaylistPath(form.PlaylistCount) = path;
@@ -42,15 +53,15 @@ void ReadPlaylistFile(Form_Main& form, const QString& path) {
     if (!bytes) {
         throw RunTimeError(kPathFileAccess, path);
     }
-    LineReader lines(DecodeText(*bytes), path);
-    const QString first = lines.Next();
+    LineReader lines(*bytes, path);
+    const QString first = DecodeLine(lines.Next());
     const Integer16 entries =
         TellingWhere([&] { return path + QStringLiteral(", line 1"); }, [&] { return CInt16(first); });
     form.PlaylistCount = 0;
     for (Integer16 i = 1; i <= entries; i += 1) {
-        const QString entryPath = Trim(lines.Next());
-        const QString title = Trim(lines.Next());
-        if (FileExists(form.files, entryPath)) {
+        const QString entryPath = ExistingPath(form, lines.Next());
+        const QString title = Trim(DecodeLine(lines.Next()));
+        if (!entryPath.isEmpty()) {
             AppendEntry(form, entryPath, title);
         }
     }

@@ -19,10 +19,10 @@ struct ButtonRow {
 
 // The four looks of a block's buttons.
 struct ButtonPictures {
-    const c32bppDIB& available;
-    const c32bppDIB& availableFocused;
-    const c32bppDIB& unavailable;
-    const c32bppDIB& unavailableFocused;
+    const LatePicture& available;
+    const LatePicture& availableFocused;
+    const LatePicture& unavailable;
+    const LatePicture& unavailableFocused;
 };
 
 bool Always(const Form_Main& /*form*/) {
@@ -61,7 +61,7 @@ constexpr std::array kPlaylistButtons = {
 
 #undef RECTANGLE
 
-const c32bppDIB& Look(const ButtonPictures& pictures, bool available, bool focused) {
+const LatePicture& Look(const ButtonPictures& pictures, bool available, bool focused) {
     if (available) {
         return focused ? pictures.availableFocused : pictures.available;
     }

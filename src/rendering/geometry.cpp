@@ -18,6 +18,11 @@ TextStyle ScaledStyle(const Form_Main& form, const QString& font, Integer16 size
     return {font, CInt16(size.value() * form.ZoneScaleX), colour};
 }
 
+Integer16 SlotUnderCursor(const Form_Main& form) {
+    const double rows = form.ZoneListNbTracksParColonne.value();
+    return CInt16((static_cast<double>(form.SelX) - 1) * rows + (static_cast<double>(form.SelY) - 1));
+}
+
 SlotPlace PlaceOfSlot(const Form_Main& form, Integer16 slot) {
     const int rows = form.ZoneListNbTracksParColonne.value();
     const int number = slot.value() + 1;

@@ -16,6 +16,9 @@ TextBox ScaledTextBox(const Form_Main& form, double x, double y, double width, d
 // A style whose size is scaled for text on the screen.
 TextStyle ScaledStyle(const Form_Main& form, const QString& font, Integer16 size, const QString& colour);
 
+// The 0-based slot under the cursor: (SelX - 1) x rows of a column + (SelY - 1).
+Integer16 SlotUnderCursor(const Form_Main& form);
+
 // Column (1 or 2) and row (from 1) of a 0-based slot of the page.
 struct SlotPlace {
     int column = 1;

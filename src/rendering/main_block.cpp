@@ -16,10 +16,6 @@ namespace {
 const QStringList kEndingsOfRunning = {
     QStringLiteral(".avi"),  QStringLiteral(".mpg"), QStringLiteral(".mp4"),  QStringLiteral(".mp3"),
     QStringLiteral(".flac"), QStringLiteral(".wma"), QStringLiteral(".vxtpl")};
-const QStringList kEndings = {QStringLiteral(".avi"),  QStringLiteral(".mpg"),  QStringLiteral(".mp4"),
-                              QStringLiteral(".mp3"),  QStringLiteral(".flac"), QStringLiteral(".wma"),
-                              QStringLiteral(".vtxpl")};
-
 // Where a state's second line comes from.
 enum class Source { kFixed, kFolder, kRunningTitle, kNextTitle, kLastTitle };
 
@@ -91,9 +87,9 @@ QString SecondLine(const Form_Main& form, const InfosRow& row) {
     case Source::kRunningTitle:
         return QueueTitle(form, form.PlaylistCurrent, kEndingsOfRunning);
     case Source::kNextTitle:
-        return QueueTitle(form, form.PlaylistCurrent + 1, kEndings);
+        return QueueTitle(form, form.PlaylistCurrent + 1, TitleEndings());
     case Source::kLastTitle:
-        return QueueTitle(form, form.PlaylistCount, kEndings);
+        return QueueTitle(form, form.PlaylistCount, TitleEndings());
     }
     return QString();
 }

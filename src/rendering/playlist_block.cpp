@@ -15,10 +15,6 @@ namespace {
 // Blank rows behind the last entry.
 constexpr int kTailRows = 7;
 
-const QStringList kEndings = {QStringLiteral(".mp3"),  QStringLiteral(".flac"), QStringLiteral(".avi"),
-                              QStringLiteral(".mpg"),  QStringLiteral(".mp4"),  QStringLiteral(".wma"),
-                              QStringLiteral(".vtxpl")};
-
 int RowHeight(const Form_Main& form) {
     return form.ImgPlaylistPlaylistHilight.Height();
 }
@@ -51,7 +47,7 @@ void WriteRow(Form_Main& form, Surface& strip, int y, const TitleParts& parts, c
 void DrawRow(Form_Main& form, int row) {
     const int y = row * RowHeight(form);
     DrawGround(form, y);
-    const TitleParts parts = BlockTitle(form.PlaylistTitre(row + 1), kEndings);
+    const TitleParts parts = BlockTitle(form.PlaylistTitre(row + 1), TitleEndings());
     WriteRow(form, form.Picture_Playlist, y, parts,
              {form.BlockPlaylistPlaylistFont, form.BlockPlaylistPlaylistFontSize,
               form.BlockPlaylistPlaylistFontColor},

@@ -58,7 +58,9 @@ struct BrokenTitle {
     QString second;
 };
 
-// Breaks a title at the last blank of what fits. Raises 5 when that holds none.
+// Breaks a title at the last blank of what fits.
+// Deliberate D-32: one word that is wider than its box raises 5, which ends the program. One expects a break
+// anywhere; the break is looked for at blanks alone.
 BrokenTitle Break(Form_Main& form, const QString& title, Integer16 width) {
     QString fitting = title;
     while (!fitting.isEmpty() && !Fits(form, fitting, width)) {

@@ -4,6 +4,13 @@
 #include "core/conversions.h"
 #include "rendering/text.h"
 
+const QStringList& TitleEndings() {
+    static const QStringList endings = {
+        QStringLiteral(".avi"),  QStringLiteral(".mpg"), QStringLiteral(".mp4"),  QStringLiteral(".mp3"),
+        QStringLiteral(".flac"), QStringLiteral(".wma"), QStringLiteral(".vtxpl")};
+    return endings;
+}
+
 QString CleanTitle(QString title, const QStringList& endings) {
     title.replace(u'_', u' ');
     title.replace(QStringLiteral("-"), QStringLiteral(" - "));

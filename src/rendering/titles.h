@@ -10,6 +10,11 @@ struct TitleParts {
     QString Interprete;
 };
 
+// The endings that a title loses.
+// Deliberate D-16: ".wav" is not among them, and an ending in capitals stays as well. One expects every
+// ending to go; titles in the field are named by it.
+const QStringList& TitleEndings();
+
 // "_" to " ", "-" to " - ", two blanks to one, then each ending of `endings` to nothing: in this order,
 // case-sensitive.
 QString CleanTitle(QString title, const QStringList& endings);

@@ -2,6 +2,7 @@
 #include "rendering/track_slot.h"
 
 #include "core/conversions.h"
+#include "core/media_kind.h"
 #include "core/run_time_error.h"
 #include "library/covers.h"
 #include "library/create_list.h"
@@ -11,12 +12,6 @@
 #include "shell/form_main.h"
 
 namespace {
-
-// Deliberate D-16: ".wav" is not among the endings that a title loses, and an ending in capitals stays as
-// well. One expects every ending to go; titles in the field are named by it.
-const QStringList kEndings = {QStringLiteral(".avi"),  QStringLiteral(".mpg"),  QStringLiteral(".mp4"),
-                              QStringLiteral(".mp3"),  QStringLiteral(".flac"), QStringLiteral(".wma"),
-                              QStringLiteral(".vtxpl")};
 
 // A file's own track number in front of its artist; empty when there is none.
 QString TakeTrackNumber(const QString& type, TitleParts& parts) {
@@ -29,7 +24,7 @@ QString TakeTrackNumber(const QString& type, TitleParts& parts) {
 }
 
 bool HoldsVideo(const QString& path, const FolderNames& names) {
-    const QString ending = path.right(3).toLower();
+    const QString ending = LastThree(path);
     const QString base = path.left(path.size() - 3);
     // Deliberate D-17: the ending of three letters is compared with "mp44" in vain. One expects "mp4"; such
     // files are not listed in the first place.
@@ -50,7 +45,7 @@ void DrawVideoMark(Form_Main& form, const SlotPlace& place) {
     form.ImgZoneListVideo.Render(form.Picture_CacheHilight, x, y, width, height, x, y, width, height);
 }
 
-void DrawNumberGround(const Form_Main& form, const c32bppDIB& image, Surface& target,
+void DrawNumberGround(const Form_Main& form, const LatePicture& image, Surface& target,
                       const SlotPlace& place) {
     const Box slot = SlotInCache(form, place);
     image.Render(target, slot.x, slot.y, slot.width, slot.height, slot.x - form.ZoneListX.value(),
@@ -72,8 +67,9 @@ void DrawTrackNumber(Form_Main& form, const SlotPlace& place, const QString& num
                  form.ZoneListPisteNumPisteFontColorHilight});
 }
 
-// The letter of the page in a column: A and B on the first pair of pages, then C and D. Raises 5 beyond code
-// 255.
+// The letter of the page in a column: A and B on the first pair of pages, then C and D.
+// Deliberate D-33: a letter beyond code 255 raises 5, which ends the program on the 96th page. One expects
+// labels without a letter there; the letter is made before the label is looked at.
 QChar PageLetter(const Form_Main& form, int column) {
     const Integer16 code = form.CurrentPage * 2 + (64 + column);
     if (code < 0 || code > 255) {
@@ -134,7 +130,7 @@ QString FolderSummary(Form_Main& form, const QString& path, const QString& title
 void DrawSlot(Form_Main& form, const SlotPlace& place, Integer16 slot, const FolderNames& names) {
     const QString type = form.InfoType(slot);
     const QString path = form.InfoPath(slot);
-    TitleParts parts{CleanTitle(form.InfoTitre(slot), kEndings), QString()};
+    TitleParts parts{CleanTitle(form.InfoTitre(slot), TitleEndings()), QString()};
     SplitAtDash(parts);
     const QString number = TakeTrackNumber(type, parts);
     SplitAtDash(parts);

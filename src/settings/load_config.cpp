@@ -11,6 +11,7 @@
 #include "shell/exit.h"
 #include "shell/form_main.h"
 #include "shell/log.h"
+#include "shell/pointers.h"
 
 #include <array>
 #include <span>
@@ -176,14 +177,6 @@ void SetScreenMode(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : Changement de la résolution d'écran"));
 }
 
-// Without touch the pointer is the form's own, which is invisible.
-void SetPointers(Form_Main& form) {
-    const int pointer = form.TactileMode == u"false" ? kPointerCustom : kPointerDefault;
-    for (const char* object : {"Form_Main", "Picture_Main", "Picture_MainVideo"}) {
-        form.windows.MousePointer(QString::fromLatin1(object), pointer);
-    }
-}
-
 void Load(Form_Main& form) {
     WriteLog(form, QStringLiteral(
                        " : Récupération des parametres de config dans le fichier config.ini (LoadConfig)"));
@@ -197,7 +190,7 @@ void Load(Form_Main& form) {
     }
     form.pump.DoEvents();
     ReadKeys(form, u"Main", kPlacementKeys);
-    SetPointers(form);
+    SetModePointers(form);
     ReadKeys(form, u"Main", kDisplayKeys);
     ReadKeys(form, u"Key", kKeyKeys);
     ReadKeys(form, u"RGBLeds", kLedKeys);

@@ -2,6 +2,7 @@
 #include "shell/exit.h"
 
 #include "core/run_time_error.h"
+#include "lightshow/led_link.h"
 #include "platform/audio_library.h"
 #include "platform/event_pump.h"
 #include "platform/serial_port.h"
@@ -11,7 +12,7 @@ void ExitJukebox(Form_Main& form) {
     form.tmrSpectrum.Enabled = false;
     form.audio.BASS_Free();
     if (form.RGBLedsActive == u"true") {
-        form.MSComm1.Output("AT+R-1\r\n");
+        SendToController(form, kFreeRunningMode);
         for (int turn = 0; turn < 3; ++turn) {
             form.pump.DoEvents();
         }

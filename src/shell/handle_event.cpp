@@ -25,9 +25,15 @@ void Dispatch(Form_Main& form, const InputEvent& event) {
     case InputKind::kDblClick:
         return Picture_Main_DblClick(form);
     case InputKind::kTimer1:
-        return form.Timer1.Enabled ? Timer1_Timer(form) : void();
+        if (form.Timer1.Enabled) {
+            Timer1_Timer(form);
+        }
+        return;
     case InputKind::kTmrSpectrum:
-        return form.tmrSpectrum.Enabled ? UpdateSpectrum(form) : void();
+        if (form.tmrSpectrum.Enabled) {
+            UpdateSpectrum(form);
+        }
+        return;
     case InputKind::kClose:
         return ExitJukebox(form);
     }

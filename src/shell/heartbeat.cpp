@@ -2,7 +2,6 @@
 #include "shell/heartbeat.h"
 
 #include "core/conversions.h"
-#include "library/find_file.h"
 #include "platform/event_pump.h"
 #include "platform/media_graph.h"
 #include "playback/engine.h"
@@ -56,9 +55,7 @@ void PlayCharge(Form_Main& form) {
     }
     form.pump.DoEvents();
     form.SoundCharge = form.graphs.CreateGraph(QStringLiteral("SoundCharge"));
-    const QString found = FindFile(form.files, form.AppFolder + QStringLiteral("/themes/") + form.Theme,
-                                   QStringLiteral("charge.mp3"));
-    form.SoundCharge->RenderFile(found.isEmpty() ? ThemeFile(form, QStringLiteral("charge.mp3")) : found);
+    form.SoundCharge->RenderFile(ThemeFile(form, QStringLiteral("charge.mp3")));
     form.SoundCharge->Run();
 }
 
@@ -100,8 +97,9 @@ void BeginChange(Form_Main& form) {
     }
 }
 
-// The queue shrank while the change was on its way. TrackChanging keeps its value, so that the counters stand
-// still until a touch or the next change clears it.
+// The queue shrank while the change was on its way.
+// Deliberate D-28: TrackChanging keeps its value, so that the counters stand still until a touch or the next
+// change clears it. One expects it to be cleared here; the change was announced and has not come.
 void EndQueue(Form_Main& form) {
     BassStopFile(form);
     form.NowPlayingPath.clear();

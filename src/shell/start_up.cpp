@@ -74,11 +74,12 @@ void OpenStartFolder(Form_Main& form) {
     form.DirHistoryPath(0) = form.Dir1.Path;
 }
 
-// The window covers the desktop; the picture area fills it until the theme says otherwise.
+// The window covers the desktop, so that centring puts it at 0; the picture area fills it until the theme
+// says otherwise.
 void SizeWindow(Form_Main& form) {
     const int width = form.ScreenWidth.value();
     const int height = form.ScreenHeight.value();
-    form.MainWindow = {width / 2 - width / 2, height / 2 - height / 2, width, height, false};
+    form.MainWindow = {0, 0, width, height, false};
     Resize(form.Picture_Main, width, height);
     form.Picture_MainVideo.Visible = false;
 }

@@ -2,7 +2,6 @@
 #include "theme/load_assets.h"
 
 #include "library/create_list.h"
-#include "library/find_file.h"
 #include "platform/fonts.h"
 #include "platform/media_graph.h"
 #include "platform/message_box.h"
@@ -16,7 +15,7 @@ namespace {
 
 struct PictureRow {
     const char* file;
-    c32bppDIB ThemeAssets::*member;
+    LatePicture ThemeAssets::*member;
 };
 
 using A = ThemeAssets;
@@ -75,18 +74,6 @@ static_assert(kPictures.size() == 27 && kSounds.size() == 5);
 // Where the message tells the operator to copy a font that could not be installed.
 const QString kSystemFonts = QStringLiteral("/usr/share/fonts/");
 
-QString ThemeFolder(const Form_Main& form) {
-    return form.AppFolder + QStringLiteral("/themes/") + form.Theme;
-}
-
-// A theme's file by its fixed name, whatever the case of its letters on disk; the plain path when it is
-// missing.
-QString ExistingThemeFile(Form_Main& form, const char* name) {
-    const QString plain = QString::fromLatin1(name);
-    const QString found = FindFile(form.files, ThemeFolder(form), plain);
-    return found.isEmpty() ? ThemeFile(form, plain) : found;
-}
-
 void InstallFont(Form_Main& form, const QString& name) {
     WriteLog(form, QStringLiteral(" : TTF ") + name);
     const QString path = form.File1.Path + u'/' + name;
@@ -118,15 +105,24 @@ void LoadImages(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : Chargement des images"));
     const PicturePorts ports{form.files, form.zlib, form.pump};
     for (const PictureRow& row : kPictures) {
-        (form.*row.member).LoadPicture_File(ports, ExistingThemeFile(form, row.file));
+        (form.*row.member)
+            .LoadPicture_File(ports, form.pictureQueue, ThemeFile(form, QString::fromLatin1(row.file)));
     }
+}
+
+void AnnounceSounds(Form_Main& form) {
+    QStringList paths;
+    for (const SoundRow& row : kSounds) {
+        paths += ThemeFile(form, QString::fromLatin1(row.file));
+    }
+    form.graphs.Announce(paths);
 }
 
 void LoadSounds(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : Chargement des sons"));
     for (const SoundRow& row : kSounds) {
         form.*row.member = form.graphs.CreateGraph(QString::fromLatin1(row.name));
-        (form.*row.member)->RenderFile(ExistingThemeFile(form, row.file));
+        (form.*row.member)->RenderFile(ThemeFile(form, QString::fromLatin1(row.file)));
         if (row.position != nullptr) {
             form.*row.position = form.*row.member;
         }

@@ -58,8 +58,8 @@ void FillRow(Form_Main& form, int menu, int row, const MenuRow& source) {
     form.CommandParam(menu, row) = QString::fromLatin1(source.param);
     for (std::size_t i = 0; i < source.choices.size(); ++i) {
         const int choice = static_cast<int>(i) + 1;
-        form.CommandChoiceValue(menu, row, choice) = QString::fromLatin1(source.choices[i].value);
-        form.CommandChoiceLabel(menu, row, choice) = QString::fromLatin1(source.choices[i].label);
+        form.CommandChoiceValue.Set(menu, row, choice, QString::fromLatin1(source.choices[i].value));
+        form.CommandChoiceLabel.Set(menu, row, choice, QString::fromLatin1(source.choices[i].label));
     }
     form.CommandChoice(menu, row) = CurrentChoice(source);
 }

@@ -4,6 +4,7 @@
 #include "core/conversions.h"
 #include "core/run_time_error.h"
 #include "library/create_list.h"
+#include "library/find_file.h"
 #include "rendering/redraw_jukebox.h"
 #include "rendering/track_zone.h"
 #include "shell/form_main.h"
@@ -143,6 +144,7 @@ void FitScale(Form_Main& form, const Size& theme) {
 
 void Load(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : Chargement du theme ") + form.Theme + QStringLiteral(" (LoadTheme)"));
+    AnnounceSounds(form);
     const QString path = ThemeFile(form, QStringLiteral("theme.ini"));
     ReadThemeRecord(form, ThemeReader(form.iniFiles.Open(form.files, path), path));
     WriteLog(form, QStringLiteral(" : Position Pistes"));
@@ -165,8 +167,13 @@ void Load(Form_Main& form) {
 
 } // namespace
 
-QString ThemeFile(const Form_Main& form, const QString& name) {
-    return form.AppFolder + QStringLiteral("/themes/") + form.Theme + u'/' + name;
+QString ThemeFolder(const Form_Main& form) {
+    return form.AppFolder + QStringLiteral("/themes/") + form.Theme;
+}
+
+QString ThemeFile(Form_Main& form, const QString& name) {
+    const QString found = FindFile(form.files, ThemeFolder(form), name);
+    return found.isEmpty() ? ThemeFolder(form) + u'/' + name : found;
 }
 
 void LoadTheme(Form_Main& form) {

@@ -3,7 +3,7 @@
 
 #include "core/bounded_array.h"
 #include "core/integer.h"
-#include "imaging/c32bppdib.h"
+#include "imaging/late_picture.h"
 #include "platform/media_graph.h"
 #include "theme/theme_keys.h"
 
@@ -68,33 +68,34 @@ struct CommandMenu {
 
 // The pictures and sounds of the theme folder.
 struct ThemeAssets {
-    c32bppDIB ImgFade;
-    c32bppDIB ImgWait;
-    c32bppDIB ImgZoneList;
-    c32bppDIB ImgZoneListHilight;
-    c32bppDIB ImgZoneListWithNumTrack;
-    c32bppDIB ImgZoneListWithNumTrackHilight;
-    c32bppDIB ImgZoneListNowPlaying;
-    c32bppDIB ImgZoneListComingNext;
-    c32bppDIB ImgZoneListVideo;
-    c32bppDIB ImgZoneListNavigation;
-    c32bppDIB ImgMain;
-    c32bppDIB ImgMainActiveSelected;
-    c32bppDIB ImgMainActiveSelectedHilight;
-    c32bppDIB ImgMainActiveUnselected;
-    c32bppDIB ImgMainActiveUnselectedHilight;
-    c32bppDIB ImgPlaylist;
-    c32bppDIB ImgPlaylistActiveSelected;
-    c32bppDIB ImgPlaylistActiveSelectedHilight;
-    c32bppDIB ImgPlaylistActiveUnselected;
-    c32bppDIB ImgPlaylistActiveUnselectedHilight;
-    c32bppDIB ImgPlaylistPlaylistHilight;
-    c32bppDIB ImgCommand;
-    c32bppDIB ImgCommandHilight;
-    c32bppDIB ImgCommandListbox;
-    c32bppDIB ImgCommandListboxHilight;
-    c32bppDIB ImgCommandBtn;
-    c32bppDIB ImgCommandBtnHilight;
+    PictureQueue pictureQueue;
+    LatePicture ImgFade;
+    LatePicture ImgWait;
+    LatePicture ImgZoneList;
+    LatePicture ImgZoneListHilight;
+    LatePicture ImgZoneListWithNumTrack;
+    LatePicture ImgZoneListWithNumTrackHilight;
+    LatePicture ImgZoneListNowPlaying;
+    LatePicture ImgZoneListComingNext;
+    LatePicture ImgZoneListVideo;
+    LatePicture ImgZoneListNavigation;
+    LatePicture ImgMain;
+    LatePicture ImgMainActiveSelected;
+    LatePicture ImgMainActiveSelectedHilight;
+    LatePicture ImgMainActiveUnselected;
+    LatePicture ImgMainActiveUnselectedHilight;
+    LatePicture ImgPlaylist;
+    LatePicture ImgPlaylistActiveSelected;
+    LatePicture ImgPlaylistActiveSelectedHilight;
+    LatePicture ImgPlaylistActiveUnselected;
+    LatePicture ImgPlaylistActiveUnselectedHilight;
+    LatePicture ImgPlaylistPlaylistHilight;
+    LatePicture ImgCommand;
+    LatePicture ImgCommandHilight;
+    LatePicture ImgCommandListbox;
+    LatePicture ImgCommandListboxHilight;
+    LatePicture ImgCommandBtn;
+    LatePicture ImgCommandBtnHilight;
 
     // The graphs of the sounds, and their positions beside them.
     std::shared_ptr<MediaGraph> SoundCharge;

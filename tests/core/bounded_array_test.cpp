@@ -38,11 +38,10 @@ TEST(BoundedTable, KeepsRowsApart) {
 
 TEST(SparseCube, UnwrittenCellsReadEmpty) {
     SparseCube<QString, 100> cube;
-    cube(1, 2, 3) = QStringLiteral("x");
-    const auto& fixed = cube;
-    EXPECT_EQ(fixed(1, 2, 3), QStringLiteral("x"));
-    EXPECT_TRUE(fixed(100, 100, 100).isEmpty());
-    EXPECT_EQ(ErrorOf([&] { fixed(1, 101, 1); }), kSubscriptOutOfRange);
+    cube.Set(1, 2, 3, QStringLiteral("x"));
+    EXPECT_EQ(cube(1, 2, 3), QStringLiteral("x"));
+    EXPECT_TRUE(cube(100, 100, 100).isEmpty());
+    EXPECT_EQ(ErrorOf([&] { cube(1, 101, 1); }), kSubscriptOutOfRange);
 }
 
 } // namespace

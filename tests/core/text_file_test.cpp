@@ -6,27 +6,31 @@
 
 namespace {
 
-TEST(DecodeText, ReadsUtf8WithAndWithoutByteOrderMark) {
-    EXPECT_EQ(DecodeText("\xC3\xA9"), QStringLiteral("é"));
-    EXPECT_EQ(DecodeText("\xEF\xBB\xBF\xC3\xA9"), QStringLiteral("é"));
+TEST(DecodeLine, ReadsUtf8) {
+    EXPECT_EQ(DecodeLine("\xC3\xA9"), QStringLiteral("é"));
 }
 
-TEST(DecodeText, ReadsInvalidUtf8AsWindows1252) {
-    EXPECT_EQ(DecodeText("\xE9 \x80\x92"), QString::fromUtf8("é €’"));
-    EXPECT_EQ(DecodeText("cut \xC3"), QString::fromUtf8("cut Ã"));
-    EXPECT_EQ(DecodeText(QByteArray("\xFF\x81", 2)), QString(QChar(0xFF)) + QChar(0x81));
+TEST(LineReader, SkipsAByteOrderMark) {
+    LineReader lines("\xEF\xBB\xBF\xC3\xA9\r\n", QString());
+    EXPECT_EQ(lines.Next(), "\xC3\xA9");
+}
+
+TEST(DecodeLine, ReadsInvalidUtf8AsWindows1252) {
+    EXPECT_EQ(DecodeLine("\xE9 \x80\x92"), QString::fromUtf8("é €’"));
+    EXPECT_EQ(DecodeLine("cut \xC3"), QString::fromUtf8("cut Ã"));
+    EXPECT_EQ(DecodeLine(QByteArray("\xFF\x81", 2)), QString(QChar(0xFF)) + QChar(0x81));
 }
 
 TEST(LineReader, CutsAtLfAndCrLf) {
-    LineReader lines(QStringLiteral("a\r\nb\n\nc"), QStringLiteral("p"));
-    EXPECT_EQ(lines.Next(), QStringLiteral("a"));
-    EXPECT_EQ(lines.Next(), QStringLiteral("b"));
-    EXPECT_EQ(lines.Next(), QString());
-    EXPECT_EQ(lines.Next(), QStringLiteral("c"));
+    LineReader lines("a\r\nb\n\nc", QStringLiteral("p"));
+    EXPECT_EQ(lines.Next(), "a");
+    EXPECT_EQ(lines.Next(), "b");
+    EXPECT_EQ(lines.Next(), "");
+    EXPECT_EQ(lines.Next(), "c");
 }
 
 TEST(LineReader, PastTheEndRaises62WithPathAndLine) {
-    LineReader lines(QStringLiteral("a\n"), QStringLiteral("/p/x.vtxpl"));
+    LineReader lines("a\n", QStringLiteral("/p/x.vtxpl"));
     lines.Next();
     try {
         lines.Next();
@@ -38,7 +42,7 @@ TEST(LineReader, PastTheEndRaises62WithPathAndLine) {
 }
 
 TEST(LineReader, AnEmptyFileHasNoLine) {
-    LineReader lines{QString(), QString()};
+    LineReader lines{QByteArray(), QString()};
     EXPECT_THROW(lines.Next(), RunTimeError);
 }
 

@@ -1,0 +1,51 @@
+// Measuring in turn and printing ratios.
+#include "bench.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+
+namespace {
+
+double Milliseconds(const Subject& subject) {
+    subject.before();
+    const auto start = std::chrono::steady_clock::now();
+    subject.work();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+} // namespace
+
+std::vector<Figure> RunInTurn(const std::vector<Subject>& subjects, int rounds) {
+    for (const Subject& subject : subjects) {
+        Milliseconds(subject);
+    }
+    std::vector<std::vector<double>> times(subjects.size());
+    std::vector<std::vector<double>> ratios(subjects.size());
+    for (int round = 0; round < rounds; ++round) {
+        for (std::size_t i = 0; i < subjects.size(); ++i) {
+            times[i].push_back(Milliseconds(subjects[i]));
+            ratios[i].push_back(times[i].back() / times[0].back());
+        }
+    }
+    std::vector<Figure> figures;
+    for (std::size_t i = 0; i < subjects.size(); ++i) {
+        figures.push_back({subjects[i].name, Median(times[i]), Median(ratios[i])});
+    }
+    return figures;
+}
+
+void PrintRow(const QString& title, const std::vector<Figure>& figures) {
+    std::printf("%s\n", qPrintable(title));
+    for (const Figure& figure : figures) {
+        std::printf("  %-44s %10.3f ms   x %.2f\n", qPrintable(figure.name), figure.milliseconds,
+                    figure.ratio);
+    }
+    std::fflush(stdout);
+}

@@ -1,0 +1,183 @@
+// Listing large folders: CreateList, QDir with QCollator, std::filesystem with ICU.
+#include "list_bench.h"
+
+#include "library/create_list.h"
+#include "platform/simulated/simulated_platform.h"
+#include "shell/form_main.h"
+
+#include <QCollator>
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+#include <QStringList>
+
+#include <unicode/ucol.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <random>
+#include <string>
+
+namespace {
+
+constexpr int kRounds = 7;
+constexpr unsigned kSeed = 41;
+
+const QStringList& Patterns() {
+    static const QStringList patterns =
+        QStringLiteral("*.mp3;*.wma;*.wav;*.vtxpl;*.avi;*.mpg;*.mp44;*.flac").split(u';');
+    return patterns;
+}
+
+// A folder as a library has it: names of several words, one in eight with accents.
+QString MakeFolder(const QString& scratch, int files) {
+    static const QStringList words =
+        QStringLiteral("Love Night Blue Road Moon Dance Fire Rain Street River Été Noël Garçon Ça")
+            .split(u' ');
+    constexpr int kPlainWords = 10;
+    QString folder = scratch + QStringLiteral("/music%1").arg(files);
+    QDir().mkpath(folder);
+    std::mt19937 random(kSeed);
+    for (int i = 0; i < files; ++i) {
+        const auto accented = random() % 8 == 0;
+        QString name;
+        for (int word = 0; word < 3; ++word) {
+            name += words[static_cast<int>(random() % kPlainWords) + (accented && word == 1 ? 4 : 0)] + u' ';
+        }
+        QFile file(folder + u'/' + name + QString::number(i) +
+                   (i % 5 == 0 ? QStringLiteral(".flac") : QStringLiteral(".mp3")));
+        file.open(QIODevice::WriteOnly);
+    }
+    return folder;
+}
+
+// The line of an entry in the order "alpha".
+QString LineOf(const QString& folder, const QString& name, bool isFolder) {
+    const QString path = folder + u'/' + name;
+    return (isFolder ? path : name) + (isFolder ? QStringLiteral("|dir|") : QStringLiteral("|file|")) + path +
+           u'|' + name;
+}
+
+QCollator RootCollator() {
+    // In the C locale QCollator compares numbers of characters; English has the root's order.
+    QCollator collator(QLocale(QLocale::English, QLocale::UnitedStates));
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    return collator;
+}
+
+QStringList QDirLines(const QString& folder) {
+    QStringList lines;
+    const auto filters = QDir::Files | QDir::AllDirs | QDir::NoDotAndDotDot;
+    for (const QFileInfo& entry : QDir(folder).entryInfoList(Patterns(), filters, QDir::NoSort)) {
+        lines += LineOf(folder, entry.fileName(), entry.isDir());
+    }
+    return lines;
+}
+
+qsizetype ByCompare(const QString& folder) {
+    QStringList lines = QDirLines(folder);
+    const QCollator collator = RootCollator();
+    std::sort(lines.begin(), lines.end(),
+              [&](const QString& a, const QString& b) { return collator.compare(a, b) < 0; });
+    return lines.size();
+}
+
+qsizetype BySortKeys(const QString& folder) {
+    const QCollator collator = RootCollator();
+    std::vector<std::pair<QCollatorSortKey, QString>> lines;
+    for (const QString& line : QDirLines(folder)) {
+        lines.emplace_back(collator.sortKey(line), line);
+    }
+    std::sort(lines.begin(), lines.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    return static_cast<qsizetype>(lines.size());
+}
+
+// The names alone, which is less than what has to be sorted.
+qsizetype NamesByCompare(const QString& folder) {
+    QStringList names = QDir(folder).entryList(Patterns(), QDir::Files, QDir::NoSort);
+    const QCollator collator = RootCollator();
+    std::sort(names.begin(), names.end(),
+              [&](const QString& a, const QString& b) { return collator.compare(a, b) < 0; });
+    return names.size();
+}
+
+bool EndsAsMusic(std::string name) {
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](unsigned char c) { return c < 0x80 ? std::tolower(c) : c; });
+    return std::any_of(Patterns().begin(), Patterns().end(),
+                       [&](const QString& pattern) { return name.ends_with(pattern.mid(1).toStdString()); });
+}
+
+qsizetype ByFilesystem(const QString& folder) {
+    std::vector<std::string> lines;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.toStdString())) {
+        const std::string name = entry.path().filename().string();
+        if (entry.is_directory() || EndsAsMusic(name)) {
+            const std::string path = entry.path().string();
+            lines.push_back((entry.is_directory() ? path + "|dir|" : name + "|file|") + path + '|' + name);
+        }
+    }
+    UErrorCode error = U_ZERO_ERROR;
+    const std::unique_ptr<UCollator, void (*)(UCollator*)> collator(ucol_open("", &error), ucol_close);
+    ucol_setStrength(collator.get(), UCOL_SECONDARY);
+    std::sort(lines.begin(), lines.end(), [&](const std::string& a, const std::string& b) {
+        return ucol_strcollUTF8(collator.get(), a.data(), static_cast<int>(a.size()), b.data(),
+                                static_cast<int>(b.size()), &error) == UCOL_LESS;
+    });
+    return static_cast<qsizetype>(lines.size());
+}
+
+void WriteSettings(const QString& scratch, const QString& folder, const QStringList& names) {
+    QFile order(scratch + QStringLiteral("/pathconfig.ini"));
+    order.open(QIODevice::WriteOnly);
+    order.write("[" + folder.toUtf8() + "]\r\nOrder=playcount\r\n");
+    QFile stats(scratch + QStringLiteral("/stats.ini"));
+    stats.open(QIODevice::WriteOnly);
+    stats.write("[PayingCount]\r\n");
+    for (const QString& name : names) {
+        stats.write(name.toUtf8() + "=" + QByteArray::number(name.size()) + "\r\n");
+    }
+}
+
+BenchRow Row(const QString& subject, int files, const std::function<void()>& work) {
+    return {QStringLiteral("%1 files: %2").arg(files).arg(subject), FastestRun(kRounds, work)};
+}
+
+// Opening a folder as a patron does: both lists are pointed at it, then it is listed.
+void OpenFolder(Form_Main& form, const QString& folder) {
+    PointDir1(form, folder);
+    PointFile1(form, folder);
+    CreateList(form);
+}
+
+void BenchFolder(const QString& scratch, int files, std::vector<BenchRow>& rows) {
+    const QString folder = MakeFolder(scratch, files);
+    SimulatedPlatform platform;
+    Form_Main form(platform.ports());
+    form.AppFolder = scratch;
+    form.DefaultOrder = QStringLiteral("alpha");
+    OpenFolder(form, folder);
+    rows.push_back(Row(QStringLiteral("CreateList, alpha"), files, [&] { CreateList(form); }));
+    rows.push_back(Row(QStringLiteral("QDir and QCollator, whole lines"), files, [&] { ByCompare(folder); }));
+    rows.push_back(Row(QStringLiteral("QDir and QCollator, sort keys"), files, [&] { BySortKeys(folder); }));
+    rows.push_back(
+        Row(QStringLiteral("QDir and QCollator, names alone"), files, [&] { NamesByCompare(folder); }));
+    rows.push_back(
+        Row(QStringLiteral("std::filesystem and ICU, whole lines"), files, [&] { ByFilesystem(folder); }));
+    rows.push_back(
+        Row(QStringLiteral("opening the folder, alpha"), files, [&] { OpenFolder(form, folder); }));
+    WriteSettings(scratch, folder, form.File1.List);
+    CreateList(form);
+    rows.push_back(Row(QStringLiteral("CreateList, playcount"), files, [&] { CreateList(form); }));
+}
+
+} // namespace
+
+std::vector<BenchRow> ListBench(const QString& scratch) {
+    std::vector<BenchRow> rows;
+    BenchFolder(scratch, 10'000, rows);
+    BenchFolder(scratch, 30'000, rows);
+    QDir(scratch).removeRecursively();
+    return rows;
+}

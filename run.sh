@@ -1,0 +1,96 @@
+#!/bin/bash
+# Installs what is missing, builds the jukebox and opens it on a music folder.
+# Usage: run.sh [MUSIC_FOLDER]     without one: the demo library
+set -euo pipefail
+
+if [ $# -gt 1 ] || [[ ${1:-} == -* ]]; then
+    echo "Usage: run.sh [MUSIC_FOLDER]" >&2
+    echo "Builds Vantorix Jukebox and opens it on the folder; without one on the demo library." >&2
+    exit 2
+fi
+here=$(cd -- "$(dirname -- "$0")" && pwd)
+music=$(realpath -m -- "${1:-$here/demo}")
+if [ ! -d "$music" ]; then
+    echo "run.sh: there is no folder \"$music\"" >&2
+    exit 2
+fi
+cd -- "$here"
+
+has_display() {
+    [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ] || [ -n "${QT_QPA_PLATFORM:-}" ]
+}
+
+if has_display; then
+    tools/install_packages.sh build run
+else
+    tools/install_packages.sh build run view
+fi
+tools/build.sh release build vantorix vantorix-console
+tools/make_home.sh home build/home "$music"
+
+screen=
+end_screen() {
+    if [ -n "$screen" ]; then
+        kill "$screen" 2>/dev/null || true
+        wait "$screen" 2>/dev/null || true
+        rm -f build/display-number
+    fi
+}
+trap end_screen EXIT
+
+# A session of its own keeps the keys of the terminal (Ctrl-C) away from the virtual screen and the jukebox: both end in
+# their order.
+start_screen() {
+    : >build/display-number
+    setsid Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp -noreset 3>build/display-number >build/xvfb.log 2>&1 &
+    screen=$!
+    for ((turn = 0; turn < 500; ++turn)); do
+        if [ -s build/display-number ]; then
+            DISPLAY=:$(<build/display-number)
+            export DISPLAY
+            return
+        fi
+        kill -0 "$screen" 2>/dev/null || break
+        sleep 0.02
+    done
+    echo "run.sh: the virtual screen did not start:" >&2
+    tail -n 5 build/xvfb.log >&2
+    exit 1
+}
+
+tell_screen() {
+    cat <<WORDS
+There is no display here: the jukebox runs on a virtual screen, $DISPLAY, 1920x1080.
+  Look at it:    DISPLAY=$DISPLAY import -window root look.png
+  Press a key:   DISPLAY=$DISPLAY xdotool key Down
+  The same jukebox without any screen, driven by text:
+                 printf 'key 40\nframe look.png\n' | build/vantorix-console --home build/home
+Ctrl-C ends it.
+WORDS
+}
+
+if ! has_display; then
+    start_screen
+    tell_screen
+fi
+
+setsid build/vantorix --home build/home &
+jukebox=$!
+interrupted=0
+forward() {
+    interrupted=1
+    kill -s "$1" "$jukebox" 2>/dev/null || true
+}
+for signal in TERM INT HUP; do
+    # shellcheck disable=SC2064
+    trap "forward $signal" "$signal"
+done
+
+# A signal ends the wait early; the jukebox's own code comes with the wait that is not disturbed.
+code=0
+while :; do
+    interrupted=0
+    wait "$jukebox" && code=0 || code=$?
+    [ "$interrupted" -eq 0 ] && break
+done
+exit "$code"

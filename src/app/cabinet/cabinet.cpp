@@ -1,0 +1,209 @@
+// The real ports wired into the form, and the life of the program.
+#include "app/cabinet/cabinet.h"
+
+#include "app/cabinet/app_folder.h"
+#include "app/cabinet/command_line.h"
+#include "app/cabinet/environment.h"
+#include "core/path_text.h"
+#include "core/run_time_error.h"
+#include "platform/gstreamer/audio_library.h"
+#include "platform/gstreamer/media_graph.h"
+#include "platform/posix/dlopened_zlib.h"
+#include "platform/posix/posix_files.h"
+#include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_display.h"
+#include "platform/qt/qt_event_pump.h"
+#include "platform/qt/qt_fonts.h"
+#include "platform/qt/qt_message_box.h"
+#include "platform/qt/qt_windows.h"
+#include "platform/qt/screens.h"
+#include "platform/qt/system_clock.h"
+#include "platform/qt/x11_screen.h"
+#include "platform/serial/qserialport_line.h"
+#include "shell/form_main.h"
+#include "shell/handle_event.h"
+#include "shell/log.h"
+#include "shell/start_up.h"
+
+#include <cstdio>
+#include <memory>
+#include <new>
+
+#ifndef VANTORIX_SHARE_FOLDER
+#define VANTORIX_SHARE_FOLDER "/usr/share/vantorix"
+#endif
+
+namespace {
+
+constexpr int kEndedByError = 1;
+constexpr int kWrongCommandLine = 2;
+// Milliseconds for which the page about a stop stays.
+constexpr int kStopPage = 15'000;
+
+QString OneLine(QString text) {
+    return text.replace(u'\r', u' ').replace(u'\n', u' ');
+}
+
+void TellStandardError(const QString& line) {
+    std::fprintf(stderr, "vantorix: %s\n", BytesOfPath(OneLine(line)).constData());
+}
+
+QString WordsOf(const RunTimeError& error) {
+    const QString words = QStringLiteral("%1 (%2)").arg(error.number).arg(RunTimeErrorText(error.number));
+    return error.detail.isEmpty() ? words : words + QStringLiteral(": ") + error.detail;
+}
+
+// Members are made in this order and go in the opposite one: the form before the ports it holds, the windows
+// before the connection to the X server.
+class Cabinet {
+public:
+    Cabinet(const QString& appFolder, const std::map<int, QString>& serialDevices);
+
+    // From start-up to the exit code.
+    int Live();
+
+private:
+    Ports AllPorts();
+    void Start();
+    int TellStop(const ProgramStop& stop);
+    // Writes a line to the log if that is possible.
+    void Log(const QString& text);
+
+    PosixFiles files_;
+    DlopenedZlib zlib_;
+    SystemClock clock_;
+    std::unique_ptr<X11Screen> x11_;
+    QtEventPump pump_;
+    QtWindows windows_;
+    QtDisplay display_;
+    QtFonts fonts_;
+    QtMessageBox messageBox_;
+    QtDialogs dialogs_;
+    QSerialPortLine serialPort_;
+    GstAudioLibrary audio_;
+    GstMediaGraphs graphs_;
+    Form_Main form_;
+};
+
+Cabinet::Cabinet(const QString& appFolder, const std::map<int, QString>& serialDevices)
+    : x11_(WindowSystem() == u"xcb" ? X11Screen::Open() : nullptr), windows_(pump_, x11_.get()),
+      display_(x11_.get(), [this](const QString& text) { Log(text); }), fonts_(files_),
+      messageBox_(windows_, pump_),
+      serialPort_(serialDevices, appFolder, [this](const QString& text) { Log(text); }), form_(AllPorts()) {
+    form_.AppFolder = appFolder;
+    pump_.SetIntervals(form_.Timer1.Interval, form_.tmrSpectrum.Interval);
+    pump_.SetSpectrumWanted([this] { return form_.tmrSpectrum.Enabled; });
+    pump_.SetSink([this](const InputEvent& event) {
+        if (const std::optional<RunTimeError> error = HandleEvent(form_, event)) {
+            TellStandardError(QStringLiteral("run-time error ") + WordsOf(*error));
+            Log(QStringLiteral(" : Erreur ") + WordsOf(*error));
+        }
+    });
+}
+
+Ports Cabinet::AllPorts() {
+    return {.audio = audio_,
+            .graphs = graphs_,
+            .MSComm1 = serialPort_,
+            .display = display_,
+            .windows = windows_,
+            .fonts = fonts_,
+            .clock = clock_,
+            .pump = pump_,
+            .dialogs = dialogs_,
+            .messageBox = messageBox_,
+            .files = files_,
+            .zlib = zlib_};
+}
+
+void Cabinet::Log(const QString& text) {
+    PassOver([&] { WriteLog(form_, OneLine(text)); });
+}
+
+void Cabinet::Start() {
+    Form_Load(form_);
+    const WindowPlace& place = form_.MainWindow;
+    windows_.ShowMainWindow(QRect(place.Left, place.Top, place.Width, place.Height));
+}
+
+int Cabinet::Live() {
+    try {
+        Start();
+        pump_.Run();
+    } catch (const ProgramEnd& end) {
+        return end.exitCode;
+    } catch (const ProgramStop& stop) {
+        return TellStop(stop);
+    } catch (const RunTimeError& error) {
+        return TellStop(ProgramStop(error, QStringLiteral("vantorix")));
+    } catch (const std::bad_alloc&) {
+        return TellStop(ProgramStop(RunTimeError(kOutOfMemory, QString()), QStringLiteral("vantorix")));
+    }
+}
+
+// The stop is told everywhere an operator may look, and never keeps the program from ending.
+int Cabinet::TellStop(const ProgramStop& stop) {
+    const QString words = WordsOf(stop.error);
+    TellStandardError(QStringLiteral("%1 stopped by run-time error %2").arg(stop.routine, words));
+    Log(QStringLiteral(" : Arrêt de %1 : erreur %2").arg(stop.routine, words));
+    const QString error =
+        QStringLiteral("Error %1: %2").arg(stop.error.number).arg(RunTimeErrorText(stop.error.number));
+    messageBox_.ShowPage(
+        QStringLiteral("The jukebox has stopped"),
+        {error, QStringLiteral("%1: %2").arg(stop.routine, OneLine(stop.error.detail)),
+         QStringLiteral(
+             "What to do: put right what is named above, then start the jukebox again. The themes and the "
+             "config.ini that were delivered with it are known to work."),
+         QStringLiteral("What it did before stands in %1/vantorix.log").arg(form_.AppFolder)},
+        QStringLiteral("Any key closes this page. It closes by itself after 15 seconds."), kStopPage);
+    return kEndedByError;
+}
+
+QString ProgramFolder(Files& files) {
+    const QString program = files.RealPath(QStringLiteral("/proc/self/exe"));
+    return program.left(program.lastIndexOf(u'/'));
+}
+
+AppFolderResult FindFolder(const CommandLine& line) {
+    PosixFiles files;
+    return FindAppFolder(files, {.home = line.home,
+                                 .programFolder = ProgramFolder(files),
+                                 .dataHome = TextOfPath(qgetenv("XDG_DATA_HOME")),
+                                 .userHome = TextOfPath(qgetenv("HOME")),
+                                 .shareFolder = QStringLiteral(VANTORIX_SHARE_FOLDER)});
+}
+
+int RunParsed(const CommandLine& line, char** argv) {
+    PinEnvironment();
+    const AppFolderResult found = FindFolder(line);
+    const QString missing = found.error.isEmpty() ? MissingDisplay() : found.error;
+    if (!missing.isEmpty()) {
+        TellStandardError(missing);
+        return !found.error.isEmpty() && line.home ? kWrongCommandLine : kEndedByError;
+    }
+    return RunWithToolkit(argv, [&] { return Cabinet(found.folder, line.serialDevices).Live(); });
+}
+
+} // namespace
+
+int RunCabinet(int argc, char** argv) {
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments.append(TextOfPath(argv[i]));
+    }
+    const CommandLine line = ParseCommandLine(arguments);
+    if (!line.error.isEmpty()) {
+        TellStandardError(line.error + QStringLiteral("; see vantorix --help"));
+        return kWrongCommandLine;
+    }
+    if (line.showHelp) {
+        std::fputs(HelpText().toLatin1().constData(), stdout);
+        return 0;
+    }
+    if (line.showVersion) {
+        std::printf("vantorix %d.%d.%d\n", VANTORIX_VERSION_MAJOR, VANTORIX_VERSION_MINOR,
+                    VANTORIX_VERSION_PATCH);
+        return 0;
+    }
+    return RunParsed(line, argv);
+}

@@ -1,0 +1,86 @@
+// Reading the command line.
+#include "app/cabinet/command_line.h"
+
+#include <limits>
+
+namespace {
+
+constexpr int kLargestPort = std::numeric_limits<std::int16_t>::max();
+
+bool TakeHome(CommandLine& line, const QString& value) {
+    if (value.isEmpty()) {
+        line.error = QStringLiteral("--home needs a folder");
+        return false;
+    }
+    line.home = value;
+    return true;
+}
+
+bool TakeSerial(CommandLine& line, const QString& value) {
+    const qsizetype equals = value.indexOf(u'=');
+    bool isNumber = false;
+    const int number = value.left(equals < 0 ? 0 : equals).toInt(&isNumber);
+    if (!isNumber || number < 1 || number > kLargestPort || equals + 1 == value.size()) {
+        line.error =
+            QStringLiteral("--serial needs a port number and a device, like 1=/dev/ttyUSB0, not \"%1\"")
+                .arg(value);
+        return false;
+    }
+    line.serialDevices[number] = value.mid(equals + 1);
+    return true;
+}
+
+bool TakeValue(CommandLine& line, const QString& option, const QString& value) {
+    return option == u"--home" ? TakeHome(line, value) : TakeSerial(line, value);
+}
+
+// An option with its value in the next argument, or behind "=" in the same one.
+bool TakeOption(CommandLine& line, const QStringList& arguments, qsizetype& at) {
+    const QString& argument = arguments[at];
+    for (const QString& option : {QStringLiteral("--home"), QStringLiteral("--serial")}) {
+        if (argument == option && at + 1 == arguments.size()) {
+            line.error = QStringLiteral("%1 needs a value").arg(option);
+            return false;
+        }
+        if (argument == option) {
+            return TakeValue(line, option, arguments[++at]);
+        }
+        if (argument.startsWith(option + u'=')) {
+            return TakeValue(line, option, argument.mid(option.size() + 1));
+        }
+    }
+    line.error = QStringLiteral("unknown argument \"%1\"").arg(argument);
+    return false;
+}
+
+} // namespace
+
+CommandLine ParseCommandLine(const QStringList& arguments) {
+    CommandLine line;
+    for (qsizetype at = 0; at < arguments.size(); ++at) {
+        if (arguments[at] == u"--help" || arguments[at] == u"-h") {
+            line.showHelp = true;
+        } else if (arguments[at] == u"--version") {
+            line.showVersion = true;
+        } else if (!TakeOption(line, arguments, at)) {
+            return line;
+        }
+    }
+    return line;
+}
+
+QString HelpText() {
+    return QStringLiteral(
+        "Usage: vantorix [--home DIR] [--serial N=DEVICE]...\n"
+        "A full-screen jukebox for music and video.\n"
+        "\n"
+        "  --home DIR         the application folder: config.ini, themes, playlists, the log, the counts.\n"
+        "                     Without it: the program's folder if config.ini or themes lies there, else\n"
+        "                     $XDG_DATA_HOME/vantorix (~/.local/share/vantorix), filled at the first start.\n"
+        "  --serial N=DEVICE  the device of serial port N. Without it: a file or link COMN in the\n"
+        "                     application folder, else /dev/ttyS(N-1).\n"
+        "  --help             this text\n"
+        "  --version          the version\n"
+        "\n"
+        "Exit code: 0 ended on request, 1 stopped by an error, 2 wrong command line.\n");
+}

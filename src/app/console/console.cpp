@@ -1,0 +1,108 @@
+// Running a session: start-up, commands in turn, kept commands where events are let through, the end.
+#include "app/console/console.h"
+
+#include "app/console/commands.h"
+#include "core/run_time_error.h"
+#include "platform/simulated/simulated_platform.h"
+#include "shell/form_main.h"
+#include "shell/start_up.h"
+
+#include <cstdio>
+#include <new>
+#include <utility>
+
+namespace {
+
+constexpr int kStopped = 1;
+constexpr int kHung = 3;
+
+void WriteAnswer(const JsonObject& answer) {
+    const QByteArray line = answer.Text() + '\n';
+    std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stdout);
+    std::fflush(stdout);
+}
+
+// Answers the command that is being carried out. When the dialog that it opened has answered it, an error
+// that came after the dialog can only be told beside the answers.
+void Answer(Console& console, JsonObject answer) {
+    if (console.answering.answered) {
+        if (answer.Has(QStringLiteral("error"))) {
+            std::fprintf(stderr, "vantorix-console: after the dialog: %s\n", answer.Text().constData());
+        }
+        return;
+    }
+    if (console.answering.later) {
+        answer.AddSecond(QStringLiteral("later"), true);
+    }
+    WriteAnswer(answer);
+    console.answering.answered = true;
+}
+
+void CarryOut(Console& console, const Command& command, bool later) {
+    const Answering outer = std::exchange(console.answering, Answering{later, false});
+    Answer(console, command(console));
+    console.answering = outer;
+}
+
+// One point at which a handler lets pending events run: the oldest kept command.
+bool RunKept(Console& console) {
+    if (console.kept.empty() || console.depth >= Console::kDeepest) {
+        return false;
+    }
+    const Command command = std::move(console.kept.front());
+    console.kept.pop_front();
+    ++console.depth;
+    CarryOut(console, command, true);
+    --console.depth;
+    return true;
+}
+
+// A modal dialog. The command that opened it is answered with its name. No dialog is built into the console:
+// each closes at once, as a cancelled one does. One with controls would read commands here until one of them
+// closes it, and leave `answered` false, so that the end of the opener's handler answers that last command.
+void ShowModal(Console& console, const QString& dialog) {
+    Answer(console, JsonObject().Add(QStringLiteral("ok"), true).Add(QStringLiteral("dialog"), dialog));
+}
+
+void ReadCommands(Console& console) {
+    while (const std::optional<InputLine> line = console.input.Next()) {
+        if (line->fault.isEmpty() && IsNoCommand(line->text)) {
+            continue;
+        }
+        const ParsedCommand parsed =
+            line->fault.isEmpty() ? ParseCommand(line->text) : ParsedCommand{Command(), line->fault};
+        CarryOut(console, parsed.command ? parsed.command : Refuse(parsed.reason), false);
+    }
+}
+
+void Run(Console& console) {
+    console.platform.pump.runPending = [&console] { return RunKept(console); };
+    console.platform.dialogs.showModal = [&console](const QString& dialog) { ShowModal(console, dialog); };
+    Form_Load(console.form);
+    WriteAnswer(JsonObject().Add(QStringLiteral("ready"), true));
+    ReadCommands(console);
+}
+
+int Exit(int code, const QString& name, const JsonObject& value) {
+    WriteAnswer(JsonObject().Add(QStringLiteral("exit"), code).Add(name, value));
+    return code;
+}
+
+} // namespace
+
+int RunConsole(Console& console) {
+    try {
+        Run(console);
+        return 0;
+    } catch (const ProgramEnd& end) {
+        WriteAnswer(JsonObject().Add(QStringLiteral("exit"), end.exitCode));
+        return end.exitCode;
+    } catch (const ProgramStop& stop) {
+        return Exit(kStopped, QStringLiteral("error"), ErrorObject(stop.error));
+    } catch (const std::bad_alloc&) {
+        return Exit(kStopped, QStringLiteral("error"), ErrorObject(RunTimeError(kOutOfMemory, QString())));
+    } catch (const SimulatedHang& hang) {
+        WriteAnswer(JsonObject().Add(QStringLiteral("exit"), kHung).Add(QStringLiteral("hung"), hang.wait));
+        return kHung;
+    }
+}

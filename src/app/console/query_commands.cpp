@@ -1,0 +1,185 @@
+// Looking at the jukebox.
+#include "app/console/query_commands.h"
+
+#include "app/console/state_names.h"
+#include "imaging/c32bppdib.h"
+#include "platform/event_pump.h"
+#include "platform/simulated/simulated_platform.h"
+#include "shell/form_main.h"
+
+#include <QBuffer>
+#include <QCryptographicHash>
+
+#include <vector>
+
+namespace {
+
+JsonObject Ok() {
+    return JsonObject().Add(QStringLiteral("ok"), true);
+}
+
+ParsedCommand Bad(const QString& reason) {
+    return {Command(), reason};
+}
+
+// A picture that is loaded for a look lets no events through.
+class IdlePump : public EventPump {
+public:
+    void DoEvents() override {}
+    void Wait(double /*milliseconds*/) override {}
+};
+
+struct SurfaceRow {
+    const char* name;
+    Surface RenderingState::*surface;
+};
+
+using R = RenderingState;
+
+// clang-format off
+constexpr SurfaceRow kSurfaces[] = {
+    {"Picture_Main",            &R::Picture_Main},
+    {"Picture_MainVideo",       &R::Picture_MainVideo},
+    {"Picture_Video",           &R::Picture_Video},
+    {"Picture_Cache",           &R::Picture_Cache},
+    {"Picture_CacheHilight",    &R::Picture_CacheHilight},
+    {"Picture_CacheTmp",        &R::Picture_CacheTmp},
+    {"Picture_CacheTmp2",       &R::Picture_CacheTmp2},
+    {"Picture_Playlist",        &R::Picture_Playlist},
+    {"Picture_PlaylistHilight", &R::Picture_PlaylistHilight},
+    {"Picture_PlaylistTmp",     &R::Picture_PlaylistTmp},
+    {"Picture_Command",         &R::Picture_Command},
+    {"Picture_CommandHilight",  &R::Picture_CommandHilight},
+    {"Picture_TmpCover",        &R::Picture_TmpCover},
+};
+// clang-format on
+
+Surface RenderingState::*FindSurface(const QString& name) {
+    for (const SurfaceRow& row : kSurfaces) {
+        if (name == QLatin1String(row.name)) {
+            return row.surface;
+        }
+    }
+    return nullptr;
+}
+
+JsonObject WritePng(Console& console, const QImage& picture, const QString& file) {
+    if (picture.isNull()) {
+        return RefusalObject(QStringLiteral("the picture is empty"));
+    }
+    QBuffer png;
+    png.open(QIODevice::WriteOnly);
+    const bool written =
+        picture.save(&png, "PNG") && console.platform.realFiles.Write(file, png.data(), false);
+    return written ? Ok() : RefusalObject(QStringLiteral("cannot be written: ") + file);
+}
+
+ParsedCommand WriteSurface(Surface RenderingState::*surface, const QString& file) {
+    const auto run = [surface, file](Console& console) {
+        return WritePng(console, (console.form.*surface).picture, file);
+    };
+    return {run, QString()};
+}
+
+JsonObject ShowImage(Console& console, const QString& file, bool withZlib) {
+    IdlePump pump;
+    NoZlib noZlib;
+    ZlibLibrary& realZlib = console.platform.zlib;
+    const PicturePorts ports{console.platform.files, withZlib ? realZlib : noZlib, pump};
+    c32bppDIB picture;
+    const bool loaded = picture.LoadPicture_File(ports, file);
+    const auto bytes = static_cast<qsizetype>(picture.ScanWidth()) * picture.Height();
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    if (picture.Handle() != 0) {
+        hash.addData(QByteArrayView(picture.BitsPointer(), bytes));
+    }
+    return Ok()
+        .Add(QStringLiteral("loaded"), loaded)
+        .Add(QStringLiteral("Width"), picture.Width())
+        .Add(QStringLiteral("Height"), picture.Height())
+        .Add(QStringLiteral("alpha"), picture.alpha)
+        .Add(QStringLiteral("ImageType"), picture.ImageType)
+        .Add(QStringLiteral("sha256"), QString::fromLatin1(hash.result().toHex()));
+}
+
+} // namespace
+
+ParsedCommand ParseState(const QStringList& words) {
+    std::vector<const StateName*> rows;
+    for (const QString& name : words.mid(1)) {
+        const StateName* row = FindStateName(name);
+        if (row == nullptr) {
+            return Bad(QStringLiteral("unknown name: ") + name);
+        }
+        rows.push_back(row);
+    }
+    if (rows.empty()) {
+        for (const StateName& row : StateNames()) {
+            rows.push_back(&row);
+        }
+    }
+    const auto run = [rows](Console& console) {
+        JsonObject state;
+        for (const StateName* row : rows) {
+            state.Add(QString::fromLatin1(row->name), row->read(console.form));
+        }
+        return Ok().Add(QStringLiteral("state"), state);
+    };
+    return {run, QString()};
+}
+
+ParsedCommand ParseCalls(const QStringList& words) {
+    if (words.size() != 1) {
+        return Bad(QStringLiteral("calls takes nothing"));
+    }
+    const auto run = [](Console& console) {
+        CallRecord& record = console.platform.calls;
+        QJsonArray calls;
+        for (const QJsonArray& entry : record.Entries()) {
+            calls.append(entry);
+        }
+        JsonObject answer = Ok().Add(QStringLiteral("calls"), calls);
+        if (record.Dropped() > 0) {
+            answer.Add(QStringLiteral("dropped"), CallNumber(record.Dropped()));
+        }
+        record.Clear();
+        return answer;
+    };
+    return {run, QString()};
+}
+
+ParsedCommand ParseFrame(const QString& rest) {
+    const QString file = rest.trimmed();
+    return file.isEmpty() ? Bad(QStringLiteral("frame takes a file")) : WriteSurface(&R::Picture_Main, file);
+}
+
+ParsedCommand ParseSurface(const QString& rest) {
+    const QString words = rest.trimmed();
+    const qsizetype blank = words.indexOf(u' ');
+    const QString name = words.left(blank);
+    const QString file = blank < 0 ? QString() : words.mid(blank).trimmed();
+    Surface RenderingState::*surface = FindSurface(name);
+    if (file.isEmpty()) {
+        return Bad(QStringLiteral("surface takes a name and a file"));
+    }
+    return surface == nullptr ? Bad(QStringLiteral("unknown surface: ") + name) : WriteSurface(surface, file);
+}
+
+ParsedCommand ParseImage(const QString& rest) {
+    const QString words = rest.trimmed();
+    const bool withZlib = !words.endsWith(QStringLiteral(" no-zlib"));
+    const QString file = withZlib ? words : words.chopped(8).trimmed();
+    if (file.isEmpty()) {
+        return Bad(QStringLiteral("image takes a file, and no-zlib or nothing"));
+    }
+    return {[file, withZlib](Console& console) { return ShowImage(console, file, withZlib); }, QString()};
+}
+
+ParsedCommand ParseTags(const QString& rest) {
+    return Bad(rest.trimmed().isEmpty() ? QStringLiteral("tags takes a file")
+                                        : QStringLiteral("tags cannot be read yet"));
+}
+
+JsonObject RefusalObject(const QString& reason) {
+    return JsonObject().Add(QStringLiteral("ok"), false).Add(QStringLiteral("reason"), reason);
+}

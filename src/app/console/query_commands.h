@@ -1,0 +1,17 @@
+// The commands that look at the jukebox and change nothing: its variables, calls, pictures.
+#pragma once
+
+#include "app/console/commands.h"
+
+#include <QString>
+#include <QStringList>
+
+ParsedCommand ParseState(const QStringList& words);
+ParsedCommand ParseCalls(const QStringList& words);
+ParsedCommand ParseFrame(const QString& rest);
+ParsedCommand ParseSurface(const QString& rest);
+ParsedCommand ParseImage(const QString& rest);
+ParsedCommand ParseTags(const QString& rest);
+
+// The answer to a command that was not carried out.
+JsonObject RefusalObject(const QString& reason);

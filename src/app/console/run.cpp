@@ -1,0 +1,56 @@
+// From the command line to a session.
+#include "app/console/run.h"
+
+#include "app/console/console.h"
+#include "app/console/options.h"
+#include "app/console/surroundings.h"
+#include "core/path_text.h"
+#include "shell/form_main.h"
+
+#include <cstdio>
+#include <vector>
+
+#include <unistd.h>
+
+namespace {
+
+constexpr int kWrongCommandLine = 2;
+
+void WriteError(const QString& text) {
+    const QByteArray bytes = BytesOfPath(text);
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
+}
+
+int RefuseCommandLine(const QString& reason) {
+    WriteError(QStringLiteral("vantorix-console: ") + reason + u'\n' + Usage());
+    return kWrongCommandLine;
+}
+
+int RunSession(const ConsoleOptions& options) {
+    SimulatedPlatform platform(options.simulation);
+    if (!platform.realFiles.IsFolder(options.home)) {
+        return RefuseCommandLine(QStringLiteral("--home: no such folder: ") + options.home);
+    }
+    Form_Main form(platform.ports());
+    form.AppFolder = options.home;
+    CommandReader input(STDIN_FILENO);
+    Console console{platform, form, input, {}, 0, {}};
+    return RunConsole(console);
+}
+
+} // namespace
+
+int RunConsoleProgram(int argc, char** argv) {
+    const std::vector<QByteArray> arguments(argv + 1, argv + argc);
+    const std::variant<ConsoleOptions, QString> parsed = ParseOptions(arguments);
+    if (const QString* reason = std::get_if<QString>(&parsed)) {
+        return RefuseCommandLine(*reason);
+    }
+    const ConsoleOptions& options = std::get<ConsoleOptions>(parsed);
+    for (const QString& operation : options.unknownOperations) {
+        WriteError(QStringLiteral("vantorix-console: --fail: no operation of this name can fail: ") +
+                   operation + u'\n');
+    }
+    const Surroundings surroundings;
+    return RunSession(options);
+}

@@ -1,0 +1,6 @@
+// The jukebox of the cabinet.
+#include "app/cabinet/cabinet.h"
+
+int main(int argc, char** argv) {
+    return RunCabinet(argc, argv);
+}

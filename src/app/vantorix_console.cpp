@@ -1,0 +1,6 @@
+// The console program.
+#include "app/console/run.h"
+
+int main(int argc, char** argv) {
+    return RunConsoleProgram(argc, argv);
+}

@@ -1,0 +1,106 @@
+// The image object: any picture file as one buffer of 32-bit premultiplied pixels, drawn scaled and blended.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <span>
+
+struct EventPump;
+struct Files;
+struct PictureDrawing;
+struct ZlibLibrary;
+struct Surface;
+
+// What loading a picture needs from the platform.
+struct PicturePorts {
+    Files& files;
+    ZlibLibrary& zlib;
+    EventPump& pump;
+};
+
+// The bytes of a picture file. Nothing when it is missing, shorter than 57 bytes or longer than 256 MiB.
+std::optional<QByteArray> ReadPictureFile(const PicturePorts& ports, const QString& FileName);
+
+// Source kinds of a loaded picture.
+enum ImageKind : int { kImageNone = 0, kImageBitmap = 1, kImageGif = 9, kImagePng = 10, kImageIcon = 11 };
+
+class c32bppDIB {
+public:
+    c32bppDIB();
+    ~c32bppDIB();
+    // The object moved from is empty.
+    c32bppDIB(c32bppDIB&& other) noexcept;
+    c32bppDIB& operator=(c32bppDIB&& other) noexcept;
+    c32bppDIB(const c32bppDIB&) = delete;
+    c32bppDIB& operator=(const c32bppDIB&) = delete;
+
+    // Loads a file of any supported kind, told by its content alone. False, and an empty object, when it is
+    // missing, shorter than 57 bytes, larger than 256 MiB or not decodable; no error is raised. Lets pending
+    // events run once when there was a file to try.
+    bool LoadPicture_File(const PicturePorts& ports, const QString& FileName, int iconCx = 0, int iconCy = 0,
+                          bool SaveFormat = false);
+    // The same from `streamLength` bytes at `streamStart`; a length of 0 means to the end. No file is read
+    // and no event runs.
+    bool LoadPicture_Stream(const PicturePorts& ports, std::span<const std::uint8_t> inStream, int iconCx = 0,
+                            int iconCy = 0, std::size_t streamStart = 0, std::size_t streamLength = 0,
+                            bool SaveFormat = false);
+
+    // Empties the object and makes a zero-filled buffer. False for a height of 0, a width below 1 or more
+    // than 1 GiB of pixels; a negative height counts by its absolute value.
+    bool InitializeDIB(int width, int height);
+    // Empties the object: no pixels, no original bytes, `alpha` false, `ImageType` none.
+    void DestroyDIB();
+
+    // Size in pixels, 0 when empty.
+    int Width() const { return width_; }
+    int Height() const { return height_; }
+    // Non-zero when the object holds a picture.
+    int Handle() const { return pixels_ ? 1 : 0; }
+    // Bytes from one row to the next.
+    std::size_t ScanWidth() const { return static_cast<std::size_t>(width_) * 4; }
+    // The pixels: rows bottom-up, blue, green, red, alpha, colour multiplied by alpha. Null when empty. To be
+    // asked for anew for writing after a Render.
+    std::uint8_t* BitsPointer();
+    const std::uint8_t* BitsPointer() const { return pixels_.get(); }
+    // The source file's bytes, kept on request.
+    const QByteArray& OriginalBytes() const { return originalBytes_; }
+
+    // Draws a rectangle of the picture (top-down coordinates) scaled into a rectangle of the surface, with
+    // alpha. Opacity counts by its absolute value modulo 100, a rest of 0 being 100; the plain value 0 draws
+    // nothing and is true. Widths and heights of 0 mean the picture's own; a negative destWidth or destHeight
+    // mirrors, and the source rectangle is then one of the mirrored picture. False, and nothing drawn, for an
+    // empty object, a negative source size or a source rectangle that passes the picture's edge. Blend plays
+    // a part only without HighQualityInterpolation: when false, the picture's own alpha is then left out.
+    // SetHalfTone plays none, as no drawing looks at a surface's stretch mode but StretchBlt.
+    bool Render(Surface& destinationDC, int destX, int destY, int destWidth = 0, int destHeight = 0,
+                int srcX = 0, int srcY = 0, int srcWidth = 0, int srcHeight = 0, int Opacity = 100,
+                bool Blend = true, bool SetHalfTone = true) const;
+
+    // The pixels hold real transparency.
+    bool alpha = false;
+    // One of ImageKind.
+    int ImageType = kImageNone;
+    // Picks the scaling quality of Render: smooth, or nearest neighbour.
+    bool HighQualityInterpolation = true;
+
+private:
+    struct Free {
+        void operator()(std::uint8_t* bytes) const { std::free(bytes); }
+    };
+
+    bool Load(const PicturePorts& ports, std::span<const std::uint8_t> bytes, int iconCx, int iconCy);
+    PictureDrawing& DrawingOf() const;
+
+    std::unique_ptr<std::uint8_t[], Free> pixels_;
+    int width_ = 0;
+    int height_ = 0;
+    QByteArray originalBytes_;
+    // The pixels as they are drawn, made by the first Render.
+    mutable std::unique_ptr<PictureDrawing> drawing_;
+};

@@ -1,0 +1,70 @@
+// Canonical prefix codes of RFC 1951, 3.2.2: short ones by table, long ones bit by bit.
+#include "imaging/huffman_code.h"
+
+bool HuffmanCode::Build(std::span<const std::uint8_t> lengths) {
+    quick_.fill(0);
+    counts_.fill(0);
+    for (const std::uint8_t length : lengths) {
+        ++counts_[length];
+    }
+    counts_[0] = 0;
+
+    std::array<unsigned, kLongest + 2> nextCode{};
+    std::array<unsigned, kLongest + 2> nextPlace{};
+    unsigned free = 1;
+    for (unsigned length = 1; length <= kLongest; ++length) {
+        free *= 2;
+        if (counts_[length] > free) {
+            return false;
+        }
+        free -= counts_[length];
+        nextCode[length + 1] = (nextCode[length] + counts_[length]) * 2;
+        nextPlace[length + 1] = nextPlace[length] + counts_[length];
+    }
+    const unsigned symbols = nextPlace[kLongest + 1];
+    const bool isLone = symbols == 1 && counts_[1] == 1;
+    if (free != 0 && symbols != 0 && !isLone) {
+        return false;
+    }
+    for (unsigned symbol = 0; symbol < lengths.size(); ++symbol) {
+        const unsigned length = lengths[symbol];
+        if (length != 0) {
+            symbols_[nextPlace[length]++] = static_cast<std::uint16_t>(symbol);
+            FillQuick(symbol, nextCode[length]++, length);
+        }
+    }
+    return true;
+}
+
+// Codes stand in the data with their highest bit first, so the table is indexed by the code turned round.
+void HuffmanCode::FillQuick(unsigned symbol, unsigned code, unsigned length) {
+    if (length > kQuickBits) {
+        return;
+    }
+    unsigned turned = 0;
+    for (unsigned i = 0; i < length; ++i) {
+        turned |= (code >> i & 1U) << (length - 1 - i);
+    }
+    for (unsigned place = turned; place < kQuickSize; place += 1U << length) {
+        quick_[place] = static_cast<std::uint16_t>(symbol << kLengthBits | length);
+    }
+}
+
+std::optional<unsigned> HuffmanCode::DecodeLong(BitReader& bits, std::uint64_t ahead) const {
+    unsigned code = 0;
+    unsigned firstCode = 0;
+    unsigned firstPlace = 0;
+    for (unsigned length = 1; length <= kLongest; ++length) {
+        code |= static_cast<unsigned>(ahead & 1U);
+        ahead >>= 1;
+        const unsigned count = counts_[length];
+        if (code < firstCode + count) {
+            return bits.Drop(length) ? std::optional<unsigned>(symbols_[firstPlace + code - firstCode])
+                                     : std::nullopt;
+        }
+        firstPlace += count;
+        firstCode = (firstCode + count) * 2;
+        code *= 2;
+    }
+    return std::nullopt;
+}

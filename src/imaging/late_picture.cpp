@@ -1,0 +1,92 @@
+// Decoding pictures beside the event thread.
+#include "imaging/late_picture.h"
+
+#include "platform/event_pump.h"
+
+#include <atomic>
+#include <future>
+#include <utility>
+
+// One file's bytes on their way to pixels. Whoever begins it first decodes it, the queue or the one who asks.
+class PictureTask {
+public:
+    PictureTask(const PicturePorts& ports, QByteArray bytes) : ports_(ports), bytes_(std::move(bytes)) {}
+
+    // Decodes, unless that has been begun.
+    void Run() {
+        if (begun_.exchange(true)) {
+            return;
+        }
+        c32bppDIB picture;
+        const auto* first = reinterpret_cast<const std::uint8_t*>(bytes_.constData());
+        picture.LoadPicture_Stream(ports_, {first, static_cast<std::size_t>(bytes_.size())});
+        decoded_.set_value(std::move(picture));
+    }
+
+    // The picture, once; waits until it is there.
+    c32bppDIB Take() {
+        Run();
+        return decoded_.get_future().get();
+    }
+
+private:
+    PicturePorts ports_;
+    QByteArray bytes_;
+    std::atomic<bool> begun_ = false;
+    std::promise<c32bppDIB> decoded_;
+};
+
+PictureQueue::~PictureQueue() {
+    worker_.request_stop();
+}
+
+void PictureQueue::Add(std::shared_ptr<PictureTask> task) {
+    {
+        const std::lock_guard lock(mutex_);
+        tasks_.push_back(std::move(task));
+    }
+    if (!worker_.joinable()) {
+        worker_ = std::jthread([this](const std::stop_token& stop) { Work(stop); });
+    }
+    changed_.notify_one();
+}
+
+void PictureQueue::Work(const std::stop_token& stop) {
+    while (true) {
+        std::shared_ptr<PictureTask> task;
+        {
+            std::unique_lock lock(mutex_);
+            if (!changed_.wait(lock, stop, [this] { return !tasks_.empty(); })) {
+                return;
+            }
+            task = std::move(tasks_.front());
+            tasks_.pop_front();
+        }
+        // A task that only the queue still holds belongs to a picture that has been loaded anew.
+        if (task.use_count() > 1) {
+            task->Run();
+        }
+    }
+}
+
+LatePicture::LatePicture() = default;
+LatePicture::~LatePicture() = default;
+LatePicture::LatePicture(LatePicture&&) noexcept = default;
+LatePicture& LatePicture::operator=(LatePicture&&) noexcept = default;
+
+void LatePicture::LoadPicture_File(const PicturePorts& ports, PictureQueue& queue, const QString& FileName) {
+    picture_.DestroyDIB();
+    pending_.reset();
+    if (auto bytes = ReadPictureFile(ports, FileName)) {
+        pending_ = std::make_shared<PictureTask>(ports, std::move(*bytes));
+        queue.Add(pending_);
+    }
+    ports.pump.DoEvents();
+}
+
+const c32bppDIB& LatePicture::Settled() const {
+    if (pending_) {
+        picture_ = std::exchange(pending_, nullptr)->Take();
+    }
+    return picture_;
+}

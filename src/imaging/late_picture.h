@@ -1,0 +1,68 @@
+// A picture that is decoded beside the event thread and is there when it is first asked for.
+#pragma once
+
+#include "imaging/c32bppdib.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <condition_variable>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <stop_token>
+#include <thread>
+
+class PictureTask;
+
+// Decodes pictures one after another on a thread of its own. Pictures that nobody asks for are decoded as
+// well, so that the first look at them does not wait.
+class PictureQueue {
+public:
+    PictureQueue() = default;
+    // Waits for the picture under way; the others are dropped.
+    ~PictureQueue();
+    PictureQueue(const PictureQueue&) = delete;
+    PictureQueue& operator=(const PictureQueue&) = delete;
+
+    void Add(std::shared_ptr<PictureTask> task);
+
+private:
+    void Work(const std::stop_token& stop);
+
+    std::mutex mutex_;
+    std::condition_variable_any changed_;
+    std::deque<std::shared_ptr<PictureTask>> tasks_;
+    std::jthread worker_;
+};
+
+// An image object whose file is read at once and decoded later. Every question waits for the pixels: a
+// picture that the queue has not begun is decoded by whoever asks.
+class LatePicture {
+public:
+    LatePicture();
+    ~LatePicture();
+    LatePicture(LatePicture&&) noexcept;
+    LatePicture& operator=(LatePicture&&) noexcept;
+
+    // As the image object's own loading, but that the answer is left open: a file that is missing, short or
+    // not decodable leaves an empty object. Lets pending events run once.
+    void LoadPicture_File(const PicturePorts& ports, PictureQueue& queue, const QString& FileName);
+
+    // The image object.
+    const c32bppDIB& Settled() const;
+    operator const c32bppDIB&() const { return Settled(); } // NOLINT(google-explicit-constructor)
+
+    int Width() const { return Settled().Width(); }
+    int Height() const { return Settled().Height(); }
+    // As c32bppDIB::Render, at full opacity.
+    bool Render(Surface& destinationDC, int destX, int destY, int destWidth = 0, int destHeight = 0,
+                int srcX = 0, int srcY = 0, int srcWidth = 0, int srcHeight = 0) const {
+        return Settled().Render(destinationDC, destX, destY, destWidth, destHeight, srcX, srcY, srcWidth,
+                                srcHeight);
+    }
+
+private:
+    mutable c32bppDIB picture_;
+    mutable std::shared_ptr<PictureTask> pending_;
+};

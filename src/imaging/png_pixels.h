@@ -1,0 +1,50 @@
+// From the samples of a PNG row to 32-bit premultiplied pixels.
+#pragma once
+
+#include "imaging/png_header.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+// No transparent colour.
+constexpr int kPngNoTransparentColour = -1;
+
+// What the samples mean, as PLTE and tRNS tell it.
+struct PngColours {
+    // 3 bytes an entry: red, green, blue.
+    std::vector<std::uint8_t> palette;
+    // The contents of tRNS, widened to 256 entries for palette pictures.
+    std::vector<std::uint8_t> transparency;
+    // A sample, or red, green and blue as 0xRRGGBB. For palette pictures 0, the sign that `transparency` is
+    // in use.
+    int transparentColour = kPngNoTransparentColour;
+};
+
+// Turns rows of samples into pixels: blue, green, red, alpha, colour multiplied by alpha and cut. A pixel
+// with alpha 0 is four zero bytes.
+class PngPixelWriter {
+public:
+    // Fills in a missing palette of greyscale and palette pictures and prepares the look-up.
+    PngPixelWriter(const PngHeader& header, PngColours colours);
+
+    // Writes `target.size() / 4` pixels from an unfiltered row that holds them. False when a sample has no
+    // colour. A combination of depth and type that the format forbids leaves `target` as it is.
+    bool Write(const std::uint8_t* row, std::span<std::uint8_t> target) const;
+
+private:
+    void FillPalette();
+    void PrepareLookUp();
+    bool WriteIndexed(const std::uint8_t* row, std::span<std::uint8_t> target) const;
+    void WriteColour8(const std::uint8_t* row, std::span<std::uint8_t> target) const;
+    void WriteColour16(const std::uint8_t* row, std::span<std::uint8_t> target) const;
+    void WriteGrey16(const std::uint8_t* row, std::span<std::uint8_t> target) const;
+
+    PngHeader header_;
+    PngColours colours_;
+    // The pixel of each sample for palettes and for greyscale below 16 bits, and how many of them exist.
+    std::array<std::array<std::uint8_t, 4>, 256> lookUp_{};
+    unsigned known_ = 0;
+};

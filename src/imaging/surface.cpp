@@ -1,0 +1,160 @@
+// Surfaces: size, scaled copies and text, drawn with QPainter.
+#include "imaging/surface.h"
+
+#include "imaging/picture_scaling.h"
+
+#include <QFont>
+#include <QFontMetrics>
+#include <QPainter>
+
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+struct SurfaceFont {
+    QString name;
+    int points = 0;
+    QFont font;
+    QFontMetrics metrics;
+};
+
+namespace {
+
+constexpr QRgb kBlack = 0xFF000000;
+constexpr std::int64_t kMostPixels = (std::int64_t{1} << 30) / 4;
+// 96 dots per inch.
+constexpr int kDotsPerMeter = 3780;
+// Above this height in pixels the font engine's own numbers overflow.
+constexpr int kLargestFont = 4096;
+
+QString SizeText(int width, int height) {
+    return QStringLiteral("%1 x %2").arg(width).arg(height);
+}
+
+// Each target pixel shows the source pixel under its middle.
+void StretchFast(QImage& target, const QImage& source, const Stretch& across, const Stretch& down) {
+    std::vector<std::int64_t> columns;
+    columns.reserve(static_cast<std::size_t>(across.end - across.first));
+    for (int x = across.first; x < across.end; ++x) {
+        columns.push_back(across.SourceOf(x));
+    }
+    std::int64_t drawnRow = -1;
+    QRgb* drawn = nullptr;
+    for (int y = down.first; y < down.end; ++y) {
+        QRgb* const to = reinterpret_cast<QRgb*>(target.scanLine(y)) + across.first;
+        const std::int64_t row = down.SourceOf(y);
+        if (row == drawnRow) {
+            std::copy_n(drawn, columns.size(), to);
+        } else {
+            const auto* const from =
+                reinterpret_cast<const QRgb*>(source.constScanLine(static_cast<int>(row)));
+            std::transform(columns.begin(), columns.end(), to,
+                           [from](std::int64_t column) { return from[column]; });
+        }
+        drawnRow = row;
+        drawn = to;
+    }
+}
+
+SurfaceFont MakeFont(const QString& name, int points) {
+    QFont font(name);
+    font.setPixelSize(std::clamp(qRound(points * 96 / 72.0), 1, kLargestFont));
+    // Edges in grey and outlines adjusted in height alone, whatever the desktop is set to.
+    font.setStyleStrategy(
+        static_cast<QFont::StyleStrategy>(QFont::PreferAntialias | QFont::NoSubpixelAntialias));
+    font.setHintingPreference(QFont::PreferVerticalHinting);
+    QImage device(1, 1, QImage::Format_RGB32);
+    device.setDotsPerMeterX(kDotsPerMeter);
+    device.setDotsPerMeterY(kDotsPerMeter);
+    return {name, points, font, QFontMetrics(font, &device)};
+}
+
+const SurfaceFont& FontOf(const Surface& surface) {
+    const int points = surface.FontSize.value();
+    const SurfaceFont* const last = surface.lastFont.get();
+    if (last == nullptr || last->points != points || last->name != surface.FontName) {
+        surface.lastFont = std::make_shared<const SurfaceFont>(MakeFont(surface.FontName, points));
+    }
+    return *surface.lastFont;
+}
+
+// Glyphs reach a little out of their boxes, so a text counts as beside the surface from one line height on.
+bool IsBeside(const Surface& surface, const SurfaceFont& font, int x, int y, const QString& text) {
+    const std::int64_t line = font.metrics.height();
+    return x > surface.Width() + line || y > surface.Height() + line || y + 2 * line < 0 ||
+           std::int64_t{x} + font.metrics.horizontalAdvance(text) + line < 0;
+}
+
+} // namespace
+
+void Resize(Surface& surface, int width, int height) {
+    width = std::max(0, width);
+    height = std::max(0, height);
+    if (std::int64_t{width} * height > kMostPixels) {
+        throw RunTimeError(kOutOfMemory, SizeText(width, height));
+    }
+    if (surface.picture.size() != QSize(width, height)) {
+        surface.picture = QImage(width, height, QImage::Format_RGB32);
+        if (surface.picture.isNull() && width != 0 && height != 0) {
+            throw RunTimeError(kOutOfMemory, SizeText(width, height));
+        }
+        surface.picture.setDotsPerMeterX(kDotsPerMeter);
+        surface.picture.setDotsPerMeterY(kDotsPerMeter);
+    }
+    Cls(surface);
+}
+
+void Cls(Surface& surface) {
+    if (!surface.picture.isNull()) {
+        surface.picture.fill(kBlack);
+    }
+}
+
+void StretchBlt(Surface& target, const Box& to, const Surface& source, const Box& from) {
+    const Stretch across = VisibleStretch(to.x, to.width, from.x, from.width, target.Width(), source.Width());
+    const Stretch down =
+        VisibleStretch(to.y, to.height, from.y, from.height, target.Height(), source.Height());
+    if (across.IsEmpty() || down.IsEmpty()) {
+        return;
+    }
+    if (across.IsCopy() && down.IsCopy()) {
+        CopyRows(target.picture, source.picture, across, down);
+        return;
+    }
+    // A surface that is copied onto itself keeps its old pixels in this until the end, as writing makes new
+    // ones.
+    const QImage original = source.picture;
+    if (target.stretchMode == kStretchHalftone) {
+        QPainter painter(&target.picture);
+        PaintSmooth(painter, original, across, down);
+    } else {
+        StretchFast(target.picture, original, across, down);
+    }
+}
+
+void BitBlt(Surface& target, const Box& to, const Surface& source, int fromX, int fromY) {
+    StretchBlt(target, to, source, {fromX, fromY, to.width, to.height});
+}
+
+int TextWidth(const Surface& surface, const QString& text) {
+    return text.isEmpty() ? 0 : FontOf(surface).metrics.horizontalAdvance(text);
+}
+
+int TextHeight(const Surface& surface, const QString& /*text*/) {
+    return FontOf(surface).metrics.height();
+}
+
+void TextOutA(Surface& surface, int x, int y, const QString& text) {
+    if (text.isEmpty() || surface.picture.isNull()) {
+        return;
+    }
+    const SurfaceFont& font = FontOf(surface);
+    if (IsBeside(surface, font, x, y, text)) {
+        return;
+    }
+    QPainter painter(&surface.picture);
+    painter.setRenderHint(QPainter::TextAntialiasing);
+    painter.setFont(font.font);
+    painter.setPen(QColor::fromRgb(surface.ForeColor));
+    painter.drawText(QPoint(x, y + font.metrics.ascent()), text);
+}

@@ -1,0 +1,262 @@
+// From a folder on disk to the sorted list.
+#include "library/create_list.h"
+
+#include "core/conversions.h"
+#include "core/run_time_error.h"
+#include "library/file_pattern.h"
+#include "library/list_order.h"
+#include "platform/files.h"
+#include "settings/profile.h"
+#include "shell/form_main.h"
+#include "shell/log.h"
+
+#include <QSet>
+
+#include <optional>
+#include <utility>
+
+namespace {
+
+// The wildcards of kMusicPattern (D-03) in the order in which a listing sets them.
+constexpr QStringView kListPattern = u"*.mp3;*.wma;*.wav;*.vtxpl;*.avi;*.mpg;*.mp44;*.flac";
+
+constexpr double kKeyOfNoPlays = 1'000'000;
+constexpr int kKeyDigits = 7;
+
+// What one look at a folder gives.
+struct FolderContent {
+    // Full paths of the sub-folders, and bare names of the files that match, in name order.
+    QStringList folders;
+    QStringList files;
+    // The case-folded names of all videos, whether they match or not.
+    QSet<QString> videos;
+};
+
+bool IsVideo(const QString& name) {
+    const QString extension = name.right(3).toCaseFolded();
+    return extension == QStringLiteral("mp4") || extension == QStringLiteral("mpg") ||
+           extension == QStringLiteral("avi");
+}
+
+bool IsHidden(const QString& name) {
+    return name.startsWith(u'.');
+}
+
+std::vector<FolderEntry> EntriesOf(Form_Main& form, const QString& folder) {
+    // A folder that cannot be read is an empty one.
+    return form.files.ListFolder(folder).value_or(std::vector<FolderEntry>());
+}
+
+// The sub-folders as full paths. Sorting their bare names is the same and compares less.
+QStringList FolderPaths(const QString& folder, QStringList names) {
+    SortNames(names);
+    const QString prefix = folder.endsWith(u'/') ? folder : folder + u'/';
+    for (QString& name : names) {
+        name.prepend(prefix);
+    }
+    return names;
+}
+
+QStringList ReadFolders(Form_Main& form, const QString& folder) {
+    QStringList names;
+    for (const FolderEntry& entry : EntriesOf(form, folder)) {
+        if (entry.isFolder && !IsHidden(entry.name)) {
+            names += entry.name;
+        }
+    }
+    return FolderPaths(folder, std::move(names));
+}
+
+QStringList ReadFiles(Form_Main& form, const FileList& list) {
+    const FilePattern pattern(list.Pattern);
+    QStringList names;
+    for (const FolderEntry& entry : EntriesOf(form, list.Path)) {
+        if (!entry.isFolder && !IsHidden(entry.name) && pattern.Matches(entry.name)) {
+            names += entry.name;
+        }
+    }
+    SortNames(names);
+    return names;
+}
+
+FolderContent ReadContent(Form_Main& form, const QString& folder) {
+    const FilePattern pattern(kListPattern.toString());
+    FolderContent content;
+    for (const FolderEntry& entry : EntriesOf(form, folder)) {
+        if (!entry.isFolder && IsVideo(entry.name)) {
+            content.videos.insert(entry.name.toCaseFolded());
+        }
+        if (IsHidden(entry.name)) {
+            continue;
+        }
+        if (entry.isFolder) {
+            content.folders += entry.name;
+        } else if (pattern.Matches(entry.name)) {
+            content.files += entry.name;
+        }
+    }
+    content.folders = FolderPaths(folder, std::move(content.folders));
+    SortNames(content.files);
+    return content;
+}
+
+QString WithoutSeparatorAtEnd(const QString& path) {
+    qsizetype end = path.size();
+    while (end > 1 && path[end - 1] == u'/') {
+        --end;
+    }
+    return path.left(end);
+}
+
+// The folder as a list keeps it: absolute, no separator at its end. A relative path counts from the
+// application folder when it names one there, else from the working directory. Raises 76 when it names no
+// folder.
+QString FolderOf(Form_Main& form, const QString& path) {
+    QString folder = WithoutSeparatorAtEnd(path);
+    if (folder.startsWith(u'/')) {
+        if (form.files.IsFolder(folder)) {
+            return folder;
+        }
+    } else if (!folder.isEmpty()) {
+        for (const QString& start : {form.AppFolder, form.files.RealPath(QStringLiteral("."))}) {
+            QString absolute = (start == QStringLiteral("/") ? QString() : start) + u'/' + folder;
+            if (form.files.IsFolder(absolute)) {
+                return absolute;
+            }
+        }
+    }
+    throw RunTimeError(kPathNotFound, path);
+}
+
+QString FolderOrder(Form_Main& form) {
+    const QString order = Trim(GetPrivateProfileString(
+        form, form.AppFolder + QStringLiteral("/pathconfig.ini"), form.Dir1.Path, QStringLiteral("Order")));
+    return order.isEmpty() ? form.DefaultOrder : order;
+}
+
+// How often a track, or one of a folder's tracks, has been bought. Raises 13 for a count that is no number.
+double PlayCount(const IniFile& stats, const QString& name) {
+    const QString text = Trim(stats.Value(u"PayingCount", name));
+    if (text.isEmpty()) {
+        return 0;
+    }
+    if (!IsNumeric(text)) {
+        throw RunTimeError(
+            kTypeMismatch,
+            QStringLiteral("stats.ini, PayingCount, %1: \"%2\" is not a number").arg(name, text));
+    }
+    return CDouble(text);
+}
+
+// The keys of the list's lines in the order of the folder.
+class LineKeys {
+public:
+    explicit LineKeys(Form_Main& form) {
+        const QString order = form.Order.toLower();
+        if (order == QStringLiteral("playcount")) {
+            stats_ = &form.iniFiles.Open(form.files, form.AppFolder + QStringLiteral("/stats.ini"));
+        }
+        alpha_ = order == QStringLiteral("alpha");
+    }
+
+    // The key of the entry of that name. Nothing in an order that is not known: the entry gets no line.
+    std::optional<QString> Key(const QString& name) const {
+        if (stats_ != nullptr) {
+            return PlayCountKey(PlayCount(*stats_, name));
+        }
+        return alpha_ ? std::optional(name) : std::nullopt;
+    }
+
+private:
+    static QString PlayCountKey(double count) {
+        // Nearly all entries of a large library have never been bought.
+        static const QString noPlays = FormatZeros(kKeyOfNoPlays, kKeyDigits);
+        return count == 0 ? noPlays : FormatZeros(kKeyOfNoPlays - count, kKeyDigits);
+    }
+
+    const IniFile* stats_ = nullptr;
+    bool alpha_ = false;
+};
+
+void AddFolder(Form_Main& form, const LineKeys& keys, const QString& path) {
+    if (const auto key = keys.Key(path)) {
+        form.List_List.push_back({*key, QStringLiteral("dir"), path, path.mid(path.lastIndexOf(u'/') + 1)});
+    }
+    form.NumTrack += 1;
+}
+
+void AddFile(Form_Main& form, const LineKeys& keys, const QString& name) {
+    if (const auto key = keys.Key(name)) {
+        // Deliberate D-??: MIX.VTXPL is listed as a track, which then does not play. One expects a playlist
+        // whatever its letters' case; only the exact ending makes one, as the delivered library is named.
+        const bool isPlaylist = name.endsWith(QStringLiteral(".vtxpl"));
+        const QString type = isPlaylist ? QStringLiteral("playlist") : QStringLiteral("file");
+        form.List_List.push_back({*key, type, form.File1.Path + u'/' + name, name});
+    }
+    form.NumTrack += 1;
+}
+
+// An mp3 beside a video of the same name is the video's sound and is not shown.
+// Deliberate D-??: beside an mp4 neither is shown, because mp4 files are not listed. One expects one of the
+// two.
+bool HasVideoTwin(const QString& name, const QSet<QString>& videos) {
+    if (videos.isEmpty() || name.right(3).toCaseFolded() != QStringLiteral("mp3")) {
+        return false;
+    }
+    const QString base = name.chopped(3).toCaseFolded();
+    return videos.contains(base + QStringLiteral("mp4")) || videos.contains(base + QStringLiteral("mpg")) ||
+           videos.contains(base + QStringLiteral("avi"));
+}
+
+void FillList(Form_Main& form, const QSet<QString>& videos) {
+    const LineKeys keys(form);
+    form.List_List.reserve(static_cast<std::size_t>(form.Dir1.List.size() + form.File1.List.size()));
+    LogBatch log(form);
+    for (const QString& path : std::as_const(form.Dir1.List)) {
+        log.Add(QStringLiteral(" : ") + path);
+        AddFolder(form, keys, path);
+    }
+    for (const QString& name : std::as_const(form.File1.List)) {
+        if (!HasVideoTwin(name, videos)) {
+            log.Add(QStringLiteral(" : ") + name);
+            AddFile(form, keys, name);
+        }
+    }
+    log.Close();
+    SortLines(form.List_List);
+}
+
+} // namespace
+
+void PointDir1(Form_Main& form, const QString& path) {
+    const QString folder = FolderOf(form, path);
+    form.Dir1 = {folder, ReadFolders(form, folder)};
+}
+
+void PointDir2(Form_Main& form, const QString& path) {
+    const QString folder = FolderOf(form, path);
+    form.Dir2 = {folder, ReadFolders(form, folder)};
+}
+
+void PointFile1(Form_Main& form, const QString& path) {
+    form.File1.Path = FolderOf(form, path);
+    form.File1.List = ReadFiles(form, form.File1);
+}
+
+void SetFile1Pattern(Form_Main& form, const QString& pattern) {
+    form.File1.Pattern = pattern;
+    form.File1.List = ReadFiles(form, form.File1);
+}
+
+void CreateList(Form_Main& form) {
+    EndsProgram("CreateList", [&] {
+        WriteLog(form, QStringLiteral(" : Creation de la liste des fichiers (CreateList)"));
+        form.List_List.clear();
+        const FolderContent content = ReadContent(form, form.Dir1.Path);
+        form.Dir1.List = content.folders;
+        form.File1 = {form.Dir1.Path, kListPattern.toString(), content.files};
+        form.Order = FolderOrder(form);
+        form.NumTrack = 0;
+        FillList(form, content.videos);
+    });
+}

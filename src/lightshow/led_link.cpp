@@ -1,0 +1,10 @@
+// Commands to the LED controller on the serial line.
+#include "lightshow/led_link.h"
+
+#include "core/run_time_error.h"
+#include "platform/serial_port.h"
+#include "shell/form_main.h"
+
+void SendToController(Form_Main& form, const char* command) {
+    EndsProgram("SendToController", [&] { form.MSComm1.Output(QByteArray(command) + "\r\n"); });
+}

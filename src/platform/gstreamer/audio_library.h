@@ -1,0 +1,48 @@
+// The audio library of the cabinet: GStreamer decodes, we mix, one output runs all the time.
+#pragma once
+
+#include "platform/audio_library.h"
+#include "platform/gstreamer/audio_output_options.h"
+
+#include <map>
+#include <memory>
+
+class AudioOutput;
+class AudioStream;
+
+class GstAudioLibrary : public AudioLibrary {
+public:
+    explicit GstAudioLibrary(AudioOutputOptions options = {});
+    ~GstAudioLibrary() override;
+
+    std::uint32_t BASS_GetVersion() override;
+    // Device, frequency and flags are ignored: the sink is the system's choice or that of the options.
+    // Harmless when the output is open already.
+    bool BASS_Init(int device, int frequency, int flags) override;
+    void BASS_Free() override;
+    std::uint32_t BASS_StreamCreateFile(const QString& path, std::uint32_t flags) override;
+    bool BASS_StreamFree(std::uint32_t handle) override;
+    // Always false: there is no tracker music, every handle is a stream's.
+    bool BASS_MusicFree(std::uint32_t handle) override;
+    bool BASS_ChannelPlay(std::uint32_t handle, bool restart) override;
+    bool BASS_ChannelPause(std::uint32_t handle) override;
+    bool BASS_ChannelStop(std::uint32_t handle) override;
+    std::int64_t BASS_ChannelGetLength(std::uint32_t handle) override;
+    std::int64_t BASS_ChannelGetPosition(std::uint32_t handle) override;
+    bool BASS_ChannelSetPosition(std::uint32_t handle, std::int64_t bytes) override;
+    double BASS_ChannelBytes2Seconds(std::uint32_t handle, std::int64_t bytes) override;
+    std::int64_t BASS_ChannelSeconds2Bytes(std::uint32_t handle, double seconds) override;
+    bool BASS_ChannelGetData(std::uint32_t handle, std::array<float, 512>& fft) override;
+
+    // The output has found no device, and keeps time in silence. True before BASS_Init.
+    bool IsSilent();
+
+private:
+    AudioStream* Find(std::uint32_t handle);
+    std::uint32_t NewHandle();
+
+    const AudioOutputOptions options_;
+    std::unique_ptr<AudioOutput> output_;
+    std::map<std::uint32_t, std::unique_ptr<AudioStream>> streams_;
+    std::uint32_t lastHandle_ = 0;
+};

@@ -1,0 +1,174 @@
+// Keeps one pipeline running at any time, the silent one when there is no other.
+#include "platform/gstreamer/audio_output.h"
+
+#include "platform/gstreamer/output_pipeline.h"
+#include "platform/gstreamer/start.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+constexpr milliseconds kLookEvery{50};
+constexpr milliseconds kStartLimit{1000};
+constexpr milliseconds kFirstWait{100};
+constexpr milliseconds kLongestWait{5000};
+// A device that has run for so long is a good one: its next failure starts the waits anew.
+constexpr milliseconds kSteadyAfter{10000};
+// A sink that takes nothing for so long is dead, even if it reports no error.
+constexpr milliseconds kStallLimit{3000};
+constexpr milliseconds kEndLimit{2000};
+
+} // namespace
+
+AudioOutput::AudioOutput(AudioOutputOptions options) : options_(std::move(options)) {}
+
+AudioOutput::~AudioOutput() {
+    Stop();
+}
+
+bool AudioOutput::Start() {
+    if (supervisor_.joinable()) {
+        return true;
+    }
+    if (!StartGStreamer()) {
+        return false;
+    }
+    trialWait_ = kFirstWait;
+    BeginTrial();
+    trialErrand_->WaitFor(kStartLimit);
+    if (!EndTrial() && !FallSilent()) {
+        return false;
+    }
+    quit_ = false;
+    supervisor_ = std::thread([this] { Supervise(); });
+    return true;
+}
+
+void AudioOutput::Stop() {
+    if (supervisor_.joinable()) {
+        {
+            const std::lock_guard lock(quitMutex_);
+            quit_ = true;
+        }
+        quitSignal_.notify_all();
+        supervisor_.join();
+    }
+    Use(nullptr, true);
+    if (trial_ != nullptr) {
+        const std::lock_guard lock(trial_->mutex);
+        trial_->abandoned = true;
+    }
+    for (std::optional<Errand>* errand : {&trialErrand_, &retirement_}) {
+        if (*errand) {
+            (*errand)->WaitFor(kEndLimit);
+        }
+        errand->reset();
+    }
+    trial_.reset();
+}
+
+std::int64_t AudioOutput::HeardFrame() {
+    const std::lock_guard lock(pipelineMutex_);
+    return pipeline_ != nullptr ? pipeline_->HeardFrame() : mixer_->Drawn();
+}
+
+bool AudioOutput::IsSilent() {
+    const std::lock_guard lock(pipelineMutex_);
+    return silent_;
+}
+
+void AudioOutput::BeginTrial() {
+    trial_ = std::make_shared<Trial>();
+    trialErrand_.emplace([trial = trial_, options = options_, mixer = mixer_] {
+        std::unique_ptr<OutputPipeline> found = OutputPipeline::Open(options, options.sink, mixer);
+        const std::lock_guard lock(trial->mutex);
+        if (!trial->abandoned) {
+            trial->found = std::move(found);
+        }
+    });
+}
+
+// True when the trial has found a device, which is in use then. A trial that has not ended goes on.
+bool AudioOutput::EndTrial() {
+    if (!trialErrand_ || !trialErrand_->IsDone()) {
+        return false;
+    }
+    trialErrand_.reset();
+    nextTrial_ = steady_clock::now() + trialWait_;
+    trialWait_ = std::min(trialWait_ * 2, kLongestWait);
+    std::unique_ptr<OutputPipeline> found = std::move(trial_->found);
+    const bool success = found != nullptr;
+    if (success) {
+        Use(std::move(found), options_.sink == options_.silentSink);
+    }
+    return success;
+}
+
+void AudioOutput::Use(std::unique_ptr<OutputPipeline> pipeline, bool silent) {
+    std::shared_ptr<OutputPipeline> next = std::move(pipeline);
+    mixer_->SetDrawer(next.get());
+    {
+        const std::lock_guard lock(pipelineMutex_);
+        pipeline_.swap(next);
+        silent_ = silent;
+    }
+    openedAt_ = steady_clock::now();
+    watchedAt_ = openedAt_;
+    Retire(std::move(next));
+}
+
+bool AudioOutput::FallSilent() {
+    Use(OutputPipeline::Open(options_, options_.silentSink, mixer_), true);
+    const std::lock_guard lock(pipelineMutex_);
+    return pipeline_ != nullptr;
+}
+
+// Two are never retired at once, unless the first one does not come to an end.
+void AudioOutput::Retire(std::shared_ptr<OutputPipeline> pipeline) {
+    if (pipeline != nullptr) {
+        retirement_.emplace([ending = std::move(pipeline)]() mutable { ending.reset(); });
+    }
+}
+
+void AudioOutput::Supervise() {
+    std::unique_lock lock(quitMutex_);
+    while (!quitSignal_.wait_for(lock, kLookEvery, [this] { return quit_; })) {
+        lock.unlock();
+        LookAfterPipeline();
+        LookForDevice();
+        lock.lock();
+    }
+}
+
+void AudioOutput::LookAfterPipeline() {
+    if (pipeline_ != nullptr && !pipeline_->HasFailed() && !IsStalled()) {
+        return;
+    }
+    const auto now = steady_clock::now();
+    if (!silent_) {
+        trialWait_ = now - openedAt_ > kSteadyAfter ? kFirstWait : trialWait_;
+        nextTrial_ = now + trialWait_;
+    }
+    FallSilent();
+}
+
+bool AudioOutput::IsStalled() {
+    const auto now = steady_clock::now();
+    if (mixer_->Drawn() != watchedFrame_) {
+        watchedFrame_ = mixer_->Drawn();
+        watchedAt_ = now;
+    }
+    return now - watchedAt_ > kStallLimit;
+}
+
+void AudioOutput::LookForDevice() {
+    if (trialErrand_) {
+        EndTrial();
+    } else if (silent_ && options_.sink != options_.silentSink && steady_clock::now() >= nextTrial_) {
+        BeginTrial();
+    }
+}

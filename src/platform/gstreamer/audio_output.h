@@ -1,0 +1,80 @@
+// A sound output that runs from its start to its end and mixes what is attached to it.
+#pragma once
+
+#include "platform/gstreamer/audio_output_options.h"
+#include "platform/gstreamer/errand.h"
+#include "platform/gstreamer/mixer.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+class OutputPipeline;
+
+// When the device or the sound server goes away the sources are mixed on in silence, at the same pace, while
+// the output looks for a device again: after 0.1 s, then after twice the time, up to every 5 s. The same goes
+// for a device that is missing at the start, and for a server that has stopped answering: no call here waits
+// for it for long.
+class AudioOutput {
+public:
+    explicit AudioOutput(AudioOutputOptions options);
+    ~AudioOutput();
+    AudioOutput(const AudioOutput&) = delete;
+    AudioOutput& operator=(const AudioOutput&) = delete;
+
+    // False when no sink, the silent one included, can be made. Harmless when it runs. Some 30 ms; a second
+    // at most.
+    bool Start();
+    // Harmless when it does not run. A server that does not answer within two seconds is left behind.
+    void Stop();
+    void Attach(SoundSource& source) { mixer_->Attach(source); }
+    void Detach(SoundSource& source) { mixer_->Detach(source); }
+    // The number of the frame that is heard now: frames mixed so far less those on the way. From any thread.
+    std::int64_t HeardFrame();
+    // The sound goes nowhere at present.
+    bool IsSilent();
+
+private:
+    using Time = std::chrono::steady_clock::time_point;
+
+    // A search for a device, carried out aside.
+    struct Trial {
+        std::mutex mutex;
+        bool abandoned = false;
+        std::unique_ptr<OutputPipeline> found;
+    };
+
+    void BeginTrial();
+    bool EndTrial();
+    void Use(std::unique_ptr<OutputPipeline> pipeline, bool silent);
+    bool FallSilent();
+    void Retire(std::shared_ptr<OutputPipeline> pipeline);
+    void Supervise();
+    void LookAfterPipeline();
+    void LookForDevice();
+    bool IsStalled();
+
+    const AudioOutputOptions options_;
+    const std::shared_ptr<Mixer> mixer_ = std::make_shared<Mixer>();
+
+    std::mutex pipelineMutex_;
+    std::shared_ptr<OutputPipeline> pipeline_;
+    bool silent_ = true;
+
+    std::shared_ptr<Trial> trial_;
+    std::optional<Errand> trialErrand_;
+    std::optional<Errand> retirement_;
+    Time nextTrial_;
+    std::chrono::milliseconds trialWait_{0};
+    Time openedAt_;
+    std::int64_t watchedFrame_ = 0;
+    Time watchedAt_;
+
+    std::mutex quitMutex_;
+    std::condition_variable quitSignal_;
+    bool quit_ = false;
+    std::thread supervisor_;
+};

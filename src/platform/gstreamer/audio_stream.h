@@ -1,0 +1,82 @@
+// One stream of the audio library: a file decoded ahead on a thread of its own, handed out frame by frame.
+#pragma once
+
+#include "platform/gstreamer/decoder.h"
+#include "platform/gstreamer/pcm.h"
+#include "platform/gstreamer/sound_source.h"
+#include "platform/gstreamer/spectrum.h"
+
+#include <QString>
+
+#include <array>
+#include <atomic>
+#include <condition_variable>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+// Positions and lengths are frames of the file. Mix is called on the output's thread, all else on the event
+// thread.
+class AudioStream : public SoundSource {
+public:
+    // Null when the file does not open, see Decoder::Open. The length is exact or, in the case of a long file
+    // that does not tell it, an estimate that becomes exact within a second.
+    static std::unique_ptr<AudioStream> Open(const QString& path, bool loops);
+    ~AudioStream() override;
+    AudioStream(const AudioStream&) = delete;
+    AudioStream& operator=(const AudioStream&) = delete;
+
+    void Play(bool restart);
+    // False when it was not playing.
+    bool Pause();
+    void Stop();
+    bool IsPlaying();
+    std::int64_t Length();
+    std::int64_t Position();
+    bool SetPosition(std::int64_t frame);
+    // The last frames handed out before the output's frame `end`; what was silent then is zeros.
+    std::array<std::int16_t, kSpectrumFrames * 2> HandedOutBefore(std::int64_t end);
+
+    void Mix(std::span<std::int32_t> sums, std::int64_t firstFrame) override;
+
+private:
+    AudioStream(const QString& path, bool loops, std::unique_ptr<Decoder> decoder, std::int64_t length);
+    void GoTo(std::int64_t frame);
+    std::size_t TakeFrames(std::span<std::int32_t> sums, std::int64_t firstFrame);
+    void Remember(std::int64_t frame, std::int16_t left, std::int16_t right);
+
+    void DecodeAhead();
+    bool WaitForWork();
+    void SeekDecoder(std::int64_t frame);
+    void ReadBlock();
+    void SkipDamage();
+    void EndOfPass();
+    void AppendSilence(std::int64_t end);
+    void Append(PcmBlock block);
+    void FindLength();
+
+    const QString path_;
+    const bool loops_;
+
+    std::mutex mutex_;
+    std::condition_variable wake_;
+    std::deque<PcmBlock> queue_;
+    std::int64_t queued_ = 0;
+    std::size_t taken_ = 0;
+    std::int64_t position_ = 0;
+    std::int64_t length_;
+    bool playing_ = false;
+    bool complete_ = false;
+    bool seekWanted_ = false;
+    std::int64_t seekTarget_ = 0;
+    std::atomic<bool> quit_{false};
+    std::vector<std::int16_t> handedOut_;
+
+    std::unique_ptr<Decoder> decoder_;
+    std::int64_t decoded_ = 0;
+    std::int64_t passStart_ = 0;
+    std::int64_t damageEnd_ = 0;
+    std::thread decodeThread_;
+    std::thread lengthThread_;
+};

@@ -1,0 +1,382 @@
+// Decoding through GStreamer: any file to 16-bit stereo frames, sample exact.
+#include "platform/gstreamer/decoder.h"
+
+#include "core/path_text.h"
+#include "platform/gstreamer/pipeline_state.h"
+#include "platform/gstreamer/start.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr std::chrono::seconds kOpenLimit{5};
+// How often a pipeline that gives nothing is looked at.
+constexpr std::chrono::milliseconds kLookEvery{100};
+// A header that states other figures is damaged; resampling from billions of hertz, or from one, would take
+// minutes and gigabytes.
+constexpr const char* kSaneCaps = "audio/x-raw, rate=(int)[1000, 768000], channels=(int)[1, 64]";
+constexpr const char* kNoSound = "vantorix-no-sound";
+
+GstClockTime Nanoseconds(std::chrono::nanoseconds time) {
+    return static_cast<GstClockTime>(std::max<std::int64_t>(time.count(), 0));
+}
+
+GstClockTime TimeOfFrame(std::int64_t frame) {
+    return gst_util_uint64_scale_round(static_cast<guint64>(frame), GST_SECOND, kFramesPerSecond);
+}
+
+std::int64_t FrameOfTime(GstClockTime time) {
+    return static_cast<std::int64_t>(gst_util_uint64_scale_round(time, kFramesPerSecond, GST_SECOND));
+}
+
+// Only a regular file with something in it is given to GStreamer: a pipe would hold the caller for ever.
+bool IsPlainFile(const QByteArray& path, QString& reason) {
+    struct stat status {};
+    if (path.isEmpty() || path.contains('\0') || stat(path.constData(), &status) != 0) {
+        reason = QStringLiteral("the file is missing");
+        return false;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        reason = QStringLiteral("this is no file");
+        return false;
+    }
+    if (status.st_size == 0) {
+        reason = QStringLiteral("the file is empty");
+        return false;
+    }
+    return true;
+}
+
+// The file's address, made of its bytes, so that every name that a disk can hold has one.
+QByteArray FileUri(const QByteArray& path) {
+    gchar* absolute = g_canonicalize_filename(path.constData(), nullptr);
+    gchar* uri = g_filename_to_uri(absolute, nullptr, nullptr);
+    QByteArray result(uri);
+    g_free(uri);
+    g_free(absolute);
+    return result;
+}
+
+// The first stream of sound is taken, any other stays unconnected.
+void LinkNewPad(GstElement*, GstPad* pad, gpointer gate) {
+    const PadHandle sink(gst_element_get_static_pad(static_cast<GstElement*>(gate), "sink"));
+    if (gst_pad_is_linked(sink.get()) == FALSE) {
+        gst_pad_link(pad, sink.get());
+    }
+}
+
+// A file without sound never gets as far as a first sample; it is known by its list of streams being
+// complete.
+void TellWhenSilent(GstElement* source, gpointer gate) {
+    const PadHandle sink(gst_element_get_static_pad(static_cast<GstElement*>(gate), "sink"));
+    if (gst_pad_is_linked(sink.get()) == FALSE) {
+        gst_element_post_message(source, gst_message_new_application(reinterpret_cast<GstObject*>(source),
+                                                                     gst_structure_new_empty(kNoSound)));
+    }
+}
+
+// Lists of network addresses are not music: whatever would open a connection for a local file is passed over.
+// The numbers are those of GstAutoplugSelectResult, which no header declares.
+gint SelectElement(GstElement*, GstPad*, GstCaps*, GstElementFactory* factory, gpointer) {
+    constexpr gint kTry = 0;
+    constexpr gint kSkip = 2;
+    const gchar* kind = gst_element_factory_get_metadata(factory, GST_ELEMENT_METADATA_KLASS);
+    const bool network = kind != nullptr && (std::strstr(kind, "Adaptive") != nullptr ||
+                                             std::strstr(kind, "Network") != nullptr);
+    return network ? kSkip : kTry;
+}
+
+QString TextOfError(GstMessage* message) {
+    GError* error = nullptr;
+    gst_message_parse_error(message, &error, nullptr);
+    QString text = QString::fromUtf8(error->message);
+    g_error_free(error);
+    return text;
+}
+
+} // namespace
+
+std::unique_ptr<Decoder> Decoder::Open(const QString& path, QString& reason) {
+    const QByteArray bytes = BytesOfPath(path);
+    if (!IsPlainFile(bytes, reason)) {
+        return nullptr;
+    }
+    std::unique_ptr<Decoder> decoder(new Decoder);
+    if (!StartGStreamer() || !decoder->Build(FileUri(bytes))) {
+        reason = QStringLiteral("the decoders are not installed");
+        return nullptr;
+    }
+    if (!decoder->WaitForStart(reason) || !decoder->ReadFirst(reason)) {
+        return nullptr;
+    }
+    return decoder;
+}
+
+bool Decoder::Build(const QByteArray& uri) {
+    pipeline_.reset(gst_pipeline_new(nullptr));
+    const auto add = [&](const char* factory) {
+        GstElement* element = gst_element_factory_make(factory, nullptr);
+        if (element != nullptr) {
+            gst_bin_add(reinterpret_cast<GstBin*>(pipeline_.get()), element);
+        }
+        return element;
+    };
+    GstElement* source = add("uridecodebin");
+    GstElement* gate = add("capsfilter");
+    GstElement* convert = add("audioconvert");
+    GstElement* resample = add("audioresample");
+    GstElement* sink = add("appsink");
+    if (source == nullptr || gate == nullptr || convert == nullptr || resample == nullptr ||
+        sink == nullptr) {
+        return false;
+    }
+    const CapsHandle decoded(gst_caps_new_empty_simple("audio/x-raw"));
+    const CapsHandle wanted(gst_caps_from_string(kPcmCaps));
+    const CapsHandle sane(gst_caps_from_string(kSaneCaps));
+    g_object_set(gate, "caps", sane.get(), nullptr);
+    g_object_set(source, "uri", uri.constData(), "caps", decoded.get(), "expose-all-streams", FALSE, nullptr);
+    // The same file is to give the same samples each time, and silence is to stay silence.
+    gst_util_set_object_arg(reinterpret_cast<GObject*>(convert), "dithering", "none");
+    g_object_set(sink, "caps", wanted.get(), "sync", FALSE, "max-buffers", 8U, nullptr);
+    g_signal_connect(source, "pad-added", G_CALLBACK(LinkNewPad), gate);
+    g_signal_connect(source, "no-more-pads", G_CALLBACK(TellWhenSilent), gate);
+    g_signal_connect(source, "autoplug-select", G_CALLBACK(SelectElement), nullptr);
+    sink_ = reinterpret_cast<GstAppSink*>(sink);
+    bus_.reset(gst_element_get_bus(pipeline_.get()));
+    return gst_element_link_many(gate, convert, resample, sink, nullptr) != FALSE;
+}
+
+bool Decoder::WaitForStart(QString& reason) {
+    // The text of an error reaches the bus a moment after the state change has failed.
+    const bool refused =
+        gst_element_set_state(pipeline_.get(), GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE;
+    const MessageHandle message = refused ? PopMessage(GST_MESSAGE_ERROR) : WaitForVerdict();
+    if (message == nullptr) {
+        reason = QStringLiteral("the file cannot be decoded");
+        return false;
+    }
+    switch (GST_MESSAGE_TYPE(message.get())) {
+    case GST_MESSAGE_ERROR:
+        reason = TextOfError(message.get());
+        return false;
+    case GST_MESSAGE_APPLICATION:
+        reason = QStringLiteral("the file holds no sound");
+        return false;
+    default:
+        return true;
+    }
+}
+
+// Started, refused or without sound; null when neither will come, or comes in time.
+MessageHandle Decoder::WaitForVerdict() {
+    const auto deadline = std::chrono::steady_clock::now() + kOpenLimit;
+    const auto verdicts = static_cast<GstMessageType>(GST_MESSAGE_ERROR | GST_MESSAGE_ASYNC_DONE |
+                                                      GST_MESSAGE_EOS | GST_MESSAGE_APPLICATION);
+    while (!IsDead() && std::chrono::steady_clock::now() < deadline) {
+        if (MessageHandle message = PopMessage(verdicts)) {
+            return message;
+        }
+    }
+    return nullptr;
+}
+
+// Nothing ran at two looks on end: one thread may just be handing over to the next.
+bool Decoder::IsDead() {
+    idleLooks_ = AnythingRuns(pipeline_.get()) ? 0 : idleLooks_ + 1;
+    return idleLooks_ > 1;
+}
+
+MessageHandle Decoder::PopMessage(GstMessageType types) {
+    return MessageHandle(gst_bus_timed_pop_filtered(bus_.get(), Nanoseconds(kLookEvery), types));
+}
+
+// A file counts as one with sound when a frame of it has been seen.
+bool Decoder::ReadFirst(QString& reason) {
+    PcmBlock block;
+    if (Read(block, kOpenLimit) != Outcome::kFrames) {
+        reason = QStringLiteral("the file holds no sound");
+        return false;
+    }
+    position_ = block.position;
+    held_ = std::move(block);
+    return true;
+}
+
+Decoder::Outcome Decoder::Read(PcmBlock& block, std::chrono::milliseconds wait) {
+    if (position_ < silentUntil_) {
+        GiveSilence(block);
+        return Outcome::kFrames;
+    }
+    if (held_) {
+        block = std::move(*held_);
+        held_.reset();
+        Place(block);
+        return Outcome::kFrames;
+    }
+    const auto deadline = std::chrono::steady_clock::now() + wait;
+    for (;;) {
+        const SampleHandle sample(
+            gst_app_sink_try_pull_sample(sink_, Nanoseconds(std::min(wait, kLookEvery))));
+        if (sample == nullptr) {
+            const Outcome outcome = OutcomeWithoutSample();
+            if (outcome != Outcome::kNothingYet || std::chrono::steady_clock::now() >= deadline) {
+                return outcome;
+            }
+            continue;
+        }
+        idleLooks_ = 0;
+        TakeSample(sample.get(), block);
+        if (position_ < silentUntil_) {
+            held_ = std::move(block);
+            GiveSilence(block);
+            return Outcome::kFrames;
+        }
+        if (!block.samples.empty()) {
+            Place(block);
+            return Outcome::kFrames;
+        }
+    }
+}
+
+Decoder::Outcome Decoder::OutcomeWithoutSample() {
+    const bool dead = IsDead();
+    const bool ended = gst_app_sink_is_eos(sink_) != FALSE;
+    failed_ = HasFailed() || (dead && !ended);
+    return failed_ ? Outcome::kFailed : ended ? Outcome::kEnd : Outcome::kNothingYet;
+}
+
+void Decoder::Place(PcmBlock& block) {
+    block.position = position_;
+    position_ += block.Frames();
+}
+
+void Decoder::GiveSilence(PcmBlock& block) {
+    const std::int64_t frames = std::min(silentUntil_ - position_, kFramesPerSecond / 10);
+    block.samples.assign(static_cast<std::size_t>(frames) * 2, 0);
+    Place(block);
+}
+
+void Decoder::TakeSample(GstSample* sample, PcmBlock& block) {
+    GstBuffer* buffer = gst_sample_get_buffer(sample);
+    GstMapInfo map;
+    block.samples.clear();
+    if (buffer == nullptr || gst_buffer_map(buffer, &map, GST_MAP_READ) == FALSE) {
+        return;
+    }
+    block.samples.resize(map.size / static_cast<gsize>(kBytesPerFrame) * 2);
+    if (!block.samples.empty()) {
+        std::memcpy(block.samples.data(), map.data, block.samples.size() * sizeof(std::int16_t));
+    }
+    gst_buffer_unmap(buffer, &map);
+    const GstClockTime stamp = GST_BUFFER_PTS(buffer);
+    const GstClockTime time =
+        GST_CLOCK_TIME_IS_VALID(stamp)
+            ? gst_segment_to_stream_time(gst_sample_get_segment(sample), GST_FORMAT_TIME, stamp)
+            : GST_CLOCK_TIME_NONE;
+    if (GST_CLOCK_TIME_IS_VALID(time) && !block.samples.empty()) {
+        Align(time, block);
+    }
+}
+
+// Frames are counted, not timed; the time stamps matter where a block does not follow the one before it.
+void Decoder::Align(GstClockTime time, PcmBlock& block) {
+    if (!placed_ && position_ == 0) {
+        origin_ = time;
+        placed_ = true;
+        return;
+    }
+    const std::int64_t ahead = FrameOfTime(time) - FrameOfTime(origin_) - position_;
+    if (placed_) {
+        BridgeGap(ahead);
+    } else if (ahead < 0) {
+        // The first block after a seek may begin before the frame that was asked for.
+        const std::int64_t cut = std::min(-ahead, block.Frames());
+        block.samples.erase(block.samples.begin(), block.samples.begin() + cut * 2);
+        placed_ = cut == -ahead;
+    } else {
+        position_ += ahead > kFramesPerSecond / 100 ? ahead : 0;
+        placed_ = true;
+    }
+}
+
+// What a damaged file has lost is silence of the same length, so that later sound keeps its place. Only
+// within the length that the file states, for time stamps may be damaged too.
+void Decoder::BridgeGap(std::int64_t ahead) {
+    constexpr std::int64_t kSmallest = kFramesPerSecond / 20;
+    constexpr std::int64_t kLargest = kFramesPerSecond * 600;
+    if (ahead > kSmallest && ahead < kLargest && position_ + ahead < StatedLength().value_or(0)) {
+        silentUntil_ = position_ + ahead;
+    }
+}
+
+bool Decoder::Seek(std::int64_t frame) {
+    if (HasFailed()) {
+        return false;
+    }
+    held_.reset();
+    idleLooks_ = 0;
+    silentUntil_ = 0;
+    position_ = frame;
+    placed_ = false;
+    const GstClockTime time = frame == 0 ? 0 : origin_ + TimeOfFrame(frame);
+    // Without ACCURATE the place is wrong by seconds in a file of varying bit rate, and nothing tells so.
+    const auto flags = static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_ACCURATE);
+    return gst_element_seek_simple(pipeline_.get(), GST_FORMAT_TIME, flags, static_cast<gint64>(time)) !=
+           FALSE;
+}
+
+std::optional<std::int64_t> Decoder::StatedLength() {
+    gint64 time = -1;
+    if (gst_element_query_duration(pipeline_.get(), GST_FORMAT_TIME, &time) == FALSE || time <= 0) {
+        return std::nullopt;
+    }
+    return FrameOfTime(static_cast<GstClockTime>(time));
+}
+
+std::optional<std::int64_t> Decoder::MeasuredLength(std::chrono::milliseconds budget) {
+    const auto deadline = std::chrono::steady_clock::now() + budget;
+    const std::optional<std::int64_t> stated = StatedLength();
+    const std::int64_t start = std::max<std::int64_t>(stated.value_or(0) - kFramesPerSecond / 4, 0);
+    if (!stated || !Seek(start)) {
+        return std::nullopt;
+    }
+    const std::optional<std::int64_t> rest = CountToEnd(deadline);
+    if (!rest || *rest == 0) {
+        return std::nullopt;
+    }
+    // A resampler or coarse time stamps may shift the last frame a little.
+    return IsSameLength(position_, *stated) ? *stated : position_;
+}
+
+std::optional<std::int64_t> Decoder::CountToEnd(std::chrono::steady_clock::time_point deadline) {
+    std::int64_t frames = 0;
+    PcmBlock block;
+    for (;;) {
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
+            deadline - std::chrono::steady_clock::now());
+        if (left.count() <= 0) {
+            return std::nullopt;
+        }
+        switch (Read(block, left)) {
+        case Outcome::kFrames:
+            frames += block.Frames();
+            break;
+        case Outcome::kNothingYet:
+            break;
+        case Outcome::kEnd:
+        case Outcome::kFailed:
+            return frames;
+        }
+    }
+}
+
+// Empties the bus, so that a stream that loops for days does not fill it.
+bool Decoder::HasFailed() {
+    while (const MessageHandle message{gst_bus_pop(bus_.get())}) {
+        failed_ = failed_ || GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_ERROR;
+    }
+    return failed_;
+}

@@ -1,0 +1,46 @@
+// One running pipeline from the mixer to a sound sink.
+#pragma once
+
+#include "platform/gstreamer/audio_output_options.h"
+#include "platform/gstreamer/handles.h"
+#include "platform/gstreamer/mixer.h"
+
+#include <gst/app/gstappsrc.h>
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+
+class OutputPipeline {
+public:
+    // Builds a pipeline with this kind of sink and sets it playing. Null when that cannot be done within some
+    // seconds, and, for a sink other than the silent one, when it would be silent. A sound server that hangs
+    // holds the caller.
+    static std::unique_ptr<OutputPipeline> Open(const AudioOutputOptions& options, const QByteArray& sink,
+                                                std::shared_ptr<Mixer> mixer);
+    // Ends the pipeline. The mixer must draw for another by then. A sound server that hangs holds the caller.
+    ~OutputPipeline() = default;
+
+    // The number of the mixer's frame that leaves the loudspeaker now.
+    std::int64_t HeardFrame();
+    bool HasFailed();
+
+private:
+    OutputPipeline(const AudioOutputOptions& options, std::shared_ptr<Mixer> mixer);
+    bool Build(const QByteArray& sink);
+    bool Play();
+    void Tune(GstElement* sink) const;
+    bool IsSilentSink(GstElement* sink) const;
+    static void NeedData(GstAppSrc* source, guint length, gpointer self);
+    void PushPeriod(GstAppSrc* source);
+
+    const AudioOutputOptions options_;
+    const std::int64_t period_;
+    const std::shared_ptr<Mixer> mixer_;
+    std::int64_t pushed_ = 0;
+    // The mixer's number of this pipeline's first frame, known from the first one drawn on.
+    std::atomic<std::int64_t> offset_{0};
+    BusHandle bus_;
+    // Its threads use all of the above.
+    PipelineHandle pipeline_;
+};

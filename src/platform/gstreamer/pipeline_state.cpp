@@ -1,0 +1,27 @@
+// Looks at the threads of a pipeline.
+#include "platform/gstreamer/pipeline_state.h"
+
+namespace {
+
+gboolean StopAtRunningPad(GstElement*, GstPad* pad, gpointer found) {
+    *static_cast<bool*>(found) = gst_pad_get_task_state(pad) == GST_TASK_STARTED;
+    return *static_cast<bool*>(found) ? FALSE : TRUE;
+}
+
+} // namespace
+
+bool AnythingRuns(GstElement* pipeline) {
+    GstIterator* elements = gst_bin_iterate_recurse(reinterpret_cast<GstBin*>(pipeline));
+    GValue item = G_VALUE_INIT;
+    bool found = false;
+    GstIteratorResult result = GST_ITERATOR_OK;
+    while (!found && (result = gst_iterator_next(elements, &item)) == GST_ITERATOR_OK) {
+        gst_element_foreach_pad(static_cast<GstElement*>(g_value_get_object(&item)), StopAtRunningPad,
+                                &found);
+        g_value_reset(&item);
+    }
+    g_value_unset(&item);
+    gst_iterator_free(elements);
+    // A pipeline that changes while it is looked at runs.
+    return found || result == GST_ITERATOR_RESYNC;
+}

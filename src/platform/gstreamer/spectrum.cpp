@@ -1,0 +1,40 @@
+// The FFT behind the light show.
+#include "platform/gstreamer/spectrum.h"
+
+#include <gst/fft/gstfftf32.h>
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+struct FreePlan {
+    void operator()(GstFFTF32* plan) const { gst_fft_f32_free(plan); }
+};
+
+// Making a plan costs as much as using it, so each thread keeps one.
+GstFFTF32* Plan() {
+    thread_local const std::unique_ptr<GstFFTF32, FreePlan> plan(
+        gst_fft_f32_new(static_cast<gint>(kSpectrumFrames), FALSE));
+    return plan.get();
+}
+
+} // namespace
+
+std::array<float, 512> SpectrumOf(std::span<const std::int16_t, kSpectrumFrames * 2> samples) {
+    std::array<float, kSpectrumFrames> mono{};
+    for (std::size_t i = 0; i < mono.size(); ++i) {
+        mono[i] = static_cast<float>(samples[2 * i] + samples[2 * i + 1]) / 65536.0F;
+    }
+    gst_fft_f32_window(Plan(), mono.data(), GST_FFT_WINDOW_HANN);
+    std::array<GstFFTF32Complex, kSpectrumFrames / 2 + 1> bins{};
+    gst_fft_f32_fft(Plan(), mono.data(), bins.data());
+
+    // Half of a sine's energy lies in the mirrored half, and the window halves the rest.
+    constexpr float kScale = 4.0F / static_cast<float>(kSpectrumFrames);
+    std::array<float, 512> magnitudes{};
+    for (std::size_t i = 0; i < magnitudes.size(); ++i) {
+        magnitudes[i] = std::sqrt(bins[i].r * bins[i].r + bins[i].i * bins[i].i) * kScale;
+    }
+    return magnitudes;
+}

@@ -1,0 +1,29 @@
+// The compression library, looked up at run time.
+#pragma once
+
+#include "platform/zlib_library.h"
+
+#include <string>
+
+// Opens the library when it is first needed and keeps it until the object goes. A library that is missing is
+// looked for again at the next question.
+class DlopenedZlib : public ZlibLibrary {
+public:
+    explicit DlopenedZlib(std::string library = "libz.so.1");
+    ~DlopenedZlib() override;
+    DlopenedZlib(const DlopenedZlib&) = delete;
+    DlopenedZlib& operator=(const DlopenedZlib&) = delete;
+
+    bool Has(const char* routine) override;
+    // Z_VERSION_ERROR, -6, without the library.
+    int Uncompress(std::span<std::uint8_t> target, std::size_t& written,
+                   std::span<const std::uint8_t> source) override;
+    // `start` unchanged without the library.
+    std::uint32_t Crc32(std::uint32_t start, std::span<const std::uint8_t> bytes) override;
+
+private:
+    void* Find(const char* routine);
+
+    std::string library_;
+    void* handle_ = nullptr;
+};

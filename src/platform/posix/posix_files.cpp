@@ -1,0 +1,250 @@
+// File operations by system calls (POSIX.1-2017).
+#include "platform/posix/posix_files.h"
+
+#include "core/path_text.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+constexpr std::int64_t kNanosecondsASecond = 1'000'000'000;
+// As many links behind one another as the system follows.
+constexpr int kLongestLinkChain = 40;
+
+// An open file or folder, closed at the end of its life.
+class Descriptor {
+public:
+    Descriptor(const QByteArray& path, int flags) : number_(OpenAgain(path, flags)) {}
+    ~Descriptor() { Close(); }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    explicit operator bool() const { return number_ >= 0; }
+    int number() const { return number_; }
+    // False when bytes that had been taken could not be written after all.
+    bool Close() {
+        const int number = std::exchange(number_, -1);
+        return number < 0 || ::close(number) == 0;
+    }
+
+private:
+    // A FIFO or a device is opened without waiting for its other side.
+    static int OpenAgain(const QByteArray& path, int flags) {
+        int number = -1;
+        do {
+            number = ::open(path.constData(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
+        } while (number < 0 && errno == EINTR);
+        return number;
+    }
+
+    int number_;
+};
+
+// The bytes of a path for the system; the empty path, which names nothing, for one with a NUL in it.
+QByteArray SystemPath(const QString& path) {
+    QByteArray bytes = BytesOfPath(path);
+    return bytes.contains('\0') ? QByteArray() : bytes;
+}
+
+std::optional<struct stat> StatusOf(const QString& path) {
+    struct stat status {};
+    if (::stat(SystemPath(path).constData(), &status) != 0) {
+        return std::nullopt;
+    }
+    return status;
+}
+
+std::int64_t Nanoseconds(const timespec& time) {
+    return std::int64_t{time.tv_sec} * kNanosecondsASecond + time.tv_nsec;
+}
+
+// Reads to the end of a file that should have `expected` bytes. Nothing when it has more than `limit` after
+// all.
+std::optional<QByteArray> ReadAll(int file, std::int64_t expected, std::int64_t limit) {
+    QByteArray bytes(expected + 1, Qt::Uninitialized);
+    qsizetype used = 0;
+    while (true) {
+        const ssize_t count =
+            ::read(file, bytes.data() + used, static_cast<std::size_t>(bytes.size() - used));
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        used += std::max<ssize_t>(count, 0);
+        if (count < 0 || used > limit) {
+            return std::nullopt;
+        }
+        if (count == 0) {
+            bytes.truncate(used);
+            return bytes;
+        }
+        if (used == bytes.size()) {
+            bytes.resize(2 * used);
+        }
+    }
+}
+
+bool WriteAll(int file, const QByteArray& bytes) {
+    qsizetype written = 0;
+    while (written < bytes.size()) {
+        const ssize_t count =
+            ::write(file, bytes.constData() + written, static_cast<std::size_t>(bytes.size() - written));
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        written += std::max<ssize_t>(count, 0);
+    }
+    return true;
+}
+
+QString NameOf(const char* bytes) {
+    const std::string_view name(bytes);
+    const bool ascii =
+        std::all_of(name.begin(), name.end(), [](char c) { return static_cast<uchar>(c) < 0x80; });
+    const auto size = static_cast<qsizetype>(name.size());
+    return ascii ? QString::fromLatin1(bytes, size) : TextOfPath(QByteArray::fromRawData(bytes, size));
+}
+
+// Whether an entry is a folder; nothing when it is neither folder nor file. Only links, and file systems that
+// do not tell, cost a look at the entry itself.
+std::optional<bool> KindOf(int folder, const dirent& entry) {
+    if (entry.d_type == DT_DIR || entry.d_type == DT_REG) {
+        return entry.d_type == DT_DIR;
+    }
+    struct stat status {};
+    const bool mayBe = entry.d_type == DT_LNK || entry.d_type == DT_UNKNOWN;
+    if (!mayBe || ::fstatat(folder, entry.d_name, &status, 0) != 0) {
+        return std::nullopt;
+    }
+    if (S_ISDIR(status.st_mode) || S_ISREG(status.st_mode)) {
+        return S_ISDIR(status.st_mode);
+    }
+    return std::nullopt;
+}
+
+// The path with its links followed; empty when it names nothing.
+QByteArray Resolved(const QByteArray& path) {
+    const std::unique_ptr<char, void (*)(void*)> real(::realpath(path.constData(), nullptr), std::free);
+    return real ? QByteArray(real.get()) : QByteArray();
+}
+
+// The text of a link; empty when the path is no link.
+QByteArray LinkTarget(const QByteArray& path) {
+    QByteArray target(PATH_MAX, '\0');
+    const ssize_t length =
+        ::readlink(path.constData(), target.data(), static_cast<std::size_t>(target.size()));
+    target.truncate(std::max<ssize_t>(length, 0));
+    return target;
+}
+
+} // namespace
+
+std::optional<QByteArray> PosixFiles::ReadWhole(const QString& path, std::int64_t limit) {
+    const Descriptor file(SystemPath(path), O_RDONLY);
+    struct stat status {};
+    if (!file || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > limit) {
+        return std::nullopt;
+    }
+    return ReadAll(file.number(), status.st_size, limit);
+}
+
+std::optional<FileIdentity> PosixFiles::Identity(const QString& path) {
+    const auto status = StatusOf(path);
+    if (!status || !S_ISREG(status->st_mode)) {
+        return std::nullopt;
+    }
+    return FileIdentity{status->st_dev, status->st_ino, status->st_size, Nanoseconds(status->st_mtim),
+                        Nanoseconds(status->st_ctim)};
+}
+
+bool PosixFiles::IsFolder(const QString& path) {
+    const auto status = StatusOf(path);
+    return status && S_ISDIR(status->st_mode);
+}
+
+std::optional<std::vector<FolderEntry>> PosixFiles::ListFolder(const QString& path) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(SystemPath(path).constData()), ::closedir);
+    if (!folder) {
+        return std::nullopt;
+    }
+    std::vector<FolderEntry> entries;
+    errno = 0;
+    while (const dirent* const entry = ::readdir(folder.get())) {
+        const std::string_view name(entry->d_name);
+        const auto isFolder = KindOf(::dirfd(folder.get()), *entry);
+        if (isFolder && name != "." && name != "..") {
+            entries.push_back({NameOf(entry->d_name), *isFolder});
+        }
+        errno = 0;
+    }
+    return errno == 0 ? std::optional(std::move(entries)) : std::nullopt;
+}
+
+bool PosixFiles::Write(const QString& path, const QByteArray& bytes, bool synced) {
+    Descriptor file(SystemPath(path), O_WRONLY | O_CREAT | O_TRUNC);
+    return file && WriteAll(file.number(), bytes) && (!synced || ::fsync(file.number()) == 0) && file.Close();
+}
+
+bool PosixFiles::Append(const QString& path, const QByteArray& bytes) {
+    Descriptor file(SystemPath(path), O_WRONLY | O_CREAT | O_APPEND);
+    return file && WriteAll(file.number(), bytes) && file.Close();
+}
+
+void PosixFiles::CopyRights(const QString& model, const QString& target) {
+    const auto status = StatusOf(model);
+    const QByteArray path = SystemPath(target);
+    // The owner first: changing it may clear rights. Only the superuser can give a file away; where that is
+    // refused the group is tried alone.
+    if (status && ::chown(path.constData(), status->st_uid, status->st_gid) != 0 &&
+        ::chown(path.constData(), static_cast<uid_t>(-1), status->st_gid) != 0) {
+        errno = 0;
+    }
+    if (status) {
+        ::chmod(path.constData(), status->st_mode & 07777);
+    }
+}
+
+bool PosixFiles::Rename(const QString& from, const QString& to) {
+    return ::rename(SystemPath(from).constData(), SystemPath(to).constData()) == 0;
+}
+
+bool PosixFiles::Remove(const QString& path) {
+    return ::unlink(SystemPath(path).constData()) == 0;
+}
+
+bool PosixFiles::SyncFolder(const QString& path) {
+    const Descriptor folder(SystemPath(path), O_RDONLY | O_DIRECTORY);
+    // Some file systems keep their names safe by themselves and refuse the call.
+    return folder && (::fsync(folder.number()) == 0 || errno == EINVAL || errno == ENOTSUP);
+}
+
+bool PosixFiles::MakeFolder(const QString& path) {
+    return ::mkdir(SystemPath(path).constData(), 0777) == 0 || (errno == EEXIST && IsFolder(path));
+}
+
+QString PosixFiles::RealPath(const QString& path) {
+    QByteArray place = SystemPath(path);
+    for (int links = 0; links < kLongestLinkChain; ++links) {
+        const QByteArray real = Resolved(place);
+        if (!real.isEmpty()) {
+            return TextOfPath(real);
+        }
+        // A link to what does not exist yet stands for that.
+        const QByteArray target = LinkTarget(place);
+        if (target.isEmpty()) {
+            return links == 0 ? path : TextOfPath(place);
+        }
+        place = target.startsWith('/') ? target : place.left(place.lastIndexOf('/') + 1) + target;
+    }
+    return path;
+}

@@ -1,0 +1,22 @@
+// The file system of the machine.
+#pragma once
+
+#include "platform/files.h"
+
+// Every operation of the port by the system's own calls. A path that holds a NUL character names nothing.
+class PosixFiles : public Files {
+public:
+    std::optional<QByteArray> ReadWhole(const QString& path, std::int64_t limit) override;
+    std::optional<FileIdentity> Identity(const QString& path) override;
+    bool IsFolder(const QString& path) override;
+    std::optional<std::vector<FolderEntry>> ListFolder(const QString& path) override;
+    bool Write(const QString& path, const QByteArray& bytes, bool synced) override;
+    bool Append(const QString& path, const QByteArray& bytes) override;
+    void CopyRights(const QString& model, const QString& target) override;
+    bool Rename(const QString& from, const QString& to) override;
+    bool Remove(const QString& path) override;
+    bool SyncFolder(const QString& path) override;
+    // True as well when the folder was there before.
+    bool MakeFolder(const QString& path) override;
+    QString RealPath(const QString& path) override;
+};

@@ -1,0 +1,188 @@
+// Painting the main window and passing its input on.
+#include "platform/qt/main_window.h"
+
+#include "platform/input_event.h"
+#include "platform/qt/key_table.h"
+#include "platform/qt/qt_event_pump.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+
+#include <cstring>
+
+namespace {
+
+constexpr int kBytesPerPixel = 4;
+
+// The customary numbers: 1 left, 2 right, 4 middle. Other buttons have none.
+int ButtonNumber(Qt::MouseButtons buttons) {
+    if (buttons.testFlag(Qt::LeftButton)) {
+        return 1;
+    }
+    if (buttons.testFlag(Qt::RightButton)) {
+        return 2;
+    }
+    return buttons.testFlag(Qt::MiddleButton) ? 4 : 0;
+}
+
+} // namespace
+
+MainWindow::MainWindow(QtEventPump& pump) : pump_(pump) {
+    setWindowTitle(QStringLiteral("Vantorix Jukebox"));
+    setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_NoSystemBackground);
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+}
+
+void MainWindow::Refresh(const QImage& frame, int left, int top) {
+    FitCanvas();
+    const QRect place(QPoint(left, top), frame.size());
+    if (place != framePlace_) {
+        framePlace_ = place;
+        canvas_.fill(Qt::black);
+        CopyChangedRows(frame);
+        repaint();
+        return;
+    }
+    const QRect changed = CopyChangedRows(frame);
+    if (!changed.isEmpty()) {
+        repaint(changed);
+    }
+}
+
+// Gives back the band of the window that holds every row that has changed.
+QRect MainWindow::CopyChangedRows(const QImage& frame) {
+    const QRect visible = framePlace_ & canvas_.rect();
+    if (visible.isEmpty() || frame.depth() != kBytesPerPixel * 8) {
+        return {};
+    }
+    const auto length = static_cast<std::size_t>(visible.width()) * kBytesPerPixel;
+    const qsizetype fromColumn = qsizetype{visible.left() - framePlace_.left()} * kBytesPerPixel;
+    const qsizetype toColumn = qsizetype{visible.left()} * kBytesPerPixel;
+    QRect band;
+    for (int y = visible.top(); y <= visible.bottom(); ++y) {
+        const uchar* from = frame.constScanLine(y - framePlace_.top()) + fromColumn;
+        uchar* to = canvas_.scanLine(y) + toColumn;
+        if (std::memcmp(from, to, length) != 0) {
+            std::memcpy(to, from, length);
+            band |= QRect(visible.left(), y, visible.width(), 1);
+        }
+    }
+    return band;
+}
+
+void MainWindow::SetVideo(const QImage& picture, const QRect& place) {
+    const QRect before = video_.isNull() ? QRect() : VideoOnWindow();
+    video_ = picture;
+    videoPlace_ = place;
+    const QRect touched = video_.isNull() ? before : before | VideoOnWindow();
+    if (!touched.isEmpty()) {
+        update(touched);
+    }
+}
+
+void MainWindow::SetNotice(const std::optional<Notice>& notice) {
+    notice_ = notice;
+    repaint();
+}
+
+void MainWindow::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    if (notice_) {
+        PaintNotice(painter, rect(), *notice_);
+        return;
+    }
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    for (const QRect& part : event->region()) {
+        painter.drawImage(part.topLeft(), canvas_, part);
+    }
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    if (!video_.isNull() && event->region().intersects(VideoOnWindow())) {
+        PaintFitted(painter, video_, VideoOnWindow());
+    }
+}
+
+void MainWindow::resizeEvent(QResizeEvent* /*event*/) {
+    FitCanvas();
+}
+
+// A hidden window has its size before it is told of it.
+void MainWindow::FitCanvas() {
+    if (canvas_.size() == size()) {
+        return;
+    }
+    QImage fitting(size(), QImage::Format_RGB32);
+    fitting.fill(Qt::black);
+    QPainter painter(&fitting);
+    painter.drawImage(0, 0, canvas_);
+    painter.end();
+    canvas_ = fitting;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    pump_.Post({.kind = InputKind::kClose});
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+    const SystemKey pressed{event->key(), event->modifiers().testFlag(Qt::KeypadModifier),
+                            event->nativeScanCode()};
+    if (const std::optional<int> code = VirtualKeyOf(pressed)) {
+        pump_.Post({.kind = InputKind::kKeyDown, .code = *code});
+    }
+}
+
+// On a page of words the positions are those of the window.
+QPointF MainWindow::OnFrame(const QMouseEvent& event) const {
+    return notice_ ? event.position() : event.position() - framePlace_.topLeft();
+}
+
+bool MainWindow::HitsFrame(const QMouseEvent& event) const {
+    return notice_ || framePlace_.contains(event.position().toPoint());
+}
+
+void MainWindow::mousePressEvent(QMouseEvent* event) {
+    const QPointF at = OnFrame(*event);
+    const int button = ButtonNumber(event->button());
+    if (button != 0 && HitsFrame(*event)) {
+        pump_.Post({.kind = InputKind::kMouseDown, .button = button, .x = at.x(), .y = at.y()});
+    }
+}
+
+// With a button held the pointer belongs to the frame, wherever it goes.
+void MainWindow::mouseMoveEvent(QMouseEvent* event) {
+    const QPointF at = OnFrame(*event);
+    const int button = ButtonNumber(event->buttons());
+    if (button != 0 || HitsFrame(*event)) {
+        pump_.Post({.kind = InputKind::kMouseMove, .button = button, .x = at.x(), .y = at.y()});
+    }
+}
+
+void MainWindow::mouseReleaseEvent(QMouseEvent* event) {
+    const QPointF at = OnFrame(*event);
+    const int button = ButtonNumber(event->button());
+    if (button != 0) {
+        pump_.Post({.kind = InputKind::kMouseUp, .button = button, .x = at.x(), .y = at.y()});
+    }
+}
+
+// The second press of a double click is no press of its own.
+void MainWindow::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (HitsFrame(*event)) {
+        pump_.Post({.kind = notice_ ? InputKind::kMouseDown : InputKind::kDblClick});
+    }
+}
+
+void PaintFitted(QPainter& painter, const QImage& picture, const QRect& place) {
+    const QSize size = picture.size().scaled(place.size(), Qt::KeepAspectRatio);
+    QRect target(QPoint(0, 0), size);
+    target.moveCenter(place.center());
+    painter.fillRect(place, Qt::black);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, size != picture.size());
+    painter.drawImage(target, picture);
+}

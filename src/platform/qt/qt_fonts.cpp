@@ -1,0 +1,19 @@
+// Fonts are read by us and handed over as bytes, so that a path that is no valid UTF-8 works as well.
+#include "platform/qt/qt_fonts.h"
+
+#include "platform/files.h"
+
+#include <QFontDatabase>
+#include <QStringList>
+
+namespace {
+
+constexpr std::int64_t kLargestFont = std::int64_t{64} * 1024 * 1024;
+
+} // namespace
+
+int QtFonts::AddFontResource(const QString& path) {
+    const std::optional<QByteArray> bytes = files_.ReadWhole(path, kLargestFont);
+    const int font = bytes ? QFontDatabase::addApplicationFontFromData(*bytes) : -1;
+    return font < 0 ? 0 : static_cast<int>(QFontDatabase::applicationFontFamilies(font).size());
+}

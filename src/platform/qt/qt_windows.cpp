@@ -1,0 +1,129 @@
+// Showing the windows and their pointer.
+#include "platform/qt/qt_windows.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QThread>
+#include <QWindow>
+
+#include <chrono>
+
+namespace {
+
+// Milliseconds that a window may take to appear.
+constexpr int kLongestAppearance = 2000;
+// Shorter than the shortest time after which screens are blanked.
+constexpr std::chrono::seconds kSaverInterval{50};
+
+Qt::CursorShape CursorOf(int number) {
+    switch (number) {
+    case kPointerHourglass:
+        return Qt::WaitCursor;
+    case kPointerCustom:
+        return Qt::BlankCursor;
+    default:
+        return Qt::ArrowCursor;
+    }
+}
+
+} // namespace
+
+QtWindows::QtWindows(QtEventPump& pump, X11Screen* x11) : main_(pump), video_(pump), x11_(x11) {
+    if (x11_ != nullptr) {
+        QObject::connect(&saver_, &QTimer::timeout, [this] { x11_->ResetScreenSaver(); });
+        saver_.start(kSaverInterval);
+    }
+    main_.setGeometry(QGuiApplication::primaryScreen()->geometry());
+    for (QScreen* screen : QGuiApplication::screens()) {
+        FollowScreen(screen);
+    }
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &main_,
+                     [this](QScreen* screen) { FollowScreen(screen); });
+    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &main_, [this] { CoverScreen(); });
+}
+
+// Without a window manager nothing else resizes the window when the mode of its screen changes.
+void QtWindows::FollowScreen(QScreen* screen) {
+    QObject::connect(screen, &QScreen::geometryChanged, &main_, [this] { CoverScreen(); });
+}
+
+void QtWindows::CoverScreen() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (covers_ && screen != nullptr && main_.geometry() != screen->geometry()) {
+        main_.setGeometry(screen->geometry());
+    }
+}
+
+void QtWindows::ShowMainWindow(const QRect& place) {
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    shown_ = true;
+    covers_ = place.contains(screen);
+    main_.setGeometry(covers_ ? screen : place);
+    if (covers_) {
+        main_.showFullScreen();
+    } else {
+        main_.show();
+    }
+    WaitUntilExposed();
+}
+
+// The toolkit tells of the first exposure only through its event loop; a frame refreshed before that would
+// not be seen.
+void QtWindows::WaitUntilExposed() {
+    main_.raise();
+    main_.activateWindow();
+    QElapsedTimer time;
+    time.start();
+    while (!main_.windowHandle()->isExposed() && time.elapsed() < kLongestAppearance) {
+        QCoreApplication::processEvents();
+        QThread::usleep(500);
+    }
+}
+
+void QtWindows::Refresh(const QImage& frame, int left, int top) {
+    main_.Refresh(frame, left, top);
+}
+
+void QtWindows::MousePointer(const QString& object, int number) {
+    // Form_Main and its pictures are one window here, and always get the same pointer.
+    (object == u"Screen" ? screenPointer_ : formPointer_) = number;
+    SetPointer();
+}
+
+void QtWindows::SetPointer() {
+    const Qt::CursorShape shape = CursorOf(screenPointer_ != kPointerDefault ? screenPointer_ : formPointer_);
+    if (main_.cursor().shape() != shape) {
+        main_.setCursor(shape);
+    }
+}
+
+void QtWindows::ShowVideoWindow(bool visible, const QRect& place) {
+    if (visible) {
+        video_.setGeometry(place);
+    }
+    video_.setVisible(visible);
+}
+
+void QtWindows::ShowVideo(const QString& owner, const QRect& place, const QImage& picture) {
+    const bool onSecondWindow = owner == u"Picture_Video";
+    main_.SetVideo(onSecondWindow ? QImage() : picture, place);
+    video_.SetVideo(onSecondWindow ? picture : QImage(), place);
+}
+
+void QtWindows::ShowNotice(const Notice& notice) {
+    main_.SetNotice(notice);
+    if (!main_.isVisible()) {
+        main_.setGeometry(QGuiApplication::primaryScreen()->geometry());
+        main_.showFullScreen();
+        WaitUntilExposed();
+    }
+}
+
+void QtWindows::HideNotice() {
+    main_.SetNotice(std::nullopt);
+    if (!shown_) {
+        main_.hide();
+    }
+}

@@ -1,0 +1,23 @@
+// Asking the toolkit for its screens.
+#include "platform/qt/screens.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+std::vector<QRect> ScreenPlaces() {
+    std::vector<QRect> places = {QGuiApplication::primaryScreen()->geometry()};
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        if (screen != QGuiApplication::primaryScreen()) {
+            places.push_back(screen->geometry());
+        }
+    }
+    return places;
+}
+
+int ScreenDepth() {
+    return QGuiApplication::primaryScreen()->depth();
+}
+
+QString WindowSystem() {
+    return QGuiApplication::platformName();
+}

@@ -1,0 +1,16 @@
+// Putting the simulated machine together.
+#include "platform/simulated/simulated_platform.h"
+
+SimulatedPlatform::SimulatedPlatform(const SimulationOptions& options)
+    : clock(options.clock), pump(clock, calls), audio(clock, calls, failures), graphs(clock, calls, failures),
+      serial(calls, failures), display(options.screens, calls, failures), windows(calls),
+      files(realFiles, failures), fonts(files, calls, failures), messageBox(calls), zlib(realZlib, failures) {
+    for (const QString& operation : options.failing) {
+        failures.Add(operation);
+    }
+    serial.arrived = [this] { pump.Stirred(); };
+}
+
+Ports SimulatedPlatform::ports() {
+    return {audio, graphs, serial, display, windows, fonts, clock, pump, dialogs, messageBox, files, zlib};
+}

@@ -1,0 +1,44 @@
+// The simulated serial line, with an LED controller at its other end.
+#pragma once
+
+#include "platform/serial_port.h"
+
+#include <functional>
+
+class CallRecord;
+class Failures;
+
+// A line that loses nothing. Ports 1 to 16 exist. Bytes that arrive wait for the next read, also while the
+// port is closed.
+class SimulatedSerial : public SerialPort {
+public:
+    static constexpr int kPorts = 16;
+    // More bytes than this do not wait.
+    static constexpr qsizetype kWaitingBytes = 1 << 20;
+
+    // Record and failures outlive the line.
+    SimulatedSerial(CallRecord& record, const Failures& failures) : record_(record), failures_(failures) {}
+
+    void Open(const SerialSettings& settings) override;
+    void Close() override;
+    bool IsOpen() const override { return open_; }
+    void Output(const QByteArray& bytes) override;
+    QByteArray Input() override;
+
+    // These bytes arrive. False, and nothing arrives, when they do not fit.
+    bool Arrive(const QByteArray& bytes);
+    // The settings of the last successful Open.
+    const SerialSettings& Settings() const { return settings_; }
+
+    // Whether the controller answers "AT+R-0" by itself.
+    bool controllerAnswers = true;
+    // Told of every arrival.
+    std::function<void()> arrived;
+
+private:
+    CallRecord& record_;
+    const Failures& failures_;
+    SerialSettings settings_;
+    QByteArray waiting_;
+    bool open_ = false;
+};

@@ -1,0 +1,22 @@
+// The simulated windows.
+#include "platform/simulated/simulated_windows.h"
+
+#include "platform/simulated/call_record.h"
+
+#include <QImage>
+
+void SimulatedWindows::Refresh(const QImage& frame, int left, int top) {
+    shownSize = frame.size();
+    shownLeft = left;
+    shownTop = top;
+    ++refreshes;
+}
+
+void SimulatedWindows::MousePointer(const QString& object, int number) {
+    record_.Add({QStringLiteral("MousePointer"), object, number});
+}
+
+void SimulatedWindows::ShowVideoWindow(bool visible, const QRect& place) {
+    videoVisible = visible;
+    videoPlace = place;
+}

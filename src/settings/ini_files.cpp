@@ -1,0 +1,74 @@
+// Keeping parsed INI files, and writing them back whole.
+#include "settings/ini_files.h"
+
+#include "platform/files.h"
+#include "settings/safe_write.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+namespace {
+
+// A larger file reads as an empty one; ours have some kilobytes.
+constexpr std::int64_t kLongestFile = std::int64_t{16} * 1024 * 1024;
+
+} // namespace
+
+struct IniFiles::Copy {
+    QString path;
+    IniFile file;
+    // The file the copy was made from; nothing when there was none.
+    std::optional<FileIdentity> identity;
+    // The file is there but could not be read: it must not be replaced by what little the copy holds.
+    bool unreadable = false;
+};
+
+IniFiles::IniFiles() = default;
+IniFiles::~IniFiles() = default;
+
+IniFiles::Copy& IniFiles::Fresh(Files& files, const QString& path) {
+    auto found =
+        std::find_if(copies_.begin(), copies_.end(), [&](const auto& copy) { return copy->path == path; });
+    if (found == copies_.end()) {
+        copies_.push_back(std::make_unique<Copy>());
+        copies_.back()->path = path;
+        found = copies_.end() - 1;
+    }
+    Copy& copy = **found;
+    const std::optional<FileIdentity> identity = files.Identity(path);
+    if (identity != copy.identity || copy.unreadable) {
+        std::optional<QByteArray> bytes;
+        if (identity) {
+            bytes = files.ReadWhole(path, kLongestFile);
+        }
+        copy.unreadable = identity && !bytes;
+        copy.identity = identity;
+        copy.file = IniFile(bytes.value_or(QByteArray()));
+    }
+    return copy;
+}
+
+const IniFile& IniFiles::Open(Files& files, const QString& path) {
+    return Fresh(files, path).file;
+}
+
+bool IniFiles::Write(Files& files, const QString& path, const QString& section, const QString& key,
+                     const QString& value) {
+    Copy& copy = Fresh(files, path);
+    // A file that can be read though it cannot be looked at is not to be taken for a missing one.
+    if (copy.unreadable || (!copy.identity && files.ReadWhole(path, kLongestFile))) {
+        return false;
+    }
+    const QByteArray before = copy.file.Bytes();
+    copy.file.SetValue(section, key, value);
+    if (copy.identity && copy.file.Bytes() == before) {
+        return true;
+    }
+    if (!WriteFileSafely(files, path, copy.file.Bytes())) {
+        copy.file = IniFile(before);
+        return false;
+    }
+    copy.identity = files.Identity(path);
+    return true;
+}

@@ -1,0 +1,38 @@
+// Replacing a file in one step.
+#include "settings/safe_write.h"
+
+#include "platform/files.h"
+
+namespace {
+
+// Writes the temporary file and makes sure that it, and its name, are on the disk.
+bool Prepare(Files& files, const QString& path, const QString& temporary, const QString& folder,
+             const QByteArray& bytes) {
+    if (!files.Write(temporary, bytes, true)) {
+        return false;
+    }
+    if (files.Identity(path)) {
+        files.CopyRights(path, temporary);
+    }
+    // A folder that cannot be synced has to be found out while the old file is still in its place.
+    return files.SyncFolder(folder);
+}
+
+} // namespace
+
+bool WriteFileSafely(Files& files, const QString& path, const QByteArray& bytes) {
+    const QString place = files.RealPath(path);
+    const qsizetype slash = place.lastIndexOf(u'/');
+    const QString folder = slash < 0    ? QStringLiteral(".")
+                           : slash == 0 ? QStringLiteral("/")
+                                        : place.left(slash);
+    const QString temporary = place.left(slash + 1) + u'.' + place.mid(slash + 1) + QStringLiteral(".new");
+    // What a power cut has left behind may be anything, a file that we may not write to included.
+    files.Remove(temporary);
+    if (!Prepare(files, place, temporary, folder, bytes) || !files.Rename(temporary, place)) {
+        files.Remove(temporary);
+        return false;
+    }
+    files.SyncFolder(folder);
+    return true;
+}

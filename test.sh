@@ -1,0 +1,91 @@
+#!/bin/bash
+# Installs what is missing, builds everything and runs every test and check. Its last line counts them.
+# What has passed and not changed since is not repeated: the sanitizer run as a whole, clang-tidy a source at a time.
+set -uo pipefail
+cd -- "$(dirname -- "$0")" || exit 1
+
+passed=0
+failed=0
+jobs=$(nproc)
+
+finish() {
+    echo "$passed passed, $failed failed"
+    [ "$failed" -eq 0 ]
+    exit
+}
+
+# Counts a check that is no ctest run as one test.
+count() {
+    if [ "$2" -eq 0 ]; then
+        passed=$((passed + 1))
+    else
+        failed=$((failed + 1))
+        echo "FAILED: $1"
+    fi
+}
+
+build() {
+    if ! tools/build.sh "$1" "$2"; then
+        count "building in $2" 1
+        finish
+    fi
+}
+
+# Runs the tests of a build folder and adds up what its last line says. A run without tests is a failure.
+run_tests() {
+    local log=$1/ctest.log summary
+    ctest --test-dir "$1" --output-on-failure --no-tests=error -j "$jobs" >"$log" 2>&1
+    summary=$(grep -E '^[0-9]+% tests passed, [0-9]+ tests failed out of [0-9]+' "$log" | tail -n 1)
+    if [[ $summary =~ ,\ ([0-9]+)\ tests\ failed\ out\ of\ ([0-9]+) ]]; then
+        passed=$((passed + BASH_REMATCH[2] - BASH_REMATCH[1]))
+        failed=$((failed + BASH_REMATCH[1]))
+        echo "$1: $summary"
+        if [ "${BASH_REMATCH[1]}" -ne 0 ]; then
+            grep -vE '^ *Start +[0-9]+:|   Passed  ' "$log"
+            return 1
+        fi
+        return 0
+    fi
+    tail -n 20 "$log"
+    count "the tests of $1 could not be run" 1
+    return 1
+}
+
+# What the sanitizer run depends on.
+hash_of_sources() {
+    find src tests home demo tools bench CMakeLists.txt CMakePresets.json -type f ! -path '*/__pycache__/*' -print0 |
+        sort -z | xargs -0 sha256sum | sha256sum
+}
+
+run_sanitized() {
+    local stamp=build/sanitize.passed now
+    now=$(hash_of_sources)
+    if [ -f "$stamp" ] && [ "$(<"$stamp")" = "$now" ]; then
+        echo "build/sanitize: nothing has changed since it passed"
+        return
+    fi
+    build sanitize build/sanitize
+    # Leaks of the libraries that we cannot mend are listed one by one; anything else is ours.
+    export LSAN_OPTIONS="suppressions=$PWD/tests/leaks.supp:print_suppressions=0"
+    export UBSAN_OPTIONS=print_stacktrace=1
+    if run_tests build/sanitize; then
+        echo "$now" >"$stamp"
+    fi
+}
+
+check_format() {
+    find src tests bench -name '*.cpp' -o -name '*.h' | sort | xargs clang-format --dry-run -Werror
+    count "the format of the sources (clang-format -i)" $?
+}
+
+if ! tools/install_packages.sh build run test; then
+    count "installing packages" 1
+    finish
+fi
+build release build
+check_format
+run_tests build
+run_sanitized
+tools/run_tidy.py build
+count "clang-tidy" $?
+finish

@@ -1,0 +1,208 @@
+"""A virtual screen with the real jukebox on it, for tests that press keys and look at the picture."""
+import contextlib
+import ctypes
+import os
+import pathlib
+import select
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+import unittest
+import wave
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+PROGRAM = os.environ.get("VANTORIX", str(ROOT / "build" / "vantorix"))
+# Seconds that anything may take; nothing waits for them unless something is wrong.
+PATIENCE = 60
+
+SCREEN_SIZE = (1280, 720)
+
+
+def wait_until(condition, what, patience=PATIENCE):
+    """Asks again and again until the answer is true, and gives it back; fails with words after the patience."""
+    end = time.monotonic() + patience
+    while True:
+        answer = condition()
+        if answer:
+            return answer
+        if time.monotonic() > end:
+            raise AssertionError(f"{what}: not within {patience} s")
+        time.sleep(0.02)
+
+
+class Screen:
+    """An X server of its own, ended with the test."""
+
+    def __init__(self, folder):
+        reading, writing = os.pipe()
+        self.log = open(folder / "xvfb.log", "wb")
+        width, height = SCREEN_SIZE
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp", "-noreset"],
+            pass_fds=[writing], stdout=self.log, stderr=self.log)
+        os.close(writing)
+        with os.fdopen(reading) as number:
+            ready, _, _ = select.select([number], [], [], PATIENCE)
+            if not ready:
+                raise AssertionError("Xvfb did not start")
+            self.display = ":" + number.readline().strip()
+        self.environment = {**os.environ, "DISPLAY": self.display, "XDG_RUNTIME_DIR": str(folder)}
+        for unwanted in ("QT_QPA_PLATFORM", "WAYLAND_DISPLAY"):
+            self.environment.pop(unwanted, None)
+
+    def end(self):
+        self.server.terminate()
+        self.server.wait()
+        self.log.close()
+
+    def run(self, *command):
+        return subprocess.run(command, env=self.environment, capture_output=True, check=True, timeout=PATIENCE).stdout
+
+    def press(self, *keys):
+        self.run("xdotool", "key", *keys)
+
+    def click(self, x, y):
+        self.run("xdotool", "mousemove", str(x), str(y), "click", "1")
+
+    def picture(self):
+        """The pixels of the whole screen, row by row, three bytes each."""
+        # A screenshot fails when a window comes or goes in the middle of it.
+        for _ in range(10):
+            with contextlib.suppress(subprocess.CalledProcessError):
+                data = self.run("import", "-silent", "-window", "root", "-depth", "8", "ppm:-")
+                return data[-3 * SCREEN_SIZE[0] * SCREEN_SIZE[1]:]
+        raise AssertionError("no screenshot could be taken")
+
+    def window(self, name="Vantorix Jukebox"):
+        return int(self.run("xdotool", "search", "--name", f"^{name}$").split()[0])
+
+
+class ClientMessage(ctypes.Structure):
+    """XClientMessageEvent of Xlib.h."""
+    _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
+                ("display", ctypes.c_void_p), ("window", ctypes.c_ulong), ("message_type", ctypes.c_ulong),
+                ("format", ctypes.c_int), ("data", ctypes.c_long * 5), ("padding", ctypes.c_long * 24)]
+
+
+def request_close(screen, window):
+    """What a window manager sends when somebody clicks on its close button."""
+    x11 = ctypes.CDLL("libX11.so.6")
+    x11.XOpenDisplay.restype = ctypes.c_void_p
+    x11.XInternAtom.restype = ctypes.c_ulong
+    display = ctypes.c_void_p(x11.XOpenDisplay(screen.display.encode()))
+    message = ClientMessage(type=33, window=window, format=32)
+    message.message_type = x11.XInternAtom(display, b"WM_PROTOCOLS", 0)
+    message.data[0] = x11.XInternAtom(display, b"WM_DELETE_WINDOW", 0)
+    x11.XSendEvent(display, ctypes.c_ulong(window), 0, ctypes.c_long(0), ctypes.byref(message))
+    x11.XCloseDisplay(display)
+
+
+def is_black(picture):
+    return not any(picture)
+
+
+def write_tone(path, seconds):
+    """A WAV file of silence."""
+    with wave.open(str(path), "wb") as file:
+        file.setnchannels(2)
+        file.setsampwidth(2)
+        file.setframerate(44100)
+        file.writeframes(bytes(4 * 44100 * seconds))
+
+
+def edit(path, old, new):
+    """Replaces a text that has to be there."""
+    text = path.read_bytes().decode()
+    if old not in text:
+        raise AssertionError(f"{path.name} has no {old!r}")
+    path.write_bytes(text.replace(old, new, 1).encode())
+
+
+class DeskTest(unittest.TestCase):
+    """Every test has a screen, an application folder as it is delivered, and a small music library."""
+
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vantorix-desk-"))
+        self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
+        self.home = self.folder / "home"
+        shutil.copytree(ROOT / "home", self.home)
+        self.music = self.folder / "music"
+        for name in ("First", "Second"):
+            (self.music / f"{name} Album").mkdir(parents=True)
+            write_tone(self.music / f"{name} Album" / f"Some Artist - {name} Track.wav", 30)
+        edit(self.home / "config.ini", "\nStartPath=\n", f"\nStartPath={self.music}\n")
+        self.screen = Screen(self.folder)
+        self.addCleanup(self.screen.end)
+        self.jukebox = None
+
+    def start(self, *arguments):
+        """Starts the jukebox; it is ended with the test if it still runs then."""
+        self.errors = self.folder / "stderr"
+        with open(self.errors, "wb") as errors:
+            self.jukebox = subprocess.Popen([PROGRAM, "--home", str(self.home), *arguments],
+                                            env=self.screen.environment, stderr=errors, stdout=errors)
+        self.addCleanup(self.end_by_force)
+
+    def end_by_force(self):
+        if self.jukebox.poll() is None:
+            self.jukebox.kill()
+        self.jukebox.wait()
+
+    def start_and_see(self, *arguments):
+        """Starts the jukebox and gives back the first picture that is not black."""
+        self.start(*arguments)
+        return self.see_change(bytes(3 * SCREEN_SIZE[0] * SCREEN_SIZE[1]), "the first picture")
+
+    def see_change(self, before, what):
+        def changed():
+            self.fail_if_ended(what)
+            picture = self.screen.picture()
+            return picture if picture != before else None
+        return wait_until(changed, what)
+
+    def see_again(self, picture, what):
+        wait_until(lambda: self.screen.picture() == picture, what)
+
+    def fail_if_ended(self, what):
+        if self.jukebox.poll() is not None:
+            self.fail(f"{what}: the jukebox ended with {self.jukebox.returncode}\n{self.told()}")
+
+    def told(self):
+        return self.errors.read_text(encoding="utf-8", errors="replace")
+
+    def log(self):
+        """The lines of the log without their time stamps."""
+        with contextlib.suppress(FileNotFoundError):
+            lines = (self.home / "vantorix.log").read_bytes().decode().split("\r\n")
+            return [line[19:] for line in lines if line]
+        return []
+
+    def see_log(self, line):
+        def has_line():
+            self.fail_if_ended(f"the log line {line!r}")
+            return line in self.log()
+        wait_until(has_line, f"the log line {line!r}")
+
+    def press_until(self, key, condition, what):
+        """Presses a key, and presses it again when nothing comes of it: a key that meets a running animation is
+        dropped by the jukebox."""
+        def pressed():
+            self.fail_if_ended(what)
+            self.screen.press(key)
+            with contextlib.suppress(AssertionError):
+                return wait_until(condition, what, 2)
+            return None
+        return wait_until(pressed, what)
+
+    def press_until_log(self, key, line):
+        self.press_until(key, lambda: line in self.log(), f"the log line {line!r} after {key}")
+
+    def assert_ends(self, code):
+        with contextlib.suppress(subprocess.TimeoutExpired):
+            self.jukebox.wait(PATIENCE)
+        self.assertEqual(self.jukebox.poll(), code, self.told())
+
+    def signal(self, number=signal.SIGTERM):
+        self.jukebox.send_signal(number)

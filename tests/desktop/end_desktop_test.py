@@ -1,0 +1,143 @@
+"""The ways out: signals, the window system's wish, a stop by an error, a wrong command line."""
+import os
+import pty
+import select
+import signal
+import subprocess
+import time
+import tty
+import unittest
+
+import desk
+
+
+class Ends(desk.DeskTest):
+    def test_each_signal_ends_it_by_the_exit_routine(self):
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+            with self.subTest(number.name):
+                self.start_and_see()
+                self.signal(number)
+                self.assert_ends(0)
+
+    def test_the_windows_close_request_ends_it(self):
+        self.start_and_see()
+        desk.request_close(self.screen, self.screen.window())
+        self.assert_ends(0)
+
+    def test_a_signal_ends_it_while_it_waits_for_a_silent_controller(self):
+        controller, line = pty.openpty()
+        self.addCleanup(os.close, controller)
+        self.addCleanup(os.close, line)
+        tty.setraw(line)
+        desk.edit(self.home / "config.ini", "\nActive=false", "\nActive=true")
+        self.start_and_see("--serial", f"1={os.ttyname(line)}")
+        self.press_until_log("Return", " : Some Artist - First Track.wav")
+        received = bytearray()
+
+        def receive(wanted):
+            if select.select([controller], [], [], 0)[0]:
+                received.extend(os.read(controller, 65536))
+            return wanted in received
+
+        self.press_until("Return", lambda: receive(b"AT+R-0\r\nAT+R-0\r\n"), "the jukebox asks again and again")
+        self.signal()
+        desk.wait_until(lambda: receive(b"AT+R-1\r\n"), "the controller is set free")
+        self.assert_ends(0)
+
+
+class Stops(desk.DeskTest):
+    def break_theme(self):
+        theme = self.home / "themes" / "default" / "theme.ini"
+        lines = theme.read_text(encoding="utf-8").splitlines()
+        kept = [line for line in lines if not line.lower().startswith("zonelistx=")]
+        self.assertEqual(len(kept), len(lines) - 1)
+        theme.write_text("\n".join(kept) + "\n", encoding="utf-8")
+        return theme
+
+    def assert_told(self, where):
+        lines = [line for line in self.told().splitlines() if "run-time error" in line]
+        self.assertEqual(len(lines), 1, self.told())
+        for words in ("13", "Type mismatch", str(where), "zonelist", "ZoneListX"):
+            self.assertIn(words.lower(), lines[0].lower())
+        logged = [line for line in self.log() if "erreur 13" in line]
+        self.assertEqual(len(logged), 1, self.log())
+        self.assertIn("ZoneListX".lower(), logged[0].lower())
+
+    def test_a_broken_theme_is_told_on_a_page_that_a_key_closes(self):
+        theme = self.break_theme()
+        start = time.monotonic()
+        page = self.start_and_see()
+        self.assertFalse(desk.is_black(page))
+
+        def press():
+            self.screen.press("a")
+            return self.jukebox.poll() is not None
+        desk.wait_until(press, "the page goes by a key", 12)
+        self.assert_ends(1)
+        self.assertLess(time.monotonic() - start, 60)
+        self.assert_told(theme)
+
+    def test_the_page_closes_by_itself(self):
+        self.break_theme()
+        self.start_and_see()
+        seen = time.monotonic()
+        self.assert_ends(1)
+        self.assertGreater(time.monotonic() - seen, 5)
+
+    def test_the_page_closes_by_a_signal(self):
+        self.break_theme()
+        self.start_and_see()
+        seen = time.monotonic()
+        self.signal()
+        self.assert_ends(1)
+        self.assertLess(time.monotonic() - seen, 12)
+
+    def test_a_port_that_does_not_exist_is_told(self):
+        desk.edit(self.home / "config.ini", "\nActive=false", "\nActive=true")
+        self.start_and_see("--serial", "1=/dev/there is none")
+        self.signal()
+        self.assert_ends(1)
+        self.assertIn("8002", self.told())
+        self.assertIn("/dev/there is none", self.told())
+
+    def test_an_unwritable_log_is_told(self):
+        (self.home / "vantorix.log").mkdir()
+        self.start_and_see()
+        self.signal()
+        self.assert_ends(1)
+        self.assertIn("75", self.told())
+
+
+class CommandLine(unittest.TestCase):
+    def run_with(self, *arguments, **environment):
+        unset = ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")
+        clean = {name: value for name, value in os.environ.items() if name not in unset}
+        return subprocess.run([desk.PROGRAM, *arguments], env={**clean, **environment}, capture_output=True,
+                              text=True, timeout=desk.PATIENCE)
+
+    def test_help_and_version_need_no_display(self):
+        answer = self.run_with("--help")
+        self.assertEqual((answer.returncode, answer.stderr), (0, ""))
+        self.assertIn("--home DIR", answer.stdout)
+        answer = self.run_with("--version")
+        self.assertEqual((answer.returncode, answer.stderr), (0, ""))
+        self.assertRegex(answer.stdout, r"^vantorix \d+\.\d+\.\d+\n$")
+
+    def test_a_wrong_command_line_is_code_2_and_one_line(self):
+        for arguments in (["--hom", "/"], ["x"], ["--home"], ["--serial", "1"], ["--home", "/there is no such folder"]):
+            with self.subTest(arguments):
+                answer = self.run_with(*arguments)
+                self.assertEqual((answer.returncode, answer.stdout), (2, ""))
+                self.assertEqual(len(answer.stderr.splitlines()), 1, answer.stderr)
+
+    def test_without_a_display_it_says_so(self):
+        home = str(desk.ROOT / "home")
+        for environment in ({}, {"DISPLAY": ":987654"}, {"QT_QPA_PLATFORM": "there is none"}):
+            with self.subTest(environment):
+                answer = self.run_with("--home", home, **environment)
+                self.assertEqual(answer.returncode, 1, answer.stderr)
+                self.assertIn("vantorix: ", answer.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()

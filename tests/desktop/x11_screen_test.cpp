@@ -1,0 +1,106 @@
+// Display modes on an X server that this test may change: see on_a_screen.py.
+#include "platform/qt/x11_screen.h"
+
+// Before the headers of X11, which take names like None for themselves.
+#include <gtest/gtest.h>
+
+#include <X11/Xlib.h>
+#include <X11/extensions/Xrandr.h>
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+struct Size {
+    int width = 0;
+    int height = 0;
+    bool operator==(const Size&) const = default;
+};
+
+// The server's side of the test: it knows one mode only, and gets others here.
+class Server {
+public:
+    Server() : display_(XOpenDisplay(nullptr)) {}
+    ~Server() { XCloseDisplay(display_); }
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+
+    Size Root() {
+        XSync(display_, False);
+        XWindowAttributes attributes = {};
+        XGetWindowAttributes(display_, DefaultRootWindow(display_), &attributes);
+        return {attributes.width, attributes.height};
+    }
+    void AddMode(Size size) {
+        XRRScreenResources* resources = XRRGetScreenResourcesCurrent(display_, DefaultRootWindow(display_));
+        std::string name = std::to_string(size.width) + "x" + std::to_string(size.height);
+        XRRModeInfo mode = {};
+        mode.width = static_cast<unsigned>(size.width);
+        mode.height = static_cast<unsigned>(size.height);
+        mode.hTotal = mode.width + 100;
+        mode.vTotal = mode.height + 20;
+        mode.dotClock = 60UL * mode.hTotal * mode.vTotal;
+        mode.name = name.data();
+        mode.nameLength = static_cast<unsigned>(name.size());
+        const RRMode id = XRRCreateMode(display_, DefaultRootWindow(display_), &mode);
+        XRRAddOutputMode(display_, resources->outputs[0], id);
+        XRRFreeScreenResources(resources);
+        XSync(display_, False);
+    }
+
+private:
+    Display* display_;
+};
+
+bool Lists(const X11Screen& screen, Size size) {
+    const auto modes = screen.Modes();
+    return std::any_of(modes.begin(), modes.end(), [&](const X11Mode& mode) {
+        return Size{mode.width, mode.height} == size;
+    });
+}
+
+} // namespace
+
+TEST(X11Screen, ChangesTheModeAndGoesBack) {
+    Server server;
+    const auto screen = X11Screen::Open();
+    ASSERT_TRUE(screen);
+    const Size first = server.Root();
+    EXPECT_TRUE(Lists(*screen, first));
+    for (const Size size : {Size{800, 600}, Size{640, 480}}) {
+        EXPECT_FALSE(Lists(*screen, size));
+        EXPECT_FALSE(screen->SetMode({size.width, size.height}));
+        EXPECT_EQ(server.Root(), first) << "a mode that is not listed changes nothing";
+        server.AddMode(size);
+        EXPECT_TRUE(Lists(*screen, size));
+        EXPECT_TRUE(screen->SetMode({size.width, size.height}));
+        EXPECT_EQ(server.Root(), size);
+        EXPECT_TRUE(screen->SetMode({first.width, first.height}));
+        EXPECT_EQ(server.Root(), first);
+    }
+}
+
+TEST(X11Screen, RefusesAModeLargerThanTheServerCanShow) {
+    Server server;
+    const auto screen = X11Screen::Open();
+    ASSERT_TRUE(screen);
+    const Size first = server.Root();
+    server.AddMode({16'000, 12'000});
+    EXPECT_FALSE(screen->SetMode({16'000, 12'000}));
+    EXPECT_EQ(server.Root(), first);
+}
+
+TEST(X11Screen, TellsThePixelsAndHoldsOffTheSaver) {
+    const auto screen = X11Screen::Open();
+    ASSERT_TRUE(screen);
+    EXPECT_EQ(screen->BitsPerPixel(), 32);
+    screen->ResetScreenSaver();
+}
+
+// Unknown modes and the like are errors of the protocol; the toolkit makes them harmless in the jukebox.
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
+    return RUN_ALL_TESTS();
+}

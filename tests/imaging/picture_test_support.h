@@ -1,0 +1,117 @@
+// What the tests of pictures share: fixtures, ports, and pictures made in place.
+#pragma once
+
+#include "core/path_text.h"
+#include "imaging/c32bppdib.h"
+#include "imaging/surface.h"
+#include "platform/event_pump.h"
+#include "platform/posix/dlopened_zlib.h"
+#include "platform/posix/posix_files.h"
+#include "platform/simulated/failing_files.h"
+#include "platform/simulated/simulated_zlib.h"
+
+#include <QCryptographicHash>
+#include <QString>
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <utility>
+#include <vector>
+
+// An event pump that counts, and runs once what the test gives it.
+struct CountingPump : EventPump {
+    void DoEvents() override {
+        ++calls;
+        if (const auto now = std::exchange(pending, nullptr)) {
+            now();
+        }
+    }
+    void Wait(double /*milliseconds*/) override { DoEvents(); }
+
+    int calls = 0;
+    std::function<void()> pending;
+};
+
+// A machine for pictures: the real files, failing on demand, and the compression library, there or not.
+struct PictureMachine {
+    DlopenedZlib zlib;
+    NoZlib noZlib;
+    PosixFiles realFiles;
+    FailingFiles files{realFiles};
+    CountingPump pump;
+
+    PicturePorts WithZlib() { return {files, zlib, pump}; }
+    PicturePorts WithoutZlib() { return {files, noZlib, pump}; }
+};
+
+inline QString FixturePath(const QString& name) {
+    return TextOfPath(TESTS_FOLDER "/images/") + name;
+}
+
+inline QByteArray Fixture(const QString& name) {
+    return PosixFiles().ReadWhole(FixturePath(name), std::int64_t{1} << 30).value_or(QByteArray());
+}
+
+inline std::span<const std::uint8_t> SpanOf(const QByteArray& bytes) {
+    return {reinterpret_cast<const std::uint8_t*>(bytes.constData()), static_cast<std::size_t>(bytes.size())};
+}
+
+// All pixels of an image object, bottom-up.
+inline std::vector<std::uint8_t> PixelsOf(const c32bppDIB& image) {
+    const std::size_t size = image.ScanWidth() * static_cast<std::size_t>(image.Height());
+    return {image.BitsPointer(), image.BitsPointer() + size};
+}
+
+inline QByteArray Sha256Of(const c32bppDIB& image) {
+    const auto pixels = PixelsOf(image);
+    const QByteArray bytes(reinterpret_cast<const char*>(pixels.data()),
+                           static_cast<qsizetype>(pixels.size()));
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
+}
+
+// A pixel of an image object as 0xAARRGGBB, colour multiplied by alpha, row 0 at the top.
+inline QRgb PixelAt(const c32bppDIB& image, int x, int y) {
+    const auto row = static_cast<std::size_t>(image.Height() - y - 1);
+    const std::uint8_t* const pixel =
+        image.BitsPointer() + row * image.ScanWidth() + static_cast<std::size_t>(x) * 4;
+    return qRgba(pixel[2], pixel[1], pixel[0], pixel[3]);
+}
+
+// An image object whose pixel at (x, y) is what `colour` says, as 0xAARRGGBB, colour multiplied by alpha.
+inline c32bppDIB MakeImage(int width, int height, const std::function<QRgb(int, int)>& colour) {
+    c32bppDIB image;
+    image.InitializeDIB(width, height);
+    std::uint8_t* to = image.BitsPointer();
+    for (int y = height - 1; y >= 0; --y) {
+        for (int x = 0; x < width; ++x) {
+            const QRgb value = colour(x, y);
+            *to++ = static_cast<std::uint8_t>(qBlue(value));
+            *to++ = static_cast<std::uint8_t>(qGreen(value));
+            *to++ = static_cast<std::uint8_t>(qRed(value));
+            *to++ = static_cast<std::uint8_t>(qAlpha(value));
+        }
+    }
+    image.alpha = true;
+    return image;
+}
+
+inline Surface MakeSurface(int width, int height, const std::function<QRgb(int, int)>& colour) {
+    Surface surface;
+    Resize(surface, width, height);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            surface.picture.setPixel(x, y, colour(x, y));
+        }
+    }
+    return surface;
+}
+
+inline QRgb PixelAt(const Surface& surface, int x, int y) {
+    return surface.picture.pixel(x, y);
+}
+
+// A colour for each place that no other place near it has.
+inline QRgb PatternAt(int x, int y) {
+    return qRgb((x * 37 + y * 11) & 255, (x * 5 + y * 71) & 255, (x * y) & 255);
+}

@@ -1,0 +1,260 @@
+// The PNG decoder's own rules, each by the fixture that shows it.
+#include "imaging/png_parser.h"
+
+#include "imaging/picture_test_support.h"
+
+#include <gtest/gtest.h>
+
+#include <QtEndian>
+
+#include <map>
+#include <string>
+
+namespace {
+
+// The library, counting what it is asked.
+class CountingZlib : public DlopenedZlib {
+public:
+    bool Has(const char* routine) override {
+        ++questions[routine];
+        return DlopenedZlib::Has(routine);
+    }
+    int Uncompress(std::span<std::uint8_t> target, std::size_t& written,
+                   std::span<const std::uint8_t> source) override {
+        ++inflations;
+        return refuses ? -5 : DlopenedZlib::Uncompress(target, written, source);
+    }
+
+    std::map<std::string, int> questions;
+    int inflations = 0;
+    bool refuses = false;
+};
+
+QByteArray Png(const char* name) {
+    return Fixture(QStringLiteral("png/%1.png").arg(QString::fromLatin1(name)));
+}
+
+bool Load(const QByteArray& bytes, c32bppDIB& image, ZlibLibrary& zlib) {
+    return cPNGparser().LoadStream(SpanOf(bytes), image, 0, static_cast<std::size_t>(bytes.size()), zlib);
+}
+
+// The image of a fixture that loads on every machine.
+c32bppDIB Loaded(const char* name) {
+    NoZlib zlib;
+    c32bppDIB image;
+    EXPECT_TRUE(Load(Png(name), image, zlib)) << name;
+    return image;
+}
+
+bool Loads(const char* name) {
+    DlopenedZlib zlib;
+    c32bppDIB image;
+    const bool isLoaded = Load(Png(name), image, zlib);
+    EXPECT_EQ(image.Handle() != 0, isLoaded);
+    return isLoaded;
+}
+
+void Append(QByteArray& file, const char* type, const QByteArray& data) {
+    DlopenedZlib zlib;
+    const QByteArray typeAndData = QByteArray(type) + data;
+    char number[4];
+    qToBigEndian(static_cast<quint32>(data.size()), number);
+    file += QByteArray(number, 4) + typeAndData;
+    qToBigEndian(zlib.Crc32(0, SpanOf(typeAndData)), number);
+    file += QByteArray(number, 4);
+}
+
+// A PNG of any declared size around the given zlib stream.
+QByteArray PngOf(int width, int height, int depth, int type, const QByteArray& stream) {
+    QByteArray header(13, '\0');
+    qToBigEndian(width, header.data());
+    qToBigEndian(height, header.data() + 4);
+    header[8] = static_cast<char>(depth);
+    header[9] = static_cast<char>(type);
+    QByteArray file("\x89PNG\r\n\x1a\n");
+    Append(file, "IHDR", header);
+    Append(file, "IDAT", stream);
+    Append(file, "IEND", {});
+    return file;
+}
+
+TEST(PngParser, ABadDataChecksumFailsWithTheLibraryAndIsNotTestedWithoutIt) {
+    DlopenedZlib zlib;
+    NoZlib noZlib;
+    c32bppDIB image;
+    EXPECT_FALSE(Load(Png("bad-checksum-idat"), image, zlib));
+    EXPECT_EQ(image.Handle(), 0);
+    EXPECT_TRUE(Load(Png("bad-checksum-idat"), image, noZlib));
+    EXPECT_EQ(image.Width(), 9);
+}
+
+TEST(PngParser, WithoutTheLibraryTheOwnInflateGivesTheSamePixels) {
+    DlopenedZlib zlib;
+    NoZlib noZlib;
+    c32bppDIB with;
+    c32bppDIB without;
+    ASSERT_TRUE(Load(Png("colour-alpha-8-plain-mixed"), with, zlib));
+    ASSERT_TRUE(Load(Png("colour-alpha-8-plain-mixed"), without, noZlib));
+    EXPECT_EQ(PixelsOf(with), PixelsOf(without));
+}
+
+TEST(PngParser, WhatTheLibraryCannotInflateGoesToTheOwnInflate) {
+    CountingZlib zlib;
+    zlib.refuses = true;
+    c32bppDIB image;
+    EXPECT_TRUE(Load(Png("colour-8-plain-mixed"), image, zlib));
+    EXPECT_EQ(zlib.inflations, 1);
+    EXPECT_EQ(Sha256Of(image), Sha256Of(Loaded("colour-8-plain-mixed")));
+}
+
+TEST(PngParser, AsksForEachRoutineOnceALoad) {
+    CountingZlib zlib;
+    c32bppDIB image;
+    EXPECT_TRUE(Load(Png("data-in-many-chunks"), image, zlib));
+    EXPECT_EQ(zlib.questions, (std::map<std::string, int>{{"crc32", 1}, {"uncompress", 1}}));
+}
+
+TEST(PngParser, AChunkPastTheEndOfTheFileIsAnError) {
+    EXPECT_FALSE(Loads("chunk-past-the-end"));
+    EXPECT_FALSE(Loads("chunk-of-4-gigabytes"));
+    EXPECT_FALSE(Loads("chunk-that-passes-the-end-by-its-checksum"));
+}
+
+TEST(PngParser, AFileWithoutItsEndIsAnError) {
+    EXPECT_FALSE(Loads("no-end"));
+}
+
+TEST(PngParser, GammaChangesNothing) {
+    EXPECT_EQ(Sha256Of(Loaded("gamma-is-not-applied")), Sha256Of(Loaded("colour-8-plain-0")));
+}
+
+TEST(PngParser, APaletteOf100BytesIsAnErrorExceptInGrey) {
+    EXPECT_FALSE(Loads("palette-of-100-bytes"));
+    EXPECT_TRUE(Loads("palette-of-any-length-in-a-grey-picture"));
+}
+
+TEST(PngParser, EntriesBehindTheTransparencyOfAPaletteAreOpaque) {
+    const c32bppDIB opaque = Loaded("palette-8-plain-0");
+    const c32bppDIB image = Loaded("palette-4-plain-0-trns-three");
+    EXPECT_TRUE(image.alpha);
+    EXPECT_FALSE(opaque.alpha);
+    int opaquePixels = 0;
+    int clearPixels = 0;
+    for (int y = 0; y < image.Height(); ++y) {
+        for (int x = 0; x < image.Width(); ++x) {
+            opaquePixels += qAlpha(PixelAt(image, x, y)) == 255;
+            clearPixels += PixelAt(image, x, y) == 0;
+        }
+    }
+    // Entry 0 is clear, entry 1 half transparent, entry 2 and all behind the three opaque.
+    EXPECT_GT(opaquePixels, 40);
+    EXPECT_GT(clearPixels, 0);
+}
+
+TEST(PngParser, AOneBitPaletteWithoutAPaletteIsBlackAndWhite) {
+    const c32bppDIB image = Loaded("palette-missing-1");
+    std::map<QRgb, int> colours;
+    for (int y = 0; y < image.Height(); ++y) {
+        for (int x = 0; x < image.Width(); ++x) {
+            ++colours[PixelAt(image, x, y)];
+        }
+    }
+    EXPECT_EQ(colours.size(), 2U);
+    EXPECT_GT(colours[0xFF000000], 0);
+    EXPECT_GT(colours[0xFFFFFFFF], 0);
+}
+
+TEST(PngParser, AnInterlacedPictureOfWidthOneSkipsThePassesWithoutColumns) {
+    const c32bppDIB image = Loaded("size-1x8-colour-8-adam7");
+    EXPECT_EQ(image.Width(), 1);
+    EXPECT_EQ(image.Height(), 8);
+    EXPECT_EQ(Sha256Of(image), Sha256Of(Loaded("size-1x8-colour-8-plain")));
+}
+
+TEST(PngParser, FilterFiveFails) {
+    EXPECT_FALSE(Loads("filter-5"));
+    EXPECT_FALSE(Loads("filter-5-in-the-last-row"));
+    EXPECT_FALSE(Loads("filter-5-in-the-second-pass"));
+}
+
+TEST(PngParser, SamplesOf16BitsAreCutToTheirHighBytes) {
+    // One pixel of 0x12FF, 0x80FF, 0xFFFF.
+    const QByteArray raw("\0\x12\xFF\x80\xFF\xFF\xFF", 7);
+    NoZlib zlib;
+    c32bppDIB image;
+    ASSERT_TRUE(Load(PngOf(1, 1, 16, kPngColour, qCompress(raw).mid(4)), image, zlib));
+    EXPECT_EQ(PixelAt(image, 0, 0), qRgba(0x12, 0x80, 0xFF, 0xFF));
+}
+
+TEST(PngParser, ColourIsMultipliedByAlphaAndCut) {
+    const QByteArray raw("\0\xFF\x64\x01\x7F", 5);
+    NoZlib zlib;
+    c32bppDIB image;
+    ASSERT_TRUE(Load(PngOf(1, 1, 8, kPngColourAlpha, qCompress(raw).mid(4)), image, zlib));
+    EXPECT_EQ(PixelAt(image, 0, 0), qRgba(127, 49, 0, 127)); // 100 * 127 / 255 is 49.8
+}
+
+TEST(PngParser, ColourPicturesCountAsTransparentWhateverTheyHold) {
+    EXPECT_TRUE(Loaded("colour-8-plain-0").alpha);
+    EXPECT_TRUE(Loaded("colour-alpha-8-plain-0").alpha);
+    EXPECT_FALSE(Loaded("grey-8-plain-0").alpha);
+    EXPECT_TRUE(Loaded("grey-8-plain-0-trns-hit").alpha);
+}
+
+TEST(PngParser, AForbiddenPairOfDepthAndTypeDrawsNothing) {
+    const c32bppDIB image = Loaded("forbidden-colour-4-plain-draws-nothing");
+    EXPECT_EQ(PixelsOf(image), std::vector<std::uint8_t>(252, 0));
+    EXPECT_TRUE(image.alpha);
+}
+
+TEST(PngParser, TheTransparentColourOf16BitsIsComparedTwiceByHighBytes) {
+    const c32bppDIB image = Loaded("trns-colour-16-takes-near-colours-along");
+    EXPECT_EQ(PixelAt(image, 0, 0), 0U);
+    EXPECT_EQ(PixelAt(image, 1, 0), 0U);
+    EXPECT_NE(PixelAt(image, 2, 0), 0U);
+}
+
+TEST(PngParser, ReadsAPartOfALongerStream) {
+    const QByteArray png = Png("colour-8-plain-0");
+    const QByteArray around = QByteArray(5, 'x') + png + QByteArray(9, 'y');
+    DlopenedZlib zlib;
+    c32bppDIB image;
+    EXPECT_TRUE(
+        cPNGparser().LoadStream(SpanOf(around), image, 5, static_cast<std::size_t>(png.size()), zlib));
+    EXPECT_FALSE(
+        cPNGparser().LoadStream(SpanOf(around), image, 4, static_cast<std::size_t>(png.size()), zlib));
+    EXPECT_EQ(image.Handle(), 0);
+    EXPECT_FALSE(cPNGparser().LoadStream(SpanOf(around), image, 5, SIZE_MAX, zlib));
+    EXPECT_FALSE(cPNGparser().LoadStream(SpanOf(around), image, SIZE_MAX, 1, zlib));
+}
+
+TEST(PngParser, FailsWhereverTheFileIsCut) {
+    DlopenedZlib zlib;
+    NoZlib noZlib;
+    c32bppDIB image;
+    const QByteArray png = Png("palette-4-adam7-mixed-trns-three");
+    for (qsizetype size = 0; size < png.size(); ++size) {
+        EXPECT_FALSE(Load(png.left(size), image, zlib)) << size;
+        EXPECT_FALSE(Load(png.left(size), image, noZlib)) << size;
+        EXPECT_EQ(image.Handle(), 0);
+    }
+}
+
+TEST(PngParser, AHeaderThatLiesAboutItsSizeFailsBeforeMemoryIsUsed) {
+    NoZlib zlib;
+    c32bppDIB image;
+    // 100000 x 2500 pixels are just below the limit; the data end at once.
+    EXPECT_FALSE(Load(PngOf(100'000, 2500, 8, kPngColourAlpha, QByteArray("\x78\x9c\x63", 3)), image, zlib));
+    EXPECT_FALSE(Load(PngOf(100'000, 2500, 16, kPngColour, QByteArray("\x78\x9c\x63", 3)), image, zlib));
+}
+
+TEST(PngParser, APictureOfMoreThanOneGigabyteFails) {
+    NoZlib zlib;
+    c32bppDIB image;
+    const QByteArray empty("\x78\x9c\x03\0\0\0\0\x01", 8);
+    EXPECT_FALSE(Load(PngOf(16'384, 16'385, 1, kPngGrey, empty), image, zlib));
+    EXPECT_FALSE(Load(PngOf(0x7FFFFFFF, 0x7FFFFFFF, 8, kPngColourAlpha, empty), image, zlib));
+    EXPECT_TRUE(Load(PngOf(1000, 10, 1, kPngGrey, empty), image, zlib));
+}
+
+} // namespace

@@ -1,0 +1,57 @@
+// Files found whatever the case of their names.
+#include "library/find_file.h"
+
+#include "platform/simulated/failing_files.h"
+#include "support/home_folder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class FindFileTest : public testing::Test {
+protected:
+    QString Find(const char* name) { return FindFile(files, home.Path(), QString::fromUtf8(name)); }
+
+    HomeFolder home;
+    FailingFiles files{home.files()};
+};
+
+TEST_F(FindFileTest, TheExactNameFirst) {
+    home.Write(QStringLiteral("Folder.jpg"));
+    const QString exact = home.Write(QStringLiteral("folder.jpg"));
+    home.Write(QStringLiteral("FOLDER.JPG"));
+    EXPECT_EQ(Find("folder.jpg"), exact);
+    EXPECT_EQ(files.Calls("ListFolder"), 0) << "the folder is read only when needed";
+}
+
+TEST_F(FindFileTest, ElseTheFirstOfThoseThatDifferInCaseOnly) {
+    home.Write(QStringLiteral("folder.JPG"));
+    const QString first = home.Write(QStringLiteral("FOLDER.jpg"));
+    EXPECT_EQ(Find("folder.jpg"), first);
+    const QString accent = home.Write(QString::fromUtf8("ÉTÉ.jpg"));
+    EXPECT_EQ(Find("été.jpg"), accent);
+}
+
+TEST_F(FindFileTest, NothingIsEmpty) {
+    EXPECT_EQ(Find("folder.jpg"), QString());
+    EXPECT_EQ(FindFile(files, home.Path(QStringLiteral("none")), QStringLiteral("x")), QString());
+    home.Write(QStringLiteral("FOLDER.jpg"));
+    files.Fail("ListFolder");
+    EXPECT_EQ(Find("folder.jpg"), QString());
+}
+
+TEST_F(FindFileTest, AFolderIsNoFile) {
+    home.MakeFolder(QStringLiteral("folder.jpg"));
+    home.MakeFolder(QStringLiteral("FOLDER.JPG"));
+    EXPECT_EQ(Find("folder.jpg"), QString());
+}
+
+TEST_F(FindFileTest, FileExistsTakesTheExactPathOfAFile) {
+    const QString path = home.Write(QStringLiteral("a.mp3"));
+    EXPECT_TRUE(FileExists(files, path));
+    EXPECT_FALSE(FileExists(files, home.Path(QStringLiteral("A.mp3"))));
+    EXPECT_FALSE(FileExists(files, home.MakeFolder(QStringLiteral("b.mp3"))));
+    EXPECT_FALSE(FileExists(files, QString()));
+}
+
+} // namespace

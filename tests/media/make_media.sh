@@ -1,0 +1,55 @@
+#!/bin/bash
+# Makes the music and film files of the tests with ffmpeg: make_media.sh FOLDER. Several may run at once; the work is
+# done once, and again when this script has changed.
+set -euo pipefail
+
+folder=$1
+mkdir -p "$folder"
+exec 9>"$folder/.lock"
+flock 9
+stamp=$(cksum <"$0")
+if [ -f "$folder/.stamp" ] && [ "$(cat "$folder/.stamp")" = "$stamp" ]; then
+    exit 0
+fi
+rm -f "$folder/.stamp"
+cd "$folder"
+
+make() {
+    ffmpeg -nostdin -v error -y "$@"
+}
+
+# Twenty seconds: a sweep, which tells the time by its frequency, with noise in every second stretch of four seconds, so
+# that encoders of varying bit rate have something to vary.
+make -f lavfi -i "aevalsrc='0.4*sin(2*PI*(300*t+20*t*t))+0.2*(random(0)-0.5)*lt(mod(t,8),4)|0.4*sin(2*PI*(300*t+20*t*t))':s=44100:d=20" song.wav
+make -i song.wav -b:a 128k cbr.mp3
+make -i song.wav -b:a 128k -write_xing 0 cbr_noheader.mp3
+make -i song.wav -q:a 4 vbr.mp3
+make -i song.wav -q:a 4 -write_xing 0 -id3v2_version 0 vbr_noheader.mp3
+make -i song.wav song.flac
+make -i song.wav song.wma
+make -i song.wav -c:a libvorbis song.ogg
+make -i song.wav song.m4a
+make -i song.wav -ar 48000 -ac 1 -c:a pcm_s24le mono48k.wav
+make -i song.wav -ar 8000 -ac 1 -c:a pcm_u8 mono8k.wav
+
+# Files that say one length and have another.
+head -c $(($(stat -c %s cbr.mp3) / 5)) cbr.mp3 >truncated.mp3
+head -c $(($(stat -c %s song.flac) / 5)) song.flac >truncated.flac
+head -c $(($(stat -c %s song.wav) / 5)) song.wav >truncated.wav
+head -c $(($(stat -c %s song.m4a) / 5)) song.m4a >truncated.m4a
+
+# More than four hours that do not tell their length, at two bit rates: frames of such a file can simply be put one
+# behind the other.
+for rate in 8k 16k; do
+    make -i song.wav -ar 8000 -ac 1 -b:a $rate -write_xing 0 -id3v2_version 0 slow.mp3
+    for _ in $(seq 400); do
+        cat slow.mp3
+    done
+done >long_noheader.mp3
+
+make -f lavfi -i testsrc=size=160x120:rate=10:d=2 -c:v mpeg4 pictures_only.mp4
+make -f lavfi -i testsrc=size=160x120:rate=10:d=2 -f lavfi -i sine=frequency=440:sample_rate=44100:d=2 -c:v mpeg4 -c:a aac film.mp4
+make -f lavfi -i testsrc=size=160x120:d=0.1 -frames:v 1 cover.png
+make -i cbr.mp3 -i cover.png -map 0:a -map 1:v -c copy -disposition:v attached_pic with_cover.mp3
+
+echo "$stamp" >.stamp

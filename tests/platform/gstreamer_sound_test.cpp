@@ -1,0 +1,313 @@
+// Tests of what is really heard: the cabinet's sound on a private PulseAudio server, recorded and measured.
+#include "platform/gstreamer/audio_library.h"
+#include "platform/gstreamer/media_graph.h"
+
+#include "platform/gstreamer_media.h"
+
+#include <sys/prctl.h>
+
+#include <algorithm>
+#include <atomic>
+#include <csignal>
+#include <iostream>
+#include <limits>
+#include <memory>
+#include <mutex>
+
+namespace {
+
+using media::Amplitude;
+using media::Eventually;
+using media::Samples;
+using media::SecondsNow;
+
+// The server of tests/desktop/pulse.sh, which ends with this process at the latest.
+class PulseServer {
+public:
+    explicit PulseServer(const QString& folder) : folder_(folder) {
+        qputenv("PULSE_SERVER", "unix:" + folder.toUtf8() + "/native");
+        Start();
+    }
+    ~PulseServer() { Stop(); }
+    PulseServer(const PulseServer&) = delete;
+    PulseServer& operator=(const PulseServer&) = delete;
+
+    void Start() {
+        server_ = std::make_unique<QProcess>();
+        server_->setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
+        server_->start(QStringLiteral(TESTS_FOLDER "/desktop/pulse.sh"), {QStringLiteral("serve"), folder_});
+        EXPECT_TRUE(server_->waitForStarted());
+        EXPECT_TRUE(Eventually([] {
+            QProcess query;
+            query.start(QStringLiteral("pactl"), {QStringLiteral("info")});
+            return query.waitForFinished(2000) && query.exitCode() == 0;
+        })) << "no PulseAudio server";
+    }
+    void Stop() {
+        server_->terminate();
+        if (!server_->waitForFinished(5000)) {
+            server_->kill();
+            server_->waitForFinished(5000);
+        }
+    }
+
+private:
+    QString folder_;
+    std::unique_ptr<QProcess> server_;
+};
+
+// Everything that the server's sink plays, from the making of this object on.
+class Recording {
+public:
+    Recording() : thread_([this] { Record(); }) {}
+    ~Recording() {
+        quit_ = true;
+        thread_.join();
+    }
+    Recording(const Recording&) = delete;
+    Recording& operator=(const Recording&) = delete;
+
+    Samples All() const {
+        const std::lock_guard lock(mutex_);
+        return samples_;
+    }
+    std::size_t Frames() const {
+        const std::lock_guard lock(mutex_);
+        return samples_.size() / 2;
+    }
+    // The last frames, fewer when there are fewer.
+    Samples Last(std::size_t frames) const {
+        const std::lock_guard lock(mutex_);
+        const std::size_t count = std::min(frames * 2, samples_.size());
+        return {samples_.end() - static_cast<std::ptrdiff_t>(count), samples_.end()};
+    }
+    // When a frame was heard, by SecondsNow. Samples reach us after they have sounded, so the earliest
+    // arrivals tell best; the result is late by the shortest way through the server, and never early.
+    double TimeOf(std::size_t frame) const {
+        const std::lock_guard lock(mutex_);
+        return start_ + static_cast<double>(frame) / 44100;
+    }
+
+private:
+    void Record() {
+        QProcess recorder;
+        recorder.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        recorder.start(QStringLiteral("parec"),
+                       {QStringLiteral("--device=cabinet.monitor"), QStringLiteral("--format=s16le"),
+                        QStringLiteral("--rate=44100"), QStringLiteral("--channels=2"),
+                        QStringLiteral("--latency-msec=5"), QStringLiteral("--raw")});
+        QByteArray rest;
+        while (!quit_) {
+            recorder.waitForReadyRead(10);
+            rest += recorder.readAllStandardOutput();
+            const double now = SecondsNow();
+            const qsizetype whole = rest.size() / 4 * 4;
+            const auto* first = reinterpret_cast<const std::int16_t*>(rest.constData());
+            const std::lock_guard lock(mutex_);
+            samples_.insert(samples_.end(), first, first + whole / 2);
+            if (whole > 0) {
+                start_ = std::min(start_, now - static_cast<double>(samples_.size() / 2) / 44100);
+            }
+            rest.remove(0, whole);
+        }
+        recorder.kill();
+        recorder.waitForFinished(5000);
+    }
+
+    mutable std::mutex mutex_;
+    Samples samples_;
+    double start_ = std::numeric_limits<double>::max();
+    std::atomic<bool> quit_{false};
+    std::thread thread_;
+};
+
+constexpr std::size_t kStretch = 4410;
+
+// The last 0.1 s were this tone at this amplitude and nothing else.
+bool Sounds(const Recording& recording, double frequency, double amplitude) {
+    const Samples last = recording.Last(kStretch);
+    if (last.size() < kStretch * 2) {
+        return false;
+    }
+    double power = 0;
+    for (const std::int16_t sample : last) {
+        power += static_cast<double>(sample) * sample / 32768 / 32768;
+    }
+    const double heard = Amplitude(last, 0, kStretch, frequency);
+    const double rest = power / static_cast<double>(last.size()) - heard * heard / 2;
+    return std::abs(heard - amplitude) < 0.02 && std::abs(rest) < 0.002;
+}
+
+bool IsSilent(const Recording& recording) {
+    const Samples last = recording.Last(kStretch);
+    return last.size() == kStretch * 2 &&
+           std::all_of(last.begin(), last.end(), [](auto s) { return s == 0; });
+}
+
+class GstreamerSound : public testing::Test {
+protected:
+    std::uint32_t Play(const QByteArray& name, double frequency, double seconds, double amplitude = 0.5) {
+        const QString path = scratch.WriteTone(name, frequency, seconds, amplitude);
+        const std::uint32_t handle = library.BASS_StreamCreateFile(path, kSampleLoop);
+        EXPECT_NE(handle, 0U);
+        EXPECT_TRUE(library.BASS_ChannelPlay(handle, false));
+        return handle;
+    }
+
+    media::Scratch scratch;
+    PulseServer server{scratch.Path()};
+    Recording recording;
+    GstAudioLibrary library;
+};
+
+TEST_F(GstreamerSound, TonesAreHeardAndPauseIsSilence) {
+    ASSERT_TRUE(library.BASS_Init(-1, 44100, 0));
+    EXPECT_FALSE(library.IsSilent());
+    const std::uint32_t first = Play("a.wav", 440, 5);
+    ASSERT_TRUE(Eventually([&] { return Sounds(recording, 440, 0.5); }));
+    EXPECT_LT(Amplitude(recording.Last(kStretch), 0, kStretch, 1000), 0.01);
+
+    library.BASS_ChannelPause(first);
+    const std::int64_t held = library.BASS_ChannelGetPosition(first);
+    ASSERT_TRUE(Eventually([&] { return IsSilent(recording); }));
+    EXPECT_EQ(library.BASS_ChannelGetPosition(first), held);
+    library.BASS_ChannelPlay(first, false);
+    ASSERT_TRUE(Eventually([&] { return Sounds(recording, 440, 0.5); }));
+
+    library.BASS_StreamFree(first);
+    ASSERT_TRUE(Eventually([&] { return IsSilent(recording); }));
+    const std::uint32_t second = Play("b.wav", 1000, 5, 0.25);
+    ASSERT_TRUE(Eventually([&] { return Sounds(recording, 1000, 0.25); }));
+    EXPECT_LT(Amplitude(recording.Last(kStretch), 0, kStretch, 440), 0.01);
+    library.BASS_ChannelStop(second);
+    EXPECT_TRUE(Eventually([&] { return IsSilent(recording); }));
+}
+
+// A sample of a pure sine follows from the two before it; where it does not, something is missing or too
+// much.
+std::size_t CountGlitches(const Samples& samples, std::size_t from, std::size_t to, double frequency) {
+    const double factor = 2 * std::cos(2 * std::numbers::pi * frequency / 44100);
+    std::size_t glitches = 0;
+    for (std::size_t i = from + 2; i < to; ++i) {
+        const double expected = factor * samples[2 * i - 2] - samples[2 * i - 4];
+        glitches += std::abs(samples[2 * i] - expected) > 100 ? 1 : 0;
+    }
+    return glitches;
+}
+
+TEST_F(GstreamerSound, SeamOfALoopIsNotHeard) {
+    ASSERT_TRUE(library.BASS_Init(-1, 44100, 0));
+    const std::uint32_t handle = Play("loop.wav", 441, 2);
+    ASSERT_TRUE(Eventually([&] { return Sounds(recording, 441, 0.5); }));
+    const std::size_t from = recording.Frames() - kStretch / 2;
+    ASSERT_TRUE(Eventually([&] { return recording.Frames() > from + 44100 * 13 / 2; }, 20));
+    library.BASS_ChannelStop(handle);
+
+    const Samples heard = recording.All();
+    const std::size_t to = from + 44100 * 13 / 2;
+    std::size_t zeros = 0;
+    std::size_t longest = 0;
+    for (std::size_t i = from; i < to; ++i) {
+        zeros = heard[2 * i] == 0 ? zeros + 1 : 0;
+        longest = std::max(longest, zeros);
+    }
+    EXPECT_LE(longest, 88U) << "frames of silence";
+    EXPECT_EQ(CountGlitches(heard, from, to, 441), 0U);
+    EXPECT_NEAR(Amplitude(heard, from, to - from, 441), 0.5, 0.01);
+}
+
+TEST_F(GstreamerSound, ThemeSoundStartsWithin25Milliseconds) {
+    ASSERT_TRUE(library.BASS_Init(-1, 44100, 0));
+    // Music on the left, the sound, which begins at its full height, on the right.
+    Samples music = media::Tone(440, 4, 0.3);
+    Samples burst = media::Tone(11025, 0.05, 0.5);
+    for (std::size_t i = 0; i < music.size(); i += 2) {
+        music[i + 1] = 0;
+    }
+    for (std::size_t i = 0; i < burst.size(); i += 2) {
+        burst[i] = 0;
+        burst[i + 1] = i % 4 == 0 ? 16000 : -16000;
+    }
+    const auto handle =
+        library.BASS_StreamCreateFile(scratch.Write("m.wav", media::WavBytes(music)), kSampleLoop);
+    library.BASS_ChannelPlay(handle, false);
+    GstMediaGraphs graphs;
+    const auto sound = graphs.CreateGraph(QStringLiteral("SoundInsertCoin"));
+    sound->RenderFile(scratch.Write("coin.wav", media::WavBytes(burst)));
+
+    const auto heardAt = [&](std::size_t from) {
+        const Samples all = recording.All();
+        for (std::size_t i = from; i < all.size() / 2; ++i) {
+            if (std::abs(all[2 * i + 1]) > 8000) {
+                return i;
+            }
+        }
+        return std::size_t{0};
+    };
+    const auto quiet = [&] {
+        const Samples last = recording.Last(kStretch);
+        return last.size() == kStretch * 2 && heardAt(recording.Frames() - kStretch) == 0 &&
+               Amplitude(last, 0, kStretch, 440) > 0.25;
+    };
+    std::vector<double> delays;
+    for (int i = 0; i < 15; ++i) {
+        ASSERT_TRUE(Eventually(quiet));
+        const std::size_t from = recording.Frames();
+        const double start = SecondsNow();
+        sound->SetCurrentPosition(0);
+        sound->Run();
+        std::size_t frame = 0;
+        ASSERT_TRUE(Eventually([&] { return (frame = heardAt(from)) != 0; }));
+        delays.push_back(recording.TimeOf(frame) - start);
+    }
+    std::sort(delays.begin(), delays.end());
+    std::cout << "theme sound after " << delays[0] * 1000 << " to " << delays[14] * 1000 << " ms, median "
+              << delays[7] * 1000 << " ms\n";
+    EXPECT_LE(delays[7], 0.025);
+    EXPECT_GT(delays[0], -0.005);
+}
+
+TEST_F(GstreamerSound, ServerThatGoesAwayIsFoundAgainWhileTheStreamGoesOn) {
+    ASSERT_TRUE(library.BASS_Init(-1, 44100, 0));
+    const std::uint32_t handle = Play("a.wav", 440, 60);
+    ASSERT_TRUE(Eventually([&] { return Sounds(recording, 440, 0.5); }));
+    server.Stop();
+    ASSERT_TRUE(Eventually([&] { return library.IsSilent(); }));
+    const std::int64_t lost = library.BASS_ChannelGetPosition(handle);
+    const double start = SecondsNow();
+    ASSERT_TRUE(Eventually([&] { return library.BASS_ChannelGetPosition(handle) > lost + 176400; }));
+    EXPECT_NEAR(SecondsNow() - start, 1.0, 0.2);
+    std::array<float, 512> fft{};
+    EXPECT_TRUE(library.BASS_ChannelGetData(handle, fft));
+
+    server.Start();
+    ASSERT_TRUE(Eventually([&] { return !library.IsSilent(); }, 15));
+    const Recording again;
+    EXPECT_TRUE(Eventually([&] { return Sounds(again, 440, 0.5); }));
+}
+
+TEST_F(GstreamerSound, CommandsAreHeardSoon) {
+    ASSERT_TRUE(library.BASS_Init(-1, 44100, 0));
+    const std::uint32_t handle = Play("a.wav", 1000, 10);
+    ASSERT_TRUE(Eventually([&] { return Sounds(recording, 1000, 0.5); }));
+    std::vector<double> delays;
+    for (int i = 0; i < 9; ++i) {
+        const double start = SecondsNow();
+        library.BASS_ChannelPause(handle);
+        ASSERT_TRUE(Eventually([&] { return IsSilent(recording); }));
+        const Samples all = recording.All();
+        std::size_t frame = all.size() / 2;
+        while (frame > 0 && all[2 * frame - 2] == 0 && all[2 * frame - 1] == 0) {
+            --frame;
+        }
+        delays.push_back(recording.TimeOf(frame) - start);
+        library.BASS_ChannelPlay(handle, false);
+        ASSERT_TRUE(Eventually([&] { return Sounds(recording, 1000, 0.5); }));
+    }
+    std::sort(delays.begin(), delays.end());
+    std::cout << "pause is silence after " << delays[4] * 1000 << " ms (median), " << delays[8] * 1000
+              << " ms (longest)\n";
+    EXPECT_LE(delays[4], 0.1);
+}
+
+} // namespace

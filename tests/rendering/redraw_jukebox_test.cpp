@@ -1,0 +1,277 @@
+// The whole frame: its steps, the repair of the cursor, the scaled texts of the Main block, the selected
+// slot.
+#include "rendering/redraw_jukebox.h"
+
+#include "rendering/track_zone.h"
+#include "support/jukebox.h"
+
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr QRgb kAmber = qRgb(255, 184, 46); // the ground of a selected slot in the test theme
+
+class Frame : public testing::Test {
+protected:
+    // Starts with this many tracks on pages of two columns of this many rows.
+    void StartWith(Jukebox& box, int tracks, int rows = 10) {
+        box.SetTheme(u"zonelist"_s, u"ZoneListNbTracksParColonne"_s, QString::number(rows));
+        for (int track = 0; track < tracks; ++track) {
+            box.Track(u"%1.mp3"_s.arg(100 + track));
+        }
+        box.Start();
+    }
+    // The log lines of one more frame, texts by their words alone.
+    QStringList LogOfFrame(Jukebox& box) {
+        const qsizetype before = box.Log().size();
+        RedrawJukebox(box.form);
+        QStringList lines = box.Log().mid(before);
+        for (QString& line : lines) {
+            if (line.startsWith(u" : DrawText ("_s)) {
+                line = line.mid(13).section(u',', 0, 0);
+            }
+        }
+        return lines;
+    }
+};
+
+TEST_F(Frame, TheMainBlocksLinesAreDrawnBeforeAndAfterItsBoxes) {
+    Jukebox box;
+    box.SetKey(u"config.ini"_s, u"Main"_s, u"ManageCoin"_s, u"true"_s);
+    StartWith(box, 1);
+    EXPECT_EQ(LogOfFrame(box),
+              QStringList({u" : RedrawJukebox"_s, u" : BlockMainRedrawInfos"_s, u"PLEASE"_s, u"INSERT COIN"_s,
+                           u"0"_s, QString(), u" : BlockMainRedrawInfos"_s, u"PLEASE"_s, u"INSERT COIN"_s}));
+}
+
+TEST_F(Frame, WithoutCoinsNoCreditsAreWritten) {
+    Jukebox box;
+    StartWith(box, 1);
+    EXPECT_EQ(LogOfFrame(box), QStringList({u" : RedrawJukebox"_s, u" : BlockMainRedrawInfos"_s, u"PLEASE"_s,
+                                            u"SELECT A TRACK"_s, QString(), u" : BlockMainRedrawInfos"_s,
+                                            u"PLEASE"_s, u"SELECT A TRACK"_s}));
+}
+
+TEST_F(Frame, WithoutTheMainBlockAFrameWritesNoText) {
+    Jukebox box;
+    box.SetKey(u"config.ini"_s, u"Main"_s, u"ShowMainZone"_s, u"false"_s);
+    box.SetKey(u"config.ini"_s, u"Main"_s, u"ManageCoin"_s, u"true"_s);
+    StartWith(box, 1);
+    EXPECT_EQ(LogOfFrame(box), QStringList{u" : RedrawJukebox"_s});
+}
+
+TEST_F(Frame, TextsOnTheScreenAreScaledWithTheirFonts) {
+    Jukebox box(QSize(1280, 720));
+    box.SetKey(u"config.ini"_s, u"Main"_s, u"ManageCoin"_s, u"true"_s);
+    StartWith(box, 1);
+    const QStringList texts = box.DrawnTexts();
+    EXPECT_TRUE(texts.contains(u"PLEASE,912,10,352,28,Vantorix Test,18,172,186,204,center,center"_s));
+    EXPECT_TRUE(texts.contains(u"INSERT COIN,912,40,352,28,Vantorix Test,18,244,242,234,center,center"_s));
+    EXPECT_TRUE(texts.contains(u"0,920,84,104,40,Vantorix Test,18,255,184,46,center,center"_s));
+    EXPECT_TRUE(texts.contains(u",1048,84,208,40,Vantorix Test,18,244,242,234,center,center"_s));
+}
+
+// 1.25 times: sizes and places are rounded half to even.
+TEST_F(Frame, ScaledTextsAreRoundedHalfToEven) {
+    Jukebox box(QSize(800, 450));
+    StartWith(box, 1);
+    // 456 x 1.25 = 570, 20 x 1.25 = 25, 176 x 1.25 = 220, 14 x 1.25 = 17.5, 9 x 1.25 = 11.25.
+    EXPECT_TRUE(box.DrawnTexts().contains(
+        u"SELECT A TRACK,570,25,220,18,Vantorix Test,11,244,242,234,center,center"_s));
+    // 524 x 1.25 = 655, 42 x 1.25 = 52.5.
+    EXPECT_TRUE(box.DrawnTexts().contains(u",655,52,130,25,Vantorix Test,11,244,242,234,center,center"_s));
+}
+
+// --- The cursor
+// -----------------------------------------------------------------------------------------------
+
+struct CursorRow {
+    float x;
+    float y;
+    float repairedX;
+    float repairedY;
+    int slot;
+};
+
+class CursorRepair : public Frame, public testing::WithParamInterface<CursorRow> {};
+
+// Seven tracks on a page of two columns of five rows: the right column holds two.
+TEST_P(CursorRepair, TheCursorWalksBackToTheLastEntry) {
+    Jukebox box;
+    StartWith(box, 7, 5);
+    box.form.SelX = GetParam().x;
+    box.form.SelY = GetParam().y;
+    RedrawJukebox(box.form);
+    EXPECT_EQ(box.form.SelX, GetParam().repairedX);
+    EXPECT_EQ(box.form.SelY, GetParam().repairedY);
+    EXPECT_EQ(box.form.NumTrack, GetParam().slot);
+    EXPECT_EQ(box.form.CurrentPage, 0);
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Places, CursorRepair, testing::Values(
+    CursorRow{ 1,  1, 1, 1, 0},
+    CursorRow{ 1,  5, 1, 5, 4},
+    CursorRow{ 2,  2, 2, 2, 6},
+    CursorRow{ 2,  3, 2, 2, 6},
+    CursorRow{ 2,  5, 2, 2, 6},
+    CursorRow{ 0,  3, 1, 3, 2},
+    CursorRow{-4, -4, 1, 1, 0},
+    CursorRow{ 2,  0, 2, 1, 5}));
+// clang-format on
+
+TEST_F(Frame, TheWalkGoesFromTheRightColumnIntoTheLeft) {
+    Jukebox box;
+    StartWith(box, 23, 10);
+    box.form.CurrentPage = 1; // three entries
+    DrawZoneList(box.form);
+    box.form.SelX = 2;
+    box.form.SelY = 4;
+    RedrawJukebox(box.form);
+    EXPECT_EQ(box.form.SelX, 1);
+    EXPECT_EQ(box.form.SelY, 3);
+    EXPECT_EQ(box.form.NumTrack, 2);
+    EXPECT_EQ(box.form.CurrentPage, 1);
+}
+
+TEST_F(Frame, AnEmptyPageBehindTheLastGivesWayToTheFirst) {
+    Jukebox box;
+    StartWith(box, 5, 2);
+    box.form.CurrentPage = 2;
+    box.form.SelX = 2;
+    box.form.SelY = 2;
+    DrawZoneList(box.form);
+    ASSERT_EQ(box.form.InfoPath(0), QString());
+    const qsizetype before = box.Log().count(u" : DrawZoneList"_s);
+    RedrawJukebox(box.form);
+    EXPECT_EQ(box.form.CurrentPage, 0);
+    EXPECT_EQ(box.form.SelX, 1);
+    EXPECT_EQ(box.form.SelY, 1);
+    EXPECT_EQ(box.form.InfoTitre(0), u"100.mp3"_s);
+    EXPECT_EQ(box.form.NumTrack, 4); // what painting the page left in it
+    EXPECT_EQ(box.Log().count(u" : DrawZoneList"_s), before + 1);
+}
+
+TEST_F(Frame, AnEmptyFolderLeavesTheCursorAtTheEndOfPageZero) {
+    Jukebox box;
+    StartWith(box, 0, 5);
+    EXPECT_EQ(box.form.CurrentPage, 0);
+    EXPECT_EQ(box.form.NbPages, 0);
+    EXPECT_EQ(box.form.SelX, 2);
+    EXPECT_EQ(box.form.SelY, 5);
+    EXPECT_EQ(box.form.NumTrack, 0);
+    // The repair of the first frame painted the page a second time.
+    EXPECT_EQ(box.Log().count(u" : DrawZoneList"_s), 2);
+}
+
+TEST_F(Frame, OnlyAnotherSlotUnderTheCursorEndsTheIdleTime) {
+    Jukebox box;
+    StartWith(box, 3);
+    box.form.IdleTicks = 40;
+    RedrawJukebox(box.form);
+    EXPECT_EQ(box.form.IdleTicks, 40);
+    box.form.SelY = 3;
+    RedrawJukebox(box.form);
+    EXPECT_EQ(box.form.IdleTicks, 1);
+    EXPECT_EQ(box.form.LastDrawnSlot, 2);
+}
+
+// --- The remaining time
+// ---------------------------------------------------------------------------------------
+
+struct RemainRow {
+    double length;
+    const char* remain;
+};
+
+class FrameRemain : public Frame, public testing::WithParamInterface<RemainRow> {};
+
+TEST_P(FrameRemain, MinutesAreCutAndSecondsRounded) {
+    Jukebox box;
+    StartWith(box, 1);
+    box.form.IsPlaying = -1;
+    box.form.TrackLengthSeconds = GetParam().length;
+    RedrawJukebox(box.form);
+    EXPECT_EQ(box.form.Remain, QString::fromLatin1(GetParam().remain));
+    EXPECT_EQ(box.form.TrackPositionSeconds, 0);
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Lengths, FrameRemain, testing::Values(
+    RemainRow{   0,    "00:00"},
+    RemainRow{  59.4,  "00:59"},
+    RemainRow{  59.5,  "00:60"},
+    RemainRow{  60,    "01:00"},
+    RemainRow{ 200.5,  "03:21"},
+    RemainRow{6000,    "100:00"}));
+// clang-format on
+
+TEST_F(Frame, WithNothingPlayingTheRemainingTimeIsEmptied) {
+    Jukebox box;
+    StartWith(box, 1);
+    box.form.Remain = u"01:00"_s;
+    RedrawJukebox(box.form);
+    EXPECT_EQ(box.form.Remain, QString());
+}
+
+// --- The selected slot
+// ----------------------------------------------------------------------------------------
+
+// Deliberate D-14: the zone's corner is added unscaled to the scaled slot.
+TEST_F(Frame, TheSelectedSlotStandsAtItsScaledPlacePlusTheUnscaledCorner) {
+    Jukebox box(QSize(1280, 720));
+    box.SetTheme(u"zonelist"_s, u"ZoneListX"_s, u"10"_s);
+    box.SetTheme(u"zonelist"_s, u"ZoneListY"_s, u"20"_s);
+    StartWith(box, 1);
+    ASSERT_EQ(box.form.ZoneScaleX, 2.0);
+    QRect amber;
+    for (int y = 0; y < 720; ++y) {
+        for (int x = 0; x < 896; ++x) {
+            amber =
+                box.form.Picture_Main.picture.pixel(x, y) == kAmber ? amber.united(QRect(x, y, 1, 1)) : amber;
+        }
+    }
+    // The slot's rectangle is (4, 3, 216, 32); its ground is amber to the edges.
+    EXPECT_EQ(amber, QRect(4 * 2 + 10, 3 * 2 + 20, 216 * 2, 32 * 2));
+}
+
+TEST_F(Frame, OnlyTheListZoneShowsASelectedSlot) {
+    Jukebox box;
+    StartWith(box, 1);
+    ASSERT_EQ(box.form.Picture_Main.picture.pixel(150, 5), kAmber);
+    box.form.ActiveZone = u"main"_s;
+    RedrawJukebox(box.form);
+    EXPECT_NE(box.form.Picture_Main.picture.pixel(150, 5), kAmber);
+    box.form.ActiveZone = u"list"_s;
+    box.form.TactileMode = u"true"_s;
+    RedrawJukebox(box.form);
+    EXPECT_NE(box.form.Picture_Main.picture.pixel(150, 5), kAmber);
+}
+
+// --- Pointers
+// -------------------------------------------------------------------------------------------------
+
+TEST_F(Frame, EveryFrameGivesThreeObjectsTheirPointer) {
+    Jukebox box;
+    StartWith(box, 1);
+    for (const auto& [mode, pointer] :
+         {std::pair{u"false"_s, 99}, std::pair{u"true"_s, 0}, std::pair{u"no"_s, 0}}) {
+        box.form.TactileMode = mode;
+        box.platform.calls.Clear();
+        RedrawJukebox(box.form);
+        QStringList objects;
+        for (const QJsonArray& call : box.platform.calls.Entries()) {
+            if (call[0] == u"MousePointer"_s && call[2] == pointer) {
+                objects += call[1].toString();
+            }
+        }
+        EXPECT_EQ(objects.size(), 3) << mode.toStdString();
+        EXPECT_TRUE(objects.contains(u"Picture_Main"_s) && objects.contains(u"Picture_MainVideo"_s));
+    }
+}
+
+} // namespace

@@ -1,0 +1,318 @@
+// Shortening, placing and writing text; accents.
+#include "rendering/text.h"
+
+#include "imaging/surface.h"
+#include "support/jukebox.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// The test font at nine points: every character is six pixels wide, a line twelve high.
+constexpr int kCharacter = 6;
+constexpr int kLine = 12;
+const QString kFont = QStringLiteral("Vantorix Test");
+const QString kLeft = QStringLiteral("left");
+const QString kTop = QStringLiteral("top");
+
+class DrawTextTest : public testing::Test {
+protected:
+    void SetUp() override {
+        const QString font = TextOfPath(TESTS_FOLDER "/fonts/vantorix_test.ttf");
+        ASSERT_GT(box.platform.fonts.AddFontResource(font), 0);
+        Resize(pic, 120, 60);
+    }
+
+    void Draw(const QString& text, const TextBox& where, const QString& align = kLeft,
+              const QString& vAlign = kTop) {
+        DrawText(box.form, pic, text, where, style, align, vAlign);
+    }
+    std::optional<ProgramStop> StopOfDraw(const QString& text, const TextBox& where,
+                                          const QString& align = kLeft, const QString& vAlign = kTop) {
+        return StopOf([&] { Draw(text, where, align, vAlign); });
+    }
+
+    // A surface that bears nothing but this text at this place.
+    QImage Written(const QString& text, int x, int y) const {
+        Surface plain;
+        Resize(plain, pic.Width(), pic.Height());
+        plain.FontName = style.Typo;
+        plain.FontSize = style.TypoSize;
+        plain.ForeColor = qRgb(10, 200, 30);
+        TextOutA(plain, x, y, text);
+        return plain.picture;
+    }
+    QImage Empty() const { return Written(QString(), 0, 0); }
+
+    Jukebox box;
+    Surface pic;
+    TextStyle style{kFont, 9, QStringLiteral("10,200,30")};
+};
+
+TEST_F(DrawTextTest, TheTestFontHasTheSizesThatTheseTestsCountOn) {
+    pic.FontName = kFont;
+    pic.FontSize = 9;
+    EXPECT_EQ(TextWidth(pic, QStringLiteral("ABC")), 3 * kCharacter);
+    EXPECT_EQ(TextWidth(pic, QStringLiteral("...")), 3 * kCharacter);
+    EXPECT_EQ(TextHeight(pic, QStringLiteral("ABC")), kLine);
+    EXPECT_NE(Written(QStringLiteral("A"), 3, 4), Empty());
+    EXPECT_NE(Written(QStringLiteral("A"), 3, 4), Written(QStringLiteral("A"), 4, 4));
+}
+
+// --- Shortening
+// -----------------------------------------------------------------------------------------------
+
+TEST_F(DrawTextTest, ATextExactlyAsWideAsItsBoxStays) {
+    Draw(QStringLiteral("ABCDEFGHIJ"), {2, 3, 10 * kCharacter, kLine});
+    EXPECT_EQ(pic.picture, Written(QStringLiteral("ABCDEFGHIJ"), 2, 3));
+}
+
+TEST_F(DrawTextTest, OnePixelTooWideLosesCharactersUntilTheDotsFit) {
+    Draw(QStringLiteral("ABCDEFGHIJ"), {2, 3, 10 * kCharacter - 1, kLine});
+    EXPECT_EQ(pic.picture, Written(QStringLiteral("ABCDEF..."), 2, 3));
+}
+
+TEST_F(DrawTextTest, AShortenedTextThatFillsItsBoxExactlyIsCutNoFurther) {
+    Draw(QStringLiteral("ABCDEFGHIJK"), {2, 3, 10 * kCharacter, kLine});
+    EXPECT_EQ(pic.picture, Written(QStringLiteral("ABCDEFG..."), 2, 3));
+}
+
+TEST_F(DrawTextTest, ABoxForThreeDotsHoldsThreeDots) {
+    Draw(QStringLiteral("ABCD"), {2, 3, 3 * kCharacter, kLine});
+    EXPECT_EQ(pic.picture, Written(QStringLiteral("..."), 2, 3));
+}
+
+TEST_F(DrawTextTest, NoRoomForThreeDotsEndsTheProgram) {
+    const auto stop = StopOfDraw(QStringLiteral("ABCD"), {2, 3, 3 * kCharacter - 1, kLine});
+    ASSERT_TRUE(stop);
+    EXPECT_EQ(stop->error.number, 5);
+    EXPECT_EQ(stop->routine, QStringLiteral("DrawText"));
+    EXPECT_EQ(pic.picture, Empty());
+}
+
+TEST_F(DrawTextTest, AShortTextNeedsNoRoomForDots) {
+    Draw(QStringLiteral("AB"), {2, 3, 2 * kCharacter, kLine});
+    EXPECT_EQ(pic.picture, Written(QStringLiteral("AB"), 2, 3));
+}
+
+TEST_F(DrawTextTest, ATextWithoutCharactersFitsABoxWithoutWidth) {
+    Draw(QString(), {2, 3, 0, kLine});
+    EXPECT_EQ(pic.picture, Empty());
+    EXPECT_EQ(box.Log().constLast(),
+              QStringLiteral(" : DrawText (,2,3,0,12,Vantorix Test,9,10,200,30,left,top)"));
+}
+
+TEST_F(DrawTextTest, ABoxOfNegativeWidthEndsTheProgramEvenWithoutText) {
+    const auto stop = StopOfDraw(QString(), {2, 3, -1, kLine});
+    ASSERT_TRUE(stop);
+    EXPECT_EQ(stop->error.number, 5);
+}
+
+TEST_F(DrawTextTest, TheHeightTakesNoPartInShortening) {
+    Draw(QStringLiteral("ABC"), {2, 20, 3 * kCharacter, 1}, kLeft, QStringLiteral("center"));
+    EXPECT_EQ(pic.picture, Written(QStringLiteral("ABC"), 2, 14)); // 20 + (0.5 - 6), half to even
+}
+
+// --- Placing
+// --------------------------------------------------------------------------------------------------
+
+struct PlaceRow {
+    const char* align;
+    const char* vAlign;
+    int x;
+    int y;
+};
+
+class DrawTextPlaces : public DrawTextTest, public testing::WithParamInterface<PlaceRow> {};
+
+// A text of 18 x 12 in a box of 40 x 30 at (7, 5).
+TEST_P(DrawTextPlaces, TheWordsPlaceTheText) {
+    const PlaceRow& row = GetParam();
+    Draw(QStringLiteral("ABC"), {7, 5, 40, 30}, QString::fromLatin1(row.align),
+         QString::fromLatin1(row.vAlign));
+    EXPECT_EQ(pic.picture, Written(QStringLiteral("ABC"), row.x, row.y)) << row.align << ' ' << row.vAlign;
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Words, DrawTextPlaces, testing::Values(
+    PlaceRow{"left",   "top",     7,  5},
+    PlaceRow{"LEFT",   "Top",     7,  5},
+    PlaceRow{"Right",  "bottom", 29, 23},
+    PlaceRow{"right",  "BOTTOM", 29, 23},
+    PlaceRow{"center", "center", 18, 14},
+    PlaceRow{"Center", "CENTER", 18, 14},
+    PlaceRow{"",       "",       18, 14},
+    PlaceRow{"middle", "middle", 18, 14},
+    PlaceRow{"left ",  " top",   18, 14},
+    PlaceRow{"top",    "left",   18, 14}));
+// clang-format on
+
+TEST_F(DrawTextTest, AMiddleBetweenTwoPixelsIsTheEvenOne) {
+    Draw(QStringLiteral("A"), {0, 0, 9, 13}, QString(), QString()); // 1.5 and 0.5
+    EXPECT_EQ(pic.picture, Written(QStringLiteral("A"), 2, 0));
+    Cls(pic);
+    Draw(QStringLiteral("A"), {1, 1, 9, 13}, QString(), QString()); // 2.5 and 1.5
+    EXPECT_EQ(pic.picture, Written(QStringLiteral("A"), 2, 2));
+}
+
+TEST_F(DrawTextTest, ATextTallerThanItsBoxIsDrawnWhole) {
+    Draw(QStringLiteral("ABC"), {7, 20, 40, 2}, kLeft, QStringLiteral("bottom"));
+    EXPECT_EQ(pic.picture, Written(QStringLiteral("ABC"), 7, 10));
+}
+
+TEST_F(DrawTextTest, TheGroundShowsBetweenTheLetters) {
+    pic.picture.fill(qRgb(1, 2, 3));
+    Draw(QStringLiteral("A"), {0, 0, 20, 20});
+    int ground = 0;
+    int ink = 0;
+    for (int y = 0; y < kLine; ++y) {
+        for (int x = 0; x < kCharacter; ++x) {
+            ground += pic.picture.pixel(x, y) == qRgb(1, 2, 3) ? 1 : 0;
+            ink += pic.picture.pixel(x, y) == qRgb(10, 200, 30) ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(ink, 18); // the dots of the drawing of "A"
+    EXPECT_EQ(ground, kLine * kCharacter - 18);
+}
+
+TEST_F(DrawTextTest, TheRightAndTheBottomEdgeStayWithin16Bits) {
+    const auto right = StopOfDraw(QStringLiteral("A"), {32767, 0, 6, 12}, QStringLiteral("right"));
+    ASSERT_TRUE(right);
+    EXPECT_EQ(right->error.number, 6);
+    const auto bottom = StopOfDraw(QStringLiteral("A"), {0, 32767, 6, 12}, kLeft, QStringLiteral("bottom"));
+    ASSERT_TRUE(bottom);
+    EXPECT_EQ(bottom->error.number, 6);
+    EXPECT_FALSE(StopOfDraw(QStringLiteral("A"), {32761, 32755, 6, 12}, QStringLiteral("right"),
+                            QStringLiteral("bottom")));
+}
+
+TEST_F(DrawTextTest, AMiddleOrAnUpperCornerMayLieAnywhere) {
+    EXPECT_FALSE(StopOfDraw(QStringLiteral("A"), {32767, 32767, 32767, 32767}));
+    EXPECT_FALSE(StopOfDraw(QStringLiteral("A"), {32767, 32767, 32767, 32767}, QString(), QString()));
+    EXPECT_FALSE(StopOfDraw(QStringLiteral("A"), {-32768, -32768, 32767, -32768}, QString(), QString()));
+    EXPECT_EQ(pic.picture, Empty());
+}
+
+// --- Colour
+// ---------------------------------------------------------------------------------------------------
+
+TEST_F(DrawTextTest, BlanksAndFurtherElementsOfAColourDoNoHarm) {
+    style.TypoColor = QStringLiteral(" 10 , 200,30,40");
+    Draw(QStringLiteral("A"), {2, 3, 20, kLine});
+    EXPECT_EQ(pic.picture, Written(QStringLiteral("A"), 2, 3));
+}
+
+struct ColourRow {
+    const char* colour;
+    int error;
+};
+
+class DrawTextColours : public DrawTextTest, public testing::WithParamInterface<ColourRow> {};
+
+TEST_P(DrawTextColours, AColourOfOtherThanThreeNumbersEndsTheProgram) {
+    style.TypoColor = QString::fromLatin1(GetParam().colour);
+    const auto stop = StopOfDraw(QStringLiteral("A"), {2, 3, 20, kLine});
+    ASSERT_TRUE(stop) << GetParam().colour;
+    EXPECT_EQ(stop->error.number, GetParam().error) << GetParam().colour;
+    EXPECT_EQ(pic.picture, Empty());
+}
+
+// A text split at commas has no elements when it is empty.
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Colours, DrawTextColours, testing::Values(
+    ColourRow{"",             9},
+    ColourRow{"1",            9},
+    ColourRow{"1,2",          9},
+    ColourRow{"red,1,2",     13},
+    ColourRow{"1,2,",        13},
+    ColourRow{"1;2;3",       13},
+    ColourRow{"red,-1,40000", 13},
+    ColourRow{"1,40000,3",    6},
+    ColourRow{"1,2,-1",       5}));
+// clang-format on
+
+TEST_F(DrawTextTest, AFaultyColourIsFoundAfterAFaultyBox) {
+    style.TypoColor = QStringLiteral("red");
+    EXPECT_EQ(StopOfDraw(QStringLiteral("ABCD"), {2, 3, 1, kLine})->error.number, 5);
+    EXPECT_EQ(StopOfDraw(QStringLiteral("A"), {32767, 0, 6, 12}, QStringLiteral("right"))->error.number, 6);
+}
+
+// --- Log and state
+// --------------------------------------------------------------------------------------------
+
+TEST_F(DrawTextTest, TheLogNamesAllArguments) {
+    Draw(QStringLiteral("One, two"), {-2, 3, 90, 40}, QStringLiteral("Left"), QStringLiteral("CENTER"));
+    EXPECT_EQ(box.Log(), QStringList{QStringLiteral(
+                             " : DrawText (One, two,-2,3,90,40,Vantorix Test,9,10,200,30,Left,CENTER)")});
+}
+
+TEST_F(DrawTextTest, TheLogHasTheTextBeforeItIsShortened) {
+    Draw(QStringLiteral("ABCDEFGHIJ"), {2, 3, 59, kLine});
+    EXPECT_TRUE(box.Log().constLast().startsWith(QStringLiteral(" : DrawText (ABCDEFGHIJ,")));
+}
+
+TEST_F(DrawTextTest, TheLogLineComesBeforeAnyFault) {
+    EXPECT_TRUE(StopOfDraw(QStringLiteral("ABCD"), {2, 3, 1, kLine}));
+    style.TypoColor = QStringLiteral("red");
+    EXPECT_TRUE(StopOfDraw(QStringLiteral("A"), {2, 3, 20, kLine}));
+    EXPECT_EQ(box.DrawnTexts().size(), 2);
+}
+
+TEST_F(DrawTextTest, ALogThatCannotBeWrittenEndsTheProgramBeforeAnythingIsDrawn) {
+    box.platform.failures.Add(QStringLiteral("Append"));
+    const auto stop = StopOfDraw(QStringLiteral("A"), {2, 3, 20, kLine});
+    ASSERT_TRUE(stop);
+    EXPECT_EQ(stop->error.number, 75);
+    EXPECT_EQ(pic.FontName, QString());
+    EXPECT_EQ(pic.picture, Empty());
+}
+
+TEST_F(DrawTextTest, TheFontStaysOnTheSurface) {
+    style.TypoSize = 18;
+    Draw(QStringLiteral("A"), {2, 3, 100, 50});
+    EXPECT_EQ(pic.FontName, kFont);
+    EXPECT_EQ(TextWidth(pic, QStringLiteral("ABC")), 2 * 3 * kCharacter);
+    EXPECT_EQ(TextHeight(pic, QString()), 2 * kLine);
+    EXPECT_EQ(pic.ForeColor, qRgb(10, 200, 30));
+}
+
+TEST_F(DrawTextTest, AFaultLeavesTheFontButNotTheColour) {
+    style.TypoSize = 18;
+    EXPECT_TRUE(StopOfDraw(QStringLiteral("ABCD"), {2, 3, 1, kLine}));
+    EXPECT_EQ(TextWidth(pic, QStringLiteral("A")), 2 * kCharacter);
+    EXPECT_EQ(pic.ForeColor, qRgb(0, 0, 0));
+}
+
+TEST_F(DrawTextTest, TheCentredRoutineCentresBothWays) {
+    DrawCentred(box.form, pic, QStringLiteral("ABC"), {7, 5, 40, 30}, style);
+    EXPECT_EQ(pic.picture, Written(QStringLiteral("ABC"), 18, 14));
+    EXPECT_TRUE(box.Log().constLast().endsWith(QStringLiteral(",center,center)")));
+}
+
+TEST_F(DrawTextTest, ASurfaceWithoutPixelsTakesText) {
+    Surface none;
+    DrawText(box.form, none, QStringLiteral("A"), {0, 0, 20, 20}, style, kLeft, kTop);
+    EXPECT_EQ(none.Width(), 0);
+}
+
+// A playlist file may hold a title of any length, and it passes through here.
+TEST_F(DrawTextTest, AVeryLongTextIsShortenedInTime) {
+    Draw(QString(100'000, u'A'), {2, 3, 59, kLine});
+    EXPECT_EQ(pic.picture, Written(QStringLiteral("AAAAAA..."), 2, 3));
+}
+
+// --- Accents
+// --------------------------------------------------------------------------------------------------
+
+TEST(StripAccents, FiftyThreeLettersLoseTheirAccents) {
+    EXPECT_EQ(StripAccents(QStringLiteral("ÀÁÂÃÄÅàáâãäåÒÓÔÕÖØòóôõöøÈÉÊËèéêëÌÍÎÏìíîïÙÚÛÜùúûüÿÑñÇç")),
+              QStringLiteral("AAAAAAaaaaaaOOOOOOooooooEEEEeeeeIIIIiiiiUUUUuuuuyNnCc"));
+}
+
+TEST(StripAccents, EveryOccurrenceIsReplacedAndTheRestStays) {
+    EXPECT_EQ(StripAccents(QStringLiteral("Été à l'été - Œuvre 5 Ýž")),
+              QStringLiteral("Ete a l'ete - Œuvre 5 Ýž"));
+    EXPECT_EQ(StripAccents(QString()), QString());
+}
+
+} // namespace

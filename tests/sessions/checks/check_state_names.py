@@ -1,0 +1,77 @@
+#!/usr/bin/env python3
+"""Every member of a state header has a name in the console's state, and every theme key too."""
+
+import glob
+import os
+import re
+import sys
+
+import check_support
+
+SOURCE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "..", "src")
+
+# Objects are shown by their members: the type, and what stands behind the dot.
+OBJECTS = {
+    "Surface": ["Left", "Top", "Width", "Height", "Visible"],
+    "c32bppDIB": ["Width", "Height"],
+    "FolderList": ["Path", "List"],
+    "FileList": ["Path", "Pattern", "List"],
+    "Timer": ["Enabled", "Interval"],
+    "WindowPlace": ["Left", "Top", "Width", "Height", "Visible"],
+}
+
+# Members whose name in the console is another one, or none.
+CALLED = {
+    "MainWindow": "Form_Main",
+    "iniFiles": None,  # parsed copies of files, no variable
+}
+
+MEMBER = re.compile(r"^    ([A-Za-z_][\w:]*(?:<.*>)?)\s+(\w+)\s*(?:=[^;]*|\{[^;]*\})?;$")
+THEME_KEY = re.compile(r"^\s+(?:INTEGER|TEXT)\((?:\"\w+\",\s*)?(\w+)\)")
+PAGE_KEY = re.compile(r"^\s+PAGE\(\"\w+\",\s*(\w+), (\w+), \d\)")
+
+
+def members_of(text):
+    """Type and name of every member of the structs whose names tell of state."""
+    for struct in re.finditer(r"^struct (\w+) \{\n(.*?)^\};", text, re.M | re.S):
+        if struct.group(1) in OBJECTS or struct.group(1) == "ListLine":
+            continue
+        for line in struct.group(2).split("\n"):
+            member = MEMBER.match(line)
+            if member:
+                yield member.groups()
+
+
+def expected_names():
+    for header in sorted(glob.glob(os.path.join(SOURCE, "*", "*_state.h"))):
+        with open(header, encoding="utf-8") as file:
+            for kind, name in members_of(file.read()):
+                name = CALLED.get(name, name)
+                if name is not None:
+                    yield from (name + "." + part for part in OBJECTS[kind]) if kind in OBJECTS else [name]
+    with open(os.path.join(SOURCE, "theme", "theme_keys.h"), encoding="utf-8") as file:
+        for line in file:
+            for match in (THEME_KEY.match(line), PAGE_KEY.match(line)):
+                yield from match.groups() if match else []
+
+
+def main():
+    given = check_support.arguments()
+    session = check_support.make_home(given, "state_names", "base plain\n")
+    code, answers, errors = check_support.run(given, ["--home", session.home], b"state\n")
+    if code != 0 or "state" not in answers[-1]:
+        sys.exit("no state: %s %s" % (answers, errors))
+    expected = set(expected_names())
+    if len(expected) < 400:
+        sys.exit("only %d names were found in the headers: have they changed their form?" % len(expected))
+    missing = sorted(expected - set(answers[-1]["state"]))
+    if missing:
+        sys.exit("members without a name in the console's state: " + ", ".join(missing))
+    # Each can be asked for by itself.
+    for name in answers[-1]["state"]:
+        if re.search(r"\s", name):
+            sys.exit("a name that no command can hold: " + name)
+
+
+if __name__ == "__main__":
+    main()

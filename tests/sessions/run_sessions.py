@@ -1,0 +1,301 @@
+#!/usr/bin/env python3
+"""Runs console sessions and compares every answer with what is expected.
+
+    run_sessions.py --console PROGRAM --work FOLDER [--accept] SESSION...
+
+A session is a folder of this kind:
+
+  session.txt      the commands, one a line, as the console reads them. "@HOME@" and "@MUSIC@" stand for the session's
+                   application folder and music folder.
+  home.txt         how these folders are made and the program is called; see below.
+  expected.jsonl   what the console must answer: one JSON value a line, in the order of the answers, the first one being
+                   {"ready":true}. Blank lines and lines that begin with "#" are skipped. The same words are replaced.
+  after/           optional: files that must stand in the application folder at the end, byte for byte (the same words
+                   are replaced).
+
+How an answer compares: numbers, texts, true, false and null exactly (1 and 1.0 are the same, 1 and true are not). Of an
+object every member that is expected must be there and compare; others may be there too. Lists compare element by element
+and must be of the same length. A member whose name ends in "~" expects a list in which the given elements stand in this
+order, with others before, between and behind them: {"calls~": [["BASS_ChannelPlay"]]}. Answers that nobody expects, and
+missing ones, are failures. The program's exit code must be the number of its "exit" line, and 0 without one.
+
+home.txt, one step a line ("#" begins a comment; words are split as a shell splits them, so that "a name with blanks" is
+quoted; paths may hold @HOME@ and @MUSIC@, and lie in the application folder when they hold neither):
+
+  base NAME                       the application folder begins as a copy of tests/homes/NAME; "none": empty. First step.
+  set FILE SECTION KEY VALUE      sets a key of an INI file
+  unset FILE SECTION KEY          removes a key of an INI file
+  folder PATH                     makes a folder, and those above it
+  empty PATH...                   makes empty files
+  text PATH TEXT                  makes a file of a text with the escapes \\n, \\r, \\t, \\xHH and \\\\
+  tone PATH SECONDS [HZ]          makes a WAV file, 16-bit stereo at 44100 Hz, of a sine (440 Hz) at half of full scale
+  media NAME PATH                 copies tests/sessions/media/NAME: tone.mp3 (3 s), tone.flac (1 s), film.avi (10 s)
+  copy NAME PATH                  copies a file of the repository, NAME from its tests folder on
+  remove PATH                     removes a file or a folder with all that is in it
+  link TARGET PATH                makes a symbolic link
+  options WORD...                 further words of the command line: --screen, --clock, --fail
+
+--accept prints the actual answers instead of comparing them, with the folders put back into words.
+"""
+
+import argparse
+import json
+import math
+import os
+import re
+import shlex
+import shutil
+import struct
+import subprocess
+import sys
+
+SESSIONS = os.path.dirname(os.path.abspath(__file__))
+TESTS = os.path.dirname(SESSIONS)
+SECONDS_TO_RUN = 240
+
+
+class Failure(Exception):
+    """What is wrong with a session."""
+
+
+# --- Making the folders -------------------------------------------------------------------------------------------------
+
+
+def write_tone(path, seconds, hertz):
+    frames = round(seconds * 44100)
+    turn = 2 * math.pi * hertz / 44100
+    samples = b"".join(struct.pack("<hh", *[round(16384 * math.sin(turn * i))] * 2) for i in range(frames))
+    head = struct.pack("<4sI4s4sIHHIIHH4sI", b"RIFF", len(samples) + 36, b"WAVE", b"fmt ", 16, 1, 2, 44100, 176400, 4, 16,
+                       b"data", len(samples))
+    with open(path, "wb") as file:
+        file.write(head + samples)
+
+
+def unescape(text):
+    meaning = {"n": b"\n", "r": b"\r", "t": b"\t", "\\": b"\\"}
+    result = b""
+    for plain, byte, letter in re.findall(r"([^\\]+)|\\x([0-9A-Fa-f]{2})|\\(.)", text):
+        if letter and letter not in meaning:
+            raise Failure("unknown escape: \\" + letter)
+        result += plain.encode() if plain else bytes.fromhex(byte) if byte else meaning[letter]
+    return result
+
+
+def change_ini(path, section, key, value):
+    """Sets a key, or removes it when the value is None; nothing else in the file changes."""
+    lines = open(path, encoding="utf-8").read().split("\n") if os.path.exists(path) else []
+    inside = [i for i, line in enumerate(lines) if line.strip().lower() == "[%s]" % section.lower()]
+    if not inside:
+        lines += ["[%s]" % section]
+        inside = [len(lines) - 1]
+    end = inside[0] + 1
+    while end < len(lines) and not lines[end].lstrip().startswith("["):
+        if lines[end].split("=")[0].strip().lower() == key.lower():
+            break
+        end += 1
+    found = end < len(lines) and not lines[end].lstrip().startswith("[")
+    if value is None and not found:
+        raise Failure("no such key: [%s] %s" % (section, key))
+    new = [] if value is None else ["%s=%s" % (key, value)]
+    lines[end if found else inside[0] + 1:end + 1 if found else inside[0] + 1] = new
+    with open(path, "w", encoding="utf-8") as file:
+        file.write("\n".join(lines))
+
+
+class Session:
+    def __init__(self, folder, work):
+        self.folder = os.path.abspath(folder)
+        self.name = os.path.basename(self.folder)
+        self.root = os.path.join(os.path.abspath(work), self.name)
+        self.home = os.path.join(self.root, "home")
+        self.music = os.path.join(self.root, "music")
+        self.options = []
+
+    def fill_in(self, text):
+        return text.replace("@HOME@", self.home).replace("@MUSIC@", self.music)
+
+    def put_back(self, text):
+        return text.replace(self.home, "@HOME@").replace(self.music, "@MUSIC@")
+
+    def read(self, name):
+        with open(os.path.join(self.folder, name), encoding="utf-8") as file:
+            return self.fill_in(file.read())
+
+    def path(self, word):
+        path = os.path.join(self.home, word)
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        return path
+
+    def make_home(self):
+        shutil.rmtree(self.root, ignore_errors=True)
+        os.makedirs(self.home)
+        os.makedirs(self.music)
+        for number, line in enumerate(self.read("home.txt").split("\n"), 1):
+            words = shlex.split(line, comments=True)
+            try:
+                if words:
+                    self.step(words)
+            except (Failure, OSError, ValueError, IndexError, TypeError, KeyError) as error:
+                raise Failure("home.txt:%d: %s: %s" % (number, line, error)) from error
+
+    def copy_base(self, name):
+        if name == "none":
+            return
+        shutil.copytree(os.path.join(TESTS, "homes", name), self.home, dirs_exist_ok=True)
+        for file in os.listdir(self.home):
+            path = os.path.join(self.home, file)
+            if file.endswith(".ini"):
+                with open(path, encoding="utf-8") as old:
+                    text = self.fill_in(old.read())
+                with open(path, "w", encoding="utf-8") as new:
+                    new.write(text)
+
+    def step(self, words):
+        verb, arguments = words[0], words[1:]
+        steps = {
+            "base": self.copy_base,
+            "set": lambda file, section, key, value: change_ini(self.path(file), section, key, value),
+            "unset": lambda file, section, key: change_ini(self.path(file), section, key, None),
+            "folder": lambda path: os.makedirs(self.path(path), exist_ok=True),
+            "empty": lambda *paths: [open(self.path(path), "wb").close() for path in paths],
+            "text": lambda path, text: open(self.path(path), "wb").write(unescape(text)),
+            "tone": lambda path, seconds, hertz="440": write_tone(self.path(path), float(seconds), float(hertz)),
+            "media": lambda name, path: shutil.copy(os.path.join(SESSIONS, "media", name), self.path(path)),
+            "copy": lambda name, path: shutil.copy(os.path.join(TESTS, name), self.path(path)),
+            "remove": lambda path: self.remove(self.path(path)),
+            "link": lambda target, path: os.symlink(target, self.path(path)),
+            "options": lambda *words: self.options.extend(words),
+        }
+        if verb not in steps:
+            raise Failure("unknown step")
+        steps[verb](*arguments)
+
+    @staticmethod
+    def remove(path):
+        shutil.rmtree(path) if os.path.isdir(path) and not os.path.islink(path) else os.remove(path)
+
+    # --- Running and comparing --------------------------------------------------------------------------------------
+
+    def run(self, console):
+        """The answers, as lines, and the exit code."""
+        command = [console, "--home", self.home] + self.options
+        process = subprocess.run(command, input=self.read("session.txt").encode(), stdout=subprocess.PIPE,
+                                 stderr=subprocess.PIPE, timeout=SECONDS_TO_RUN, cwd=self.root, check=False)
+        self.errors = process.stderr.decode(errors="replace")
+        return process.stdout.decode().splitlines(), process.returncode
+
+    def commands(self):
+        lines = self.read("session.txt").split("\n")
+        return [line for line in lines if line.strip() and not line.startswith("#")]
+
+    def check(self, console):
+        self.make_home()
+        lines, code = self.run(console)
+        actual = [json.loads(line) for line in lines]
+        commands = self.commands_of(actual)
+        position = 0
+        for number, line in enumerate(self.read("expected.jsonl").split("\n"), 1):
+            if not line.strip() or line.startswith("#"):
+                continue
+            if position == len(actual):
+                raise Failure(self.report(number, "(none)", line, "no answer", code))
+            fault = compare(json.loads(line), actual[position], "")
+            if fault:
+                raise Failure(self.report(number, commands[position], line, lines[position], code) + "\n  " + fault)
+            position += 1
+        if position < len(actual):
+            raise Failure(self.report(0, commands[position], "no answer", lines[position], code))
+        wanted = actual[-1].get("exit", 0) if actual else 0
+        if code != wanted:
+            raise Failure("exit code %d instead of %d\n%s" % (code, wanted, self.errors))
+        self.check_files()
+
+    def report(self, number, command, expected, actual, code):
+        text = "%s\n  expected.jsonl line %d\n  command:  %s\n  expected: %s\n  actual:   %s\n  exit code %d" % (
+            self.folder, number, command, expected, actual, code)
+        return self.put_back(text) + ("\n" + self.errors if self.errors else "")
+
+    def commands_of(self, actual):
+        """The command behind each answer, for the report: kept commands answer out of turn."""
+        commands = iter(self.commands())
+        started = False
+        result = []
+        for answer in actual:
+            if answer.get("later"):
+                result.append("(a kept command)")
+            elif not started:
+                result.append("(start-up)")
+                started = "ready" in answer or "exit" in answer
+            else:
+                result.append(next(commands, "(the end of the input)"))
+        return result
+
+    def check_files(self):
+        root = os.path.join(self.folder, "after")
+        for folder, _, files in os.walk(root):
+            for name in files:
+                place = os.path.relpath(os.path.join(folder, name), root)
+                with open(os.path.join(folder, name), "rb") as file:
+                    expected = self.fill_in(file.read().decode()).encode()
+                path = os.path.join(self.home, place)
+                if not os.path.isfile(path):
+                    raise Failure("%s: missing at the end: %s" % (self.folder, place))
+                with open(path, "rb") as file:
+                    content = file.read()
+                if content != expected:
+                    raise Failure("%s: differs at the end: %s\n  expected: %r\n  actual:   %r" %
+                                  (self.folder, place, expected, content))
+
+
+def compare(expected, actual, place):
+    """What differs, or an empty text."""
+    if isinstance(expected, dict):
+        if not isinstance(actual, dict):
+            return "%s: no object" % place
+        for name, value in expected.items():
+            fault = compare_member(name, value, actual, place + "." + name)
+            if fault:
+                return fault
+        return ""
+    if isinstance(expected, list):
+        if not isinstance(actual, list) or len(expected) != len(actual):
+            return "%s: not a list of %d" % (place, len(expected))
+        faults = (compare(e, a, "%s[%d]" % (place, i)) for i, (e, a) in enumerate(zip(expected, actual)))
+        return next((fault for fault in faults if fault), "")
+    same = expected == actual and isinstance(expected, bool) == isinstance(actual, bool)
+    return "" if same else "%s: expected %s, is %s" % (place, json.dumps(expected), json.dumps(actual))
+
+
+def compare_member(name, value, actual, place):
+    if name.endswith("~"):
+        among = actual.get(name[:-1])
+        rest = iter(among if isinstance(among, list) else [])
+        missing = [e for e in value if not any(not compare(e, a, "") for a in rest)]
+        return "%s: missing from there on: %s" % (place, json.dumps(missing[0])) if missing else ""
+    return compare(value, actual[name], place) if name in actual else "%s: missing" % place
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.split("\n", maxsplit=1)[0])
+    parser.add_argument("--console", required=True)
+    parser.add_argument("--work", required=True)
+    parser.add_argument("--accept", action="store_true")
+    parser.add_argument("sessions", nargs="+")
+    arguments = parser.parse_args()
+    failures = 0
+    for folder in arguments.sessions:
+        session = Session(folder, arguments.work)
+        try:
+            if arguments.accept:
+                session.make_home()
+                print(session.put_back("\n".join(session.run(os.path.abspath(arguments.console))[0])))
+            else:
+                session.check(os.path.abspath(arguments.console))
+        except (Failure, json.JSONDecodeError, subprocess.TimeoutExpired, OSError, UnicodeDecodeError) as error:
+            failures += 1
+            print("FAILED %s: %s" % (session.name, error), file=sys.stderr)
+    return 1 if failures else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,312 @@
+// Reading config.ini: every key with its treatment, what stays, the screen mode, the first run, the log.
+#include "settings/load_config.h"
+
+#include "support/jukebox.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <set>
+
+namespace {
+
+using S = SettingsState;
+
+// What a value with blanks and capitals becomes.
+enum class Read { kAsItIs, kLowered, kTrimmedAndLowered };
+
+struct Row {
+    const char* section;
+    const char* key;
+    QString S::*variable;
+    Read read;
+    // A missing key leaves the variable as it is.
+    bool kept;
+};
+
+constexpr Read kM = Read::kAsItIs;
+constexpr Read kML = Read::kLowered;
+constexpr Read kMTL = Read::kTrimmedAndLowered;
+
+// clang-format off
+constexpr std::array kRows = {
+    Row{"Main",    "Theme",               &S::Theme,               kM,   false},
+    Row{"Main",    "Fullscreen",          &S::Fullscreen,          kML,  true},
+    Row{"Main",    "FullscreenSize",      &S::FullscreenSize,      kML,  true},
+    Row{"Main",    "PositionLeft",        &S::PositionLeft,        kM,   false},
+    Row{"Main",    "PositionTop",         &S::PositionTop,         kM,   false},
+    Row{"Main",    "PositionWidth",       &S::PositionWidth,       kM,   false},
+    Row{"Main",    "PositionHeight",      &S::PositionHeight,      kM,   false},
+    Row{"Main",    "Orientation",         &S::Orientation,         kMTL, true},
+    Row{"Main",    "VideoPositionLeft",   &S::VideoPositionLeft,   kM,   false},
+    Row{"Main",    "VideoPositionTop",    &S::VideoPositionTop,    kM,   false},
+    Row{"Main",    "VideoPositionWidth",  &S::VideoPositionWidth,  kM,   false},
+    Row{"Main",    "VideoPositionHeight", &S::VideoPositionHeight, kM,   false},
+    Row{"Main",    "PlayTransitionSound", &S::PlayTransitionSound, kMTL, false},
+    Row{"Main",    "DefaultOrder",        &S::DefaultOrder,        kMTL, false},
+    Row{"Main",    "tactilemode",         &S::TactileMode,         kMTL, false},
+    Row{"Main",    "ShowFolderCover",     &S::ShowFolderCover,     kMTL, false},
+    Row{"Main",    "ShowFileCover",       &S::ShowFileCover,       kMTL, false},
+    Row{"Main",    "ShowCover",           &S::ShowCover,           kMTL, false},
+    Row{"Main",    "ShowBigCover",        &S::ShowBigCover,        kMTL, false},
+    Row{"Main",    "ShowMp3CoverTag",     &S::ShowMp3CoverTag,     kMTL, false},
+    Row{"Main",    "ShowTrackNum",        &S::ShowTrackNum,        kMTL, false},
+    Row{"Main",    "ShowMainZone",        &S::ShowMainZone,        kMTL, false},
+    Row{"Main",    "ActiveMainZone",      &S::ActiveMainZone,      kMTL, false},
+    Row{"Main",    "ShowPlaylistZone",    &S::ShowPlaylistZone,    kMTL, false},
+    Row{"Main",    "ActivePlaylistZone",  &S::ActivePlaylistZone,  kMTL, false},
+    Row{"Main",    "ShowCommandZone",     &S::ShowCommandZone,     kMTL, false},
+    Row{"Main",    "ActiveCommandZone",   &S::ActiveCommandZone,   kMTL, false},
+    Row{"Main",    "ManageCoin",          &S::ManageCoin,          kMTL, false},
+    Row{"Main",    "ShowBigCover",        &S::ShowBigCoverDefault, kMTL, false},
+    Row{"Key",     "haut",                &S::KeyHaut,             kM,   false},
+    Row{"Key",     "bas",                 &S::KeyBas,              kM,   false},
+    Row{"Key",     "gauche",              &S::KeyGauche,           kM,   false},
+    Row{"Key",     "droite",              &S::KeyDroite,           kM,   false},
+    Row{"Key",     "Valider",             &S::KeyValider,          kM,   false},
+    Row{"Key",     "retour",              &S::KeyRetour,           kM,   false},
+    Row{"Key",     "Config",              &S::KeyConfig,           kM,   false},
+    Row{"Key",     "Quitter",             &S::KeyQuitter,          kM,   false},
+    Row{"Key",     "gotonextzone",        &S::KeyGotoNextZone,     kM,   false},
+    Row{"Key",     "insertcoin",          &S::KeyInsertCoin,       kM,   false},
+    Row{"Key",     "addtofav",            &S::KeyAddToFav,         kM,   false},
+    Row{"Key",     "Preview",             &S::KeyPreview,          kM,   true},
+    Row{"Key",     "Stop",                &S::KeyStop,             kM,   true},
+    Row{"Key",     "Play",                &S::KeyPlay,             kM,   true},
+    Row{"Key",     "Pause",               &S::KeyPause,            kM,   true},
+    Row{"Key",     "Next",                &S::KeyNext,             kM,   true},
+    Row{"RGBLeds", "Active",              &S::RGBLedsActive,       kM,   false},
+    Row{"RGBLeds", "Commport",            &S::RGBLedsCommport,     kM,   false},
+    Row{"RGBLeds", "NbLeds",              &S::RGBLedsNbLeds,       kM,   false},
+    Row{"RGBLeds", "Stereo",              &S::RGBLedsStereo,       kM,   false},
+};
+// clang-format on
+
+// A form with a home that is not started.
+class LoadConfigTest : public ::testing::Test {
+protected:
+    void SetKey(const char* section, const char* key, const QString& value) {
+        jukebox.SetKey(QStringLiteral("config.ini"), QString::fromLatin1(section), QString::fromLatin1(key),
+                       value);
+    }
+    void SetMain(const char* key, const char* value) { SetKey("Main", key, QString::fromLatin1(value)); }
+    void RemoveKey(const char* section, const char* key) {
+        jukebox.RemoveKey(QStringLiteral("config.ini"), QString::fromLatin1(section),
+                          QString::fromLatin1(key));
+    }
+    QJsonArray CallsOf(const char* operation) {
+        QJsonArray found;
+        for (const QJsonArray& call : jukebox.platform.calls.Entries()) {
+            if (call[0] == QLatin1String(operation)) {
+                found.append(call);
+            }
+        }
+        return found;
+    }
+
+    Jukebox jukebox;
+    Form_Main& form = jukebox.form;
+};
+
+QJsonArray Pointer(const char* object, int number) {
+    return {QStringLiteral("MousePointer"), QString::fromLatin1(object), number};
+}
+
+QString Treated(const QString& value, Read read) {
+    return read == Read::kAsItIs    ? value
+           : read == Read::kLowered ? value.toLower()
+                                    : value.trimmed().toLower();
+}
+
+TEST_F(LoadConfigTest, EveryKeyIsReadWithItsTreatment) {
+    std::set<QString> named;
+    for (const Row& row : kRows) {
+        const QString value =
+            QStringLiteral("%1 OF %2  ").arg(QLatin1String(row.key), QLatin1String(row.section));
+        SetKey(row.section, row.key, value);
+        named.insert(QString::fromLatin1(row.section) + u'/' + QString::fromLatin1(row.key));
+    }
+    EXPECT_EQ(named.size(), 48U);
+    LoadConfig(form);
+    EXPECT_EQ(form.StartPath, jukebox.Music());
+    for (const Row& row : kRows) {
+        const QString value =
+            QStringLiteral("%1 OF %2  ").arg(QLatin1String(row.key), QLatin1String(row.section));
+        EXPECT_EQ(form.*row.variable, Treated(value, row.read)) << row.section << ' ' << row.key;
+    }
+}
+
+TEST_F(LoadConfigTest, AMissingKeyClearsItsVariableUnlessItIsKept) {
+    for (const Row& row : kRows) {
+        form.*row.variable = QStringLiteral("before");
+    }
+    jukebox.platform.files.Write(jukebox.Home(QStringLiteral("config.ini")),
+                                 "[Main]\nStartPath=" + jukebox.Music().toUtf8() + "\n", false);
+    LoadConfig(form);
+    for (const Row& row : kRows) {
+        EXPECT_EQ(form.*row.variable, row.kept ? QStringLiteral("before") : QString())
+            << row.section << ' ' << row.key;
+    }
+}
+
+TEST_F(LoadConfigTest, AnEmptyKeyCountsAsMissingWhereOneIsKept) {
+    for (const Row& row : kRows) {
+        form.*row.variable = QStringLiteral("before");
+        SetKey(row.section, row.key, QString());
+    }
+    LoadConfig(form);
+    for (const Row& row : kRows) {
+        EXPECT_EQ(form.*row.variable, row.kept ? QStringLiteral("before") : QString())
+            << row.section << ' ' << row.key;
+    }
+}
+
+TEST_F(LoadConfigTest, LogsItsBeginningTheChangeOfTheModeAndItsEnd) {
+    SetMain("Fullscreen", "true");
+    SetMain("FullscreenSize", "800x600 16bits");
+    LoadConfig(form);
+    const QStringList expected = {
+        QStringLiteral(" : Récupération des parametres de config dans le fichier config.ini (LoadConfig)"),
+        QStringLiteral(" : Changement de la résolution d'écran"),
+        QStringLiteral(" : Fin chargement config "),
+    };
+    EXPECT_EQ(jukebox.Log(), expected);
+}
+
+TEST_F(LoadConfigTest, TheModeIsSetAgainAtEachReload) {
+    SetMain("Fullscreen", "true");
+    SetMain("FullscreenSize", "800x600 16bits");
+    LoadConfig(form);
+    LoadConfig(form);
+    const QJsonArray change{QStringLiteral("ChangeDisplaySettings"), 800, 600, 16};
+    EXPECT_EQ(CallsOf("ChangeDisplaySettings"), (QJsonArray{change, change}));
+}
+
+TEST_F(LoadConfigTest, WithoutFullscreenTheModeIsNeverTouched) {
+    SetMain("FullscreenSize", "800x600 16bits");
+    LoadConfig(form);
+    EXPECT_EQ(CallsOf("ChangeDisplaySettings").size(), 0);
+}
+
+struct SizeFault {
+    const char* size;
+    int number;
+};
+
+class ScreenSize : public LoadConfigTest, public ::testing::WithParamInterface<SizeFault> {};
+
+TEST_P(ScreenSize, ThatIsNoneStopsTheProgramAndIsNamed) {
+    SetMain("Fullscreen", "true");
+    SetMain("FullscreenSize", GetParam().size);
+    const std::optional<ProgramStop> stop = StopOf([&] { LoadConfig(form); });
+    ASSERT_TRUE(stop);
+    EXPECT_EQ(stop->error.number, GetParam().number);
+    EXPECT_EQ(stop->routine, QStringLiteral("LoadConfig"));
+    const QString& detail = stop->error.detail;
+    EXPECT_TRUE(detail.contains(jukebox.Home(QStringLiteral("config.ini")))) << detail.toStdString();
+    EXPECT_TRUE(detail.contains(QStringLiteral("[Main]"))) << detail.toStdString();
+    EXPECT_TRUE(detail.contains(QStringLiteral("FullscreenSize"))) << detail.toStdString();
+    EXPECT_EQ(CallsOf("ChangeDisplaySettings").size(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Sizes, ScreenSize,
+    ::testing::Values(SizeFault{"1024x76832bits", kTypeMismatch}, SizeFault{"1024 768 32bits", kTypeMismatch},
+                      SizeFault{"1024 x768 32bits", kTypeMismatch}, SizeFault{"x768 32bits", kTypeMismatch},
+                      SizeFault{"1024x 32bits", kTypeMismatch}, SizeFault{"1024x768 bits", kTypeMismatch},
+                      SizeFault{"1024x768", kTypeMismatch}, SizeFault{"wide", kTypeMismatch},
+                      SizeFault{"2147483648x768 32bits", kOverflow}));
+
+TEST_F(LoadConfigTest, TheFormsOwnPointerNeedsTheWordFalse) {
+    LoadConfig(form);
+    EXPECT_EQ(CallsOf("MousePointer"), (QJsonArray{Pointer("Form_Main", 99), Pointer("Picture_Main", 99),
+                                                   Pointer("Picture_MainVideo", 99)}));
+    for (const char* mode : {"true", "", "no"}) {
+        jukebox.platform.calls.Clear();
+        SetMain("TactileMode", mode);
+        LoadConfig(form);
+        EXPECT_EQ(CallsOf("MousePointer"), (QJsonArray{Pointer("Form_Main", 0), Pointer("Picture_Main", 0),
+                                                       Pointer("Picture_MainVideo", 0)}))
+            << mode;
+    }
+}
+
+TEST_F(LoadConfigTest, EventsRunOnceBehindTheScreenKeysAndAheadOfTheRest) {
+    SetMain("PositionLeft", "7");
+    QStringList seen;
+    jukebox.platform.pump.runPending = [&] {
+        seen += form.Theme + u'/' + form.Fullscreen + u'/' + form.PositionLeft;
+        return false;
+    };
+    LoadConfig(form);
+    EXPECT_EQ(seen, QStringList{QStringLiteral("default/false/")});
+    EXPECT_EQ(form.PositionLeft, QStringLiteral("7"));
+}
+
+TEST_F(LoadConfigTest, TheFirstRunOpensTheDialogInTheProgramsFolder) {
+    SetMain("StartPath", "");
+    form.Timer1.Enabled = true;
+    int dialogs = 0;
+    jukebox.platform.dialogs.showModal = [&](const QString& dialog) {
+        ++dialogs;
+        EXPECT_EQ(dialog, QStringLiteral("Form_Config"));
+        EXPECT_EQ(form.StartPath, jukebox.Home());
+        EXPECT_FALSE(form.Timer1.Enabled);
+        EXPECT_EQ(jukebox.platform.calls.Last(), Pointer("Screen", 1));
+        SetKey("Main", "StartPath", jukebox.Music());
+    };
+    LoadConfig(form);
+    EXPECT_EQ(dialogs, 1);
+    EXPECT_EQ(form.StartPath, jukebox.Music());
+    EXPECT_TRUE(form.Timer1.Enabled);
+    EXPECT_EQ(CallsOf("MousePointer")[1].toArray(), Pointer("Screen", 11));
+    EXPECT_EQ(jukebox.Log().last(), QStringLiteral(" : Fin chargement config "));
+}
+
+TEST_F(LoadConfigTest, ACancelledFirstRunRestoresTheModeAndRunsTheExitRoutine) {
+    SetMain("StartPath", "");
+    // As after a reload of a running cabinet.
+    form.Fullscreen = QStringLiteral("true");
+    form.ScreenWidth = 1024;
+    form.ScreenHeight = 768;
+    form.ScreenBits = 24;
+    int points = 0;
+    jukebox.platform.pump.runPending = [&] {
+        ++points;
+        return false;
+    };
+    EXPECT_THROW(LoadConfig(form), ProgramEnd);
+    EXPECT_EQ(points, 1);
+    EXPECT_EQ(jukebox.Log().last(), QStringLiteral(" : Changement de la résolution d'écran"));
+    EXPECT_EQ(jukebox.platform.calls.Last(), QJsonArray{QStringLiteral("BASS_Free")});
+    EXPECT_EQ(CallsOf("ChangeDisplaySettings"),
+              (QJsonArray{QJsonArray{QStringLiteral("ChangeDisplaySettings"), 1024, 768, 24}}));
+}
+
+TEST_F(LoadConfigTest, ACancelledFirstRunTouchesNoModeOnAFirstStart) {
+    SetMain("StartPath", "");
+    SetMain("Fullscreen", "true");
+    EXPECT_THROW(LoadConfig(form), ProgramEnd);
+    EXPECT_EQ(CallsOf("ChangeDisplaySettings").size(), 0);
+    EXPECT_EQ(jukebox.Log().size(), 1);
+}
+
+TEST_F(LoadConfigTest, AMissingFileIsAFirstRun) {
+    jukebox.platform.files.Remove(jukebox.Home(QStringLiteral("config.ini")));
+    int dialogs = 0;
+    jukebox.platform.dialogs.showModal = [&](const QString&) { ++dialogs; };
+    EXPECT_THROW(LoadConfig(form), ProgramEnd);
+    EXPECT_EQ(dialogs, 1);
+}
+
+TEST_F(LoadConfigTest, TheReloadGivesTheBigCoverTheCabinetsValue) {
+    LoadConfig(form);
+    form.ShowBigCover = QStringLiteral("true");
+    RemoveKey("Main", "ShowBigCover");
+    SetMain("ShowBigCover", "false");
+    LoadConfig(form);
+    EXPECT_EQ(form.ShowBigCover, QStringLiteral("false"));
+    EXPECT_EQ(form.ShowBigCoverDefault, QStringLiteral("false"));
+}
+
+} // namespace

@@ -1,0 +1,28 @@
+// The toolkit's application object for tests that draw text.
+#pragma once
+
+#include "app/console/surroundings.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+
+#include <memory>
+
+// Makes the object as the console does, unless there is one already.
+class GuiApplication : public testing::Environment {
+public:
+    void SetUp() override {
+        if (QCoreApplication::instance() == nullptr) {
+            surroundings_ = std::make_unique<Surroundings>();
+        }
+    }
+    void TearDown() override { surroundings_.reset(); }
+
+private:
+    std::unique_ptr<Surroundings> surroundings_;
+};
+
+// One for each test program, whatever the number of sources that include this.
+inline const testing::Environment* const kGuiApplication =
+    testing::AddGlobalTestEnvironment(new GuiApplication);

@@ -1,0 +1,142 @@
+// A jukebox on a simulated machine, with the plain test home of its own.
+#pragma once
+
+#include "core/path_text.h"
+#include "core/run_time_error.h"
+#include "platform/simulated/simulated_platform.h"
+#include "shell/form_main.h"
+#include "shell/start_up.h"
+#include "support/gui_application.h"
+#include "support/home_folder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStringList>
+
+#include <optional>
+#include <utility>
+
+// The run-time error with which a routine stops the program; none when it comes back.
+template <typename Body>
+std::optional<ProgramStop> StopOf(Body&& body) {
+    try {
+        std::forward<Body>(body)();
+    } catch (const ProgramStop& stop) {
+        return stop;
+    }
+    return std::nullopt;
+}
+
+// The home is made of tests/homes/plain, the music folder lies beside it. The screen is as large as the
+// theme, so that one design pixel is one screen pixel. Nothing is started before Start.
+class Jukebox {
+public:
+    explicit Jukebox(const QSize& screen = QSize(640, 360))
+        : platform(OptionsFor(screen)), form(platform.ports()) {
+        for (const char* folder : {"", "/playlists", "/themes/default"}) {
+            const QString name = QString::fromLatin1(folder);
+            CopyFolder(TextOfPath(TESTS_FOLDER "/homes/plain") + name, Home() + name);
+        }
+        folder_.MakeFolder(QStringLiteral("music"));
+        SetKey(QStringLiteral("config.ini"), QStringLiteral("Main"), QStringLiteral("StartPath"), Music());
+        form.AppFolder = Home();
+    }
+
+    QString Home(const QString& name = QString()) const {
+        return folder_.Path(Below(QStringLiteral("home"), name));
+    }
+    QString Music(const QString& name = QString()) const {
+        return folder_.Path(Below(QStringLiteral("music"), name));
+    }
+
+    // An empty file, or an empty folder, of the music folder.
+    void Track(const QString& name) { folder_.Write(Below(QStringLiteral("music"), name)); }
+    void Folder(const QString& name) { QDir().mkpath(Music(name)); }
+
+    // Sets a key of an INI file of the home to a value, or takes the key away; no other line changes.
+    void SetKey(const QString& file, const QString& section, const QString& key, const QString& value) {
+        ChangeKey(file, section, key, key + u'=' + value);
+    }
+    void RemoveKey(const QString& file, const QString& section, const QString& key) {
+        ChangeKey(file, section, key, std::nullopt);
+    }
+    // The same in the theme's file.
+    void SetTheme(const QString& section, const QString& key, const QString& value) {
+        SetKey(kThemeFile, section, key, value);
+    }
+    void RemoveTheme(const QString& section, const QString& key) { RemoveKey(kThemeFile, section, key); }
+
+    void Start() { Form_Load(form); }
+
+    // The texts of the log's lines, without their time.
+    QStringList Log() const {
+        QFile file(Home(QStringLiteral("vantorix.log")));
+        file.open(QIODevice::ReadOnly);
+        QStringList lines = QString::fromUtf8(file.readAll()).split(QStringLiteral("\r\n"));
+        lines.removeLast();
+        constexpr int kStamp = 19;
+        for (QString& line : lines) {
+            line.remove(0, kStamp);
+        }
+        return lines;
+    }
+    // The arguments of every text drawn so far, as the log names them.
+    QStringList DrawnTexts() const {
+        QStringList drawn;
+        const QString head = QStringLiteral(" : DrawText (");
+        for (const QString& line : Log()) {
+            if (line.startsWith(head)) {
+                drawn += line.mid(head.size()).chopped(1);
+            }
+        }
+        return drawn;
+    }
+
+private:
+    static inline const QString kThemeFile = QStringLiteral("themes/default/theme.ini");
+
+    static SimulationOptions OptionsFor(const QSize& screen) {
+        SimulationOptions options;
+        options.screens = {QRect(QPoint(0, 0), screen)};
+        return options;
+    }
+    static QString Below(const QString& folder, const QString& name) {
+        return name.isEmpty() ? folder : folder + u'/' + name;
+    }
+    // Pictures and sounds are only read, so links to them do.
+    static void CopyFolder(const QString& from, const QString& to) {
+        QDir().mkpath(to);
+        for (const QFileInfo& entry : QDir(from).entryInfoList(QDir::Files)) {
+            const QString target = to + u'/' + entry.fileName();
+            entry.suffix() == u"ini" ? QFile::copy(entry.filePath(), target)
+                                     : QFile::link(entry.filePath(), target);
+        }
+    }
+
+    void ChangeKey(const QString& file, const QString& section, const QString& key,
+                   const std::optional<QString>& line) {
+        QStringList lines = QString::fromUtf8(folder_.Read(Below(QStringLiteral("home"), file))).split(u'\n');
+        qsizetype at = lines.indexOf(u'[' + section + u']');
+        if (at < 0) {
+            lines += u'[' + section + u']';
+            at = lines.size() - 1;
+        }
+        qsizetype end = at + 1;
+        while (end < lines.size() && !lines[end].startsWith(u'[') && !lines[end].startsWith(key + u'=')) {
+            ++end;
+        }
+        if (end < lines.size() && lines[end].startsWith(key + u'=')) {
+            lines.removeAt(end);
+        }
+        if (line) {
+            lines.insert(at + 1, *line);
+        }
+        folder_.Write(Below(QStringLiteral("home"), file), lines.join(u'\n').toUtf8());
+    }
+
+    HomeFolder folder_;
+
+public:
+    SimulatedPlatform platform;
+    Form_Main form;
+};

@@ -1,0 +1,306 @@
+#!/usr/bin/python3
+"""Each check of tools/ passes a clean tree and finds what is planted in it."""
+
+import json
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+COMPILER = "g++"
+
+ARCHITECTURE = """# Architecture
+
+## Who may include whom
+
+| Kind | Files | May include | Toolkits |
+|---|---|---|---|
+| core | `core/*` | core | Qt Core only |
+| parser | `imaging/{png,gif}_*` | core, `imaging/image.h` | Qt Core only |
+| image | `imaging/*` | core, image | Qt Core, Qt Gui |
+| state | `*/*_state.h` | core, own state | Qt Core |
+| form | `shell/form_main.h` | state | Qt Core |
+| cabinet | `app/cabinet/*` | everything | Qt Core, Qt Widgets |
+| header | `library/*.h` | core, header of library rendering | Qt Core |
+| header | `*/*.h` | core, header | Qt Core |
+| source | `*/*.cpp` | core, state, form, header | Qt Core |
+"""
+
+CLEAN_SOURCES = {
+    "src/core/integer.h": "#include <QString>\n#include <cstdint>\nstruct Integer {};\n",
+    "src/imaging/image.h": '#include "core/integer.h"\nclass Image {};\n',
+    "src/imaging/surface.h": "#include <QImage>\nstruct Surface {};\n",
+    "src/imaging/png_parser.cpp": '#include "imaging/image.h"\n#include <span>\n',
+    "src/theme/theme_keys_state.h": "struct Keys {};\n",
+    "src/theme/theme_state.h": '#include "theme/theme_keys_state.h"\nstruct ThemeState {};\n',
+    "src/shell/form_main.h": '#include "theme/theme_state.h"\nstruct Form_Main {};\n',
+    "src/rendering/geometry.h": "struct Place { int x; };\n",
+    "src/rendering/slot.h": '#include "rendering/geometry.h"\nvoid Draw(Place place);\n',
+    "src/rendering/slot.cpp": '#include "rendering/slot.h"\n#include "shell/form_main.h"\n',
+    "src/library/covers.h": '#include "rendering/geometry.h"\nvoid DrawCover(const Place& place);\n',
+    "src/app/cabinet/main.cpp": '#include "shell/form_main.h"\n#include <QWidget>\n',
+}
+
+REGISTER = """# Not bugs
+
+| Number | Symptom | Why | Where | Test |
+|---|---|---|---|---|
+| D-01 | It is odd. | It is used. | `src/pause.cpp` | `tests/pause_test.cpp`, `tests/sessions/a-pause` |
+"""
+
+MARKED = "// Deliberate D-01: it is odd. One expects otherwise.\n"
+
+
+def run(check, root, *options):
+    """A check's exit code and everything that it prints, or its own fault."""
+    command = [sys.executable, str(ROOT / "tools" / f"{check}.py"), "--root", str(root), *options]
+    result = subprocess.run(command, capture_output=True, text=True, check=False)
+    if "Traceback" in result.stderr:
+        raise AssertionError(result.stderr)
+    return result.returncode, result.stdout + result.stderr
+
+
+class TreeTest(unittest.TestCase):
+    """A test with a tree of its own."""
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.root = Path(folder.name)
+
+    def write(self, path, text):
+        place = self.root / path
+        place.parent.mkdir(parents=True, exist_ok=True)
+        place.write_bytes(text) if isinstance(text, bytes) else place.write_text(text, encoding="utf-8")
+
+    def assert_finds(self, check, *words, options=()):
+        code, output = run(check, self.root, *options)
+        self.assertEqual(code, 1, output)
+        for word in words:
+            self.assertIn(word, output)
+        return output
+
+    def assert_passes(self, check, options=()):
+        code, output = run(check, self.root, *options)
+        self.assertEqual(code, 0, output)
+        return output
+
+
+class Includes(TreeTest):
+    def setUp(self):
+        super().setUp()
+        self.write("docs/architecture.md", ARCHITECTURE)
+        for path, text in CLEAN_SOURCES.items():
+            self.write(path, text)
+
+    def test_clean(self):
+        self.assertIn("12 files", self.assert_passes("check_includes"))
+
+    def test_header_with_form(self):
+        self.write("src/rendering/slot.h", '\n#include "shell/form_main.h"\n')
+        self.assert_finds("check_includes", "src/rendering/slot.h:2:", '"shell/form_main.h" (form)')
+
+    def test_header_without_need(self):
+        self.write("src/rendering/slot.h", '#include "rendering/geometry.h"\n// Place\nvoid Draw();\n')
+        self.assert_finds("check_includes", "src/rendering/slot.h:1:", "takes no type")
+
+    def test_state_of_another_room(self):
+        self.write("src/library/library_state.h", '#include "theme/theme_state.h"\n')
+        self.assert_finds("check_includes", "src/library/library_state.h:1:", '"state" may not include')
+
+    def test_room_out_of_reach(self):
+        self.write("src/playback/engine.h", "struct Track {};\n")
+        self.write("src/library/covers.h", '#include "playback/engine.h"\nTrack Found();\n')
+        self.assert_finds("check_includes", "src/library/covers.h:1:", '"playback/engine.h"')
+
+    def test_room_in_core(self):
+        self.write("src/core/clock.cpp", '#include "rendering/geometry.h"\n')
+        self.assert_finds("check_includes", "src/core/clock.cpp:1:", '"core" may not include')
+
+    def test_toolkit(self):
+        self.write("src/rendering/slot.cpp", "int a;\n  #  include <QWidget>\n")
+        self.assert_finds("check_includes", "src/rendering/slot.cpp:2:", "may not use Qt Widgets")
+
+    def test_toolkit_behind_our_header(self):
+        self.write("src/imaging/image.h", '#include "imaging/surface.h"\nclass Image {};\n')
+        self.assert_finds("check_includes", "png_parser.cpp:1:", 'reach <QImage> through "imaging/surface.h"')
+
+    def test_unknown_toolkit(self):
+        self.write("src/core/integer.h", "#include <boost/any.hpp>\n")
+        self.assert_finds("check_includes", "src/core/integer.h:1:", "no toolkit that this check knows")
+
+    def test_missing_header(self):
+        self.write("src/core/clock.cpp", '#include "core/clock.h"\n')
+        self.assert_finds("check_includes", "src/core/clock.cpp:1:", 'there is no "core/clock.h"')
+
+    def test_file_without_rule(self):
+        self.write("src/odd/deep/file.h", "\n")
+        self.assert_finds("check_includes", "src/odd/deep/file.h:1:", "no row")
+
+    def test_rule_without_file(self):
+        (self.root / "src/app/cabinet/main.cpp").unlink()
+        self.assert_finds("check_includes", "docs/architecture.md:12:", "no file is of this kind: cabinet")
+
+    def test_missing_table(self):
+        self.write("docs/architecture.md", "# Architecture\n")
+        self.assert_finds("check_includes", "no table")
+
+
+class Deliberate(TreeTest):
+    def setUp(self):
+        super().setUp()
+        self.write("docs/deliberate.md", REGISTER)
+        self.write("src/pause.cpp", "int a;\n" + MARKED)
+        self.write("tests/pause_test.cpp", "// D-01\n")
+        self.write("tests/sessions/a-pause/session.txt", "# D-01\nkey 13\n")
+
+    def test_clean(self):
+        self.assert_passes("check_deliberate")
+
+    def test_mark_without_row(self):
+        self.write("src/clock.cpp", MARKED.replace("01", "02"))
+        self.assert_finds("check_deliberate", "src/clock.cpp:1: D-02 does not stand in docs/deliberate.md")
+
+    def test_mark_without_number(self):
+        self.write("src/clock.cpp", MARKED.replace("01", "??"))
+        self.write("src/other.cpp", "int a; // Deliberate: so it is\n")
+        self.assert_finds("check_deliberate", "src/clock.cpp:1:", "src/other.cpp:1:", "without a number")
+
+    def test_row_without_mark(self):
+        self.write("src/pause.cpp", "int a;\n")
+        self.assert_finds("check_deliberate", "D-01 stands at no line of src/")
+
+    def test_mark_elsewhere(self):
+        (self.root / "src/pause.cpp").rename(self.root / "src/wait.cpp")
+        self.assert_finds("check_deliberate", "deliberate.md:5: D-01 stands in `src/wait.cpp`, not `src/pause.cpp`")
+
+    def test_row_without_test(self):
+        self.write("tests/pause_test.cpp", "\n")
+        (self.root / "tests/sessions/a-pause/session.txt").unlink()
+        self.assert_finds("check_deliberate", "D-01 stands in no test")
+
+    def test_test_of_another_name(self):
+        self.write("tests/wait_test.cpp", "// D-01\n")
+        self.assert_finds("check_deliberate", "deliberate.md:5: D-01 is tested by", "`tests/wait_test.cpp`")
+
+    def test_test_without_row(self):
+        self.write("tests/wait_test.cpp", "// D-07\n")
+        self.assert_finds("check_deliberate", "tests/wait_test.cpp:1: D-07 does not stand")
+
+    def test_row_twice(self):
+        self.write("docs/deliberate.md", REGISTER + REGISTER.split("\n")[-2] + "\n")
+        self.assert_finds("check_deliberate", "D-01 stands twice")
+
+    def test_empty_reason(self):
+        self.write("docs/deliberate.md", REGISTER.replace("It is used.", ""))
+        self.assert_finds("check_deliberate", "D-01 needs a symptom and a reason")
+
+    def test_fill(self):
+        row = next(line for line in REGISTER.split("\n") if line.startswith("| D-01"))
+        self.write("docs/deliberate.md", REGISTER.replace(row, "| D-01 | It is odd. | It is used. | none | none |"))
+        self.assert_passes("check_deliberate", ["--fill"])
+        self.assertEqual((self.root / "docs/deliberate.md").read_text(encoding="utf-8"), REGISTER)
+
+
+class Words(TreeTest):
+    # In pieces, so that this file passes the check itself.
+    PLANTED = [
+        "see the sp" + "ec here",
+        "Sp" + "ecification.",
+        "as in Pa" + "rt 7.2 of it",
+        "cd /wo" + "rk/main",
+        "// TO" + "DO later",
+        "GTEST_" + "SKIP();",
+        "TEST(Clock, DISA" + "BLED_Ticks)",
+    ]
+    INNOCENT = ["specific inspector of species", "part 7 of 8", "artwork/main", "mkdtemp XXXX" + "XX", "hackle"]
+
+    def test_clean(self):
+        self.write("src/clock.cpp", "\n".join(self.INNOCENT) + "\n")
+        self.assertIn("1 file", self.assert_passes("check_words"))
+
+    def test_each_word(self):
+        for text in self.PLANTED:
+            with self.subTest(text=text):
+                self.write("src/clock.cpp", "int a;\n" + text + "\n")
+                self.assert_finds("check_words", "src/clock.cpp:2:")
+
+    def test_name_of_a_file(self):
+        self.write("docs/sp" + "ec.md", "text\n")
+        self.assert_finds("check_words", "in the name of the file")
+
+    def test_exempt(self):
+        self.write("docs/picture.svg", self.PLANTED[0])
+        self.write("demo/sound.mp3", b"\0" + self.PLANTED[0].encode())
+        self.assert_passes("check_words")
+
+    def test_long_source(self):
+        self.write("src/clock.cpp", "int a;\n" * 701)
+        self.write("home/theme.ini", "a=1\n" * 900)
+        self.assertNotIn("theme.ini", self.assert_finds("check_words", "src/clock.cpp:701: 701 lines"))
+
+    def test_what_git_ignores(self):
+        subprocess.run(["git", "init", "-q", str(self.root)], check=True)
+        self.write(".gitignore", "/build/\n")
+        self.write("build/notes.txt", self.PLANTED[0])
+        self.assert_passes("check_words")
+        self.write("notes.txt", self.PLANTED[0])
+        self.assert_finds("check_words", "notes.txt:1:")
+
+
+class Headers(TreeTest):
+    def setUp(self):
+        super().setUp()
+        self.write("src/core/integer.h", "#pragma once\nstruct Integer {};\n")
+        self.write("src/core/clock.h", '#pragma once\n#include "core/integer.h"\ninline Integer Now() { return {}; }\n')
+        self.write("src/core/clock.cpp", '#include "core/clock.h"\n')
+        source = "src/core/clock.cpp"
+        command = f"{COMPILER} -Isrc -std=c++20 -Wall -Werror -o clock.o -MD -MT clock.o -MF clock.d -c {source}"
+        entry = {"directory": str(self.root), "command": command, "file": source}
+        self.write("build/compile_commands.json", json.dumps([entry]))
+        self.options = ["--build", str(self.root / "build")]
+
+    def make_old(self):
+        """What has been written so far looks older than the note of a run."""
+        for path in (self.root / "src").rglob("*.*"):
+            os.utime(path, (1, 1))
+
+    def test_clean(self):
+        self.assertIn("2 headers", self.assert_passes("check_headers", self.options))
+
+    def test_header_that_needs_another(self):
+        self.write("src/core/timer.h", "#pragma once\nInteger Later();\n")
+        self.assert_finds("check_headers", "src/core/timer.h:1:", "Integer", options=self.options)
+
+    def test_nothing_is_compiled_twice(self):
+        self.make_old()
+        self.assert_passes("check_headers", self.options)
+        notes = {path: path.stat().st_mtime_ns for path in (self.root / "build/check_headers").iterdir()}
+        self.assertEqual(len(notes), 2)
+        self.assert_passes("check_headers", self.options)
+        self.assertEqual(notes, {path: path.stat().st_mtime_ns for path in notes})
+
+    def test_a_change_below_is_seen(self):
+        self.make_old()
+        self.assert_passes("check_headers", self.options)
+        self.write("src/core/integer.h", "#pragma once\nstruct Whole {};\n")
+        self.assert_finds("check_headers", "src/core/clock.h:1:", options=self.options)
+
+    def test_a_change_of_flags_is_seen(self):
+        self.make_old()
+        self.assert_passes("check_headers", self.options)
+        commands = self.root / "build/compile_commands.json"
+        commands.write_text(commands.read_text(encoding="utf-8").replace("-Isrc ", ""), encoding="utf-8")
+        self.assert_finds("check_headers", "src/core/clock.h:1:", options=self.options)
+
+    def test_missing_build(self):
+        code, output = run("check_headers", self.root, "--build", str(self.root / "nowhere"))
+        self.assertEqual(code, 2)
+        self.assertIn("compile_commands.json", output)
+
+
+if __name__ == "__main__":
+    unittest.main()

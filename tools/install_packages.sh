@@ -1,0 +1,57 @@
+#!/bin/bash
+# Installs what is missing of the groups of packages.txt; says nothing when nothing is.
+# Usage: install_packages.sh GROUP...
+set -euo pipefail
+here=$(cd -- "$(dirname -- "$0")" && pwd)
+
+wanted=$(for group in "$@"; do
+    awk -v group="$group" '$1 == group { print $2 }' "$here/packages.txt"
+done | sort -u)
+
+is_installed() {
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+missing=()
+for package in $wanted; do
+    if ! is_installed "$package"; then
+        missing+=("$package")
+    fi
+done
+if [ ${#missing[@]} -eq 0 ]; then
+    exit 0
+fi
+
+give_up() {
+    echo "These packages are missing and cannot be installed from here ($1):" >&2
+    echo "  ${missing[*]}" >&2
+    echo "On Debian 12, as root: apt-get install ${missing[*]}" >&2
+    exit 1
+}
+
+if ! command -v apt-get >/dev/null; then
+    give_up "there is no apt-get"
+fi
+become=()
+if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || give_up "this is not root, and there is no sudo"
+    become=(sudo)
+    # Without a terminal nobody can type a password.
+    [ -t 0 ] || become=(sudo -n)
+fi
+
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+install_missing() {
+    "${become[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y --no-install-recommends "${missing[@]}" >"$log" 2>&1
+}
+
+echo "Installing ${#missing[@]} packages: ${missing[*]}"
+# Package lists that are missing or out of date make the first try fail.
+if ! install_missing; then
+    if ! "${become[@]}" apt-get update >"$log" 2>&1 || ! install_missing; then
+        tail -n 15 "$log" >&2
+        give_up "apt-get failed"
+    fi
+fi

@@ -1,0 +1,48 @@
+#!/bin/bash
+# Makes an application folder from the delivered one, or brings it up to date, and points it at a music folder.
+# Usage: make_home.sh DELIVERED_FOLDER HOME_FOLDER MUSIC_FOLDER
+# Files that are missing or older are copied; a config.ini that somebody has changed keeps everything but its StartPath.
+set -euo pipefail
+mkdir -p "$2"
+delivered=$(realpath -- "$1")
+home=$(realpath -- "$2")
+music=$3
+as_delivered=$home.delivered.ini
+
+unchanged() {
+    [ -f "$as_delivered" ] && cmp -s <(grep -av '^StartPath=' "$home/config.ini") <(grep -av '^StartPath=' "$as_delivered")
+}
+
+(
+    cd -- "$delivered"
+    find . -mindepth 1 -type d -print0 | (cd -- "$home" && xargs -0r mkdir -p)
+    find . -type f ! -path ./config.ini -print0 | xargs -0r cp -u --parents -t "$home"
+)
+if [ ! -f "$home/config.ini" ] || unchanged; then
+    cp "$delivered/config.ini" "$home/config.ini"
+    cp "$delivered/config.ini" "$as_delivered"
+fi
+
+# Sets the first StartPath of [Main], wherever it stands; every other line stays as it is.
+changed=$home/config.ini.new
+MUSIC=$music LC_ALL=C awk '
+    function value(line_end) { return "StartPath=" ENVIRON["MUSIC"] line_end }
+    { end = /\r$/ ? "\r" : ""; line = tolower($0) }
+    line ~ /^[ \t]*\[/ {
+        if (main && !done) { print value(end); done = 1 }
+        main = line ~ /^[ \t]*\[[ \t]*main[ \t]*\]/
+    }
+    main && !done && line ~ /^[ \t]*startpath[ \t]*=/ { print value(end); done = 1; next }
+    { print }
+    END {
+        if (!done) {
+            if (!main) { print "[Main]" }
+            print value("")
+        }
+    }
+' "$home/config.ini" >"$changed"
+if cmp -s "$changed" "$home/config.ini"; then
+    rm -f "$changed"
+else
+    mv "$changed" "$home/config.ini"
+fi
