@@ -110,8 +110,7 @@ void BenchFrame(const QString& title, const QString& delivered, double scale) {
 
 } // namespace
 
-void BenchFrames(const char* homeFolder) {
-    const QString delivered = QString::fromLocal8Bit(homeFolder);
-    BenchFrame(QStringLiteral("A frame of 1920x1080, theme of 1920x1080"), delivered, 1.0);
-    BenchFrame(QStringLiteral("A frame of 1920x1080, theme of 1280x720"), delivered, 2.0 / 3);
+void BenchFrames(const QString& homeFolder) {
+    BenchFrame(QStringLiteral("A frame of 1920x1080, theme of 1920x1080"), homeFolder, 1.0);
+    BenchFrame(QStringLiteral("A frame of 1920x1080, theme of 1280x720"), homeFolder, 2.0 / 3);
 }

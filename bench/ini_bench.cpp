@@ -1,6 +1,7 @@
 // Parsing theme.ini and looking up all of its keys: IniFile, inih, SimpleIni, QSettings.
 #include "ini_bench.h"
 
+#include "bench.h"
 #include "platform/posix/posix_files.h"
 #include "settings/ini_file.h"
 #include "theme/theme_keys.h"
@@ -76,19 +77,13 @@ std::vector<WantedKey> ThemeKeys() {
     std::exit(1);
 }
 
-// Times a reader, which answers with the length of all values together.
-template <typename Reader>
-BenchRow Row(const QString& subject, qsizetype expected, Reader&& reader) {
-    qsizetype length = expected;
-    const double milliseconds = FastestRun(kRounds, [&] {
-        if (reader() != expected) {
-            length = -1;
-        }
-    });
-    if (length != expected) {
-        Stop(subject + QStringLiteral(" does not find the same values"));
-    }
-    return {subject, milliseconds};
+// A reader, which answers with the length of all values together.
+Subject Reader(const QString& name, qsizetype expected, const std::function<qsizetype()>& reader) {
+    return {name, [=] {
+                if (reader() != expected) {
+                    Stop(name + QStringLiteral(" does not find the same values"));
+                }
+            }};
 }
 
 qsizetype OurWay(const QString& path, const std::vector<WantedKey>& wanted) {
@@ -137,30 +132,31 @@ qsizetype SimpleIniWay(const QString& path, const std::vector<WantedKey>& wanted
 
 } // namespace
 
-std::vector<BenchRow> IniBench(const QString& themeIni) {
+void BenchIni(const QString& themeIni) {
     const std::vector<WantedKey> wanted = ThemeKeys();
     const qsizetype length = OurWay(themeIni, wanted);
     if (wanted.size() != kThemeKeys || length < kShortestValues) {
         Stop(themeIni + QStringLiteral(" is not a whole theme"));
     }
-    std::vector<BenchRow> rows;
-    rows.push_back(Row(QStringLiteral("theme.ini, 611 keys: IniFile"), length,
-                       [&] { return OurWay(themeIni, wanted); }));
+    std::vector<Subject> subjects;
+    subjects.push_back(Reader(QStringLiteral("IniFile"), length, [&] { return OurWay(themeIni, wanted); }));
 #ifdef VANTORIX_PEER_INIH
-    rows.push_back(Row(QStringLiteral("theme.ini, 611 keys: inih, INIReader"), length,
-                       [&] { return InihWay(themeIni, wanted); }));
+    subjects.push_back(
+        Reader(QStringLiteral("inih, INIReader"), length, [&] { return InihWay(themeIni, wanted); }));
 #endif
 #ifdef VANTORIX_PEER_SIMPLEINI
-    rows.push_back(Row(QStringLiteral("theme.ini, 611 keys: SimpleIni, CSimpleIniA"), length,
-                       [&] { return SimpleIniWay(themeIni, wanted); }));
+    subjects.push_back(Reader(QStringLiteral("SimpleIni, CSimpleIniA"), length,
+                              [&] { return SimpleIniWay(themeIni, wanted); }));
 #endif
-    // QSettings keeps what it has parsed for a path: each round has a copy of its own.
-    const QTemporaryDir copies;
+    // QSettings keeps what it has parsed for a path: each run gets a copy of its own.
+    const QTemporaryDir folder;
     int made = 0;
-    for (; made < kRounds; ++made) {
-        QFile::copy(themeIni, copies.filePath(QString::number(made)));
-    }
-    rows.push_back(Row(QStringLiteral("theme.ini, 611 keys: QSettings"), length,
-                       [&] { return QSettingsWay(copies.filePath(QString::number(--made)), wanted); }));
-    return rows;
+    QString copy;
+    subjects.push_back(
+        Reader(QStringLiteral("QSettings"), length, [&] { return QSettingsWay(copy, wanted); }));
+    subjects.back().before = [&] {
+        copy = folder.filePath(QString::number(++made));
+        QFile::copy(themeIni, copy);
+    };
+    PrintRow(QStringLiteral("theme.ini: parsed, and all 611 keys looked up"), RunInTurn(subjects, kRounds));
 }

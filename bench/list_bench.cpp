@@ -1,6 +1,7 @@
 // Listing large folders: CreateList, QDir with QCollator, std::filesystem with ICU.
 #include "list_bench.h"
 
+#include "bench.h"
 #include "library/create_list.h"
 #include "platform/simulated/simulated_platform.h"
 #include "shell/form_main.h"
@@ -10,6 +11,7 @@
 #include <QFile>
 #include <QLocale>
 #include <QStringList>
+#include <QTemporaryDir>
 
 #include <unicode/ucol.h>
 
@@ -21,7 +23,7 @@
 
 namespace {
 
-constexpr int kRounds = 7;
+constexpr int kRounds = 11;
 constexpr unsigned kSeed = 41;
 
 const QStringList& Patterns() {
@@ -140,44 +142,56 @@ void WriteSettings(const QString& scratch, const QString& folder, const QStringL
     }
 }
 
-BenchRow Row(const QString& subject, int files, const std::function<void()>& work) {
-    return {QStringLiteral("%1 files: %2").arg(files).arg(subject), FastestRun(kRounds, work)};
-}
+// A form that shows one folder of a number of files.
+class Shown {
+public:
+    Shown(const QString& scratch, int files) : folder_(MakeFolder(scratch, files)) {
+        form_.AppFolder = scratch;
+        form_.DefaultOrder = QStringLiteral("alpha");
+        Open();
+    }
 
-// Opening a folder as a patron does: both lists are pointed at it, then it is listed.
-void OpenFolder(Form_Main& form, const QString& folder) {
-    PointDir1(form, folder);
-    PointFile1(form, folder);
-    CreateList(form);
-}
+    const QString& folder() const { return folder_; }
+    const QStringList& names() const { return form_.File1.List; }
+    void List() { CreateList(form_); }
+    // Opening a folder as a patron does: both lists are pointed at it, then it is listed.
+    void Open() {
+        PointDir1(form_, folder_);
+        PointFile1(form_, folder_);
+        CreateList(form_);
+    }
 
-void BenchFolder(const QString& scratch, int files, std::vector<BenchRow>& rows) {
-    const QString folder = MakeFolder(scratch, files);
-    SimulatedPlatform platform;
-    Form_Main form(platform.ports());
-    form.AppFolder = scratch;
-    form.DefaultOrder = QStringLiteral("alpha");
-    OpenFolder(form, folder);
-    rows.push_back(Row(QStringLiteral("CreateList, alpha"), files, [&] { CreateList(form); }));
-    rows.push_back(Row(QStringLiteral("QDir and QCollator, whole lines"), files, [&] { ByCompare(folder); }));
-    rows.push_back(Row(QStringLiteral("QDir and QCollator, sort keys"), files, [&] { BySortKeys(folder); }));
-    rows.push_back(
-        Row(QStringLiteral("QDir and QCollator, names alone"), files, [&] { NamesByCompare(folder); }));
-    rows.push_back(
-        Row(QStringLiteral("std::filesystem and ICU, whole lines"), files, [&] { ByFilesystem(folder); }));
-    rows.push_back(
-        Row(QStringLiteral("opening the folder, alpha"), files, [&] { OpenFolder(form, folder); }));
-    WriteSettings(scratch, folder, form.File1.List);
-    CreateList(form);
-    rows.push_back(Row(QStringLiteral("CreateList, playcount"), files, [&] { CreateList(form); }));
+private:
+    QString folder_;
+    SimulatedPlatform platform_;
+    Form_Main form_{platform_.ports()};
+};
+
+void BenchPeers(Shown& shown) {
+    const QString& folder = shown.folder();
+    PrintRow(
+        QStringLiteral("A folder of 10,000 files, listed and sorted"),
+        RunInTurn({{QStringLiteral("CreateList"), [&] { shown.List(); }},
+                   {QStringLiteral("QDir and QCollator, whole lines"), [&] { ByCompare(folder); }},
+                   {QStringLiteral("QDir and QCollator's sort keys"), [&] { BySortKeys(folder); }},
+                   {QStringLiteral("QDir and QCollator, names alone"), [&] { NamesByCompare(folder); }},
+                   {QStringLiteral("std::filesystem and ICU, whole lines"), [&] { ByFilesystem(folder); }}},
+                  kRounds));
 }
 
 } // namespace
 
-std::vector<BenchRow> ListBench(const QString& scratch) {
-    std::vector<BenchRow> rows;
-    BenchFolder(scratch, 10'000, rows);
-    BenchFolder(scratch, 30'000, rows);
-    QDir(scratch).removeRecursively();
-    return rows;
+void BenchLists() {
+    const QTemporaryDir scratch;
+    Shown small(scratch.path(), 10'000);
+    Shown large(scratch.path(), 30'000);
+    BenchPeers(small);
+    PrintRow(QStringLiteral("Three times the files"),
+             RunInTurn({{QStringLiteral("CreateList, 10,000 files"), [&] { small.List(); }},
+                        {QStringLiteral("CreateList, 30,000 files"), [&] { large.List(); }},
+                        {QStringLiteral("the whole way into a folder of 30,000"), [&] { large.Open(); }}},
+                       kRounds));
+    WriteSettings(scratch.path(), small.folder(), small.names());
+    PrintRow(QStringLiteral("10,000 files in the order of their counts"),
+             RunInTurn({{QStringLiteral("CreateList"), [&] { small.List(); }}}, kRounds));
 }

@@ -79,14 +79,14 @@ void MakeHome(const QString& delivered, const QString& demo, const QString& home
 
 } // namespace
 
-void BenchStart(const char* cabinet, const char* bareWindow, const char* homeFolder, const char* demoFolder) {
+void BenchStart(const QString& programs, const QString& homeFolder, const QString& demoFolder) {
     Display* display = XOpenDisplay(nullptr);
     if (display == nullptr) {
         std::printf("Start to first frame: left out, there is no X display\n");
         return;
     }
     const QTemporaryDir home;
-    MakeHome(QString::fromLocal8Bit(homeFolder), QString::fromLocal8Bit(demoFolder), home.path());
+    MakeHome(homeFolder, demoFolder, home.path());
     const ScreenPixel pixel(display);
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -100,10 +100,10 @@ void BenchStart(const char* cabinet, const char* bareWindow, const char* homeFol
     };
     const std::vector<Subject> subjects = {
         subject(QStringLiteral("a bare Qt window with one picture"),
-                {QString::fromLocal8Bit(bareWindow),
+                {programs + QStringLiteral("/vantorix-bare-window"),
                  home.path() + QStringLiteral("/themes/default/zonelist.png")}),
         subject(QStringLiteral("vantorix"),
-                {QString::fromLocal8Bit(cabinet), QStringLiteral("--home"), home.path()})};
+                {programs + QStringLiteral("/vantorix"), QStringLiteral("--home"), home.path()})};
     PrintRow(QStringLiteral("Start to first frame"), RunInTurn(subjects, 15));
     process.kill();
     process.waitForFinished();

@@ -2,6 +2,8 @@
 // picture.
 #pragma once
 
-// Needs an X display; prints that the row is left out when there is none. `cabinet` and `bareWindow` are the
+#include <QString>
+
+// Needs an X display; prints that the row is left out when there is none. `programs` is the folder of the
 // programs to start, `homeFolder` the delivered home, `demoFolder` the music.
-void BenchStart(const char* cabinet, const char* bareWindow, const char* homeFolder, const char* demoFolder);
+void BenchStart(const QString& programs, const QString& homeFolder, const QString& demoFolder);

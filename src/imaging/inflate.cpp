@@ -221,7 +221,7 @@ std::optional<std::size_t> Inflate(std::span<const std::uint8_t> source, std::sp
         }
         isLast = *last == 1;
     }
-    // Deliberate D-??: the Adler-32 behind the data is not compared, nor are the header's two bytes looked
+    // Deliberate D-36: the Adler-32 behind the data is not compared, nor are the header's two bytes looked
     // at. One would expect a damaged stream to be refused by its checksum. Pictures that the library refuses
     // for these bytes alone are still shown, with it and without it.
     return output.used;

@@ -79,7 +79,7 @@ std::optional<PngHeader> ReadPngHeader(std::span<const std::uint8_t> data) {
     header.width = static_cast<int>(*width);
     header.height = static_cast<int>(*height);
 
-    // Deliberate D-??: depth and colour type are tested each for itself, so pairs that no PNG has are taken.
+    // Deliberate D-37: depth and colour type are tested each for itself, so pairs that no PNG has are taken.
     // One would expect a refusal. Such a file counts as a picture without a single drawn pixel, and nothing
     // else is shown in its place.
     header.bitDepth = reader.ReadByte().value_or(0);

@@ -86,7 +86,7 @@ bool cPNGparser::LoadStream(std::span<const std::uint8_t> inStream, c32bppDIB& h
     return true;
 }
 
-// Deliberate D-??: a chunk that passes the end of the file, or a file without IEND, is an error even when all
+// Deliberate D-38: a chunk that passes the end of the file, or a file without IEND, is an error even when all
 // picture data have been read. Viewers show what there is. A file that was cut off while it was copied must
 // not pass for a whole one.
 bool cPNGparser::ReadChunks(std::span<const std::uint8_t> chunks, ZlibLibrary& zlib) {
@@ -106,7 +106,7 @@ bool cPNGparser::ReadChunks(std::span<const std::uint8_t> chunks, ZlibLibrary& z
         if (*length == 0 || !IsRead(type)) {
             continue;
         }
-        // Deliberate D-??: without the compression library nobody tests checksums, and never those of chunks
+        // Deliberate D-39: without the compression library nobody tests checksums, and never those of chunks
         // that are read past. One would expect the same answer on every machine. A cabinet without the
         // library shows what it can.
         if (testsChecksums && zlib.Crc32(0, *typeAndData) != *checksum) {
@@ -118,7 +118,7 @@ bool cPNGparser::ReadChunks(std::span<const std::uint8_t> chunks, ZlibLibrary& z
     }
 }
 
-// Deliberate D-??: the order of the chunks is not tested, and gamma and background colour are not applied.
+// Deliberate D-40: the order of the chunks is not tested, and gamma and background colour are not applied.
 // One would expect an unknown order to be refused and gAMA to change the brightness. Theme pictures are drawn
 // as their makers saw them, sample by sample.
 bool cPNGparser::TakeChunk(std::uint32_t type, std::span<const std::uint8_t> data) {
@@ -189,6 +189,8 @@ bool cPNGparser::Decode(c32bppDIB& host, ZlibLibrary& zlib) {
     if (!size) {
         return false;
     }
+    // Deliberate D-41: data that end properly but too early count as zeros, data beyond the picture are cut.
+    // One would expect a wrong amount of data to be refused. What has arrived whole is shown.
     const ZeroedBytes inflated(*size);
     if (inflated.All().empty() || !InflateInto(inflated.All(), compressed_, zlib)) {
         return false;
@@ -199,7 +201,7 @@ bool cPNGparser::Decode(c32bppDIB& host, ZlibLibrary& zlib) {
            DrawPngPasses(header_, writer, inflated.All(), host);
 }
 
-// Deliberate D-??: colour pictures and those with an alpha sample count as transparent whatever they hold.
+// Deliberate D-42: colour pictures and those with an alpha sample count as transparent whatever they hold.
 // One would look at the pixels. The flag tells what the file can hold.
 bool cPNGparser::HasAlpha() const {
     if (header_.colourType == kPngGrey || header_.colourType == kPngPalette) {

@@ -15,7 +15,7 @@ std::uint8_t Multiplied(int channel, int alpha) {
     return static_cast<std::uint8_t>(channel * alpha / kOpaque);
 }
 
-// Deliberate D-??: colour times alpha is cut, not rounded, so half-transparent colours come out up to one
+// Deliberate D-43: colour times alpha is cut, not rounded, so half-transparent colours come out up to one
 // step darker. Rounding is the usual choice; the pixel buffers are compared by their bytes, and all parsers
 // cut alike.
 void WritePixel(std::uint8_t* target, int red, int green, int blue, int alpha) {
@@ -32,7 +32,7 @@ void WritePixel(std::uint8_t* target, int red, int green, int blue, int alpha) {
 
 // Where the bytes of a pixel with an alpha sample stand.
 //
-// Deliberate D-??: of a 16-bit sample only the high byte is used.
+// Deliberate D-44: of a 16-bit sample only the high byte is used.
 // Rounding to the nearest 8-bit value is more exact. Cutting gives the same bytes on every machine and is
 // what theme pictures have been judged by.
 template <int Step, int Red, int Green, int Blue, int Alpha>
@@ -69,7 +69,7 @@ void PngPixelWriter::FillPalette() {
             entry = std::fill_n(entry, 3, static_cast<std::uint8_t>(i * (255 / top)));
         }
     } else if (header_.bitDepth == 1) {
-        // Deliberate D-??: a palette picture of one bit without a palette is black and white, a deeper one
+        // Deliberate D-45: a palette picture of one bit without a palette is black and white, a deeper one
         // all black. The format calls both broken. Black and white is what people who make such files mean.
         std::fill_n(colours_.palette.begin() + 3, 3, std::uint8_t{255});
     }
@@ -153,7 +153,7 @@ void PngPixelWriter::WriteColour8(const std::uint8_t* row, std::span<std::uint8_
     }
 }
 
-// Deliberate D-??: the transparent colour of 16-bit RGB is compared twice by the pixels' high bytes: with the
+// Deliberate D-46: the transparent colour of 16-bit RGB is compared twice by the pixels' high bytes: with the
 // low bytes of the colour in the file, and with its high bytes. One would compare whole samples. With the two
 // tests also files whose colour was written as 8-bit values are transparent where their makers meant it, and
 // pictures that come near the colour have grown used to it.

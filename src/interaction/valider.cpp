@@ -100,9 +100,8 @@ void FlashSlot(Form_Main& form, Integer16 slot) {
 }
 
 void StartPick(Form_Main& form, Integer16 slot) {
-    WriteLog(
-        form,
-        QStringLiteral(" : InfoPath(NumTrack)=%1  NumTrack=%2").arg(form.InfoPath(slot)).arg(slot.value()));
+    WriteLog(form, QStringLiteral(" : InfoPath(NumTrack)=") + form.InfoPath(slot) +
+                       QStringLiteral("  NumTrack=") + QString::number(slot.value()));
     BassPlayFile(form, form.InfoPath(slot));
     form.NowPlayingPath = form.InfoPath(slot);
     form.NowPlayingTitre = form.InfoTitre(slot);

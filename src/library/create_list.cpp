@@ -159,7 +159,9 @@ public:
         alpha_ = order == QStringLiteral("alpha");
     }
 
-    // The key of the entry of that name. Nothing in an order that is not known: the entry gets no line.
+    // The key of the entry of that name.
+    // Deliberate D-47: in an order that is not known there is none, and the folder shows empty. One expects
+    // "alpha"; an empty page is what tells the operator of the misspelled word.
     std::optional<QString> Key(const QString& name) const {
         if (stats_ != nullptr) {
             return PlayCountKey(PlayCount(*stats_, name));
@@ -178,6 +180,9 @@ private:
     bool alpha_ = false;
 };
 
+// Deliberate D-48: in the order "alpha" the folders stand as one block among the files, behind names that
+// begin with a sign. One expects them first, or sorted in by name; their key is the whole path, and libraries
+// are named by that.
 void AddFolder(Form_Main& form, const LineKeys& keys, const QString& path) {
     if (const auto key = keys.Key(path)) {
         form.List_List.push_back({*key, QStringLiteral("dir"), path, path.mid(path.lastIndexOf(u'/') + 1)});
@@ -187,8 +192,8 @@ void AddFolder(Form_Main& form, const LineKeys& keys, const QString& path) {
 
 void AddFile(Form_Main& form, const LineKeys& keys, const QString& name) {
     if (const auto key = keys.Key(name)) {
-        // Deliberate D-??: MIX.VTXPL is listed as a track, which then does not play. One expects a playlist
-        // whatever its letters' case; only the exact ending makes one, as the delivered library is named.
+        // Deliberate D-49: MIX.VTXPL is listed as a track. One expects a playlist whatever its letters' case,
+        // as with music; only the exact ending, which the jukebox itself writes, makes one.
         const bool isPlaylist = name.endsWith(QStringLiteral(".vtxpl"));
         const QString type = isPlaylist ? QStringLiteral("playlist") : QStringLiteral("file");
         form.List_List.push_back({*key, type, form.File1.Path + u'/' + name, name});
@@ -197,10 +202,10 @@ void AddFile(Form_Main& form, const LineKeys& keys, const QString& name) {
 }
 
 // An mp3 beside a video of the same name is the video's sound and is not shown.
-// Deliberate D-??: beside an mp4 neither is shown, because mp4 files are not listed. One expects one of the
-// two.
+// Deliberate D-50: beside an .mp4 neither of the two is shown, since .mp4 files are not listed. One expects
+// the mp3; such pairs are put aside that way in libraries in the field.
 bool HasVideoTwin(const QString& name, const QSet<QString>& videos) {
-    if (videos.isEmpty() || name.right(3).toCaseFolded() != QStringLiteral("mp3")) {
+    if (videos.isEmpty() || !name.endsWith(QStringLiteral("mp3"), Qt::CaseInsensitive)) {
         return false;
     }
     const QString base = name.chopped(3).toCaseFolded();

@@ -12,7 +12,8 @@ QString FindFile(Files& files, const QString& folder, const QString& name) {
     QString found;
     for (const FolderEntry& entry : files.ListFolder(folder).value_or(std::vector<FolderEntry>())) {
         // Of several the first in the order of their characters' numbers, so that the answer does not change.
-        const bool matches = !entry.isFolder && entry.name.size() == name.size() && entry.name.toCaseFolded() == folded;
+        const bool matches =
+            !entry.isFolder && entry.name.size() == name.size() && entry.name.toCaseFolded() == folded;
         if (matches && (found.isEmpty() || entry.name < found)) {
             found = entry.name;
         }

@@ -2,6 +2,7 @@
 #include "library/list_order.h"
 
 #include "library/collation.h"
+#include "library/library_state.h"
 
 #include <algorithm>
 #include <cstdint>

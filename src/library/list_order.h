@@ -1,11 +1,11 @@
 // The order of a folder's names and of the list's lines.
 #pragma once
 
-#include "library/library_state.h"
-
 #include <QStringList>
 
 #include <vector>
+
+struct ListLine;
 
 // Both orders are the system's collation, ascending, without case.
 

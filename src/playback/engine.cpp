@@ -7,6 +7,7 @@
 #include "platform/audio_library.h"
 #include "platform/event_pump.h"
 #include "platform/serial_port.h"
+#include "playback/low_word.h"
 #include "rendering/video_surfaces.h"
 #include "shell/form_main.h"
 
@@ -63,12 +64,6 @@ void FreeOldStream(Form_Main& form) {
     form.pump.DoEvents();
     form.audio.BASS_MusicFree(form.BassChannel);
     form.pump.DoEvents();
-}
-
-// Deliberate D-30: only the low word of a length or position is kept, so that more than 6.7 hours of sound
-// are counted wrongly. One expects all of it; nobody plays such a track.
-std::int64_t LowWord(std::int64_t bytes) {
-    return static_cast<std::int64_t>(static_cast<std::uint32_t>(bytes));
 }
 
 double PositionSeconds(Form_Main& form) {

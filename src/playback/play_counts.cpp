@@ -1,7 +1,40 @@
 // Counting what is bought.
 #include "playback/play_counts.h"
 
+#include "core/conversions.h"
+#include "core/run_time_error.h"
+#include "settings/profile.h"
 #include "shell/form_main.h"
 
-// Counting comes with the counts' own change.
-void CountPick(Form_Main& /*form*/, int /*slot*/) {}
+#include <QStringList>
+
+namespace {
+
+const QString kSection = QStringLiteral("PayingCount");
+
+// What a pick counts: the track's title, the folder shown and each folder above it but the root.
+QStringList CountedKeys(const Form_Main& form, int slot) {
+    QStringList keys = {form.InfoTitre(slot), form.Dir1.Path};
+    QString folder = form.Dir1.Path;
+    for (qsizetype cut = folder.lastIndexOf(u'/'); cut > 0; cut = folder.lastIndexOf(u'/')) {
+        folder.truncate(cut);
+        keys += folder;
+    }
+    return keys;
+}
+
+QString Raised(const QString& path, const QString& key, const QString& count) {
+    const auto where = [&] { return path + QStringLiteral(", [PayingCount] ") + key; };
+    const double before = TellingWhere(where, [&] { return Trim(count).isEmpty() ? 0 : CDouble(count); });
+    return NumberText(before + 1);
+}
+
+} // namespace
+
+void CountPick(Form_Main& form, int slot) {
+    const QString path = form.AppFolder + QStringLiteral("/stats.ini");
+    for (const QString& key : CountedKeys(form, slot)) {
+        const QString count = GetPrivateProfileString(form, path, kSection, key);
+        WritePrivateProfileString(form, path, kSection, key, Raised(path, key, count));
+    }
+}

@@ -7,10 +7,19 @@
 
 #include <QString>
 
+// A place that a video is shown in, in screen pixels; the media graph draws the pixels itself.
+struct VideoSurface {
+    int Left = 0;
+    int Top = 0;
+    int Width = 0;
+    int Height = 0;
+    bool Visible = false;
+};
+
 struct RenderingState {
     // The visible frame, in screen pixels; all other surfaces are in design pixels of the theme.
     Surface Picture_Main;
-    Surface Picture_MainVideo;
+    VideoSurface Picture_MainVideo;
     Surface Picture_Video;
     // The track zone in its normal and its selected look.
     Surface Picture_Cache;

@@ -37,25 +37,32 @@ void LogDrawing(Form_Main& form, const QString& text, const TextBox& box, const 
     WriteLog(form, QStringLiteral(" : DrawText (") + arguments.join(u',') + u')');
 }
 
-// Cuts the last character; a pair of surrogates is one.
-void CutLast(QString& text) {
-    if (text.isEmpty()) {
-        throw RunTimeError(kInvalidProcedureCall, QStringLiteral("the text box has no room for \"...\""));
-    }
-    const bool pair =
-        text.size() >= 2 && text.back().isLowSurrogate() && text[text.size() - 2].isHighSurrogate();
-    text.chop(pair ? 2 : 1);
+bool FitsWithDots(const Surface& surface, const QString& text, qsizetype length, Integer16 width) {
+    return TextWidth(surface, text.left(length) + kDots) <= width.value();
 }
 
-// The text as it fits the width.
-QString Shortened(const Surface& surface, const QString& text, Integer16 width) {
-    QString cut = text;
-    int needed = TextWidth(surface, cut);
-    while (needed > width.value()) {
-        CutLast(cut);
-        needed = TextWidth(surface, cut + kDots);
+// The longest beginning of a text that fits the width with the dots behind it. It is looked for by halves, as
+// a name may be long and each measurement is dear. A pair of surrogates is one character.
+qsizetype FittingLength(const Surface& surface, const QString& text, Integer16 width) {
+    qsizetype fitting = 0;
+    qsizetype tooLong = text.size();
+    while (tooLong - fitting > 1) {
+        const qsizetype middle = (fitting + tooLong) / 2;
+        (FitsWithDots(surface, text, middle, width) ? fitting : tooLong) = middle;
     }
-    return cut == text ? text : cut + kDots;
+    const bool inPair = fitting > 0 && text[fitting - 1].isHighSurrogate();
+    return inPair ? fitting - 1 : fitting;
+}
+
+// The text as it fits the width, its last characters replaced by dots. Raises 5 when not even the dots fit.
+QString Shortened(const Surface& surface, const QString& text, Integer16 width) {
+    if (TextWidth(surface, text) <= width.value()) {
+        return text;
+    }
+    if (text.isEmpty() || !FitsWithDots(surface, text, 0, width)) {
+        throw RunTimeError(kInvalidProcedureCall, QStringLiteral("the text box has no room for \"...\""));
+    }
+    return text.left(FittingLength(surface, text, width)) + kDots;
 }
 
 // Where an extent begins in a room of the box: at its start, at its end, or in the middle.
@@ -78,15 +85,18 @@ int ColourElement(const QStringList& elements, int i, const QString& colour) {
     const auto where = [&] { return QStringLiteral("colour \"%1\"").arg(colour); };
     const int value = TellingWhere(where, [&] { return CInt16(elements[i]).value(); });
     if (value < 0) {
-        throw RunTimeError(kInvalidProcedureCall, QStringLiteral("colour \"%1\": %2").arg(colour).arg(value));
+        throw RunTimeError(kInvalidProcedureCall,
+                           QStringLiteral("colour \"%1\": %2").arg(colour, QString::number(value)));
     }
     return std::min(value, 255);
 }
 
 QRgb Colour(const QString& text) {
     const QStringList elements = text.split(u',');
-    return qRgb(ColourElement(elements, 0, text), ColourElement(elements, 1, text),
-                ColourElement(elements, 2, text));
+    const int red = ColourElement(elements, 0, text);
+    const int green = ColourElement(elements, 1, text);
+    const int blue = ColourElement(elements, 2, text);
+    return qRgb(red, green, blue);
 }
 
 } // namespace

@@ -14,7 +14,8 @@
 namespace {
 
 void ClearInfos(Form_Main& form) {
-    for (int i = 0; i <= 2 * form.ZoneListNbTracksParColonne.value(); ++i) {
+    const Integer16 last = form.ZoneListNbTracksParColonne * 2;
+    for (int i = 0; i <= last.value(); ++i) {
         form.InfoPath(i).clear();
         form.InfoType(i).clear();
         form.InfoTitre(i).clear();

@@ -1,7 +1,7 @@
 // The homes of a running video.
 #include "rendering/video_surfaces.h"
 
-#include "core/conversions.h"
+#include "settings/config_values.h"
 #include "shell/form_main.h"
 
 // Videos are placed by the video surfaces' own change; until then no video runs.
@@ -9,7 +9,8 @@ void DrawMiniVideo(Form_Main& /*form*/) {}
 void PlaceRunningVideo(Form_Main& /*form*/) {}
 
 bool VideoLiesBeyondScreen(const Form_Main& form) {
-    return !form.VideoPositionLeft.isEmpty() && form.ScreenWidth.value() < CDouble(form.VideoPositionLeft);
+    return !form.VideoPositionLeft.isEmpty() &&
+           form.ScreenWidth.value() < ConfigNumber(form, u"VideoPositionLeft", form.VideoPositionLeft);
 }
 
 void ShowVideoForm(Form_Main& form) {

@@ -1,7 +1,31 @@
 // Setting the display mode.
 #include "shell/display_mode.h"
 
+#include "platform/display.h"
+#include "platform/message_box.h"
 #include "shell/form_main.h"
 
-// The mode change comes with the display's own change; until then the screen keeps its mode.
-void ChangeRes(Form_Main& /*form*/, Integer32 /*width*/, Integer32 /*height*/, Integer32 /*bits*/) {}
+namespace {
+
+// A mode that needs a restart of the machine: that is the operator's to do, the answer changes nothing here.
+void AskRestart(Form_Main& form) {
+    form.messageBox.AskYesNo(QStringLiteral("Screen Resolution"),
+                             QStringLiteral("You Must Restart To Apply These Changes.\r\nRestart Now ¿"));
+}
+
+} // namespace
+
+void ChangeRes(Form_Main& form, Integer32 width, Integer32 height, Integer32 bits) {
+    const DisplayMode mode{width.value(), height.value(), bits.value()};
+    switch (form.display.TestDisplaySettings(mode)) {
+    case DisplayChange::kSuccessful:
+        form.display.ChangeDisplaySettings(mode);
+        break;
+    case DisplayChange::kRestart:
+        AskRestart(form);
+        break;
+    case DisplayChange::kRefused:
+        form.messageBox.Show(QStringLiteral("Error"), QStringLiteral("Mode Not Supported"));
+        break;
+    }
+}

@@ -10,6 +10,7 @@
 #include "platform/serial_port.h"
 #include "platform/windows.h"
 #include "rendering/video_surfaces.h"
+#include "settings/config_values.h"
 #include "settings/folder_settings.h"
 #include "settings/load_config.h"
 #include "shell/form_main.h"
@@ -52,12 +53,15 @@ void OpenLedController(Form_Main& form) {
     if (form.RGBLedsActive != u"true") {
         return;
     }
-    SerialSettings line;
-    line.commPort = CInt16(form.RGBLedsCommport);
-    line.baudRate = 115200;
-    line.rtsEnable = true;
-    line.dtrEnable = false;
-    form.MSComm1.Open(line);
+    const auto where = [&] { return ConfigPlace(form, u"RGBLeds", u"Commport"); };
+    TellingWhere(where, [&] {
+        SerialSettings line;
+        line.commPort = CInt16(form.RGBLedsCommport);
+        line.baudRate = 115200;
+        line.rtsEnable = true;
+        line.dtrEnable = false;
+        form.MSComm1.Open(line);
+    });
 }
 
 void OpenStartFolder(Form_Main& form) {
@@ -81,7 +85,6 @@ void SizeWindow(Form_Main& form) {
     const int height = form.ScreenHeight.value();
     form.MainWindow = {0, 0, width, height, false};
     Resize(form.Picture_Main, width, height);
-    form.Picture_MainVideo.Visible = false;
 }
 
 void SetFirstView(Form_Main& form) {

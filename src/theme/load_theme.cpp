@@ -7,6 +7,7 @@
 #include "library/find_file.h"
 #include "rendering/redraw_jukebox.h"
 #include "rendering/track_zone.h"
+#include "settings/config_values.h"
 #include "shell/form_main.h"
 #include "shell/log.h"
 #include "theme/load_assets.h"
@@ -74,9 +75,10 @@ Size PictureSize(const Form_Main& form, const Size& theme) {
     const Size window{static_cast<double>(form.MainWindow.Width),
                       static_cast<double>(form.MainWindow.Height)};
     const bool given = !form.PositionWidth.isEmpty() && !form.PositionHeight.isEmpty();
-    if (given && CDouble(form.PositionWidth) >= kSmallestArea &&
-        CDouble(form.PositionHeight) >= kSmallestArea) {
-        return {CDouble(form.PositionWidth), CDouble(form.PositionHeight)};
+    if (given && ConfigNumber(form, u"PositionWidth", form.PositionWidth) >= kSmallestArea &&
+        ConfigNumber(form, u"PositionHeight", form.PositionHeight) >= kSmallestArea) {
+        return {ConfigNumber(form, u"PositionWidth", form.PositionWidth),
+                ConfigNumber(form, u"PositionHeight", form.PositionHeight)};
     }
     const double ratio = Divide(theme.width, theme.height);
     if (Divide(window.width, ratio) <= window.height) {
@@ -92,32 +94,32 @@ void PlacePictureArea(Form_Main& form, const Size& theme) {
     Resize(form.Picture_Main, CInt32(area.width).value(), CInt32(area.height).value());
     const double left = form.PositionLeft.isEmpty()
                             ? form.MainWindow.Width / 2.0 - form.Picture_Main.Width() / 2.0
-                            : CDouble(form.PositionLeft);
+                            : ConfigNumber(form, u"PositionLeft", form.PositionLeft);
     const double top = form.PositionTop.isEmpty()
                            ? form.MainWindow.Height / 2.0 - form.Picture_Main.Height() / 2.0
-                           : CDouble(form.PositionTop);
+                           : ConfigNumber(form, u"PositionTop", form.PositionTop);
     form.Picture_Main.Left = CInt32(left).value();
     form.Picture_Main.Top = CInt32(top).value();
 }
 
-int ValueOr(const QString& text, int otherwise) {
-    return text.isEmpty() ? otherwise : CInt32(text).value();
+// A place of the video in whole pixels; `otherwise` when it is not set.
+int VideoPlace(const Form_Main& form, QStringView key, const QString& value, int otherwise) {
+    return value.isEmpty() ? otherwise : CInt32(ConfigNumber(form, key, value)).value();
 }
 
 void PlaceVideoSurface(Form_Main& form) {
-    Surface& video = form.Picture_MainVideo;
-    video.Left = ValueOr(form.VideoPositionLeft, form.Picture_Main.Left);
-    video.Top = ValueOr(form.VideoPositionTop, form.Picture_Main.Top);
-    int width = ValueOr(form.VideoPositionWidth, form.Picture_Main.Width());
-    int height = video.Height();
+    VideoSurface& video = form.Picture_MainVideo;
+    const Surface& area = form.Picture_Main;
+    video.Left = VideoPlace(form, u"VideoPositionLeft", form.VideoPositionLeft, area.Left);
+    video.Top = VideoPlace(form, u"VideoPositionTop", form.VideoPositionTop, area.Top);
+    video.Width = VideoPlace(form, u"VideoPositionWidth", form.VideoPositionWidth, area.Width());
     if (form.VideoPositionHeight.isEmpty()) {
-        height = form.Picture_Main.Height();
+        video.Height = area.Height();
     } else {
         // Deliberate D-07: a value for the height is assigned to the width, and the height stays.
         // Assigning the height looks right; cabinets are set up with it as it is.
-        width = CInt32(form.VideoPositionHeight).value();
+        video.Width = VideoPlace(form, u"VideoPositionHeight", form.VideoPositionHeight, 0);
     }
-    Resize(video, width, height);
 }
 
 void PrepareCaches(Form_Main& form) {

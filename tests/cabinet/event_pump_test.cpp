@@ -36,6 +36,8 @@ protected:
                                               [&](const InputEvent& event) { return event.kind == kind; }));
     }
 
+    // A hang-up that whoever started the tests ignores would stay ignored.
+    const sighandler_t hangUp = std::signal(SIGHUP, SIG_DFL);
     QtEventPump pump;
     std::vector<InputEvent> handed;
     EventSink onEvent;
@@ -221,6 +223,21 @@ TEST_F(EventPumpTest, EachTerminationSignalAsksForTheEnd) {
         EXPECT_EQ(CountOf(InputKind::kClose), expected)
             << "and it was answered, so that the next one asks again";
     }
+}
+
+TEST(TerminationSignalsTest, AnIgnoredHangUpStaysIgnored) {
+    std::signal(SIGHUP, SIG_IGN);
+    {
+        const TerminationSignals signals([] {});
+        struct sigaction now = {};
+        sigaction(SIGHUP, nullptr, &now);
+        EXPECT_EQ(now.sa_handler, SIG_IGN);
+        sigaction(SIGTERM, nullptr, &now);
+        EXPECT_NE(now.sa_handler, SIG_DFL);
+    }
+    struct sigaction after = {};
+    sigaction(SIGTERM, nullptr, &after);
+    EXPECT_EQ(after.sa_handler, SIG_DFL) << "everything is put back";
 }
 
 TEST_F(EventPumpTest, ASecondSignalEndsTheProcessAtOnce) {

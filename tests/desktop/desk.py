@@ -142,7 +142,8 @@ class DeskTest(unittest.TestCase):
         self.errors = self.folder / "stderr"
         with open(self.errors, "wb") as errors:
             self.jukebox = subprocess.Popen([PROGRAM, "--home", str(self.home), *arguments],
-                                            env=self.screen.environment, stderr=errors, stdout=errors)
+                                            env=self.screen.environment, stderr=errors, stdout=errors,
+                                            preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_DFL))
         self.addCleanup(self.end_by_force)
 
     def end_by_force(self):

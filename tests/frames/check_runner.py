@@ -13,7 +13,9 @@ import sys
 import unittest
 import zlib
 
-import run_frames
+sys.dont_write_bytecode = True
+
+import run_frames  # noqa: E402  pylint: disable=wrong-import-position
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 OPTIONS = argparse.Namespace()

@@ -26,6 +26,7 @@ import sys
 import zlib
 
 HERE = os.path.dirname(os.path.abspath(__file__))
+sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.join(os.path.dirname(HERE), "sessions"))
 
 from run_sessions import Failure, Session  # noqa: E402  pylint: disable=wrong-import-position

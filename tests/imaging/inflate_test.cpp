@@ -150,6 +150,7 @@ TEST(Inflate, DamageBehindAFullTargetIsNotSeen) {
     EXPECT_EQ(InflateText(writer, 3), std::nullopt);
 }
 
+// Deliberate D-36.
 TEST(Inflate, TheChecksumAtTheEndIsNotLookedAt) {
     Bytes packed = Compressed(Sample(100), 9);
     packed.back() = static_cast<std::uint8_t>(packed.back() ^ 1);

@@ -41,6 +41,7 @@ TEST(PngLedger, HoldsManyFiles) {
     EXPECT_GT(ReadLedger().size(), 500U);
 }
 
+// Deliberate D-41 is held by the ledger's files of missing and of surplus data.
 TEST(PngLedger, EveryFileWithTheCompressionLibrary) {
     PictureMachine machine;
     ASSERT_TRUE(machine.zlib.Has("uncompress"));

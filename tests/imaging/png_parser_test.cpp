@@ -78,6 +78,7 @@ QByteArray PngOf(int width, int height, int depth, int type, const QByteArray& s
     return file;
 }
 
+// Deliberate D-39.
 TEST(PngParser, ABadDataChecksumFailsWithTheLibraryAndIsNotTestedWithoutIt) {
     DlopenedZlib zlib;
     NoZlib noZlib;
@@ -120,10 +121,12 @@ TEST(PngParser, AChunkPastTheEndOfTheFileIsAnError) {
     EXPECT_FALSE(Loads("chunk-that-passes-the-end-by-its-checksum"));
 }
 
+// Deliberate D-38.
 TEST(PngParser, AFileWithoutItsEndIsAnError) {
     EXPECT_FALSE(Loads("no-end"));
 }
 
+// Deliberate D-40.
 TEST(PngParser, GammaChangesNothing) {
     EXPECT_EQ(Sha256Of(Loaded("gamma-is-not-applied")), Sha256Of(Loaded("colour-8-plain-0")));
 }
@@ -151,6 +154,7 @@ TEST(PngParser, EntriesBehindTheTransparencyOfAPaletteAreOpaque) {
     EXPECT_GT(clearPixels, 0);
 }
 
+// Deliberate D-45.
 TEST(PngParser, AOneBitPaletteWithoutAPaletteIsBlackAndWhite) {
     const c32bppDIB image = Loaded("palette-missing-1");
     std::map<QRgb, int> colours;
@@ -177,6 +181,7 @@ TEST(PngParser, FilterFiveFails) {
     EXPECT_FALSE(Loads("filter-5-in-the-second-pass"));
 }
 
+// Deliberate D-44.
 TEST(PngParser, SamplesOf16BitsAreCutToTheirHighBytes) {
     // One pixel of 0x12FF, 0x80FF, 0xFFFF.
     const QByteArray raw("\0\x12\xFF\x80\xFF\xFF\xFF", 7);
@@ -186,6 +191,7 @@ TEST(PngParser, SamplesOf16BitsAreCutToTheirHighBytes) {
     EXPECT_EQ(PixelAt(image, 0, 0), qRgba(0x12, 0x80, 0xFF, 0xFF));
 }
 
+// Deliberate D-43.
 TEST(PngParser, ColourIsMultipliedByAlphaAndCut) {
     const QByteArray raw("\0\xFF\x64\x01\x7F", 5);
     NoZlib zlib;
@@ -194,6 +200,7 @@ TEST(PngParser, ColourIsMultipliedByAlphaAndCut) {
     EXPECT_EQ(PixelAt(image, 0, 0), qRgba(127, 49, 0, 127)); // 100 * 127 / 255 is 49.8
 }
 
+// Deliberate D-42.
 TEST(PngParser, ColourPicturesCountAsTransparentWhateverTheyHold) {
     EXPECT_TRUE(Loaded("colour-8-plain-0").alpha);
     EXPECT_TRUE(Loaded("colour-alpha-8-plain-0").alpha);
@@ -201,12 +208,14 @@ TEST(PngParser, ColourPicturesCountAsTransparentWhateverTheyHold) {
     EXPECT_TRUE(Loaded("grey-8-plain-0-trns-hit").alpha);
 }
 
+// Deliberate D-37.
 TEST(PngParser, AForbiddenPairOfDepthAndTypeDrawsNothing) {
     const c32bppDIB image = Loaded("forbidden-colour-4-plain-draws-nothing");
     EXPECT_EQ(PixelsOf(image), std::vector<std::uint8_t>(252, 0));
     EXPECT_TRUE(image.alpha);
 }
 
+// Deliberate D-46.
 TEST(PngParser, TheTransparentColourOf16BitsIsComparedTwiceByHighBytes) {
     const c32bppDIB image = Loaded("trns-colour-16-takes-near-colours-along");
     EXPECT_EQ(PixelAt(image, 0, 0), 0U);

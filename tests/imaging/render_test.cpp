@@ -80,6 +80,7 @@ TEST(Render, OpacityCountsWithoutItsSign) {
     EXPECT_EQ(DrawnWithOpacity(-100), DrawnWithOpacity(100));
 }
 
+// Deliberate D-34.
 TEST(Render, OpacityCountsModuloOneHundred) {
     EXPECT_EQ(DrawnWithOpacity(150), DrawnWithOpacity(50));
     EXPECT_EQ(DrawnWithOpacity(-250), DrawnWithOpacity(50));
@@ -301,6 +302,7 @@ TEST(Render, IsCutAtEveryEdgeOfTheSurface) {
     }
 }
 
+// Deliberate D-35.
 TEST(Render, WithoutHighQualityAndBlendThePicturesAlphaIsLeftOut) {
     c32bppDIB image = MakeImage(4, 4, [](int, int) { return kHalfRed; });
     image.HighQualityInterpolation = false;

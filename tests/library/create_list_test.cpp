@@ -94,6 +94,7 @@ TEST_F(CreateListTest, LinesOfTheAlphaOrder) {
     EXPECT_EQ(form.Order, QStringLiteral("alpha"));
 }
 
+// Deliberate D-48.
 TEST_F(CreateListTest, FoldersStandAmongFilesWhereTheirPathSorts) {
     Add("Zappa.mp3");
     Add("(intro).mp3");

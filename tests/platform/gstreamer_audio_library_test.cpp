@@ -321,9 +321,11 @@ TEST_F(GstreamerAudioLibrary, DamageInTheMiddleIsPlayedOver) {
     EXPECT_EQ(library.BASS_ChannelGetLength(handle), 20 * 176400);
     // The sweep stands where the position says that it does.
     std::array<float, 512> fft{};
-    ASSERT_TRUE(library.BASS_ChannelGetData(handle, fft));
-    const auto peak = std::max_element(fft.begin(), fft.end()) - fft.begin();
-    EXPECT_NEAR(static_cast<double>(peak) * 44100 / 1024, 540, 50);
+    EXPECT_TRUE(Eventually([&] {
+        EXPECT_TRUE(library.BASS_ChannelGetData(handle, fft));
+        const auto peak = static_cast<double>(std::max_element(fft.begin(), fft.end()) - fft.begin());
+        return std::abs(peak * 44100 / 1024 - 300 - 40 * static_cast<double>(Frame(handle)) / 44100) < 50;
+    }));
 }
 
 TEST_F(GstreamerAudioLibrary, FileThatCanNoLongerBeReadStillComesToItsEnd) {

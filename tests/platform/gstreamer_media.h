@@ -127,12 +127,12 @@ inline std::string BytesOf(const QString& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// A song of twenty seconds, by its bytes, that is damaged for a while before its fourth second, so that the
+// A song of twenty seconds, by its bytes, that is damaged from its third second to its ninth, so that the
 // decoder gives up there.
 inline std::string DamagedSong() {
     std::string bytes = BytesOf(MadeFile("song.flac"));
     EXPECT_GT(bytes.size(), 500000U);
-    for (std::size_t i = bytes.size() / 8; i < bytes.size() / 5; i += 7) {
+    for (std::size_t i = bytes.size() / 6; i < bytes.size() / 3; i += 7) {
         bytes[i] = static_cast<char>(bytes[i] ^ 0x5A);
     }
     return bytes;

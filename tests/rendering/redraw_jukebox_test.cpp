@@ -86,8 +86,7 @@ TEST_F(Frame, ScaledTextsAreRoundedHalfToEven) {
     EXPECT_TRUE(box.DrawnTexts().contains(u",655,52,130,25,Vantorix Test,11,244,242,234,center,center"_s));
 }
 
-// --- The cursor
-// -----------------------------------------------------------------------------------------------
+// --- The cursor ----------------------------------------------------------------------------------
 
 struct CursorRow {
     float x;
@@ -180,8 +179,7 @@ TEST_F(Frame, OnlyAnotherSlotUnderTheCursorEndsTheIdleTime) {
     EXPECT_EQ(box.form.LastDrawnSlot, 2);
 }
 
-// --- The remaining time
-// ---------------------------------------------------------------------------------------
+// --- The remaining time --------------------------------------------------------------------------
 
 struct RemainRow {
     double length;
@@ -218,8 +216,7 @@ TEST_F(Frame, WithNothingPlayingTheRemainingTimeIsEmptied) {
     EXPECT_EQ(box.form.Remain, QString());
 }
 
-// --- The selected slot
-// ----------------------------------------------------------------------------------------
+// --- The selected slot ---------------------------------------------------------------------------
 
 // Deliberate D-14: the zone's corner is added unscaled to the scaled slot.
 TEST_F(Frame, TheSelectedSlotStandsAtItsScaledPlacePlusTheUnscaledCorner) {
@@ -252,8 +249,89 @@ TEST_F(Frame, OnlyTheListZoneShowsASelectedSlot) {
     EXPECT_NE(box.form.Picture_Main.picture.pixel(150, 5), kAmber);
 }
 
-// --- Pointers
-// -------------------------------------------------------------------------------------------------
+// --- The big cover -------------------------------------------------------------------------------
+
+constexpr QRgb kRed = qRgb(200, 0, 0);
+// On the ground of the menu's first row.
+constexpr QPoint kInMenu(530, 255);
+
+class BigCover : public Frame {
+protected:
+    void SetUp() override {
+        StartWith(box, 1);
+        menu_ = At(kInMenu);
+        box.form.ShowBigCover = u"true"_s;
+        box.form.CoverKind = 2;
+        Resize(box.form.Picture_TmpCover, 10, 10);
+        box.form.Picture_TmpCover.picture.fill(kRed);
+    }
+    QRgb At(const QPoint& place) const { return box.form.Picture_Main.picture.pixel(place); }
+    void Redraw(int idleTicks) {
+        box.form.IdleTicks = idleTicks;
+        RedrawJukebox(box.form);
+    }
+    bool ShowsMenu() const { return At(kInMenu) == menu_; }
+
+    Jukebox box;
+
+private:
+    QRgb menu_ = 0;
+};
+
+TEST_F(BigCover, ItFillsTheMenusBlockButForTenPixelsAtEachSide) {
+    Redraw(19);
+    QRect red;
+    for (int y = 0; y < 360; ++y) {
+        for (int x = 0; x < 640; ++x) {
+            red = At(QPoint(x, y)) == kRed ? red.united(QRect(x, y, 1, 1)) : red;
+        }
+    }
+    EXPECT_EQ(red, QRect(448 + 10, 240 + 10, 192 - 20, 120 - 20));
+}
+
+TEST_F(BigCover, TheMenuComesBackOneTickAfterTheCoverHasGone) {
+    box.form.Picture_Command.picture.fill(qRgb(0, 90, 0));
+    Redraw(20);
+    EXPECT_NE(At(kInMenu), kRed);
+    EXPECT_NE(At(kInMenu), qRgb(0, 90, 0));
+    Redraw(21);
+    EXPECT_EQ(At(kInMenu), qRgb(0, 90, 0));
+}
+
+TEST_F(BigCover, ACoverFromAFileIsDrawnWhole) {
+    const PicturePorts ports{box.form.files, box.form.zlib, box.form.pump};
+    ASSERT_TRUE(
+        box.form.ImgCover.LoadPicture_File(ports, box.Home(u"themes/default/zonelist_hilight.png"_s)));
+    box.form.CoverKind = 1;
+    Redraw(1);
+    EXPECT_FALSE(ShowsMenu());
+    EXPECT_EQ(At(QPoint(458 + 60, 250 + 4)), kAmber);
+}
+
+TEST_F(BigCover, WithoutACoverTheMenuStays) {
+    box.form.CoverKind = 0;
+    Redraw(1);
+    EXPECT_TRUE(ShowsMenu());
+}
+
+TEST_F(BigCover, TheMenuStaysInTouchModeInAnotherZoneAndWithoutTheSetting) {
+    box.form.TactileMode = u"true"_s;
+    Redraw(1);
+    EXPECT_TRUE(ShowsMenu());
+    box.form.TactileMode = u"false"_s;
+    box.form.ActiveZone = u"main"_s;
+    Redraw(1);
+    EXPECT_TRUE(ShowsMenu());
+    box.form.ActiveZone = u"list"_s;
+    box.form.ShowBigCover = u"false"_s;
+    Redraw(1);
+    EXPECT_TRUE(ShowsMenu());
+    box.form.ShowBigCover = u"true"_s;
+    Redraw(1);
+    EXPECT_FALSE(ShowsMenu());
+}
+
+// --- Pointers ------------------------------------------------------------------------------------
 
 TEST_F(Frame, EveryFrameGivesThreeObjectsTheirPointer) {
     Jukebox box;

@@ -59,8 +59,7 @@ TEST_F(DrawTextTest, TheTestFontHasTheSizesThatTheseTestsCountOn) {
     EXPECT_NE(Written(QStringLiteral("A"), 3, 4), Written(QStringLiteral("A"), 4, 4));
 }
 
-// --- Shortening
-// -----------------------------------------------------------------------------------------------
+// --- Shortening ----------------------------------------------------------------------------------
 
 TEST_F(DrawTextTest, ATextExactlyAsWideAsItsBoxStays) {
     Draw(QStringLiteral("ABCDEFGHIJ"), {2, 3, 10 * kCharacter, kLine});
@@ -113,8 +112,7 @@ TEST_F(DrawTextTest, TheHeightTakesNoPartInShortening) {
     EXPECT_EQ(pic.picture, Written(QStringLiteral("ABC"), 2, 14)); // 20 + (0.5 - 6), half to even
 }
 
-// --- Placing
-// --------------------------------------------------------------------------------------------------
+// --- Placing -------------------------------------------------------------------------------------
 
 struct PlaceRow {
     const char* align;
@@ -193,8 +191,7 @@ TEST_F(DrawTextTest, AMiddleOrAnUpperCornerMayLieAnywhere) {
     EXPECT_EQ(pic.picture, Empty());
 }
 
-// --- Colour
-// ---------------------------------------------------------------------------------------------------
+// --- Colour --------------------------------------------------------------------------------------
 
 TEST_F(DrawTextTest, BlanksAndFurtherElementsOfAColourDoNoHarm) {
     style.TypoColor = QStringLiteral(" 10 , 200,30,40");
@@ -237,8 +234,7 @@ TEST_F(DrawTextTest, AFaultyColourIsFoundAfterAFaultyBox) {
     EXPECT_EQ(StopOfDraw(QStringLiteral("A"), {32767, 0, 6, 12}, QStringLiteral("right"))->error.number, 6);
 }
 
-// --- Log and state
-// --------------------------------------------------------------------------------------------
+// --- Log and state -------------------------------------------------------------------------------
 
 TEST_F(DrawTextTest, TheLogNamesAllArguments) {
     Draw(QStringLiteral("One, two"), {-2, 3, 90, 40}, QStringLiteral("Left"), QStringLiteral("CENTER"));
@@ -301,8 +297,7 @@ TEST_F(DrawTextTest, AVeryLongTextIsShortenedInTime) {
     EXPECT_EQ(pic.picture, Written(QStringLiteral("AAAAAA..."), 2, 3));
 }
 
-// --- Accents
-// --------------------------------------------------------------------------------------------------
+// --- Accents -------------------------------------------------------------------------------------
 
 TEST(StripAccents, FiftyThreeLettersLoseTheirAccents) {
     EXPECT_EQ(StripAccents(QStringLiteral("ÀÁÂÃÄÅàáâãäåÒÓÔÕÖØòóôõöøÈÉÊËèéêëÌÍÎÏìíîïÙÚÛÜùúûüÿÑñÇç")),

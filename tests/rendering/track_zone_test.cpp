@@ -75,8 +75,7 @@ protected:
     Jukebox box;
 };
 
-// --- Titles out of names
-// --------------------------------------------------------------------------------------
+// --- Titles out of names -------------------------------------------------------------------------
 
 struct NameRow {
     const char* name;
@@ -148,8 +147,7 @@ TEST_F(TrackZone, ANumberNeedsTheSettingAndIsDrawnBesideTheTitle) {
     EXPECT_EQ(DrawnIn(kTitle), std::vector<Drawn>({{u"SONG"_s, u"30,-2,187,28"_s, 9}}));
 }
 
-// --- Where the lines stand
-// ------------------------------------------------------------------------------------
+// --- Where the lines stand -----------------------------------------------------------------------
 
 TEST_F(TrackZone, APlainTitleTakesTheCoversRoom) {
     box.Track(u"Song.mp3"_s);
@@ -229,8 +227,7 @@ TEST_F(TrackZone, OneWordTooWideWithoutAnArtistIsShortened) {
     EXPECT_EQ(TextsIn(kTitle).size(), 1);
 }
 
-// --- Big titles
-// -----------------------------------------------------------------------------------------------
+// --- Big titles ----------------------------------------------------------------------------------
 
 class TrackZoneBigTitles : public TrackZone {
 protected:
@@ -275,8 +272,7 @@ TEST_F(TrackZoneBigTitles, TheSettingCountsInAnyCaseAndForItsFolderAlone) {
     EXPECT_EQ(DrawnIn(kTitle).at(0).size, 9);
 }
 
-// --- Folders
-// --------------------------------------------------------------------------------------------------
+// --- Folders -------------------------------------------------------------------------------------
 
 struct FolderRow {
     const char* folder;
@@ -319,8 +315,7 @@ INSTANTIATE_TEST_SUITE_P(Folders, TrackZoneFolders, testing::Values(
     FolderRow{"Rock.mp3",    {"One", "Two"},                  "ROCK",  "2 ALBUMS"}));
 // clang-format on
 
-// --- Labels
-// ---------------------------------------------------------------------------------------------------
+// --- Labels --------------------------------------------------------------------------------------
 
 TEST_F(TrackZone, ThePageLetterStandsWhereverTheLabelAsksForIt) {
     box.SetTheme(u"zonelist"_s, u"ZoneListNbTracksParColonne"_s, u"1"_s);
@@ -377,6 +372,7 @@ TEST_F(TrackZoneManyPages, TheLeftSlotOfPage95HasTheLastLetterThereIs) {
     EXPECT_EQ(TextsIn(kLabel).constLast(), u"\u00FF1"_s);
 }
 
+// Deliberate D-33.
 TEST_F(TrackZoneManyPages, TheRightSlotOfPage95EndsTheProgram) {
     StartWith(192);
     const auto stop = StopAtPage(95);
@@ -392,8 +388,7 @@ TEST_F(TrackZoneManyPages, TheLetterIsMadeEvenWhereTheLabelShowsNone) {
     EXPECT_EQ(StopAtPage(96)->error.number, 5);
 }
 
-// --- The page
-// -------------------------------------------------------------------------------------------------
+// --- The page ------------------------------------------------------------------------------------
 
 TEST_F(TrackZone, ThePageIsFilledFromTheListAndTheRestIsCleared) {
     box.SetTheme(u"zonelist"_s, u"ZoneListNbTracksParColonne"_s, u"2"_s);
@@ -476,8 +471,7 @@ TEST_F(TrackZone, ARowWithoutGeometryHasNoRoomForItsLabel) {
     EXPECT_EQ(stop->routine, u"DrawText"_s);
 }
 
-// --- The zone's corner
-// ----------------------------------------------------------------------------------------
+// --- The zone's corner ---------------------------------------------------------------------------
 
 TEST_F(TrackZone, TheZonesCornerIsAddedToEveryText) {
     box.SetTheme(u"zonelist"_s, u"ZoneListX"_s, u"7"_s);

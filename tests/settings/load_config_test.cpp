@@ -3,12 +3,21 @@
 
 #include "support/jukebox.h"
 
+#include <QJsonDocument>
+
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
+#include <ostream>
 #include <set>
+#include <string>
+#include <vector>
 
 namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 using S = SettingsState;
 
@@ -90,26 +99,31 @@ protected:
                        value);
     }
     void SetMain(const char* key, const char* value) { SetKey("Main", key, QString::fromLatin1(value)); }
-    void RemoveKey(const char* section, const char* key) {
-        jukebox.RemoveKey(QStringLiteral("config.ini"), QString::fromLatin1(section),
-                          QString::fromLatin1(key));
-    }
-    QJsonArray CallsOf(const char* operation) {
-        QJsonArray found;
+    // The calls of an operation, each as one line of JSON.
+    std::vector<std::string> CallsOf(const char* operation) {
+        std::vector<std::string> found;
         for (const QJsonArray& call : jukebox.platform.calls.Entries()) {
             if (call[0] == QLatin1String(operation)) {
-                found.append(call);
+                found.push_back(Text(call));
             }
         }
         return found;
+    }
+    static std::string Text(const QJsonArray& call) {
+        return QJsonDocument(call).toJson(QJsonDocument::Compact).toStdString();
     }
 
     Jukebox jukebox;
     Form_Main& form = jukebox.form;
 };
 
-QJsonArray Pointer(const char* object, int number) {
-    return {QStringLiteral("MousePointer"), QString::fromLatin1(object), number};
+std::string Pointer(const char* object, int number) {
+    return "[\"MousePointer\",\"" + std::string(object) + "\"," + std::to_string(number) + "]";
+}
+
+std::string Mode(int width, int height, int bits) {
+    return "[\"ChangeDisplaySettings\"," + std::to_string(width) + ',' + std::to_string(height) + ',' +
+           std::to_string(bits) + ']';
 }
 
 QString Treated(const QString& value, Read read) {
@@ -178,20 +192,38 @@ TEST_F(LoadConfigTest, TheModeIsSetAgainAtEachReload) {
     SetMain("FullscreenSize", "800x600 16bits");
     LoadConfig(form);
     LoadConfig(form);
-    const QJsonArray change{QStringLiteral("ChangeDisplaySettings"), 800, 600, 16};
-    EXPECT_EQ(CallsOf("ChangeDisplaySettings"), (QJsonArray{change, change}));
+    EXPECT_THAT(CallsOf("ChangeDisplaySettings"), ElementsAre(Mode(800, 600, 16), Mode(800, 600, 16)));
 }
 
 TEST_F(LoadConfigTest, WithoutFullscreenTheModeIsNeverTouched) {
     SetMain("FullscreenSize", "800x600 16bits");
     LoadConfig(form);
-    EXPECT_EQ(CallsOf("ChangeDisplaySettings").size(), 0);
+    EXPECT_THAT(CallsOf("ChangeDisplaySettings"), IsEmpty());
 }
 
 struct SizeFault {
+    const char* name;
     const char* size;
     int number;
 };
+
+// clang-format off
+constexpr std::array kSizeFaults = {
+    SizeFault{"NoBlank",                "1024x76832bits",        kTypeMismatch},
+    SizeFault{"NoX",                    "1024 768 32bits",       kTypeMismatch},
+    SizeFault{"BlankBeforeX",           "1024 x768 32bits",      kTypeMismatch},
+    SizeFault{"NoWidth",                "x768 32bits",           kTypeMismatch},
+    SizeFault{"NoHeight",               "1024x 32bits",          kTypeMismatch},
+    SizeFault{"NoDepth",                "1024x768 bits",         kTypeMismatch},
+    SizeFault{"NothingBehindTheHeight", "1024x768",              kTypeMismatch},
+    SizeFault{"AWord",                  "wide",                  kTypeMismatch},
+    SizeFault{"WidthBeyond32Bits",      "2147483648x768 32bits", kOverflow},
+};
+// clang-format on
+
+void PrintTo(const SizeFault& fault, std::ostream* out) {
+    *out << fault.size;
+}
 
 class ScreenSize : public LoadConfigTest, public ::testing::WithParamInterface<SizeFault> {};
 
@@ -206,27 +238,22 @@ TEST_P(ScreenSize, ThatIsNoneStopsTheProgramAndIsNamed) {
     EXPECT_TRUE(detail.contains(jukebox.Home(QStringLiteral("config.ini")))) << detail.toStdString();
     EXPECT_TRUE(detail.contains(QStringLiteral("[Main]"))) << detail.toStdString();
     EXPECT_TRUE(detail.contains(QStringLiteral("FullscreenSize"))) << detail.toStdString();
-    EXPECT_EQ(CallsOf("ChangeDisplaySettings").size(), 0);
+    EXPECT_THAT(CallsOf("ChangeDisplaySettings"), IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Sizes, ScreenSize,
-    ::testing::Values(SizeFault{"1024x76832bits", kTypeMismatch}, SizeFault{"1024 768 32bits", kTypeMismatch},
-                      SizeFault{"1024 x768 32bits", kTypeMismatch}, SizeFault{"x768 32bits", kTypeMismatch},
-                      SizeFault{"1024x 32bits", kTypeMismatch}, SizeFault{"1024x768 bits", kTypeMismatch},
-                      SizeFault{"1024x768", kTypeMismatch}, SizeFault{"wide", kTypeMismatch},
-                      SizeFault{"2147483648x768 32bits", kOverflow}));
+INSTANTIATE_TEST_SUITE_P(Sizes, ScreenSize, ::testing::ValuesIn(kSizeFaults),
+                         [](const auto& fault) { return fault.param.name; });
 
 TEST_F(LoadConfigTest, TheFormsOwnPointerNeedsTheWordFalse) {
     LoadConfig(form);
-    EXPECT_EQ(CallsOf("MousePointer"), (QJsonArray{Pointer("Form_Main", 99), Pointer("Picture_Main", 99),
-                                                   Pointer("Picture_MainVideo", 99)}));
+    EXPECT_THAT(CallsOf("MousePointer"), ElementsAre(Pointer("Form_Main", 99), Pointer("Picture_Main", 99),
+                                                     Pointer("Picture_MainVideo", 99)));
     for (const char* mode : {"true", "", "no"}) {
         jukebox.platform.calls.Clear();
         SetMain("TactileMode", mode);
         LoadConfig(form);
-        EXPECT_EQ(CallsOf("MousePointer"), (QJsonArray{Pointer("Form_Main", 0), Pointer("Picture_Main", 0),
-                                                       Pointer("Picture_MainVideo", 0)}))
+        EXPECT_THAT(CallsOf("MousePointer"), ElementsAre(Pointer("Form_Main", 0), Pointer("Picture_Main", 0),
+                                                         Pointer("Picture_MainVideo", 0)))
             << mode;
     }
 }
@@ -252,14 +279,14 @@ TEST_F(LoadConfigTest, TheFirstRunOpensTheDialogInTheProgramsFolder) {
         EXPECT_EQ(dialog, QStringLiteral("Form_Config"));
         EXPECT_EQ(form.StartPath, jukebox.Home());
         EXPECT_FALSE(form.Timer1.Enabled);
-        EXPECT_EQ(jukebox.platform.calls.Last(), Pointer("Screen", 1));
+        EXPECT_EQ(Text(jukebox.platform.calls.Last()), Pointer("Screen", 1));
         SetKey("Main", "StartPath", jukebox.Music());
     };
     LoadConfig(form);
     EXPECT_EQ(dialogs, 1);
     EXPECT_EQ(form.StartPath, jukebox.Music());
     EXPECT_TRUE(form.Timer1.Enabled);
-    EXPECT_EQ(CallsOf("MousePointer")[1].toArray(), Pointer("Screen", 11));
+    EXPECT_EQ(CallsOf("MousePointer").at(1), Pointer("Screen", 11));
     EXPECT_EQ(jukebox.Log().last(), QStringLiteral(" : Fin chargement config "));
 }
 
@@ -279,15 +306,14 @@ TEST_F(LoadConfigTest, ACancelledFirstRunRestoresTheModeAndRunsTheExitRoutine) {
     EXPECT_EQ(points, 1);
     EXPECT_EQ(jukebox.Log().last(), QStringLiteral(" : Changement de la résolution d'écran"));
     EXPECT_EQ(jukebox.platform.calls.Last(), QJsonArray{QStringLiteral("BASS_Free")});
-    EXPECT_EQ(CallsOf("ChangeDisplaySettings"),
-              (QJsonArray{QJsonArray{QStringLiteral("ChangeDisplaySettings"), 1024, 768, 24}}));
+    EXPECT_THAT(CallsOf("ChangeDisplaySettings"), ElementsAre(Mode(1024, 768, 24)));
 }
 
 TEST_F(LoadConfigTest, ACancelledFirstRunTouchesNoModeOnAFirstStart) {
     SetMain("StartPath", "");
     SetMain("Fullscreen", "true");
     EXPECT_THROW(LoadConfig(form), ProgramEnd);
-    EXPECT_EQ(CallsOf("ChangeDisplaySettings").size(), 0);
+    EXPECT_THAT(CallsOf("ChangeDisplaySettings"), IsEmpty());
     EXPECT_EQ(jukebox.Log().size(), 1);
 }
 
@@ -302,8 +328,6 @@ TEST_F(LoadConfigTest, AMissingFileIsAFirstRun) {
 TEST_F(LoadConfigTest, TheReloadGivesTheBigCoverTheCabinetsValue) {
     LoadConfig(form);
     form.ShowBigCover = QStringLiteral("true");
-    RemoveKey("Main", "ShowBigCover");
-    SetMain("ShowBigCover", "false");
     LoadConfig(form);
     EXPECT_EQ(form.ShowBigCover, QStringLiteral("false"));
     EXPECT_EQ(form.ShowBigCoverDefault, QStringLiteral("false"));

@@ -4,9 +4,17 @@
 #include "shell/handle_event.h"
 #include "support/jukebox.h"
 
+#include <QJsonDocument>
+
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 namespace {
+
+using ::testing::ElementsAre;
 
 constexpr int kQuitKey = 27;
 
@@ -27,17 +35,18 @@ InputEvent Event(InputKind kind, int code = 0) {
     return event;
 }
 
-QJsonArray AllCalls(const SimulatedPlatform& platform) {
-    QJsonArray calls;
+// All calls, one line of JSON each.
+std::vector<std::string> AllCalls(const SimulatedPlatform& platform) {
+    std::vector<std::string> calls;
     for (const QJsonArray& call : platform.calls.Entries()) {
-        calls.append(call);
+        calls.push_back(QJsonDocument(call).toJson(QJsonDocument::Compact).toStdString());
     }
     return calls;
 }
 
-QJsonArray Call(const char* operation) {
-    return {QString::fromLatin1(operation)};
-}
+constexpr const char* kFree = R"(["BASS_Free"])";
+constexpr const char* kOutput = R"(["Output","AT+R-1\r\n"])";
+constexpr const char* kPortClosed = R"(["PortOpen",false])";
 
 TEST(Exit, FreesTheSoundThenLetsTheControllerGoThenClosesItsPort) {
     Jukebox jukebox;
@@ -46,17 +55,16 @@ TEST(Exit, FreesTheSoundThenLetsTheControllerGoThenClosesItsPort) {
     jukebox.Start();
     jukebox.form.tmrSpectrum.Enabled = true;
     jukebox.platform.calls.Clear();
-    // At each point: the newest call.
-    std::vector<QJsonArray> points;
+    // The calls up to each point.
+    std::vector<std::vector<std::string>> points;
     jukebox.platform.pump.runPending = [&] {
-        points.push_back(jukebox.platform.calls.Last());
+        points.push_back(AllCalls(jukebox.platform));
         return false;
     };
     EXPECT_EQ(ExitCodeOf([&] { ExitJukebox(jukebox.form); }), 0);
-    const QJsonArray output{QStringLiteral("Output"), QStringLiteral("AT+R-1\r\n")};
-    EXPECT_EQ(points, std::vector<QJsonArray>(3, output));
-    EXPECT_EQ(AllCalls(jukebox.platform),
-              (QJsonArray{Call("BASS_Free"), output, QJsonArray{QStringLiteral("PortOpen"), false}}));
+    const auto sent = ElementsAre(kFree, kOutput);
+    EXPECT_THAT(points, ElementsAre(sent, sent, sent));
+    EXPECT_THAT(AllCalls(jukebox.platform), ElementsAre(kFree, kOutput, kPortClosed));
     EXPECT_FALSE(jukebox.form.tmrSpectrum.Enabled);
 }
 
@@ -65,7 +73,7 @@ TEST(Exit, SendsNothingWithoutAController) {
     jukebox.Start();
     jukebox.platform.calls.Clear();
     EXPECT_EQ(ExitCodeOf([&] { ExitJukebox(jukebox.form); }), 0);
-    EXPECT_EQ(AllCalls(jukebox.platform), QJsonArray{Call("BASS_Free")});
+    EXPECT_THAT(AllCalls(jukebox.platform), ElementsAre(kFree));
 }
 
 TEST(Exit, DoesNotWaitForARunningHandler) {

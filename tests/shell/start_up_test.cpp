@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <ostream>
+
 namespace {
 
 // The words of each call that bear this one in front.
@@ -92,11 +95,27 @@ TEST(StartUp, KeepsTheWindowHiddenUntilTheFirstFrameIsDrawn) {
 
 // A fault has to tell the operator where to look: the file, the section and the key.
 struct Fault {
+    const char* name;
     const char* section;
     const char* key;
     const char* value;
     int number;
 };
+
+// clang-format off
+constexpr std::array kFaults = {
+    Fault{"APortThatIsAWord",       "RGBLeds", "Commport",          "first", kTypeMismatch},
+    Fault{"NoPort",                 "RGBLeds", "Commport",          "",      kTypeMismatch},
+    Fault{"APortBeyond16Bits",      "RGBLeds", "Commport",          "40000", kOverflow},
+    Fault{"APortThatIsRefused",     "RGBLeds", "Commport",          "99",    kInvalidPortNumber},
+    Fault{"APlaceThatIsAWord",      "Main",    "PositionLeft",      "left",  kTypeMismatch},
+    Fault{"AVideoPlaceThatIsAWord", "Main",    "VideoPositionLeft", "right", kTypeMismatch},
+};
+// clang-format on
+
+void PrintTo(const Fault& fault, std::ostream* out) {
+    *out << fault.key << '=' << fault.value;
+}
 
 class StartUpFault : public ::testing::TestWithParam<Fault> {};
 
@@ -116,12 +135,7 @@ TEST_P(StartUpFault, NamesFileSectionAndKey) {
     EXPECT_TRUE(detail.contains(key)) << detail.toStdString();
 }
 
-INSTANTIATE_TEST_SUITE_P(Keys, StartUpFault,
-                         ::testing::Values(Fault{"RGBLeds", "Commport", "first", kTypeMismatch},
-                                           Fault{"RGBLeds", "Commport", "", kTypeMismatch},
-                                           Fault{"RGBLeds", "Commport", "40000", kOverflow},
-                                           Fault{"RGBLeds", "Commport", "99", kInvalidPortNumber},
-                                           Fault{"Main", "PositionLeft", "left", kTypeMismatch},
-                                           Fault{"Main", "VideoPositionLeft", "right", kTypeMismatch}));
+INSTANTIATE_TEST_SUITE_P(Keys, StartUpFault, ::testing::ValuesIn(kFaults),
+                         [](const auto& fault) { return fault.param.name; });
 
 } // namespace

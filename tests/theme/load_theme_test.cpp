@@ -54,8 +54,7 @@ TEST_F(LoadThemeTest, EveryOrientationButHorizontalIsVertical) {
     }
 }
 
-// --- Faults
-// ---------------------------------------------------------------------------------------------------
+// --- Faults --------------------------------------------------------------------------------------
 
 struct OrderRow {
     const char* first;
@@ -173,8 +172,7 @@ TEST_F(LoadThemeTest, AFontOrAColourMayBeMissingUntilItIsNeeded) {
     EXPECT_EQ(stop->routine, u"DrawText"_s);
 }
 
-// --- Assets
-// ---------------------------------------------------------------------------------------------------
+// --- Assets --------------------------------------------------------------------------------------
 
 TEST_F(LoadThemeTest, ASecondLoadMakesTheSoundsAnewAndAddsTheFontsAgain) {
     box.Start();
@@ -239,6 +237,16 @@ TEST_F(LoadThemeTest, HalftoneIsForTheCachesAlwaysAndForTheScreenWhenItIsScaled)
     Jukebox scaled(QSize(1280, 720));
     scaled.Start();
     EXPECT_EQ(scaled.form.Picture_Main.stretchMode, kStretchHalftone);
+}
+
+// Deliberate D-07: the value goes into the width, and the height stays as the last load left it.
+TEST_F(LoadThemeTest, AValueForTheVideoHeightLeavesTheHeightOfTheLoadBefore) {
+    box.Start();
+    ASSERT_EQ(box.form.Picture_MainVideo.Height, 360);
+    box.form.VideoPositionHeight = u"400"_s;
+    LoadTheme(box.form);
+    EXPECT_EQ(box.form.Picture_MainVideo.Width, 400);
+    EXPECT_EQ(box.form.Picture_MainVideo.Height, 360);
 }
 
 TEST_F(LoadThemeTest, TheDragOffsetOfTheQueueStartsAtZero) {

@@ -39,7 +39,7 @@ constexpr StateName kNames[] = {
     {"MSComm1.PortOpen", [](const Form_Main& form) { return StateValue(form.MSComm1.IsOpen()); }},
 
     SURFACE(Picture_Main)
-    SURFACE(Picture_MainVideo)
+    WINDOW(Picture_MainVideo, Picture_MainVideo)
     SURFACE(Picture_Video)
     SURFACE(Picture_Cache)
     SURFACE(Picture_CacheHilight)

@@ -39,7 +39,6 @@ using R = RenderingState;
 // clang-format off
 constexpr SurfaceRow kSurfaces[] = {
     {"Picture_Main",            &R::Picture_Main},
-    {"Picture_MainVideo",       &R::Picture_MainVideo},
     {"Picture_Video",           &R::Picture_Video},
     {"Picture_Cache",           &R::Picture_Cache},
     {"Picture_CacheHilight",    &R::Picture_CacheHilight},

@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr std::array kSignals = {SIGTERM, SIGINT, SIGHUP};
-
 // A signal handler has nothing but static storage to work on.
 volatile std::sig_atomic_t wakeDescriptor = -1;
 volatile std::sig_atomic_t signalsUnanswered = 0;
@@ -27,16 +25,6 @@ void OnSignal(int number) {
         _exit(128 + number);
     }
     errno = savedError;
-}
-
-void Handle(void (*handler)(int)) {
-    struct sigaction action = {};
-    action.sa_handler = handler;
-    action.sa_flags = SA_RESTART;
-    sigemptyset(&action.sa_mask);
-    for (const int number : kSignals) {
-        sigaction(number, &action, nullptr);
-    }
 }
 
 } // namespace
@@ -57,14 +45,29 @@ TerminationSignals::TerminationSignals(std::function<void()> asked) : asked_(std
     });
     signalsUnanswered = 0;
     wakeDescriptor = writeEnd_;
-    Handle(OnSignal);
+    Catch();
+}
+
+void TerminationSignals::Catch() {
+    struct sigaction action = {};
+    action.sa_handler = OnSignal;
+    action.sa_flags = SA_RESTART;
+    sigemptyset(&action.sa_mask);
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+        sigaction(kSignals[i], nullptr, &before_[i]);
+        if (kSignals[i] != SIGHUP || before_[i].sa_handler != SIG_IGN) {
+            sigaction(kSignals[i], &action, nullptr);
+        }
+    }
 }
 
 TerminationSignals::~TerminationSignals() {
     if (writeEnd_ < 0) {
         return;
     }
-    Handle(SIG_DFL);
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+        sigaction(kSignals[i], &before_[i], nullptr);
+    }
     notifier_.reset();
     wakeDescriptor = -1;
     close(readEnd_);

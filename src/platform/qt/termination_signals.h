@@ -3,6 +3,8 @@
 
 #include <QSocketNotifier>
 
+#include <array>
+#include <csignal>
 #include <functional>
 #include <memory>
 
@@ -20,8 +22,14 @@ public:
     static void Answered();
 
 private:
+    static constexpr std::array kSignals = {SIGTERM, SIGINT, SIGHUP};
+
+    void Catch();
+
     int readEnd_ = -1;
     int writeEnd_ = -1;
     std::unique_ptr<QSocketNotifier> notifier_;
     std::function<void()> asked_;
+    // What the signals did before.
+    std::array<struct sigaction, kSignals.size()> before_ = {};
 };

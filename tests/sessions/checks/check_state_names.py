@@ -14,16 +14,19 @@ SOURCE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", ".
 OBJECTS = {
     "Surface": ["Left", "Top", "Width", "Height", "Visible"],
     "c32bppDIB": ["Width", "Height"],
+    "LatePicture": ["Width", "Height"],
     "FolderList": ["Path", "List"],
     "FileList": ["Path", "Pattern", "List"],
     "Timer": ["Enabled", "Interval"],
     "WindowPlace": ["Left", "Top", "Width", "Height", "Visible"],
+    "VideoSurface": ["Left", "Top", "Width", "Height", "Visible"],
 }
 
 # Members whose name in the console is another one, or none.
 CALLED = {
     "MainWindow": "Form_Main",
     "iniFiles": None,  # parsed copies of files, no variable
+    "pictureQueue": None,  # pictures still being read, no variable
 }
 
 MEMBER = re.compile(r"^    ([A-Za-z_][\w:]*(?:<.*>)?)\s+(\w+)\s*(?:=[^;]*|\{[^;]*\})?;$")

@@ -1,0 +1,52 @@
+// vantorix-bench: the speed of the jukebox beside peers, measured in turn in one run and printed as ratios.
+#include "frame_bench.h"
+#include "ini_bench.h"
+#include "list_bench.h"
+#include "png_bench.h"
+#include "start_bench.h"
+
+#include <QFileInfo>
+#include <QGuiApplication>
+
+#include <cstdio>
+
+namespace {
+
+constexpr char kUsage[] =
+    "vantorix-bench HOME_FOLDER DEMO_FOLDER [ini|list|png|frame|start]...\n"
+    "  the folders home/ and demo/ of the repository; without a word every row is measured\n";
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 3) {
+        std::fputs(kUsage, stderr);
+        return 2;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_FONT_DPI", "96");
+    const QGuiApplication application(argc, argv);
+    const QStringList words = QGuiApplication::arguments().mid(3);
+    const auto wanted = [&](const char* word) {
+        return words.isEmpty() || words.contains(QLatin1StringView(word));
+    };
+    const QString home = QString::fromLocal8Bit(argv[1]);
+    if (wanted("ini")) {
+        BenchIni(home + QStringLiteral("/themes/default/theme.ini"));
+    }
+    if (wanted("list")) {
+        BenchLists();
+    }
+    if (wanted("png")) {
+        BenchPng(home + QStringLiteral("/themes/default"));
+    }
+    if (wanted("frame")) {
+        BenchFrames(home);
+    }
+    if (wanted("start")) {
+        const QString programs = QFileInfo(QString::fromLocal8Bit(argv[0])).absolutePath();
+        qunsetenv("QT_QPA_PLATFORM");
+        BenchStart(programs, home, QString::fromLocal8Bit(argv[2]));
+    }
+    return 0;
+}

@@ -1,0 +1,84 @@
+// Coins at the end of their range, and the blinking of the counter.
+#include "playback/credits.h"
+
+#include "support/error_of.h"
+#include "support/jukebox.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+
+#include <vector>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+TEST(InsertCoin, The32768thCoinIsError6) {
+    Jukebox box;
+    box.Start();
+    box.form.ManageCoin = u"true"_s;
+    box.form.Credits = 32766;
+    InsertCoin(box.form);
+    EXPECT_EQ(box.form.Credits, 32767);
+    box.form.TrackNumberInput = u"65"_s;
+    box.form.BlockMainInfos = u"charging"_s;
+    EXPECT_EQ(ErrorOf([&] { InsertCoin(box.form); }), kOverflow);
+    EXPECT_EQ(box.form.Credits, 32767);
+    EXPECT_EQ(box.form.TrackNumberInput, QString());
+    EXPECT_EQ(box.form.BlockMainInfos, u"charging"_s);
+}
+
+struct CreditRow {
+    const char* manageCoin;
+    int credits;
+    bool out;
+};
+
+class OutOfCreditTest : public testing::TestWithParam<CreditRow> {};
+
+TEST_P(OutOfCreditTest, OnlyTheWordTrueCountsCredits) {
+    Jukebox box;
+    box.form.ManageCoin = QString::fromLatin1(GetParam().manageCoin);
+    box.form.Credits = GetParam().credits;
+    EXPECT_EQ(OutOfCredit(box.form), GetParam().out);
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Words, OutOfCreditTest, testing::Values(
+    CreditRow{"true",   0, true},
+    CreditRow{"true",  -1, true},
+    CreditRow{"true",   1, false},
+    CreditRow{"True",   0, false},
+    CreditRow{"false",  0, false},
+    CreditRow{"",      -5, false}));
+// clang-format on
+
+// What stands in the counter's box at each of the refusal's pauses: the ground, the number, three times.
+TEST(RefuseForCredit, TheCounterGoesAndComesThreeTimes) {
+    Jukebox box;
+    box.Start();
+    Form_Main& form = box.form;
+    const QRect counter(form.BlockMainX.value() + form.BlockMainInsertCoinX.value(),
+                        form.BlockMainY.value() + form.BlockMainInsertCoinY.value(),
+                        form.BlockMainInsertCoinW.value(), form.BlockMainInsertCoinH.value());
+    std::vector<QImage> seen;
+    box.platform.pump.runPending = [&] {
+        seen.push_back(form.Picture_Main.picture.copy(counter));
+        return false;
+    };
+    const std::int64_t start = box.platform.clock.timeGetTime();
+    RefuseForCredit(form);
+    ASSERT_EQ(seen.size(), 6U);
+    EXPECT_EQ(box.platform.clock.timeGetTime() - start, 720);
+    EXPECT_NE(seen[0], seen[1]);
+    for (std::size_t i = 2; i < seen.size(); ++i) {
+        EXPECT_EQ(seen[i], seen[i % 2]) << "pause " << i;
+    }
+    Surface ground;
+    Resize(ground, 192, 120);
+    form.ImgMain.Render(ground, 0, 0);
+    EXPECT_EQ(seen[0], ground.picture.copy(counter.translated(-448, 0)));
+}
+
+} // namespace

@@ -1,0 +1,187 @@
+// The turn of a page frame by frame: which leaf folds, what lies under it, what opens.
+#include "rendering/page_anim.h"
+
+#include "support/jukebox.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+
+#include <vector>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int kPageWidth = 224;
+constexpr int kPageHeight = 336;
+// Frames of the half that folds and of the half that opens, for pages of that width.
+constexpr int kFoldFrames = 21;
+constexpr int kOpenFrames = 15;
+// The leaf's width in the last frame of each half: 224 less 1 + ... + 20, and 22 + ... + 9.
+constexpr int kLastFold = 14;
+constexpr int kLastOpen = 217;
+
+const QRgb kOld = qRgb(200, 10, 10);
+
+// A jukebox on a screen as large as its theme, with two pages of which the old one is painted in one colour.
+class PageTurn : public testing::Test {
+protected:
+    void StartWith(Jukebox& box) {
+        box.SetTheme(u"zonelist"_s, u"ZoneListNbTracksParColonne"_s, u"5"_s);
+        for (int track = 0; track < 17; ++track) {
+            box.Track(u"%1.mp3"_s.arg(100 + track));
+        }
+        box.Start();
+        box.form.Picture_Cache.picture.fill(kOld);
+        box.form.CurrentPage = 1;
+    }
+    // Turns the page and keeps Picture_Main at each point where events are let through: once before the first
+    // frame, then twice a frame.
+    void Turn(Jukebox& box, const QString& direction) {
+        box.platform.pump.runPending = [&] {
+            points.push_back(box.form.Picture_Main.picture.copy());
+            return false;
+        };
+        PageAnim(box.form, direction);
+        box.platform.pump.runPending = {};
+        current = box.form.Picture_Cache.picture;
+    }
+    const QImage& FrameAt(int frame) const { return points[static_cast<std::size_t>(1 + 2 * frame)]; }
+    bool IsOld(const QImage& image, int x, int width) const {
+        QImage old(width, kPageHeight, image.format());
+        old.fill(kOld);
+        return image.copy(x, 0, width, kPageHeight) == old;
+    }
+    bool IsNew(const QImage& image, int x, int width) const {
+        return image.copy(x, 0, width, kPageHeight) == current.copy(x, 0, width, kPageHeight);
+    }
+
+    std::vector<QImage> points;
+    QImage current;
+};
+
+TEST_F(PageTurn, ForwardTheOldRightPageFoldsAndTheNewLeftPageOpens) {
+    Jukebox box;
+    StartWith(box);
+    Turn(box, u"+"_s);
+    ASSERT_EQ(points.size(), 1U + 2 * (kFoldFrames + kOpenFrames));
+    EXPECT_TRUE(IsOld(FrameAt(0), 0, 2 * kPageWidth));
+    const QImage folded = FrameAt(kFoldFrames - 1);
+    EXPECT_TRUE(IsOld(folded, 0, kPageWidth + kLastFold));
+    EXPECT_TRUE(IsNew(folded, kPageWidth + kLastFold, kPageWidth - kLastFold));
+    const QImage upright = FrameAt(kFoldFrames);
+    EXPECT_TRUE(IsOld(upright, 0, kPageWidth));
+    EXPECT_TRUE(IsNew(upright, kPageWidth, kPageWidth));
+    const QImage opened = FrameAt(kFoldFrames + kOpenFrames - 1);
+    EXPECT_TRUE(IsOld(opened, 0, kPageWidth - kLastOpen));
+    EXPECT_FALSE(IsOld(opened, kPageWidth - kLastOpen, 1));
+    EXPECT_TRUE(IsNew(opened, kPageWidth, kPageWidth));
+}
+
+TEST_F(PageTurn, BackTheOldLeftPageFoldsAndTheNewRightPageOpens) {
+    Jukebox box;
+    StartWith(box);
+    Turn(box, u"-"_s);
+    ASSERT_EQ(points.size(), 1U + 2 * (kFoldFrames + kOpenFrames));
+    EXPECT_TRUE(IsOld(FrameAt(0), 0, 2 * kPageWidth));
+    const QImage folded = FrameAt(kFoldFrames - 1);
+    EXPECT_TRUE(IsNew(folded, 0, kPageWidth - kLastFold));
+    EXPECT_TRUE(IsOld(folded, kPageWidth - kLastFold, kPageWidth + kLastFold));
+    const QImage opened = FrameAt(kFoldFrames + kOpenFrames - 1);
+    EXPECT_TRUE(IsNew(opened, 0, kPageWidth));
+    EXPECT_FALSE(IsOld(opened, kPageWidth + kLastOpen - 1, 1));
+    EXPECT_TRUE(IsOld(opened, kPageWidth + kLastOpen, kPageWidth - kLastOpen));
+}
+
+TEST_F(PageTurn, AnyWordButPlusTurnsBack) {
+    Jukebox box;
+    StartWith(box);
+    Turn(box, u"forward"_s);
+    EXPECT_TRUE(IsNew(FrameAt(kFoldFrames), 0, kPageWidth));
+    EXPECT_TRUE(IsOld(FrameAt(kFoldFrames), kPageWidth, kPageWidth));
+}
+
+// The right half of the leaf that opens shows the right half of the new page, squeezed: its last column is
+// the page's own.
+TEST_F(PageTurn, TheLeafIsTheWholePageSqueezed) {
+    Jukebox box;
+    StartWith(box);
+    Turn(box, u"+"_s);
+    Surface page;
+    Resize(page, 2 * kPageWidth, kPageHeight);
+    page.stretchMode = box.form.Picture_CacheTmp2.stretchMode;
+    Surface source;
+    Resize(source, current.width(), current.height());
+    source.picture = current;
+    StretchBlt(page, {kPageWidth - kLastOpen, 0, kLastOpen, kPageHeight}, source,
+               {0, 0, kPageWidth, kPageHeight});
+    const QRect leaf(kPageWidth - kLastOpen, 0, kLastOpen, kPageHeight);
+    EXPECT_EQ(FrameAt(kFoldFrames + kOpenFrames - 1).copy(leaf), page.picture.copy(leaf));
+}
+
+TEST_F(PageTurn, TheWaitPictureCoversTheScreenFirst) {
+    Jukebox box;
+    StartWith(box);
+    Surface expected = box.form.Picture_Main;
+    box.form.ImgWait.Render(expected, 0, 0, expected.Width(), expected.Height());
+    ASSERT_NE(expected.picture, box.form.Picture_Main.picture);
+    Turn(box, u"+"_s);
+    EXPECT_EQ(points.front(), expected.picture);
+}
+
+TEST_F(PageTurn, TheLogTellsTheTurnThenThePageThenTheFrame) {
+    Jukebox box;
+    StartWith(box);
+    const qsizetype before = box.Log().size();
+    Turn(box, u"+"_s);
+    QStringList log = box.Log().mid(before);
+    EXPECT_EQ(log.at(0), u" : PageAnim"_s);
+    EXPECT_EQ(log.at(1), u" : DrawZoneList"_s);
+    EXPECT_EQ(log.count(u" : DrawZoneList"_s), 1);
+    EXPECT_EQ(log.count(u" : RedrawJukebox"_s), 1);
+}
+
+// The page is recorded before the frame that may repair it.
+TEST_F(PageTurn, ThePageIsRecordedAsItWasTurnedTo) {
+    Jukebox box;
+    StartWith(box);
+    box.form.CurrentPage = 2;
+    Turn(box, u"+"_s);
+    EXPECT_EQ(box.form.DirHistoryPage(0), 2);
+    EXPECT_EQ(box.form.CurrentPage, 0);
+    EXPECT_EQ(box.form.DirHistoryPath(0), box.Music());
+}
+
+TEST_F(PageTurn, OnAScaledScreenTheLeavesAreStretchedFast) {
+    Jukebox box(QSize(1280, 720));
+    StartWith(box);
+    std::vector<int> modes;
+    box.platform.pump.runPending = [&] {
+        modes.push_back(box.form.Picture_Main.stretchMode);
+        return false;
+    };
+    PageAnim(box.form, u"+"_s);
+    EXPECT_EQ(modes.front(), kStretchHalftone);
+    EXPECT_EQ(std::vector<int>(modes.begin() + 1, modes.end()),
+              std::vector<int>(2 * (kFoldFrames + kOpenFrames), kStretchFast));
+    EXPECT_EQ(box.form.Picture_Main.stretchMode, kStretchHalftone);
+}
+
+TEST_F(PageTurn, OnAScreenOfTheThemesSizeTheStretchModeIsLeftAlone) {
+    Jukebox box;
+    StartWith(box);
+    for (const int mode : {int{kStretchFast}, int{kStretchHalftone}}) {
+        box.form.Picture_Main.stretchMode = mode;
+        std::vector<int> modes;
+        box.platform.pump.runPending = [&] {
+            modes.push_back(box.form.Picture_Main.stretchMode);
+            return false;
+        };
+        PageAnim(box.form, u"+"_s);
+        EXPECT_EQ(modes, std::vector<int>(1 + 2 * (kFoldFrames + kOpenFrames), mode));
+        EXPECT_EQ(box.form.Picture_Main.stretchMode, mode);
+    }
+}
+
+} // namespace
