@@ -77,13 +77,21 @@ std::vector<WantedKey> ThemeKeys() {
     std::exit(1);
 }
 
+// The small blocks that one reader frees are joined by the next large request, whoever makes it: this one,
+// which is not measured.
+void TidyHeap() {
+    std::vector<char> large(64 * 1024);
+    large.front() = 1;
+}
+
 // A reader, which answers with the length of all values together.
 Subject Reader(const QString& name, qsizetype expected, const std::function<qsizetype()>& reader) {
-    return {name, [=] {
-                if (reader() != expected) {
-                    Stop(name + QStringLiteral(" does not find the same values"));
-                }
-            }};
+    const auto work = [=] {
+        if (reader() != expected) {
+            Stop(name + QStringLiteral(" does not find the same values"));
+        }
+    };
+    return {name, work, TidyHeap};
 }
 
 qsizetype OurWay(const QString& path, const std::vector<WantedKey>& wanted) {
@@ -148,15 +156,15 @@ void BenchIni(const QString& themeIni) {
     subjects.push_back(Reader(QStringLiteral("SimpleIni, CSimpleIniA"), length,
                               [&] { return SimpleIniWay(themeIni, wanted); }));
 #endif
-    // QSettings keeps what it has parsed for a path: each run gets a copy of its own.
-    const QTemporaryDir folder;
-    int made = 0;
-    QString copy;
-    subjects.push_back(
-        Reader(QStringLiteral("QSettings"), length, [&] { return QSettingsWay(copy, wanted); }));
-    subjects.back().before = [&] {
-        copy = folder.filePath(QString::number(++made));
-        QFile::copy(themeIni, copy);
-    };
+    // QSettings keeps what it has parsed for a path: each run has a copy of its own, made before the clock
+    // runs.
+    const QTemporaryDir copies;
+    int left = kRounds + 1;
+    for (int copy = 1; copy <= left; ++copy) {
+        QFile::copy(themeIni, copies.filePath(QString::number(copy)));
+    }
+    subjects.push_back(Reader(QStringLiteral("QSettings"), length, [&] {
+        return QSettingsWay(copies.filePath(QString::number(left--)), wanted);
+    }));
     PrintRow(QStringLiteral("theme.ini: parsed, and all 611 keys looked up"), RunInTurn(subjects, kRounds));
 }

@@ -92,7 +92,8 @@ int ColourElement(const QStringList& elements, int i, const QString& colour) {
 }
 
 QRgb Colour(const QString& text) {
-    const QStringList elements = text.split(u',');
+    // An empty text has no element at all.
+    const QStringList elements = text.isEmpty() ? QStringList() : text.split(u',');
     const int red = ColourElement(elements, 0, text);
     const int green = ColourElement(elements, 1, text);
     const int blue = ColourElement(elements, 2, text);

@@ -78,11 +78,10 @@ void OpenStartFolder(Form_Main& form) {
     form.DirHistoryPath(0) = form.Dir1.Path;
 }
 
-// The window covers the desktop, so that centring puts it at 0; the picture area fills it until the theme
-// says otherwise.
+// The window covers the desktop in the mode that the configuration has set, so that centring puts it at 0;
+// the picture area fills it until the theme says otherwise.
 void SizeWindow(Form_Main& form) {
-    const int width = form.ScreenWidth.value();
-    const int height = form.ScreenHeight.value();
+    const auto [width, height, bits] = form.display.CurrentMode();
     form.MainWindow = {0, 0, width, height, false};
     Resize(form.Picture_Main, width, height);
 }

@@ -5,13 +5,14 @@
 
 #include <functional>
 
-// Drawing at 96 dots per inch and scale factor 1, whatever the desktop says; a private folder for XDG_RUNTIME_DIR when
-// it is not set; no end of the program by a closed standard error. Before the application object is made.
+// Drawing at 96 dots per inch and scale factor 1, whatever the desktop says; a private folder for
+// XDG_RUNTIME_DIR when it is not set; no end of the program by a closed standard error. Before the
+// application object is made.
 void PinEnvironment();
 
 // Why no window can be shown, for a person; empty when nothing is known to be in the way.
 QString MissingDisplay();
 
-// Runs the program while the toolkit is up. A fatal fault inside the toolkit is one line on standard error and exit code
-// 1, without a core dump.
+// Runs the program while the toolkit is up. A fatal fault inside the toolkit is one line on standard error
+// and exit code 1, without a core dump.
 int RunWithToolkit(char** argv, const std::function<int()>& program);
