@@ -46,11 +46,13 @@ QString WritableKey(QStringView key) {
 // Whether a name can stand in the file as it is. Every character is looked at, whatever came before: the
 // compiler turns that into wide operations.
 bool IsWritable(QStringView name) {
-    bool special = !name.isEmpty() && (IsBlank(name.front()) || IsBlank(name.back()));
-    for (const QChar c : name) {
-        special |= c == u'=' || IsLineEnd(c);
+    const char16_t* const units = name.utf16();
+    unsigned special = 0;
+    for (qsizetype i = 0; i < name.size(); ++i) {
+        special |= static_cast<unsigned>(units[i] == u'=') | static_cast<unsigned>(units[i] == u'\n') |
+                   static_cast<unsigned>(units[i] == u'\r');
     }
-    return !special;
+    return special == 0 && (name.isEmpty() || !(IsBlank(name.front()) || IsBlank(name.back())));
 }
 
 // A key that would make its line a comment or a section gets a blank in front.

@@ -152,10 +152,19 @@ const IniEntry* ParsedIni::Entry(QStringView section, QStringView key) const {
         return nullptr;
     }
     const FoldedText name(key);
-    const std::uint32_t index = entryTable_.Find(name.Hash(KeySeed(sectionIndex)), [&](std::uint32_t other) {
+    const auto same = [&](std::uint32_t other) {
         return entries_[other].section == sectionIndex && Same(entries_[other].key, name);
-    });
-    return index == FoldedTable::kNone ? nullptr : &entries_[index];
+    };
+    // Keys are mostly asked for in the order in which they stand.
+    std::uint32_t index = next_;
+    if (index >= entries_.size() || !same(index)) {
+        index = entryTable_.Find(name.Hash(KeySeed(sectionIndex)), same);
+    }
+    if (index == FoldedTable::kNone) {
+        return nullptr;
+    }
+    next_ = index + 1;
+    return &entries_[index];
 }
 
 QString ParsedIni::Value(const IniEntry& entry, qsizetype limit) const {

@@ -83,6 +83,8 @@ private:
         std::uint32_t index = FoldedTable::kNone;
     };
     mutable std::optional<Asked> asked_;
+    // The entry behind the one last found.
+    mutable std::uint32_t next_ = 0;
     // While parsing: the lines belong to the last of the sections, which is not looked up when an earlier one
     // has the same name.
     bool hidden_ = true;

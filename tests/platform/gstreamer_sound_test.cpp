@@ -14,6 +14,7 @@
 #include <limits>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace {
 
@@ -249,14 +250,14 @@ TEST_F(GstreamerSound, SeamOfALoopIsNotHeard) {
     EXPECT_LE(library.BASS_ChannelGetPosition(handle), 2 * 176400);
 }
 
-// The first frame from `from` on at which the right channel sounds, 0 for none.
-std::size_t FirstOnTheRight(const Samples& samples, std::size_t from) {
+// The first frame from `from` on at which the right channel sounds.
+std::optional<std::size_t> FirstOnTheRight(const Samples& samples, std::size_t from) {
     for (std::size_t i = from; i < samples.size() / 2; ++i) {
         if (std::abs(samples[2 * i + 1]) > 8000) {
             return i;
         }
     }
-    return 0;
+    return std::nullopt;
 }
 
 TEST_F(GstreamerSound, ThemeSoundStartsWithin25Milliseconds) {
@@ -279,7 +280,7 @@ TEST_F(GstreamerSound, ThemeSoundStartsWithin25Milliseconds) {
 
     const auto onlyMusic = [&] {
         const Samples last = recording.Last(kStretch);
-        return last.size() == kStretch * 2 && FirstOnTheRight(last, 0) == 0 &&
+        return last.size() == kStretch * 2 && !FirstOnTheRight(last, 0) &&
                Amplitude(last, 0, kStretch, 440) > 0.2;
     };
     const auto delay = [&] {
@@ -288,9 +289,10 @@ TEST_F(GstreamerSound, ThemeSoundStartsWithin25Milliseconds) {
         const double start = SecondsNow();
         sound->SetCurrentPosition(0);
         sound->Run();
-        std::size_t frame = 0;
-        EXPECT_TRUE(Eventually([&] { return (frame = FirstOnTheRight(recording.All(), from)) != 0; }, 30));
-        return recording.TimeOf(frame) - start;
+        std::optional<std::size_t> frame;
+        EXPECT_TRUE(
+            Eventually([&] { return (frame = FirstOnTheRight(recording.All(), from)).has_value(); }, 30));
+        return recording.TimeOf(frame.value_or(0)) - start;
     };
     EXPECT_TRUE(OnceIn(4, [&] {
         std::vector<double> delays(15);

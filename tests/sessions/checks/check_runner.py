@@ -2,6 +2,7 @@
 """The runner of the sessions fails a session when it should, and only then."""
 
 import os
+import shutil
 import subprocess
 import sys
 
@@ -13,7 +14,7 @@ GOOD = '{"ready":true}\n{"ok":true,"state":{"SelX":1,"List_List":["a.mp3|file|@M
 
 def run_session(given, name, expected, home="base plain\nempty @MUSIC@/a.mp3\n", after=None):
     folder = os.path.join(os.path.abspath(given.work), "recipes", name)
-    os.makedirs(folder, exist_ok=True)
+    shutil.rmtree(folder, ignore_errors=True)
     files = {"home.txt": home, "session.txt": "# a comment\nstate SelX List_List\n", "expected.jsonl": expected}
     files.update({os.path.join("after", path): text for path, text in (after or {}).items()})
     for path, text in files.items():
