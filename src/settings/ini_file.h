@@ -6,9 +6,10 @@
 
 #include <memory>
 
-// A parsed INI file. Section and key compare without case; the first matching section and the first matching key in it
-// win. Blanks around section names and keys and right behind "=" are dropped, trailing blanks of a value stay. ";" or "#"
-// at a line's start is a comment. UTF-8, or Windows-1252 when the bytes are no valid UTF-8; a BOM is skipped.
+// A parsed INI file. Section and key compare without case; the first matching section and the first matching
+// key in it win. Blanks around section names and keys and right behind "=" are dropped, trailing blanks of a
+// value stay. ";" or "#" at a line's start is a comment. UTF-8, or Windows-1252 when the bytes are no valid
+// UTF-8; a BOM is skipped.
 class IniFile {
 public:
     IniFile();

@@ -16,13 +16,14 @@ public:
     IniFiles();
     ~IniFiles();
 
-    // The file as it stands now: one look at its identity, and a new parse only when that has changed. The reference
-    // holds until the next call for the same path.
+    // The file as it stands now: one look at its identity, and a new parse only when that has changed. The
+    // reference holds until the next call for the same path.
     const IniFile& Open(Files& files, const QString& path);
 
-    // Sets one key of a section and writes the file whole, safe from a power cut. False when it could not be written; the
-    // file and the parsed copy are then as before.
-    bool Write(Files& files, const QString& path, const QString& section, const QString& key, const QString& value);
+    // Sets one key of a section and writes the file whole, safe from a power cut. False when it could not be
+    // written; the file and the parsed copy are then as before.
+    bool Write(Files& files, const QString& path, const QString& section, const QString& key,
+               const QString& value);
 
 private:
     struct Copy;

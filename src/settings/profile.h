@@ -5,10 +5,12 @@
 
 struct Form_Main;
 
-// The value of a key as the file has it now, at most 254 characters; empty when file, section or key is missing.
-QString GetPrivateProfileString(Form_Main& form, const QString& path, const QString& section, const QString& key);
+// The value of a key as the file has it now, at most 254 characters; empty when file, section or key is
+// missing.
+QString GetPrivateProfileString(Form_Main& form, const QString& path, const QString& section,
+                                const QString& key);
 
-// Replaces or appends a key, creating file and section as needed. A file that cannot be written is left as it is, and
-// nothing is reported.
-void WritePrivateProfileString(Form_Main& form, const QString& path, const QString& section, const QString& key,
-                               const QString& value);
+// Replaces or appends a key, creating file and section as needed. A file that cannot be written is left as it
+// is, and nothing is reported.
+void WritePrivateProfileString(Form_Main& form, const QString& path, const QString& section,
+                               const QString& key, const QString& value);

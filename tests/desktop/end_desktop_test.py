@@ -66,7 +66,7 @@ class Stops(desk.DeskTest):
     def test_a_broken_theme_is_told_on_a_page_that_a_key_closes(self):
         theme = self.break_theme()
         start = time.monotonic()
-        page = self.start_and_see()
+        page = self.start_and_see_any()
         self.assertFalse(desk.is_black(page))
 
         def press():
@@ -79,14 +79,14 @@ class Stops(desk.DeskTest):
 
     def test_the_page_closes_by_itself(self):
         self.break_theme()
-        self.start_and_see()
+        self.start_and_see_any()
         seen = time.monotonic()
         self.assert_ends(1)
         self.assertGreater(time.monotonic() - seen, 5)
 
     def test_the_page_closes_by_a_signal(self):
         self.break_theme()
-        self.start_and_see()
+        self.start_and_see_any()
         seen = time.monotonic()
         self.signal()
         self.assert_ends(1)
@@ -94,7 +94,7 @@ class Stops(desk.DeskTest):
 
     def test_a_port_that_does_not_exist_is_told(self):
         desk.edit(self.home / "config.ini", "\nActive=false", "\nActive=true")
-        self.start_and_see("--serial", "1=/dev/there is none")
+        self.start_and_see_any("--serial", "1=/dev/there is none")
         self.signal()
         self.assert_ends(1)
         self.assertIn("8002", self.told())
@@ -102,7 +102,7 @@ class Stops(desk.DeskTest):
 
     def test_an_unwritable_log_is_told(self):
         (self.home / "vantorix.log").mkdir()
-        self.start_and_see()
+        self.start_and_see_any()
         self.signal()
         self.assert_ends(1)
         self.assertIn("75", self.told())
