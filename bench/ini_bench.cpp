@@ -80,7 +80,7 @@ std::vector<WantedKey> ThemeKeys() {
 // The small blocks that one reader frees are joined by the next large request, whoever makes it: this one,
 // which is not measured.
 void TidyHeap() {
-    volatile char* const large = new char[64 * 1024];
+    volatile char* const large = new char[std::size_t{64} * 1024];
     *large = 1;
     delete[] large;
 }

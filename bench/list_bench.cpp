@@ -117,7 +117,11 @@ qsizetype ByFilesystem(const QString& folder) {
         const std::string name = entry.path().filename().string();
         if (entry.is_directory() || EndsAsMusic(name)) {
             const std::string path = entry.path().string();
-            lines.push_back((entry.is_directory() ? path + "|dir|" : name + "|file|") + path + '|' + name);
+            std::string line = entry.is_directory() ? path + "|dir|" : name + "|file|";
+            line += path;
+            line += '|';
+            line += name;
+            lines.push_back(std::move(line));
         }
     }
     UErrorCode error = U_ZERO_ERROR;

@@ -51,7 +51,7 @@ QByteArray LineReader::Next() {
     if (end > position_ && bytes_[end - 1] == '\r') {
         --end;
     }
-    const QByteArray line = bytes_.mid(position_, end - position_);
+    QByteArray line = bytes_.mid(position_, end - position_);
     position_ = next;
     return line;
 }

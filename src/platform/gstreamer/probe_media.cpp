@@ -90,7 +90,7 @@ gint SelectElement(GstElement*, GstPad*, GstCaps*, GstElementFactory* factory, g
 QByteArray FileUri(const QByteArray& path) {
     gchar* absolute = g_canonicalize_filename(path.constData(), nullptr);
     gchar* uri = g_filename_to_uri(absolute, nullptr, nullptr);
-    const QByteArray result(uri);
+    QByteArray result(uri);
     g_free(uri);
     g_free(absolute);
     return result;
@@ -150,6 +150,6 @@ std::optional<MediaFacts> ProbeMedia(const QString& path) {
         return std::nullopt;
     }
     opening.facts.seconds =
-        static_cast<double>(*length / kBytesPerFrame) / static_cast<double>(kFramesPerSecond);
+        static_cast<double>(*length) / (kBytesPerFrame * static_cast<double>(kFramesPerSecond));
     return opening.facts;
 }
