@@ -150,6 +150,6 @@ std::optional<MediaFacts> ProbeMedia(const QString& path) {
         return std::nullopt;
     }
     opening.facts.seconds =
-        static_cast<double>(*length) / (kBytesPerFrame * static_cast<double>(kFramesPerSecond));
+        static_cast<double>(*length) / static_cast<double>(kBytesPerFrame * kFramesPerSecond);
     return opening.facts;
 }
