@@ -40,6 +40,8 @@ TOOLKITS = [
     ("GStreamer", r"(gst|glib|glib-object)(/.*)?(\.h)?"),
     ("X11", r"X11/.*|xcb/.*"),
     ("ICU", r"unicode/.*"),
+    ("mpg123", r"mpg123\.h"),
+    ("fontconfig", r"fontconfig/.*"),
     ("giflib", r"gif_lib\.h"),
     ("zlib", r"zlib\.h"),
     ("POSIX", r"(unistd|fcntl|dirent|dlfcn|poll|termios|pty|signal|time|pthread)\.h|sys/.*|linux/.*"),

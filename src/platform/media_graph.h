@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 
 #include <memory>
 
@@ -28,9 +27,6 @@ struct MediaGraph {
 struct MediaGraphs {
     virtual ~MediaGraphs() = default;
 
-    // Says that graphs will soon be asked to render these files, so that they may be decoded in the meantime.
-    // Nothing else changes: a file that cannot be rendered is told by RenderFile.
-    virtual void Announce(const QStringList& /*paths*/) {}
     // A new empty graph. `name` says whose it is: "Video", "SoundInsertCoin" and so on.
     virtual std::shared_ptr<MediaGraph> CreateGraph(const QString& name) = 0;
 };

@@ -1,6 +1,7 @@
 // The homes of a running video.
 #include "rendering/video_surfaces.h"
 
+#include "platform/display.h"
 #include "settings/config_values.h"
 #include "shell/form_main.h"
 
@@ -10,7 +11,7 @@ void PlaceRunningVideo(Form_Main& /*form*/) {}
 
 bool VideoLiesBeyondScreen(const Form_Main& form) {
     return !form.VideoPositionLeft.isEmpty() &&
-           form.ScreenWidth.value() < ConfigNumber(form, u"VideoPositionLeft", form.VideoPositionLeft);
+           form.display.CurrentMode().width < ConfigNumber(form, u"VideoPositionLeft", form.VideoPositionLeft);
 }
 
 void ShowVideoForm(Form_Main& form) {

@@ -110,14 +110,6 @@ void LoadImages(Form_Main& form) {
     }
 }
 
-void AnnounceSounds(Form_Main& form) {
-    QStringList paths;
-    for (const SoundRow& row : kSounds) {
-        paths += ThemeFile(form, QString::fromLatin1(row.file));
-    }
-    form.graphs.Announce(paths);
-}
-
 void LoadSounds(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : Chargement des sons"));
     for (const SoundRow& row : kSounds) {

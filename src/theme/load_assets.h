@@ -9,8 +9,5 @@ void InstallFonts(Form_Main& form);
 // Loads the pictures; one that is missing or broken leaves its object empty.
 void LoadImages(Form_Main& form);
 
-// Lets the sounds be decoded while the rest of the theme is loaded.
-void AnnounceSounds(Form_Main& form);
-
 // Makes the graphs of the sounds anew. Raises 5 for a sound that is missing or cannot be decoded.
 void LoadSounds(Form_Main& form);

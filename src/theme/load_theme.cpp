@@ -146,7 +146,6 @@ void FitScale(Form_Main& form, const Size& theme) {
 
 void Load(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : Chargement du theme ") + form.Theme + QStringLiteral(" (LoadTheme)"));
-    AnnounceSounds(form);
     const QString path = ThemeFile(form, QStringLiteral("theme.ini"));
     ReadThemeRecord(form, ThemeReader(form.iniFiles.Open(form.files, path), path));
     WriteLog(form, QStringLiteral(" : Position Pistes"));

@@ -8,6 +8,7 @@
 #include "core/run_time_error.h"
 #include "platform/gstreamer/audio_library.h"
 #include "platform/gstreamer/media_graph.h"
+#include "platform/gstreamer/start.h"
 #include "platform/posix/dlopened_zlib.h"
 #include "platform/posix/posix_files.h"
 #include "platform/qt/qt_dialogs.h"
@@ -26,6 +27,7 @@
 #include "shell/start_up.h"
 
 #include <cstdio>
+#include <future>
 #include <memory>
 #include <new>
 
@@ -181,6 +183,11 @@ int RunParsed(const CommandLine& line, char** argv) {
         TellStandardError(missing);
         return !found.error.isEmpty() && line.home ? kWrongCommandLine : kEndedByError;
     }
+    // What the first frame would have to wait for is read while the toolkit connects to the screen.
+    const std::future<void> early = std::async(std::launch::async, [] {
+        ReadSystemFonts();
+        StartGStreamer();
+    });
     return RunWithToolkit(argv, [&] { return Cabinet(found.folder, line.serialDevices).Live(); });
 }
 

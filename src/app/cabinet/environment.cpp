@@ -56,6 +56,10 @@ void PinEnvironment() {
     if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
         PinRuntimeFolder();
     }
+    // The search for a sound device would otherwise write a line to standard error every five seconds.
+    if (!qEnvironmentVariableIsSet("ALSOFT_LOGLEVEL")) {
+        qputenv("ALSOFT_LOGLEVEL", "0");
+    }
     std::signal(SIGPIPE, SIG_IGN);
 }
 

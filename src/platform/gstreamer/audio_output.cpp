@@ -14,6 +14,7 @@ using std::chrono::steady_clock;
 
 constexpr milliseconds kLookEvery{50};
 constexpr milliseconds kStartLimit{1000};
+constexpr milliseconds kFirstLookEvery{5};
 constexpr milliseconds kFirstWait{100};
 constexpr milliseconds kLongestWait{5000};
 // A device that has run for so long is a good one: its next failure starts the waits anew.
@@ -34,15 +35,10 @@ bool AudioOutput::Start() {
     if (supervisor_.joinable()) {
         return true;
     }
-    if (!StartGStreamer()) {
+    if (!StartGStreamer() || !OutputPipeline::CanUse(options_.silentSink)) {
         return false;
     }
     trialWait_ = kFirstWait;
-    BeginTrial();
-    trialErrand_->WaitFor(kStartLimit);
-    if (!EndTrial() && !FallSilent()) {
-        return false;
-    }
     quit_ = false;
     supervisor_ = std::thread([this] { Supervise(); });
     return true;
@@ -121,10 +117,8 @@ void AudioOutput::Use(std::unique_ptr<OutputPipeline> pipeline, bool silent) {
     Retire(std::move(next));
 }
 
-bool AudioOutput::FallSilent() {
+void AudioOutput::FallSilent() {
     Use(OutputPipeline::Open(options_, options_.silentSink, mixer_), true);
-    const std::lock_guard lock(pipelineMutex_);
-    return pipeline_ != nullptr;
 }
 
 // Two are never retired at once, unless the first one does not come to an end.
@@ -135,13 +129,29 @@ void AudioOutput::Retire(std::shared_ptr<OutputPipeline> pipeline) {
 }
 
 void AudioOutput::Supervise() {
-    std::unique_lock lock(quitMutex_);
-    while (!quitSignal_.wait_for(lock, kLookEvery, [this] { return quit_; })) {
-        lock.unlock();
+    FindFirstDevice();
+    while (!QuitWithin(kLookEvery)) {
         LookAfterPipeline();
         LookForDevice();
-        lock.lock();
     }
+}
+
+// Nothing is mixed until the first trial is over, so that no sound begins where nobody hears it. One that
+// takes its time goes on beside the silent sink.
+void AudioOutput::FindFirstDevice() {
+    const auto deadline = steady_clock::now() + kStartLimit;
+    BeginTrial();
+    while (!trialErrand_->WaitFor(kFirstLookEvery) && steady_clock::now() < deadline &&
+           !QuitWithin(milliseconds(0))) {
+    }
+    if (!EndTrial()) {
+        FallSilent();
+    }
+}
+
+bool AudioOutput::QuitWithin(milliseconds time) {
+    std::unique_lock lock(quitMutex_);
+    return quitSignal_.wait_for(lock, time, [this] { return quit_; });
 }
 
 void AudioOutput::LookAfterPipeline() {

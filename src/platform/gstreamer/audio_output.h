@@ -25,8 +25,8 @@ public:
     AudioOutput(const AudioOutput&) = delete;
     AudioOutput& operator=(const AudioOutput&) = delete;
 
-    // False when no sink, the silent one included, can be made. Harmless when it runs. Some 30 ms; a second
-    // at most.
+    // Looks for a device aside and returns at once. False when not even the silent sink is installed.
+    // Harmless when it runs.
     bool Start();
     // Harmless when it does not run. A server that does not answer within two seconds is left behind.
     void Stop();
@@ -50,9 +50,11 @@ private:
     void BeginTrial();
     bool EndTrial();
     void Use(std::unique_ptr<OutputPipeline> pipeline, bool silent);
-    bool FallSilent();
+    void FallSilent();
     void Retire(std::shared_ptr<OutputPipeline> pipeline);
     void Supervise();
+    void FindFirstDevice();
+    bool QuitWithin(std::chrono::milliseconds time);
     void LookAfterPipeline();
     void LookForDevice();
     bool IsStalled();

@@ -3,9 +3,8 @@
 
 #include "core/path_text.h"
 #include "platform/gstreamer/pipeline_state.h"
+#include "platform/gstreamer/plain_file.h"
 #include "platform/gstreamer/start.h"
-
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <cstring>
@@ -30,24 +29,6 @@ GstClockTime TimeOfFrame(std::int64_t frame) {
 
 std::int64_t FrameOfTime(GstClockTime time) {
     return static_cast<std::int64_t>(gst_util_uint64_scale_round(time, kFramesPerSecond, GST_SECOND));
-}
-
-// Only a regular file with something in it is given to GStreamer: a pipe would hold the caller for ever.
-bool IsPlainFile(const QByteArray& path, QString& reason) {
-    struct stat status {};
-    if (path.isEmpty() || path.contains('\0') || stat(path.constData(), &status) != 0) {
-        reason = QStringLiteral("the file is missing");
-        return false;
-    }
-    if (!S_ISREG(status.st_mode)) {
-        reason = QStringLiteral("this is no file");
-        return false;
-    }
-    if (status.st_size == 0) {
-        reason = QStringLiteral("the file is empty");
-        return false;
-    }
-    return true;
 }
 
 // The file's address, made of its bytes, so that every name that a disk can hold has one.

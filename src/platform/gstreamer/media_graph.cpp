@@ -4,6 +4,7 @@
 #include "core/run_time_error.h"
 #include "platform/gstreamer/audio_output.h"
 #include "platform/gstreamer/decode_file.h"
+#include "platform/gstreamer/decode_mp3.h"
 #include "platform/gstreamer/pcm.h"
 
 #include <algorithm>
@@ -25,7 +26,10 @@ public:
 
     void RenderFile(const QString& path) override {
         QString reason;
-        std::optional<DecodedSound> sound = DecodeFile(path, kLongestSound, &reason);
+        std::optional<DecodedSound> sound = DecodeMp3(path, kLongestSound);
+        if (!sound) {
+            sound = DecodeFile(path, kLongestSound, &reason);
+        }
         if (!sound) {
             throw RunTimeError(kInvalidProcedureCall, path + QStringLiteral(": ") + reason);
         }

@@ -29,6 +29,10 @@ bool HasProperty(GstElement* element, const char* name) {
 
 } // namespace
 
+bool OutputPipeline::CanUse(const QByteArray& sink) {
+    return FactoryHandle(gst_element_factory_find(sink.constData())) != nullptr;
+}
+
 std::unique_ptr<OutputPipeline> OutputPipeline::Open(const AudioOutputOptions& options,
                                                      const QByteArray& sink, std::shared_ptr<Mixer> mixer) {
     std::unique_ptr<OutputPipeline> output(new OutputPipeline(options, std::move(mixer)));

@@ -13,6 +13,8 @@
 
 class OutputPipeline {
 public:
+    // Whether a kind of sink is installed.
+    static bool CanUse(const QByteArray& sink);
     // Builds a pipeline with this kind of sink and sets it playing. Null when that cannot be done within some
     // seconds, and, for a sink other than the silent one, when it would be silent. A sound server that hangs
     // holds the caller.

@@ -6,11 +6,17 @@
 #include <QFontDatabase>
 #include <QStringList>
 
+#include <fontconfig/fontconfig.h>
+
 namespace {
 
 constexpr std::int64_t kLargestFont = std::int64_t{64} * 1024 * 1024;
 
 } // namespace
+
+void ReadSystemFonts() {
+    FcInit();
+}
 
 int QtFonts::AddFontResource(const QString& path) {
     const std::optional<QByteArray> bytes = files_.ReadWhole(path, kLargestFont);

@@ -5,6 +5,10 @@
 
 struct Files;
 
+// Reads the system's list of fonts, which the first text would have to wait for. From any thread, also before
+// the toolkit.
+void ReadSystemFonts();
+
 class QtFonts : public Fonts {
 public:
     explicit QtFonts(Files& files) : files_(files) {}
