@@ -2,6 +2,7 @@
 #include "library/create_list.h"
 
 #include "core/conversions.h"
+#include "core/media_kind.h"
 #include "core/run_time_error.h"
 #include "library/file_pattern.h"
 #include "library/list_order.h"
@@ -31,12 +32,6 @@ struct FolderContent {
     // The case-folded names of all videos, whether they match or not.
     QSet<QString> videos;
 };
-
-bool IsVideo(const QString& name) {
-    const QString extension = name.right(3).toCaseFolded();
-    return extension == QStringLiteral("mp4") || extension == QStringLiteral("mpg") ||
-           extension == QStringLiteral("avi");
-}
 
 bool IsHidden(const QString& name) {
     return name.startsWith(u'.');

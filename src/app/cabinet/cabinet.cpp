@@ -31,10 +31,6 @@
 #include <memory>
 #include <new>
 
-#ifndef VANTORIX_SHARE_FOLDER
-#define VANTORIX_SHARE_FOLDER "/usr/share/vantorix"
-#endif
-
 namespace {
 
 constexpr int kEndedByError = 1;

@@ -2,6 +2,7 @@
 #include "platform/gstreamer/decoder.h"
 
 #include "core/path_text.h"
+#include "platform/gstreamer/local_source.h"
 #include "platform/gstreamer/pipeline_state.h"
 #include "platform/gstreamer/plain_file.h"
 #include "platform/gstreamer/start.h"
@@ -31,16 +32,6 @@ std::int64_t FrameOfTime(GstClockTime time) {
     return static_cast<std::int64_t>(gst_util_uint64_scale_round(time, kFramesPerSecond, GST_SECOND));
 }
 
-// The file's address, made of its bytes, so that every name that a disk can hold has one.
-QByteArray FileUri(const QByteArray& path) {
-    gchar* absolute = g_canonicalize_filename(path.constData(), nullptr);
-    gchar* uri = g_filename_to_uri(absolute, nullptr, nullptr);
-    QByteArray result(uri);
-    g_free(uri);
-    g_free(absolute);
-    return result;
-}
-
 // The first stream of sound is taken, any other stays unconnected.
 void LinkNewPad(GstElement*, GstPad* pad, gpointer gate) {
     const PadHandle sink(gst_element_get_static_pad(static_cast<GstElement*>(gate), "sink"));
@@ -59,17 +50,6 @@ void TellWhenSilent(GstElement* source, gpointer gate) {
     }
 }
 
-// Lists of network addresses are not music: whatever would open a connection for a local file is passed over.
-// The numbers are those of GstAutoplugSelectResult, which no header declares.
-gint SelectElement(GstElement*, GstPad*, GstCaps*, GstElementFactory* factory, gpointer) {
-    constexpr gint kTry = 0;
-    constexpr gint kSkip = 2;
-    const gchar* kind = gst_element_factory_get_metadata(factory, GST_ELEMENT_METADATA_KLASS);
-    const bool network = kind != nullptr && (std::strstr(kind, "Adaptive") != nullptr ||
-                                             std::strstr(kind, "Network") != nullptr);
-    return network ? kSkip : kTry;
-}
-
 QString TextOfError(GstMessage* message) {
     GError* error = nullptr;
     gst_message_parse_error(message, &error, nullptr);
@@ -86,7 +66,7 @@ std::unique_ptr<Decoder> Decoder::Open(const QString& path, QString& reason) {
         return nullptr;
     }
     std::unique_ptr<Decoder> decoder(new Decoder);
-    if (!StartGStreamer() || !decoder->Build(FileUri(bytes))) {
+    if (!StartGStreamer() || !decoder->Build(bytes)) {
         reason = QStringLiteral("the decoders are not installed");
         return nullptr;
     }
@@ -96,20 +76,19 @@ std::unique_ptr<Decoder> Decoder::Open(const QString& path, QString& reason) {
     return decoder;
 }
 
-bool Decoder::Build(const QByteArray& uri) {
+bool Decoder::Build(const QByteArray& path) {
     pipeline_.reset(gst_pipeline_new(nullptr));
-    const auto add = [&](const char* factory) {
-        GstElement* element = gst_element_factory_make(factory, nullptr);
+    const auto add = [&](GstElement* element) {
         if (element != nullptr) {
             gst_bin_add(reinterpret_cast<GstBin*>(pipeline_.get()), element);
         }
         return element;
     };
-    GstElement* source = add("uridecodebin");
-    GstElement* gate = add("capsfilter");
-    GstElement* convert = add("audioconvert");
-    GstElement* resample = add("audioresample");
-    GstElement* sink = add("appsink");
+    GstElement* source = add(MakeLocalSource(path));
+    GstElement* gate = add(gst_element_factory_make("capsfilter", nullptr));
+    GstElement* convert = add(gst_element_factory_make("audioconvert", nullptr));
+    GstElement* resample = add(gst_element_factory_make("audioresample", nullptr));
+    GstElement* sink = add(gst_element_factory_make("appsink", nullptr));
     if (source == nullptr || gate == nullptr || convert == nullptr || resample == nullptr ||
         sink == nullptr) {
         return false;
@@ -118,13 +97,12 @@ bool Decoder::Build(const QByteArray& uri) {
     const CapsHandle wanted(gst_caps_from_string(kPcmCaps));
     const CapsHandle sane(gst_caps_from_string(kSaneCaps));
     g_object_set(gate, "caps", sane.get(), nullptr);
-    g_object_set(source, "uri", uri.constData(), "caps", decoded.get(), "expose-all-streams", FALSE, nullptr);
+    g_object_set(source, "caps", decoded.get(), "expose-all-streams", FALSE, nullptr);
     // The same file is to give the same samples each time, and silence is to stay silence.
     gst_util_set_object_arg(reinterpret_cast<GObject*>(convert), "dithering", "none");
     g_object_set(sink, "caps", wanted.get(), "sync", FALSE, "max-buffers", 8U, nullptr);
     g_signal_connect(source, "pad-added", G_CALLBACK(LinkNewPad), gate);
     g_signal_connect(source, "no-more-pads", G_CALLBACK(TellWhenSilent), gate);
-    g_signal_connect(source, "autoplug-select", G_CALLBACK(SelectElement), nullptr);
     sink_ = reinterpret_cast<GstAppSink*>(sink);
     bus_.reset(gst_element_get_bus(pipeline_.get()));
     return gst_element_link_many(gate, convert, resample, sink, nullptr) != FALSE;

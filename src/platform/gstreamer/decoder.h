@@ -37,7 +37,7 @@ public:
 
 private:
     Decoder() = default;
-    bool Build(const QByteArray& uri);
+    bool Build(const QByteArray& path);
     bool WaitForStart(QString& reason);
     MessageHandle WaitForVerdict();
     MessageHandle PopMessage(GstMessageType types);

@@ -4,12 +4,10 @@
 #include "core/path_text.h"
 #include "platform/gstreamer/decode_file.h"
 #include "platform/gstreamer/handles.h"
+#include "platform/gstreamer/local_source.h"
 #include "platform/gstreamer/pcm.h"
+#include "platform/gstreamer/plain_file.h"
 #include "platform/gstreamer/start.h"
-
-#include <sys/stat.h>
-
-#include <cstring>
 
 namespace {
 
@@ -23,12 +21,6 @@ struct Opening {
     int streams = 0;
     MediaFacts facts;
 };
-
-bool IsPlainFile(const QByteArray& path) {
-    struct stat status {};
-    return !path.isEmpty() && !path.contains('\0') && stat(path.constData(), &status) == 0 &&
-           S_ISREG(status.st_mode) && status.st_size > 0;
-}
 
 void NotePictureSize(Opening& opening, const GstStructure* format) {
     gint width = 0;
@@ -76,29 +68,9 @@ void TellWhenEmpty(GstElement* source, gpointer data) {
     }
 }
 
-// Lists of network addresses are no media: whatever would open a connection for a local file is passed over.
-// The numbers are those of GstAutoplugSelectResult, which no header declares.
-gint SelectElement(GstElement*, GstPad*, GstCaps*, GstElementFactory* factory, gpointer) {
-    constexpr gint kTry = 0;
-    constexpr gint kSkip = 2;
-    const gchar* kind = gst_element_factory_get_metadata(factory, GST_ELEMENT_METADATA_KLASS);
-    const bool network = kind != nullptr && (std::strstr(kind, "Adaptive") != nullptr ||
-                                             std::strstr(kind, "Network") != nullptr);
-    return network ? kSkip : kTry;
-}
-
-QByteArray FileUri(const QByteArray& path) {
-    gchar* absolute = g_canonicalize_filename(path.constData(), nullptr);
-    gchar* uri = g_filename_to_uri(absolute, nullptr, nullptr);
-    QByteArray result(uri);
-    g_free(uri);
-    g_free(absolute);
-    return result;
-}
-
 PipelineHandle BuildPipeline(const QByteArray& path, Opening& opening) {
     PipelineHandle pipeline(gst_pipeline_new(nullptr));
-    GstElement* source = gst_element_factory_make("uridecodebin", nullptr);
+    GstElement* source = MakeLocalSource(path);
     if (source == nullptr) {
         return nullptr;
     }
@@ -106,11 +78,9 @@ PipelineHandle BuildPipeline(const QByteArray& path, Opening& opening) {
     opening.source = source;
     gst_bin_add(opening.pipeline, source);
     const CapsHandle decoded(gst_caps_from_string("video/x-raw; audio/x-raw"));
-    g_object_set(source, "uri", FileUri(path).constData(), "caps", decoded.get(), "expose-all-streams", TRUE,
-                 nullptr);
+    g_object_set(source, "caps", decoded.get(), "expose-all-streams", TRUE, nullptr);
     g_signal_connect(source, "pad-added", G_CALLBACK(TakeStream), &opening);
     g_signal_connect(source, "no-more-pads", G_CALLBACK(TellWhenEmpty), &opening);
-    g_signal_connect(source, "autoplug-select", G_CALLBACK(SelectElement), nullptr);
     return pipeline;
 }
 
@@ -130,7 +100,8 @@ bool Opens(GstElement* pipeline) {
 
 std::optional<MediaFacts> ProbeMedia(const QString& path) {
     const QByteArray bytes = BytesOfPath(path);
-    if (!IsPlainFile(bytes) || !StartGStreamer()) {
+    QString ignored;
+    if (!IsPlainFile(bytes, ignored) || !StartGStreamer()) {
         return std::nullopt;
     }
     Opening opening;
