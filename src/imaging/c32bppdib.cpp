@@ -64,6 +64,7 @@ c32bppDIB& c32bppDIB::operator=(c32bppDIB&& other) noexcept {
         pixels_ = std::move(other.pixels_);
         width_ = std::exchange(other.width_, 0);
         height_ = std::exchange(other.height_, 0);
+        isTurned_ = std::exchange(other.isTurned_, false);
         originalBytes_ = std::exchange(other.originalBytes_, {});
         drawing_ = std::move(other.drawing_);
     }
@@ -141,6 +142,7 @@ bool c32bppDIB::InitializeDIB(int width, int height) {
 void c32bppDIB::DestroyDIB() {
     drawing_.reset();
     pixels_.reset();
+    isTurned_ = false;
     width_ = 0;
     height_ = 0;
     originalBytes_.clear();
@@ -149,12 +151,41 @@ void c32bppDIB::DestroyDIB() {
 }
 
 std::uint8_t* c32bppDIB::BitsPointer() {
-    drawing_.reset();
+    KeepRows(false);
     return pixels_.get();
+}
+
+const std::uint8_t* c32bppDIB::BitsPointer() const {
+    KeepRows(false);
+    return pixels_.get();
+}
+
+void c32bppDIB::PrepareRender() const {
+    if (pixels_) {
+        DrawingOf();
+    }
+}
+
+// Turned in their place: a second buffer as large as the screen costs more than everything else here.
+void c32bppDIB::KeepRows(bool isTurned) const {
+    drawing_.reset();
+    if (isTurned_ == isTurned) {
+        return;
+    }
+    const std::size_t line = ScanWidth();
+    std::uint8_t* low = pixels_.get();
+    std::uint8_t* high = low + line * static_cast<std::size_t>(height_);
+    for (int row = 0; row < height_ / 2; ++row) {
+        high -= line;
+        std::swap_ranges(low, low + line, high);
+        low += line;
+    }
+    isTurned_ = isTurned;
 }
 
 PictureDrawing& c32bppDIB::DrawingOf() const {
     if (!drawing_) {
+        KeepRows(true);
         const std::span pixels(pixels_.get(), ScanWidth() * static_cast<std::size_t>(height_));
         drawing_ = std::make_unique<PictureDrawing>(MakeDrawing(pixels, width_, height_));
     }
@@ -178,9 +209,6 @@ bool c32bppDIB::Render(Surface& destinationDC, int destX, int destY, int destWid
         return false;
     }
     PictureDrawing& own = DrawingOf();
-    if (own.picture.isNull()) {
-        return false;
-    }
     // The simple route counts its constant in whole steps of 1 / 255.
     const int constant = percentage * 255 / 100;
     const double opacity = HighQualityInterpolation ? percentage / 100.0 : constant / 255.0;

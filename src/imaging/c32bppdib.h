@@ -65,9 +65,9 @@ public:
     // Bytes from one row to the next.
     std::size_t ScanWidth() const { return static_cast<std::size_t>(width_) * 4; }
     // The pixels: rows bottom-up, blue, green, red, alpha, colour multiplied by alpha. Null when empty. To be
-    // asked for anew for writing after a Render.
+    // asked for anew after a Render.
     std::uint8_t* BitsPointer();
-    const std::uint8_t* BitsPointer() const { return pixels_.get(); }
+    const std::uint8_t* BitsPointer() const;
     // The source file's bytes, kept on request.
     const QByteArray& OriginalBytes() const { return originalBytes_; }
 
@@ -81,6 +81,9 @@ public:
     bool Render(Surface& destinationDC, int destX, int destY, int destWidth = 0, int destHeight = 0,
                 int srcX = 0, int srcY = 0, int srcWidth = 0, int srcHeight = 0, int Opacity = 100,
                 bool Blend = true, bool SetHalfTone = true) const;
+
+    // Does now, on whatever thread, what the first Render would have to do.
+    void PrepareRender() const;
 
     // The pixels hold real transparency.
     bool alpha = false;
@@ -96,11 +99,14 @@ private:
 
     bool Load(const PicturePorts& ports, std::span<const std::uint8_t> bytes, int iconCx, int iconCy);
     PictureDrawing& DrawingOf() const;
+    void KeepRows(bool isTurned) const;
 
     std::unique_ptr<std::uint8_t[], Free> pixels_;
+    // The highest row comes first now, as it does in drawing.
+    mutable bool isTurned_ = false;
     int width_ = 0;
     int height_ = 0;
     QByteArray originalBytes_;
-    // The pixels as they are drawn, made by the first Render.
+    // A view of the pixels as they are drawn, made by the first Render.
     mutable std::unique_ptr<PictureDrawing> drawing_;
 };

@@ -20,6 +20,7 @@ public:
         c32bppDIB picture;
         const auto* first = reinterpret_cast<const std::uint8_t*>(bytes_.constData());
         picture.LoadPicture_Stream(ports_, {first, static_cast<std::size_t>(bytes_.size())});
+        picture.PrepareRender();
         decoded_.set_value(std::move(picture));
     }
 

@@ -7,7 +7,6 @@
 #include <QPainter>
 
 #include <cstddef>
-#include <cstring>
 
 namespace {
 
@@ -49,15 +48,8 @@ void DrawSmooth(PictureDrawing& drawing, QPainter& painter, const Stretch& acros
 } // namespace
 
 PictureDrawing MakeDrawing(std::span<const std::uint8_t> pixels, int width, int height) {
-    PictureDrawing drawing;
-    drawing.picture =
-        QImage(width, height, IsOpaque(pixels) ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
-    const std::size_t line = static_cast<std::size_t>(width) * 4;
-    for (int y = 0; y < drawing.picture.height(); ++y) {
-        std::memcpy(drawing.picture.scanLine(y),
-                    pixels.data() + static_cast<std::size_t>(height - y - 1) * line, line);
-    }
-    return drawing;
+    const auto format = IsOpaque(pixels) ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied;
+    return {QImage(pixels.data(), width, height, static_cast<qsizetype>(width) * 4, format), {}, {}, {}};
 }
 
 PictureDrawing Mirrored(const PictureDrawing& drawing, bool across, bool down) {

@@ -19,7 +19,7 @@ struct PictureDrawing {
     QImage scaled;
 };
 
-// Makes the drawing of bottom-up premultiplied pixels. Its picture is null when there is not enough memory.
+// Makes the drawing of premultiplied pixels, highest row first, which must outlive it.
 PictureDrawing MakeDrawing(std::span<const std::uint8_t> pixels, int width, int height);
 
 // The same picture mirrored, and the same picture with its alpha left out. The latter must not outlive the
