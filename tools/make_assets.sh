@@ -2,9 +2,12 @@
 # Makes everything that our scripts draw and play: test font, themes, sounds, demo library. The files come out the same.
 set -eu
 cd "$(dirname "$0")"
+./install_packages.sh assets
 export PYTHONDONTWRITEBYTECODE=1
 ./make_test_font.py
-./theme/make_default_theme.py
+./theme/make_themes.py
 ./make_sounds.py
 ./make_demo_library.py
-./theme/check_theme.py --strict ../home/themes/default ../tests/homes/plain/themes/*
+./theme/draw_docs.py
+./theme/check_theme.py --strict ../home/themes/* ../tests/homes/plain/themes/*
+./theme/check_contrast.py ../home/themes/*

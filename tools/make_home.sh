@@ -18,6 +18,23 @@ unchanged() {
     find . -mindepth 1 -type d -print0 | (cd -- "$home" && xargs -0r mkdir -p)
     find . -type f ! -path ./config.ini -print0 | xargs -0r cp -u --parents -t "$home"
 )
+# A font that is not installed here is left out: the text then comes in another one.
+while read -r theme font; do
+    if [[ $theme != "#"* ]] && [ -f "$font" ] && [ -d "$home/themes/$theme" ]; then
+        cp -u "$font" "$home/themes/$theme/"
+    fi
+done <"$(dirname -- "$0")/theme_fonts.txt"
+# The demo library names the tracks of a saved playlist; such a file holds whole paths. A new home gets it, once.
+party="$home/playlists/Demo Party - 05 Dec 2026.vtxpl"
+if [ -f "$music/playlist.txt" ] && [ ! -f "$home/config.ini" ]; then
+    mkdir -p "$home/playlists"
+    {
+        printf ' %d \r\n' "$(wc -l <"$music/playlist.txt")"
+        while read -r track; do
+            printf '%s/%s\r\n%s\r\n' "$music" "$track" "${track##*/}"
+        done <"$music/playlist.txt"
+    } >"$party"
+fi
 if [ ! -f "$home/config.ini" ] || unchanged; then
     cp "$delivered/config.ini" "$home/config.ini"
     cp "$delivered/config.ini" "$as_delivered"

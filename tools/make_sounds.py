@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""Makes the five sounds of our themes: short synthesised notes, levelled and encoded as MP3 with lame.
+"""Makes the five sounds of our themes: short synthesised notes, matched in loudness and encoded as MP3 with lame.
 
-    make_sounds.py          writes them to home/themes/default and, a tenth of a second long, to the tests' themes
+    make_sounds.py          writes them to the delivered themes and, a tenth of a second long, to the tests' themes
 """
 
 import argparse
@@ -9,12 +9,14 @@ from pathlib import Path
 
 import numpy
 
-from synth import RATE, encode_mp3, envelope, level, note, silence, tone
+from synth import RATE, encode_mp3, envelope, level, momentary, note, silence, tone
 
 ROOT = Path(__file__).resolve().parents[1]
-THEMES = (ROOT / "home/themes/default",)
+THEMES = (ROOT / "home/themes/default", ROOT / "home/themes/touch")
 TEST_THEMES = (ROOT / "tests/homes/plain/themes/default", ROOT / "tests/homes/plain/themes/small")
-LOUDNESS = -20.0  # dB RMS over the sounding part, the same for all five
+LOUDNESS = -20.0  # of the tests' sounds: dB RMS over the sounding part
+MOMENTARY = -21.0  # LUFS of the loudest 400 ms, the same for all
+PEAK = 0.6
 
 
 def bell(name, seconds):
@@ -39,40 +41,63 @@ def mixed(*parts):
     return total
 
 
+def modes(frequency, ratios, decay, seconds):
+    """A struck piece of metal: its modes are no harmonics, and the high ones die first."""
+    time = numpy.arange(round(seconds * RATE)) / RATE
+    sound = sum(
+        numpy.sin(2 * numpy.pi * frequency * ratio * time + i) * numpy.exp(-time * decay * ratio**0.8) / (i + 1) ** 0.5
+        for i, ratio in enumerate(ratios)
+        if frequency * ratio < RATE * 0.45
+    )
+    return sound * envelope(len(time), 0.0006, 0.01)
+
+
+def band_noise(seed, seconds, middle, width):
+    """Noise around a frequency in Hz."""
+    length = round(seconds * RATE)
+    spectrum = numpy.fft.rfft(numpy.random.default_rng(seed).standard_normal(length))
+    frequency = numpy.fft.rfftfreq(length, 1 / RATE)
+    sound = numpy.fft.irfft(spectrum * numpy.exp(-(((frequency - middle) / width) ** 2)), length)
+    return sound / abs(sound).max()
+
+
 def charge():
-    """Between two tracks: three soft rising notes over a quiet chord."""
-    chord = sum(tone(note(name), 1.5, (1.0, 0.3, 0.1), 0.25, 0.7) for name in ("C3", "G3", "E4")) * 0.25
-    return mixed((0.0, chord), (0.1, bell("G4", 0.9)), (0.32, bell("C5", 0.9)), (0.54, bell("E5", 1.0)))
+    """Between two tracks: the arm comes down with a soft thud, and three bells rise over a quiet chord."""
+    chord = sum(tone(note(name), 1.3, (1.0, 0.3, 0.1), 0.25, 0.7) for name in ("C3", "G3", "E4")) * 0.25
+    thud = modes(92.0, (1, 1.5, 2.3), 22.0, 0.2) * 0.8
+    return mixed((0.0, chord), (0.0, thud), (0.12, bell("G4", 0.8)), (0.3, bell("C5", 0.8)), (0.48, bell("E5", 0.95)))
 
 
 def insert_coin():
-    """A coin: two bright notes, the second higher and longer."""
-    return mixed((0.0, bell("B5", 0.35)), (0.09, bell("E6", 0.7)))
+    """A coin: it strikes the slot, bounces twice inside, and a bell says that it was taken."""
+    disc = (1.0, 1.73, 2.33, 3.91, 4.11)
+    parts = []
+    for start, strength, pitch in ((0.0, 1.0, 2860.0), (0.085, 0.62, 2940.0), (0.142, 0.4, 2790.0), (0.178, 0.24, 2900.0)):
+        click = band_noise(round(pitch), 0.02, 5200, 2600) * numpy.exp(-numpy.arange(round(0.02 * RATE)) / (0.003 * RATE))
+        parts += [(start, strength * modes(pitch, disc, 9.0, 0.3)), (start, strength * 0.9 * click)]
+    return mixed(*parts, (0.24, 1.5 * bell("B5", 0.5)), (0.32, 1.5 * bell("E6", 0.75)))
 
 
 def move():
-    """A tick."""
-    return tone(note("A4"), 0.07, (1.0, 0.4), 0.002, 0.05)
+    """A tick of wood."""
+    return modes(820.0, (1, 2.6), 55.0, 0.09)
 
 
 def no_credit():
-    """A refusal: two low notes, falling."""
-    reed = (1.0, 0.5, 0.33, 0.2, 0.12)
-    low = [tone(note(name), 0.2, reed, 0.01, 0.06) for name in ("E3", "C3")]
-    return mixed((0.0, low[0]), (0.22, low[1]))
+    """A refusal that offends nobody: two soft low notes, falling."""
+    low = [tone(note(name), length, (1.0, 0.35, 0.2, 0.06), 0.012, 0.12) for name, length in (("F3", 0.2), ("D3", 0.34))]
+    return mixed((0.0, low[0]), (0.19, low[1]))
 
 
 def page_turn():
-    """A sheet of paper: filtered noise that swells, rises in pitch and dies away."""
-    length = round(0.36 * RATE)
-    noise = numpy.random.default_rng(7).standard_normal(length)
+    """A sheet of paper: it lifts, sweeps past and falls flat."""
+    length = round(0.4 * RATE)
     position = numpy.linspace(0, 1, length)
-    spectrum = numpy.fft.rfft(noise)
-    frequency = numpy.fft.rfftfreq(length, 1 / RATE)
-    low = numpy.fft.irfft(spectrum * numpy.exp(-(((frequency - 900) / 700) ** 2)), length)
-    high = numpy.fft.irfft(spectrum * numpy.exp(-(((frequency - 3200) / 1600) ** 2)), length)
-    swell = numpy.sin(numpy.pi * position**0.7) ** 2
-    return (low * (1 - position) + high * position) * swell
+    low, high = band_noise(7, 0.4, 1100, 800), band_noise(8, 0.4, 3600, 1900)
+    flutter = 0.75 + 0.25 * numpy.sin(2 * numpy.pi * (14 * position + 5 * position**2))
+    sweep = (low * (1 - position) + high * position) * numpy.sin(numpy.pi * position**0.75) ** 2 * flutter
+    slap = band_noise(9, 0.06, 700, 600) * numpy.exp(-numpy.arange(round(0.06 * RATE)) / (0.012 * RATE))
+    return mixed((0.0, sweep), (0.33, slap * 0.5))
 
 
 SOUNDS = {
@@ -89,13 +114,15 @@ TEST_NOTES = dict(zip(SOUNDS, ("C5", "D5", "E5", "F5", "G5")))
 def main():
     argparse.ArgumentParser(description=__doc__.splitlines()[0]).parse_args()
     for name, make in SOUNDS.items():
-        sound = numpy.concatenate([level(make(), LOUDNESS), silence(0.03)])
+        sound = numpy.concatenate([make(), silence(0.03)])
+        # A tick is too short to be as loud as the others: its peak is the limit.
+        sound *= min(10 ** ((MOMENTARY - momentary(sound)) / 20), PEAK / abs(sound).max())
         for folder in THEMES:
-            encode_mp3(sound, folder / name, 64)
+            encode_mp3(sound, folder / name, 96)
         short = level(tone(note(TEST_NOTES[name]), 0.1, (1.0,), 0.01, 0.02), LOUDNESS)
         for folder in TEST_THEMES:
             encode_mp3(short, folder / name, 32)
-        print(f"{name}: {len(sound) / RATE:.2f} s, peak {20 * numpy.log10(abs(sound).max()):.1f} dB")
+        print(f"{name}: {len(sound) / RATE:.2f} s, {momentary(sound):.1f} LUFS, peak {20 * numpy.log10(abs(sound).max()):.1f} dB")
 
 
 if __name__ == "__main__":

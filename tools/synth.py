@@ -51,6 +51,25 @@ def level(sound, decibels, peak=0.8):
     return sound * min(1.0, peak / abs(sound).max())
 
 
+def k_weight(frequency):
+    """How ITU-R BS.1770 weights these frequencies in Hz: its two filters, which are given for 48 kHz."""
+    z = numpy.exp(-2j * numpy.pi * frequency / 48000)
+    shelf = (1.53512485958697 - 2.69169618940638 * z + 1.19839281085285 * z**2) / (
+        1 - 1.69065929318241 * z + 0.73248077421585 * z**2
+    )
+    high = (1 - 2 * z + z**2) / (1 - 1.99004745483398 * z + 0.99007225036621 * z**2)
+    return abs(shelf * high)
+
+
+def momentary(sound):
+    """Loudness of a mono sound in LUFS: its loudest 400 ms, a shorter one followed by silence."""
+    window = round(0.4 * RATE)
+    padded = numpy.concatenate([sound, numpy.zeros(window)])
+    spectrum = numpy.fft.rfft(padded) * k_weight(numpy.fft.rfftfreq(len(padded), 1 / RATE))
+    energy = numpy.concatenate([[0], numpy.cumsum(numpy.fft.irfft(spectrum, len(padded)) ** 2)])
+    return -0.691 + 10 * numpy.log10((energy[window:] - energy[:-window]).max() / window)
+
+
 def wav_bytes(sound, rate=RATE):
     """A mono 16-bit WAV file of samples between -1 and 1."""
     buffer = BytesIO()

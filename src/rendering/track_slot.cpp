@@ -18,7 +18,7 @@ QString TakeTrackNumber(const QString& type, TitleParts& parts) {
     if (type != u"file" || !IsNumeric(parts.Interprete)) {
         return QString();
     }
-    const QString number = NumberText(CDouble(parts.Interprete));
+    QString number = NumberText(CDouble(parts.Interprete));
     parts.Interprete.clear();
     return number;
 }

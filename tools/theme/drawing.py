@@ -1,5 +1,6 @@
 """Small drawing helpers on Pillow: smooth flat shapes, icons, captions, and PNG files that stay exact and small."""
 
+import math
 from functools import lru_cache
 
 import numpy
@@ -90,6 +91,11 @@ def _down(top, tip, half=0.34, middle=0.5):
     return [(middle - half, top), (middle + half, top), (middle, tip)]
 
 
+def _disc(radius):
+    turn = [2 * math.pi * i / 72 for i in range(72)]
+    return [(0.5 + radius * math.cos(angle), 0.5 + radius * math.sin(angle)) for angle in turn]
+
+
 # Polygons in a unit square; those behind "cut" are taken away again.
 ICONS = {
     "Preview": {"fill": [_bar(0.14, 0.18, 0.24, 0.82), _triangle(0.56, 0.24), _triangle(0.88, 0.56)]},
@@ -130,6 +136,13 @@ ICONS = {
             [(0.42, 0.4), (0.48, 0.34), (0.78, 0.6), (0.72, 0.66)],
             [(0.72, 0.34), (0.78, 0.4), (0.48, 0.66), (0.42, 0.6)],
         ],
+    },
+    "bars": {"fill": [_bar(0.1, 0.5, 0.28, 0.86), _bar(0.41, 0.14, 0.59, 0.86), _bar(0.72, 0.34, 0.9, 0.86)]},
+    "clock": {"fill": [_disc(0.42)], "cut": [_bar(0.45, 0.2, 0.54, 0.55), _bar(0.45, 0.46, 0.76, 0.55)]},
+    "film": {
+        "fill": [_bar(0.04, 0.16, 0.96, 0.84)],
+        "cut": [_bar(x, y, x + 0.11, y + 0.1) for x in (0.11, 0.335, 0.555, 0.78) for y in (0.21, 0.69)]
+        + [_triangle(0.4, 0.66, half=0.15)],
     },
     "blank": {"fill": [_bar(0.0, 0.6, 1.0, 0.74), _bar(0.0, 0.4, 0.12, 0.62), _bar(0.88, 0.4, 1.0, 0.62)]},
 }

@@ -1,4 +1,4 @@
-"""Where everything of our plain theme stands: rectangles, fonts and colours, for the cabinet and for the tests."""
+"""Where everything of our themes stands: rectangles, fonts and colours, for the cabinet and for the tests."""
 
 from dataclasses import dataclass
 from pathlib import Path
@@ -119,8 +119,7 @@ class Layout:
     smooth: int
     radius: int
     border: int
-    # Words under the icons; the font also writes the letters of the on-screen keyboard.
-    captions: bool
+    # Writes the letters of the on-screen keyboard.
     caption_font: Path
 
 
@@ -191,61 +190,128 @@ def default_styles(font, colours, sizes):
     return styles
 
 
-def default_layout():
-    """The theme of the cabinet: 1920x1080 horizontal, 1280x1800 vertical (a portrait screen shows it at 0.84)."""
-    colours = Palette()
-    slot = Slot(
-        whole=Rect(0, 0, 620, 94),
-        label=Rect(6, 6, 72, 50),
-        number=Rect(90, 15, 76, 64),
-        cover=Rect(86, 5, 84, 84),
-        title=Rect(182, 8, 428, 78),
-        video=Rect(10, 58, 30, 30),
-        queue=Rect(44, 58, 30, 30),
-    )
-    sizes = {"label": 24, "number": 22, "title": 18, "artist": 14, "queue": 15,
-             "counter": 36, "line1": 16, "line2": 24, "command": 16}  # fmt: skip
-    return Layout(
-        zone=(1280, 1080),
-        pages=(Rect(0, 0, 640, 1000), Rect(640, 0, 640, 1000)),
-        navigation={
-            "Back": Rect(10, 1006, 200, 66),
-            "PreviewPage": Rect(850, 1006, 200, 66),
-            "NextPage": Rect(1070, 1006, 200, 66),
-        },
-        legend=Rect(230, 1014, 600, 50),
-        rows=10,
-        slots=slot_grid(slot, 10, 10, 12, 98, 640),
-        block=(640, 360),
-        corners={
+def block_layout():
+    """What both cabinet themes share: 1280x1080 of track zone, and blocks of 640x360 beside it or below it."""
+    return {
+        "zone": (1280, 1080),
+        "block": (640, 360),
+        "corners": {
             "horitontal": {"Main": (1280, 0), "Playlist": (1280, 360), "Command": (1280, 720)},
-            "vertical": {"Main": (640, 1080), "Playlist": (0, 1080), "Command": (320, 1440)},
+            "vertical": {"Main": (640, 1080), "Playlist": (0, 1080), "Command": (320, 1484)},
         },
-        line1=Rect(24, 16, 592, 40),
-        line2=Rect(24, 58, 592, 58),
-        coin_panel=Rect(24, 126, 200, 104),
-        coin=Rect(34, 156, 180, 66),
-        remain_panel=Rect(236, 126, 380, 104),
-        remain=Rect(246, 156, 360, 66),
-        transport=in_a_row(TRANSPORT, Rect(24, 244, 112, 96), 120),
-        queue=Rect(14, 12, 612, 256),
-        queue_row=(612, 64),
-        queue_buttons=in_a_row(QUEUE_BUTTONS, Rect(14, 276, 116, 72), 124),
-        command_row=(626, 49),
-        option_label=Rect(16, 4, 290, 41),
-        option_choice=Rect(358, 4, 220, 41),
-        command_button=Rect(158, 4, 310, 41),
-        keyboard=(1000, 600),
-        keyboard_title=Rect(44, 20, 912, 40),
-        keyboard_text=Rect(56, 72, 888, 64),
+        "command_row": (626, 49),
+        "option_label": Rect(20, 4, 286, 41),
+        "option_choice": Rect(358, 4, 206, 41),
+        "command_button": Rect(172, 4, 282, 41),
+        "keyboard": (1000, 600),
+        "keyboard_title": Rect(44, 20, 912, 40),
+        "keyboard_text": Rect(60, 72, 880, 64),
+        "smooth": 4,
+        "border": 7,
+        "caption_font": BOLD_FONT,
+    }
+
+
+def default_layout():
+    """The theme of the cabinet: ten rows a column, driven by keys; 1920x1080, or 1280 wide on a portrait screen."""
+    colours = Palette(
+        text=(255, 244, 222), dim=(214, 190, 152), accent=(255, 190, 84), ink=(34, 16, 2), ink_dim=(84, 42, 2),
+        playing=(96, 232, 132), waiting=(120, 196, 255), video=(255, 138, 160),
+    )  # fmt: skip
+    slot = Slot(
+        whole=Rect(0, 0, 604, 98),
+        label=Rect(14, 12, 56, 46),
+        number=Rect(97, 23, 52, 52),
+        cover=Rect(84, 10, 78, 78),
+        title=Rect(172, 10, 420, 78),
+        video=Rect(12, 59, 28, 28),
+        queue=Rect(44, 59, 28, 28),
+    )
+    sizes = {"label": 25, "number": 17, "title": 24, "artist": 16, "queue": 17,
+             "counter": 40, "line1": 18, "line2": 26, "command": 20}  # fmt: skip
+    return Layout(
+        **block_layout(),
+        pages=(Rect(0, 0, 640, 996), Rect(640, 0, 640, 996)),
+        navigation={
+            "Back": Rect(16, 998, 208, 76),
+            "PreviewPage": Rect(848, 998, 208, 76),
+            "NextPage": Rect(1056, 998, 208, 76),
+        },
+        legend=Rect(240, 1000, 584, 70),
+        rows=10,
+        slots=slot_grid(slot, 10, 18, 12, 98, 640),
+        line1=Rect(34, 24, 572, 36),
+        line2=Rect(34, 62, 572, 54),
+        coin_panel=Rect(22, 138, 198, 96),
+        coin=Rect(32, 166, 178, 62),
+        remain_panel=Rect(232, 138, 386, 96),
+        remain=Rect(242, 166, 366, 62),
+        transport=in_a_row(TRANSPORT, Rect(22, 246, 112, 96), 121),
+        queue=Rect(16, 14, 608, 256),
+        queue_row=(608, 64),
+        queue_buttons=in_a_row(QUEUE_BUTTONS, Rect(18, 278, 116, 68), 122),
         keyboard_lines=keyboard_lines(44, 164, 84, 74, 8),
-        styles=default_styles("DejaVu Sans", colours, sizes),
+        styles=default_styles("Roboto Condensed Medium", colours, sizes) | {
+            "ZoneListPisteNumPiste": Style("Roboto Condensed Medium", sizes["number"], colours.ink),
+            # The cursor of the queue always shows; only what has the focus is lit.
+            "BlockPlaylistPlaylist+": Style("Roboto Condensed Medium", sizes["queue"], (255, 222, 150)),
+        },
         colours=colours,
-        smooth=4,
-        radius=8,
-        border=6,
-        captions=True,
-        caption_font=BOLD_FONT,
+        radius=10,
+    )
+
+
+def touch_layout():
+    """The theme for fingers: six tall rows a column and no button under 88 pixels."""
+    colours = Palette(
+        text=(38, 28, 26), dim=(96, 70, 58), accent=(158, 20, 28), ink=(255, 255, 255), ink_dim=(255, 232, 214),
+        playing=(0, 112, 66), waiting=(16, 84, 168), video=(122, 36, 138),
+    )  # fmt: skip
+    slot = Slot(
+        whole=Rect(0, 0, 612, 156),
+        label=Rect(24, 22, 66, 62),
+        number=Rect(124, 38, 84, 80),
+        cover=Rect(108, 20, 116, 116),
+        title=Rect(238, 16, 358, 124),
+        video=Rect(18, 100, 36, 36),
+        queue=Rect(60, 100, 36, 36),
+    )
+    sizes = {"label": 30, "number": 28, "title": 26, "artist": 18, "queue": 17,
+             "counter": 38, "line1": 17, "line2": 23, "command": 20}  # fmt: skip
+    return Layout(
+        **block_layout(),
+        # The strip below the pages stays where it is when a page turns.
+        pages=(Rect(0, 0, 640, 958), Rect(640, 0, 640, 958)),
+        navigation={
+            "Back": Rect(16, 960, 260, 112),
+            "PreviewPage": Rect(744, 960, 260, 112),
+            "NextPage": Rect(1004, 960, 260, 112),
+        },
+        legend=Rect(304, 960, 412, 112),
+        rows=6,
+        slots=slot_grid(slot, 6, 14, 14, 157, 640),
+        line1=Rect(36, 18, 568, 32),
+        line2=Rect(36, 50, 568, 46),
+        coin_panel=Rect(18, 110, 210, 96),
+        coin=Rect(26, 138, 194, 62),
+        remain_panel=Rect(240, 110, 382, 96),
+        remain=Rect(248, 138, 366, 62),
+        transport=in_a_row(TRANSPORT, Rect(16, 218, 116, 126), 123),
+        queue=Rect(16, 14, 608, 224),
+        queue_row=(608, 56),
+        queue_buttons=in_a_row(QUEUE_BUTTONS, Rect(16, 248, 116, 98), 123),
+        keyboard_lines=keyboard_lines(39, 156, 85, 78, 8),
+        styles=default_styles("Roboto Medium", colours, sizes) | {
+            # The message lines stand on dark glass; the lit label of a slot and its record differ from its card.
+            "BlockMainInfosZoneLigne1": Style("Roboto Medium", sizes["line1"], (255, 226, 160)),
+            "BlockMainInfosZoneLigne2": Style("Roboto Medium", sizes["line2"], (255, 255, 255)),
+            "Texte": Style("Roboto Medium", sizes["line2"], (255, 255, 255)),
+            "ZoneListPisteNumPiste": Style("Roboto Medium", sizes["number"], colours.text),
+            "BtnTexte": Style("Roboto Medium", sizes["line2"], colours.text),
+            "BlockPlaylistPlaylist+": Style("Roboto Medium", sizes["queue"], colours.text),
+        },
+        colours=colours,
+        radius=16,
     )
 
 
@@ -305,7 +371,6 @@ def test_layout(rows):
         smooth=1,
         radius=0,
         border=2,
-        captions=False,
         caption_font=TEST_FONT,
     )
 
@@ -392,7 +457,7 @@ def keyboard_pairs(layout):
     accept = next(key for line in layout.keyboard_lines for key in line if key.code == 13)
     pairs = box_pairs("Title", layout.keyboard_title) + style_pairs(layout, "Title")
     pairs += box_pairs("Texte", layout.keyboard_text) + style_pairs(layout, "Texte")
-    pairs += box_pairs("BtnTexte", accept.place.inset(2))
+    pairs += box_pairs("BtnTexte", accept.place.inset(layout.border))
     pairs += style_pairs(layout, "BtnTexte") + style_pairs(layout, "BtnTexte", True)
     pairs.append(("KeyNbLines", len(layout.keyboard_lines)))
     for number, line in enumerate(layout.keyboard_lines, 1):

@@ -37,11 +37,17 @@ TRANSPORT = ("Preview", "Stop", "Play", "Pause", "Next")
 QUEUE_BUTTONS = ("Down", "Up", "Remove", "Load", "Save")
 
 
+def font_names(font):
+    """What a font may be asked for by: its family, and for another weight than the usual two the family with it."""
+    family, style = font.getname()
+    return family.lower(), f"{family} {style}".lower()
+
+
 @lru_cache(maxsize=None)
 def font_file(folder, family):
     """The file of a font family: a font of the theme first, else one of the system."""
     for file in sorted(Path(folder).glob("*.[tT][tT][fF]")):
-        if ImageFont.truetype(str(file), 12).getname()[0].lower() == family.lower():
+        if family.lower() in font_names(ImageFont.truetype(str(file), 12)):
             return str(file)
     found = subprocess.run(["fc-match", "-f", "%{file}", f"{family}:style=Book"], capture_output=True, check=True)
     return found.stdout.decode()

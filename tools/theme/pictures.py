@@ -1,4 +1,4 @@
-"""Paints all pictures of our plain theme from a layout."""
+"""Paints all pictures of the plain themes of the tests from a layout: flat colours, hard edges, no words."""
 
 from drawing import Canvas
 from layout import Rect
@@ -16,21 +16,13 @@ def focus_frame(canvas, layout, colour):
     canvas.outline((0, 0, *layout.block), colour, layout.border, layout.radius)
 
 
-def key_face(canvas, layout, box, fill, edge, icon, word, ink):
-    """A button: a rounded field with an icon, and where the theme has captions a word below it, or beside it if wide."""
+def key_face(canvas, layout, box, fill, edge, icon, ink):
+    """A button: a field with an icon."""
+    x, y, w, h = box
     canvas.rounded(box, fill, layout.radius)
     if edge:
         canvas.outline(box, edge, max(layout.border // 2, 1), layout.radius)
-    x, y, w, h = box
-    if layout.captions and word and w > 2 * h:
-        canvas.icon((x, y + h // 6, h, h * 2 // 3), icon, ink)
-        canvas.caption((x + h, y, w - h * 5 // 4, h), word, h * 2 // 7, ink)
-    elif layout.captions and word:
-        line = h // 4
-        canvas.icon((x, y + h // 12, w, h - line - h // 6), icon, ink)
-        canvas.caption((x, y + h - line - h // 10, w, line), word, h // 6, ink)
-    else:
-        canvas.icon(Rect(*box).inset(max(min(w, h) // 6, 1)), icon, ink)
+    canvas.icon(Rect(*box).inset(max(min(w, h) // 6, 1)), icon, ink)
 
 
 def zone_list(layout, hilight):
@@ -45,20 +37,7 @@ def zone_list(layout, hilight):
             left = slot.label.x - slot.whole.x
             label = Rect(slot.label.x, slot.whole.y + left, slot.label.w, slot.whole.h - 2 * left)
             canvas.rounded(label, c.accent_deep if hilight else c.panel, layout.radius // 2)
-    if layout.captions:
-        legend(canvas, layout)
     return canvas.image
-
-
-def legend(canvas, layout):
-    """What the marks mean, below the pages."""
-    x, y, w, h = layout.legend
-    c = layout.colours
-    entries = (("playing", "NOW PLAYING", c.playing), ("waiting", "COMING NEXT", c.waiting), ("video", "VIDEO", c.video))
-    for i, (icon, word, colour) in enumerate(entries):
-        left = x + i * w // 3 + 10
-        badge(canvas, (left, y + (h - 28) // 2, 28, 28), icon, colour, c.ink)
-        canvas.caption((left + 40, y, w // 3, h), word, 16, c.dim, "left")
 
 
 def badge(canvas, box, icon, colour, ink):
@@ -88,8 +67,6 @@ def zone_mark(layout, icon, colour, place, framed):
             continue
         if framed:
             canvas.outline(slot.whole, colour, thick, layout.radius)
-            if layout.captions:
-                canvas.outline(slot.whole.inset(thick), c.ink, 1, layout.radius - thick)
         badge(canvas, place(slot), icon, colour, c.ink)
     return canvas.image
 
@@ -97,10 +74,9 @@ def zone_mark(layout, icon, colour, place, framed):
 def zone_navigation(layout):
     """The three touch buttons."""
     c = layout.colours
-    words = {"Back": "BACK", "PreviewPage": "PREVIOUS", "NextPage": "NEXT"}
     canvas = new_canvas(layout, layout.zone, CLEAR)
     for name, rect in layout.navigation.items():
-        key_face(canvas, layout, rect, c.raised, c.accent, name, words[name], c.text)
+        key_face(canvas, layout, rect, c.raised, c.accent, name, c.text)
     return canvas.image
 
 
@@ -108,11 +84,8 @@ def main_block(layout, focused):
     """The Main block without its buttons. The fields under the texts are the same with and without the focus."""
     c = layout.colours
     canvas = new_canvas(layout, layout.block, c.panel)
-    for panel, box, word in ((layout.coin_panel, layout.coin, "CREDITS"), (layout.remain_panel, layout.remain, "TIME LEFT")):
+    for panel in (layout.coin_panel, layout.remain_panel):
         canvas.rounded(panel, c.field, layout.radius)
-        if layout.captions:
-            head = (panel.x + 12, panel.y, panel.w - 24, box.y - panel.y)
-            canvas.caption(head, word, 14, c.dim, "left")
     focus_frame(canvas, layout, c.accent if focused else c.frame)
     return canvas
 
@@ -130,7 +103,7 @@ def playlist_block(layout, focused):
     return canvas
 
 
-def with_buttons(canvas, layout, buttons, words, available, hilight):
+def with_buttons(canvas, layout, buttons, available, hilight):
     """A block with its five buttons in one of their four looks."""
     c = layout.colours
     if available:
@@ -138,7 +111,7 @@ def with_buttons(canvas, layout, buttons, words, available, hilight):
     else:
         fill, edge, ink = (c.panel, c.accent, c.dim) if hilight else (c.panel, c.frame, c.faint)
     for name, rect in buttons.items():
-        key_face(canvas, layout, rect, fill, edge, name, words[name], ink)
+        key_face(canvas, layout, rect, fill, edge, name, ink)
     return canvas.image
 
 
@@ -150,11 +123,11 @@ BUTTON_LOOKS = {
 }
 
 
-def block_pictures(name, layout, paint, buttons, words):
+def block_pictures(name, layout, paint, buttons):
     """A block's background and its four pictures with buttons, by file name."""
     pictures = {f"{name}.png": paint(layout, False).image}
     for look, (available, hilight) in BUTTON_LOOKS.items():
-        pictures[f"{name}_{look}.png"] = with_buttons(paint(layout, True), layout, buttons, words, available, hilight)
+        pictures[f"{name}_{look}.png"] = with_buttons(paint(layout, True), layout, buttons, available, hilight)
     return pictures
 
 
@@ -223,10 +196,6 @@ def keyboard(layout, lit):
     return canvas.image
 
 
-TRANSPORT_WORDS = {"Preview": "PREVIOUS", "Stop": "STOP", "Play": "PLAY", "Pause": "PAUSE", "Next": "NEXT"}
-QUEUE_WORDS = {"Down": "DOWN", "Up": "UP", "Remove": "REMOVE", "Load": "LOAD", "Save": "SAVE"}
-
-
 def paint_all(layout):
     """Every picture of the theme by file name."""
     c = layout.colours
@@ -242,7 +211,7 @@ def paint_all(layout):
     pictures["zonelist_comingnext.png"] = zone_mark(layout, "waiting", c.waiting, lambda slot: slot.queue, True)
     pictures["zonelist_video.png"] = zone_mark(layout, "video", c.video, lambda slot: slot.video, False)
     pictures["zonelist_navigation.png"] = zone_navigation(layout)
-    pictures.update(block_pictures("main", layout, main_block, layout.transport, TRANSPORT_WORDS))
-    pictures.update(block_pictures("playlist", layout, playlist_block, layout.queue_buttons, QUEUE_WORDS))
+    pictures.update(block_pictures("main", layout, main_block, layout.transport))
+    pictures.update(block_pictures("playlist", layout, playlist_block, layout.queue_buttons))
     pictures["playlist_playlisthilight.png"] = queue_cursor(layout)
     return pictures

@@ -1,0 +1,71 @@
+#!/usr/bin/python3
+"""Makes our themes: the two delivered ones, and the two small ones of the tests. Sounds come from make_sounds.py.
+
+The same pixels come out at every run. What it needs: python3-pil, python3-numpy, the fonts of fonts-roboto-unhinted,
+fonts-lobster and fonts-dejavu-core.
+"""
+
+import argparse
+import shutil
+import sys
+from pathlib import Path
+
+import gallery
+import pictures
+import theme_ini as ini
+from cabinet import Cabinet
+from diner import Diner
+from drawing import save_png
+from layout import TEST_FONT, default_layout, test_layout, theme_sections, touch_layout
+from mock_screen import Show, Theme, compose
+
+ROOT = Path(__file__).resolve().parents[2]
+THEMES = ROOT / "home/themes"
+TEST_THEMES = ROOT / "tests/homes/plain/themes"
+# The playlist picture carries the lower front of a portrait machine. 1080x1920 shows 2275 rows of a theme 1280 wide.
+FRONT_HEIGHT = 2276 - 1080
+
+
+def check_keys(sections):
+    """Stops when the layout forgets a key of the file or has one too many."""
+    for name, _, pairs in sections:
+        expected = ini.SECTIONS.get(name) or (ini.SLOT_KEYS if name.startswith("zonelist") else ())
+        if expected and [key for key, _ in pairs] != list(expected):
+            sys.exit(f"{name}: keys differ: {set(expected) ^ {key for key, _ in pairs} or 'their order'}")
+
+
+def make_theme(folder, layout, painted, preview_size, show=None, font_file=None):
+    """Writes theme.ini, the pictures, the preview and a font file into the folder; leaves its sounds alone."""
+    folder.mkdir(parents=True, exist_ok=True)
+    sections = theme_sections(layout)
+    check_keys(sections)
+    ini.write(folder / "theme.ini", sections)
+    for name, image in painted.items():
+        save_png(image, folder / name)
+    if font_file:
+        shutil.copyfile(font_file, folder / font_file.name)
+    preview = compose(Theme(folder), "horizontal", show).resize(preview_size, 1)
+    preview.convert("RGB").save(folder / "preview.jpg", quality=85, optimize=True)
+    print(f"{folder}: {sum(file.stat().st_size for file in folder.iterdir())} bytes")
+
+
+def make_delivered(name, layout, look, show=None):
+    make_theme(THEMES / name, layout, gallery.paint_all(layout, look, FRONT_HEIGHT), (480, 270), show)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--only", choices=("default", "touch", "test"), help="make one theme, or those of the tests alone")
+    only = parser.parse_args().only
+    if only in (None, "default"):
+        make_delivered("default", default_layout(), Cabinet())
+    if only in (None, "touch"):
+        make_delivered("touch", touch_layout(), Diner(), Show(touch=True))
+    if only in (None, "test"):
+        for name, rows in (("default", 10), ("small", 5)):
+            layout = test_layout(rows)
+            make_theme(TEST_THEMES / name, layout, pictures.paint_all(layout), (160, 90), None, TEST_FONT)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,110 @@
+#!/usr/bin/python3
+"""Takes the pictures of the README with the console: the first frame, and a contact sheet of both themes on the usual
+screens in the usual situations. Needs a built console:
+
+    take_frames.py --console build/vantorix-console [--frames FOLDER]     FOLDER gets every frame at its full size
+"""
+
+import argparse
+import re
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+from PIL import Image, ImageDraw
+
+from draw_docs import GROUND, INK, face, save_small
+
+ROOT = Path(__file__).resolve().parents[2]
+CELL = (640, 360)
+DOWN, RIGHT, ENTER, TAB, COIN = 40, 39, 13, 9, 45
+
+INTO_SATURDAY = [DOWN] * 6 + [ENTER]
+# Four tracks of two columns are bought, the first one plays.
+BUY = [COIN] * 8 + INTO_SATURDAY + [ENTER, DOWN, DOWN, ENTER, RIGHT, ENTER, DOWN, ENTER]
+# Situation: keys, settings that differ, what it shows.
+SITUATIONS = {
+    "first": ([], {}, "the first page"),
+    "coverless": (INTO_SATURDAY, {"ShowCover": "false"}, "browsing, covers off"),
+    "queue": (BUY, {"ManageCoin": "true"}, "four tracks bought"),
+    "main": (BUY + [TAB], {"ManageCoin": "true"}, "focus on the Main block"),
+    "playlist": (BUY + [TAB, TAB], {"ManageCoin": "true"}, "focus on the queue"),
+    "command": (BUY + [TAB, TAB, TAB, DOWN], {"ManageCoin": "true"}, "focus on the menu"),
+    "refusal": (INTO_SATURDAY + [ENTER], {"ManageCoin": "true"}, "no credit"),
+    "touch": (INTO_SATURDAY, {"TactileMode": "true"}, "touch mode"),
+}
+SCREENS = {"1920x1080": "horizontal", "1366x768": "horizontal", "1280x720": "horizontal", "1080x1920": "vertical"}
+
+
+def configure(home, settings):
+    """Sets values in [Main] of config.ini."""
+    path = home / "config.ini"
+    text = path.read_text(encoding="utf-8")
+    for key, value in settings.items():
+        text, count = re.subn(rf"^{key}=.*$", f"{key}={value}", text, flags=re.MULTILINE)
+        if not count:
+            sys.exit(f"config.ini has no {key}")
+    path.write_text(text, encoding="utf-8")
+
+
+def take(console, theme, screen, situation, target):
+    """One frame, as the jukebox draws it."""
+    keys, settings, _ = SITUATIONS[situation]
+    with tempfile.TemporaryDirectory() as folder:
+        home = Path(folder) / "home"
+        subprocess.run([ROOT / "tools/make_home.sh", ROOT / "home", home, ROOT / "demo"], check=True)
+        configure(home, {"Theme": theme, "Orientation": SCREENS[screen], **settings})
+        lines = []
+        for key in keys:
+            lines += [f"key {key}"] + (["tick 1"] if key == ENTER else [])
+        commands = "\n".join([*lines, "tick 2", f"frame {target}", ""])
+        call = [console, "--home", home, "--screen", screen]
+        answers = subprocess.run(call, input=commands, capture_output=True, text=True, check=False).stdout.splitlines()
+        bad = [answer for answer in answers if "error" in answer or '"ok":false' in answer]
+        if bad or not target.is_file():
+            sys.exit(f"{theme} {screen} {situation}: {bad or answers[-1:]}")
+
+
+def sheet(frames, path):
+    """All frames side by side under their names."""
+    columns = 4
+    rows = -(-len(frames) // columns)
+    width, height = CELL[0] // 2 + 10, CELL[1] // 2 + 32
+    page = Image.new("RGB", (columns * width + 10, rows * height + 10), GROUND)
+    draw = ImageDraw.Draw(page)
+    for i, (name, frame) in enumerate(frames):
+        x, y = 10 + i % columns * width, 10 + i // columns * height
+        with Image.open(frame) as picture:
+            small = picture.convert("RGB")
+            small.thumbnail((CELL[0] // 2, CELL[1] // 2), Image.Resampling.LANCZOS)
+        page.paste(small, (x + (CELL[0] // 2 - small.width) // 2, y))
+        draw.text((x, y + CELL[1] // 2 + 13), name, INK, face(15), anchor="lm")
+    save_small(page, path)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--console", type=Path, default=ROOT / "build/vantorix-console")
+    parser.add_argument("--out", type=Path, default=ROOT / "docs/pictures")
+    parser.add_argument("--frames", type=Path, help="keep every frame here")
+    args = parser.parse_args()
+    console = args.console.resolve()
+    with tempfile.TemporaryDirectory() as scratch:
+        kept = (args.frames or Path(scratch)).resolve()
+        kept.mkdir(parents=True, exist_ok=True)
+        frames = []
+        for theme in ("default", "touch"):
+            for screen in SCREENS:
+                for situation, (_, _, words) in SITUATIONS.items():
+                    target = kept / f"{theme}-{screen}-{situation}.png"
+                    take(console, theme, screen, situation, target)
+                    frames.append((f"{theme}, {screen}: {words}", target))
+        sheet(frames, args.out / "contact-sheet.png")
+        with Image.open(kept / "default-1920x1080-first.png") as first:
+            small = first.convert("RGB").resize((1280, 720), Image.Resampling.LANCZOS)
+            small.save(args.out / "first-frame.png", optimize=True)
+
+
+if __name__ == "__main__":
+    main()
