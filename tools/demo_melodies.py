@@ -177,3 +177,72 @@ GREENSLEEVES = Melody(
     " E*1.5 F*.5 E | D*2 B4 | G*1.5 A*.5 B | C5*1.5 B4*.5 A | G#*1.5 F#*.5 G# | A*3 | -*2",
     "N*1 Am*3 Am*3 G*3 G*3 Am*3 Am*3 E*3 E*2 N*1 Am*3 Am*3 G*3 G*3 Am*3 E*3 Am*3 N*2",
 )
+DRUNKEN_SAILOR = Melody(
+    170,
+    "A4 A*.5 A*.5 A A*.5 A*.5 | A D F A | G G*.5 G*.5 G G*.5 G*.5 | G C E G | A A*.5 A*.5 A A*.5 A*.5 | A B C5 D5 |"
+    " C5 A4 G E | D*2 D*2",
+    "Dm*4 Dm*4 C*4 C*4 Dm*4 Dm*4 C*4 Dm*4",
+)
+CLEMENTINE = Melody(
+    120,
+    "-*2 F4*.5 F*.5 | F C A*.5 A*.5 | A F F*.5 A*.5 | C5 C5 Bb4*.5 A*.5 | G*2 G*.5 A*.5 | Bb Bb A*.5 G*.5 |"
+    " A F F*.5 A*.5 | G C E*.5 G*.5 | F*2 -",
+    "N*3 F*3 F*3 F*3 C*3 C*3 F*3 C*3 F*3",
+)
+LONDON_BRIDGE = Melody(
+    150,
+    "G4*1.5 A*.5 G F | E F G*2 | D E F*2 | E F G*2 | G*1.5 A*.5 G F | E F G*2 | D*2 G*2 | E C*3",
+    "C*4 C*4 G*4 C*4 C*4 C*4 G*4 C*4",
+)
+MORNING_MOOD = Melody(
+    150,
+    "B4 G# F# E F# G# | B G# F# E F#*.5 G#*.5 F#*.5 G#*.5 | B G# B C#5 G#4 C#5 | B4 G# F# E*3",
+    "E*6 E*6 C#m*6 E*6",
+)
+LARGO = Melody(
+    72,
+    "E4*1.5 G*.5 G*2 | E*1.5 D*.5 C*2 | D*1.5 E*.5 G*1.5 E*.5 | D*4 | E*1.5 G*.5 G*2 | E*1.5 D*.5 C*2 |"
+    " D*1.5 E*.5 D*1.5 C*.5 | C*4",
+    "C*4 C*4 G*4 G*4 C*4 C*4 G*4 C*4",
+)
+SCARBOROUGH_FAIR = Melody(
+    140,
+    "D4*2 D | A*2 A | E*1.5 F*.5 E | D*3 | - A C5 | D5*2 C | A4 B G | A*3 | -*2 D5 | D*2 D | C*2 A4 | A G F | E C*2 |"
+    " D*2 A | G*2 F | E D C | D*3",
+    "Dm*3 Dm*3 C*3 Dm*3 Dm*3 F*3 G*3 Dm*3 N*3 Dm*3 C*3 F*3 C*3 Dm*3 G*3 C*3 Dm*3",
+)
+DECK_THE_HALLS = Melody(
+    190,
+    "G4*1.5 F*.5 E D | C D E C | D*.5 E*.5 F*.5 D*.5 E*1.5 D*.5 | C B3 C4*2 | G*1.5 F*.5 E D | C D E C |"
+    " D*.5 E*.5 F*.5 D*.5 E*1.5 D*.5 | C B3 C4*2 | D*1.5 E*.5 F D | E*1.5 F*.5 G D | E*.5 F#*.5 G A*.5 B*.5 C5 |"
+    " B4 A G*2 | G*1.5 F*.5 E D | C D E C | A*.5 A*.5 A*.5 A*.5 G*1.5 F*.5 | E D C*2",
+    "C*4 C*4 G*4 C*4 C*4 C*4 G*4 C*4 G*4 C*4 G*4 G*4 C*4 C*4 F*4 C*4",
+)
+JOY_TO_THE_WORLD = Melody(
+    160,
+    "C5*2 B4*1.5 A*.5 | G*3 F | E*2 D*2 | C*3 G | A*3 A | B*3 B | C5*4 | - C C B4 | A G G*1.5 F*.5 | E C5 C B4 |"
+    " A G G*1.5 F*.5 | E E E E | E*.5 F*.5 G*2 F*.5 E*.5 | D D D D | D*.5 E*.5 F*2 E*.5 D*.5 | C C5*2 A4 |"
+    " G*1.5 F*.5 E F | E*2 D*2 | C*4",
+    "C*4 C*4 G*4 C*4 F*4 G*4 C*4 C*4 C*4 C*4 C*4 C*4 C*4 G*4 G*4 C*4 C*4 G*4 C*4",
+)
+GOOD_KING_WENCESLAS = Melody(
+    170,
+    "C4 C C D | C C G3*2 | A G A B | C4*2 C*2 | C C C D | C C G3*2 | A G A B | C4*2 C*2 | G F E D | E D C*2 |"
+    " A3 G A B | C4*2 C*2 | G3 G A B | C4 C D*2 | G F E D | C*2 F*2 | C*4",
+    "C*4 C*4 F*4 C*4 C*4 C*4 F*4 C*4 C*4 C*4 F*4 C*4 G*4 C*4 C*4 F*4 C*4",
+)
+POP_GOES_THE_WEASEL = Melody(
+    260,
+    "C4*2 C D*2 D | E G E C*2 G3 | C4*2 C D*2 D | E*3 C*2 G3 | C4*2 C D*2 D | E G E C*2 - | A*3 D*2 F | E*3 C*3",
+    "C*6 C*6 C*6 C*6 C*6 C*6 F*3 G*3 C*6",
+)
+MARY_HAD_A_LITTLE_LAMB = Melody(
+    140,
+    "E4 D C D | E E E*2 | D D D*2 | E G G*2 | E D C D | E E E E | D D E D | C*4",
+    "C*4 C*4 G*4 C*4 C*4 C*4 G*4 C*4",
+)
+ROW_YOUR_BOAT = Melody(
+    190,
+    "C4*3 C*3 | C*2 D E*3 | E*2 D E*2 F | G*6 | C5 C C G4 G G | E E E C C C | G*2 F E*2 D | C*6",
+    "C*6 C*6 C*6 C*6 C*6 C*6 G*6 C*6",
+)

@@ -82,6 +82,30 @@ class Scripts(unittest.TestCase):
         self.make_home()
         self.assertEqual(theme.read_text(encoding="utf-8"), "mine")
 
+    def test_a_new_home_gets_the_playlist_of_its_music_and_only_then(self):
+        music = self.folder / "music"
+        music.mkdir()
+        (music / "playlist.txt").write_text("a - b.mp3\nin/é.mp3\n", encoding="utf-8")
+        self.make_home(music)
+        party = next((self.home / "playlists").glob("*.vtxpl"))
+        self.assertEqual(party.read_bytes().decode(),
+                         f" 2 \r\n{music}/a - b.mp3\r\na - b.mp3\r\n{music}/in/é.mp3\r\né.mp3\r\n")
+        party.unlink()
+        self.make_home(music)
+        self.assertEqual(list((self.home / "playlists").glob("*.vtxpl")), [])
+
+    def test_the_fonts_of_a_theme_come_into_its_folder(self):
+        fonts = {}
+        for line in (TOOLS / "theme_fonts.txt").read_text(encoding="utf-8").splitlines():
+            if not line.startswith("#"):
+                theme, font = line.split(" ", 1)
+                fonts.setdefault(theme, set()).add(pathlib.Path(font))
+        self.assertEqual(set(fonts), {"default", "touch"})
+        self.make_home()
+        # Here only one theme is delivered: fonts make no folder for the other.
+        self.assertEqual({file.name for file in (self.home / "themes").rglob("*.ttf")}, {font.name for font in fonts["default"]})
+        self.assertFalse((self.home / "themes" / "touch").exists())
+
     def test_run_names_a_folder_that_is_missing(self):
         for arguments in (["/there is no such folder"], ["a", "b"], ["--help"]):
             with self.subTest(arguments):
@@ -93,7 +117,7 @@ class Scripts(unittest.TestCase):
     def test_every_package_stands_in_a_known_group(self):
         for line in (TOOLS / "packages.txt").read_text(encoding="utf-8").splitlines():
             if not line.startswith("#"):
-                self.assertRegex(line, r"^(build|run|view|test) [a-z0-9+.-]+$")
+                self.assertRegex(line, r"^(build|run|view|test|assets) [a-z0-9+.-]+$")
 
     def test_installing_what_is_there_says_nothing(self):
         tools = self.folder / "tools"
