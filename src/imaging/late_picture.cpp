@@ -52,6 +52,30 @@ void PictureQueue::Add(std::shared_ptr<PictureTask> task) {
     changed_.notify_one();
 }
 
+void PictureQueue::ReadAhead(const PicturePorts& ports, const QStringList& paths) {
+    for (const QString& path : paths) {
+        if (auto bytes = ReadPictureFile(ports, path)) {
+            auto task = std::make_shared<PictureTask>(ports, std::move(*bytes));
+            {
+                const std::lock_guard lock(mutex_);
+                ahead_[path] = task;
+            }
+            Add(std::move(task));
+        }
+    }
+}
+
+std::shared_ptr<PictureTask> PictureQueue::TakeAhead(const QString& path) {
+    const std::lock_guard lock(mutex_);
+    const auto found = ahead_.extract(path);
+    return found ? found.mapped() : nullptr;
+}
+
+void PictureQueue::ForgetAhead() {
+    const std::lock_guard lock(mutex_);
+    ahead_.clear();
+}
+
 void PictureQueue::Work(const std::stop_token& stop) {
     while (true) {
         std::shared_ptr<PictureTask> task;
@@ -77,8 +101,10 @@ LatePicture& LatePicture::operator=(LatePicture&&) noexcept = default;
 
 void LatePicture::LoadPicture_File(const PicturePorts& ports, PictureQueue& queue, const QString& FileName) {
     picture_.DestroyDIB();
-    pending_.reset();
-    if (auto bytes = ReadPictureFile(ports, FileName)) {
+    pending_ = queue.TakeAhead(FileName);
+    if (pending_) {
+        // Read a moment ago.
+    } else if (auto bytes = ReadPictureFile(ports, FileName)) {
         pending_ = std::make_shared<PictureTask>(ports, std::move(*bytes));
         queue.Add(pending_);
     }

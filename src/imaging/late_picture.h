@@ -5,9 +5,11 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <condition_variable>
 #include <deque>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <stop_token>
@@ -27,12 +29,21 @@ public:
 
     void Add(std::shared_ptr<PictureTask> task);
 
+    // Reads and decodes files that are about to be loaded; what is missing is passed over. The ports must
+    // outlive the queue. From any one thread.
+    void ReadAhead(const PicturePorts& ports, const QStringList& paths);
+    // The file that was read ahead, once; null when it was not.
+    std::shared_ptr<PictureTask> TakeAhead(const QString& path);
+    // What was read ahead and never taken is forgotten.
+    void ForgetAhead();
+
 private:
     void Work(const std::stop_token& stop);
 
     std::mutex mutex_;
     std::condition_variable_any changed_;
     std::deque<std::shared_ptr<PictureTask>> tasks_;
+    std::map<QString, std::shared_ptr<PictureTask>> ahead_;
     std::jthread worker_;
 };
 

@@ -101,13 +101,22 @@ void InstallFonts(Form_Main& form) {
     }
 }
 
+QStringList ThemePictures() {
+    QStringList names;
+    for (const PictureRow& row : kPictures) {
+        names += QString::fromLatin1(row.file);
+    }
+    return names;
+}
+
 void LoadImages(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : Chargement des images"));
     const PicturePorts ports{form.files, form.zlib, form.pump};
     for (const PictureRow& row : kPictures) {
         (form.*row.member)
-            .LoadPicture_File(ports, form.pictureQueue, ThemeFile(form, QString::fromLatin1(row.file)));
+            .LoadPicture_File(ports, *form.pictureQueue, ThemeFile(form, QString::fromLatin1(row.file)));
     }
+    form.pictureQueue->ForgetAhead();
 }
 
 void LoadSounds(Form_Main& form) {

@@ -1,7 +1,12 @@
 // The fonts, pictures and sounds of a theme.
 #pragma once
 
+#include <QStringList>
+
 struct Form_Main;
+
+// The names of a theme's pictures, in the order in which they are loaded.
+QStringList ThemePictures();
 
 // Makes the theme's own fonts available; one that cannot be installed is told in a message box.
 void InstallFonts(Form_Main& form);

@@ -68,7 +68,7 @@ struct CommandMenu {
 
 // The pictures and sounds of the theme folder.
 struct ThemeAssets {
-    PictureQueue pictureQueue;
+    std::unique_ptr<PictureQueue> pictureQueue = std::make_unique<PictureQueue>();
     LatePicture ImgFade;
     LatePicture ImgWait;
     LatePicture ImgZoneList;

@@ -177,19 +177,10 @@ def paint_all(layout, look, front_height):
     pictures |= button_pictures(
         "playlist", lambda on: playlist_block(layout, look, on, front), look, layout.queue_buttons, QUEUE_WORDS
     )
-    # Of these only the buttons are ever used; the rest of so large a picture stays clear.
-    for ending in ("active_selected_hilight", "active_unselected", "active_unselected_hilight"):
-        keep_only(pictures[f"playlist_{ending}.png"], layout.queue_buttons.values())
     pictures["playlist_playlisthilight.png"] = queue_cursor(layout, look)
-    return {name: sheet.image() for name, sheet in pictures.items()}
-
-
-def keep_only(sheet, boxes):
-    """Clears everything but these rectangles."""
-    kept = []
-    for x, y, w, h in boxes:
-        part = (slice(y, y + h), slice(x, x + w))
-        kept.append((x, y, sheet.colour[part].copy(), sheet.alpha[part].copy()))
-    sheet.clear((0, 0, *sheet.size))
-    for x, y, colour, alpha in kept:
-        sheet.blend(x, y, colour, alpha)
+    images = {name: sheet.image() for name, sheet in pictures.items()}
+    # Of these only the buttons are ever used: the lower front would only take memory, and time at the start.
+    for ending in ("active_selected_hilight", "active_unselected", "active_unselected_hilight"):
+        name = f"playlist_{ending}.png"
+        images[name] = images[name].crop((0, 0, *layout.block))
+    return images

@@ -3,12 +3,12 @@
 
 #include "app/cabinet/app_folder.h"
 #include "app/cabinet/command_line.h"
+#include "app/cabinet/early_start.h"
 #include "app/cabinet/environment.h"
 #include "core/path_text.h"
 #include "core/run_time_error.h"
 #include "platform/gstreamer/audio_library.h"
 #include "platform/gstreamer/media_graph.h"
-#include "platform/gstreamer/start.h"
 #include "platform/posix/dlopened_zlib.h"
 #include "platform/posix/posix_files.h"
 #include "platform/qt/qt_dialogs.h"
@@ -27,7 +27,6 @@
 #include "shell/start_up.h"
 
 #include <cstdio>
-#include <future>
 #include <memory>
 #include <new>
 
@@ -55,7 +54,8 @@ QString WordsOf(const RunTimeError& error) {
 // before the connection to the X server.
 class Cabinet {
 public:
-    Cabinet(const QString& appFolder, const std::map<int, QString>& serialDevices);
+    Cabinet(const QString& appFolder, const std::map<int, QString>& serialDevices,
+            std::unique_ptr<PictureQueue> pictures);
 
     // From start-up to the exit code.
     int Live();
@@ -83,12 +83,14 @@ private:
     Form_Main form_;
 };
 
-Cabinet::Cabinet(const QString& appFolder, const std::map<int, QString>& serialDevices)
+Cabinet::Cabinet(const QString& appFolder, const std::map<int, QString>& serialDevices,
+                 std::unique_ptr<PictureQueue> pictures)
     : x11_(WindowSystem() == u"xcb" ? X11Screen::Open() : nullptr), windows_(pump_, x11_.get()),
       display_(x11_.get(), [this](const QString& text) { Log(text); }), fonts_(files_),
       messageBox_(windows_, pump_),
       serialPort_(serialDevices, appFolder, [this](const QString& text) { Log(text); }), form_(AllPorts()) {
     form_.AppFolder = appFolder;
+    form_.pictureQueue = std::move(pictures);
     pump_.SetIntervals(form_.Timer1.Interval, form_.tmrSpectrum.Interval);
     pump_.SetSpectrumWanted([this] { return form_.tmrSpectrum.Enabled; });
     pump_.SetSink([this](const InputEvent& event) {
@@ -179,12 +181,9 @@ int RunParsed(const CommandLine& line, char** argv) {
         TellStandardError(missing);
         return !found.error.isEmpty() && line.home ? kWrongCommandLine : kEndedByError;
     }
-    // What the first frame would have to wait for is read while the toolkit connects to the screen.
-    const std::future<void> early = std::async(std::launch::async, [] {
-        ReadSystemFonts();
-        StartGStreamer();
-    });
-    return RunWithToolkit(argv, [&] { return Cabinet(found.folder, line.serialDevices).Live(); });
+    EarlyStart early(found.folder);
+    return RunWithToolkit(
+        argv, [&] { return Cabinet(found.folder, line.serialDevices, early.TakePictures()).Live(); });
 }
 
 } // namespace

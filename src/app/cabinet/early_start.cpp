@@ -1,0 +1,33 @@
+// The theme is guessed from config.ini as it stands; whatever is different later is loaded then.
+#include "app/cabinet/early_start.h"
+
+#include "platform/gstreamer/start.h"
+#include "platform/qt/qt_fonts.h"
+#include "settings/ini_file.h"
+#include "theme/load_assets.h"
+
+namespace {
+
+constexpr std::int64_t kLargestConfig = 1 << 20;
+
+QString ThemeIn(Files& files, const QString& appFolder) {
+    const IniFile config(
+        files.ReadWhole(appFolder + QStringLiteral("/config.ini"), kLargestConfig).value_or(QByteArray()));
+    const QString theme = config.Value(u"Main", u"Theme").trimmed();
+    return theme.isEmpty() ? QStringLiteral("default") : theme;
+}
+
+} // namespace
+
+EarlyStart::EarlyStart(const QString& appFolder)
+    : libraries_(std::async(std::launch::async, [] {
+          ReadSystemFonts();
+          StartGStreamer();
+      })) {
+    const QString folder = appFolder + QStringLiteral("/themes/") + ThemeIn(files_, appFolder) + u'/';
+    QStringList paths;
+    for (const QString& name : ThemePictures()) {
+        paths += folder + name;
+    }
+    queue_->ReadAhead({files_, zlib_, pump_}, paths);
+}
