@@ -11,7 +11,8 @@ void PlaceRunningVideo(Form_Main& /*form*/) {}
 
 bool VideoLiesBeyondScreen(const Form_Main& form) {
     return !form.VideoPositionLeft.isEmpty() &&
-           form.display.CurrentMode().width < ConfigNumber(form, u"VideoPositionLeft", form.VideoPositionLeft);
+           form.display.CurrentMode().width <
+               ConfigNumber(form, u"VideoPositionLeft", form.VideoPositionLeft);
 }
 
 void ShowVideoForm(Form_Main& form) {
