@@ -114,9 +114,9 @@ bool c32bppDIB::Load(const PicturePorts& ports, std::span<const std::uint8_t> by
     iconCy = std::max(0, iconCy);
     try {
         return cPNGparser().LoadStream(bytes, *this, 0, bytes.size(), ports.zlib) ||
-               cGIFparser().LoadStream(bytes, *this, 0, bytes.size()) ||
+               cGIFparser().LoadStream(bytes, *this, 0, bytes.size(), ports.pictures) ||
                cICOparser().LoadStream(bytes, iconCx, iconCy, *this, 0, bytes.size(), ports.zlib) ||
-               cBMPparser().LoadStream(bytes, *this, 0, bytes.size());
+               cBMPparser().LoadStream(bytes, *this, 0, bytes.size(), ports.pictures);
     } catch (const std::bad_alloc&) {
         DestroyDIB();
         return false;
@@ -124,13 +124,20 @@ bool c32bppDIB::Load(const PicturePorts& ports, std::span<const std::uint8_t> by
 }
 
 bool c32bppDIB::InitializeDIB(int width, int height) {
+    return Allocate(width, height, [](std::size_t bytes) { return std::calloc(bytes, 1); });
+}
+
+bool c32bppDIB::InitializeUnset(int width, int height) {
+    return Allocate(width, height, [](std::size_t bytes) { return std::malloc(bytes); });
+}
+
+bool c32bppDIB::Allocate(int width, int height, void* (*allocate)(std::size_t bytes)) {
     DestroyDIB();
     const std::int64_t rows = std::abs(std::int64_t{height});
     if (width < 1 || rows < 1 || rows > kMostPixelBytes / (width * kPixelBytes)) {
         return false;
     }
-    pixels_.reset(static_cast<std::uint8_t*>(
-        std::calloc(static_cast<std::size_t>(rows) * static_cast<std::size_t>(width), kPixelBytes)));
+    pixels_.reset(static_cast<std::uint8_t*>(allocate(static_cast<std::size_t>(rows * width * kPixelBytes))));
     if (!pixels_) {
         return false;
     }

@@ -14,14 +14,16 @@
 struct EventPump;
 struct Files;
 struct PictureDrawing;
-struct ZlibLibrary;
 struct Surface;
+struct SystemPictures;
+struct ZlibLibrary;
 
 // What loading a picture needs from the platform.
 struct PicturePorts {
     Files& files;
     ZlibLibrary& zlib;
     EventPump& pump;
+    SystemPictures& pictures;
 };
 
 // The bytes of a picture file. Nothing when it is missing, shorter than 57 bytes or longer than 256 MiB.
@@ -54,6 +56,8 @@ public:
     // Empties the object and makes a zero-filled buffer. False for a height of 0, a width below 1 or more
     // than 1 GiB of pixels; a negative height counts by its absolute value.
     bool InitializeDIB(int width, int height);
+    // The same with pixels of any content, for who writes every one of them.
+    bool InitializeUnset(int width, int height);
     // Empties the object: no pixels, no original bytes, `alpha` false, `ImageType` none.
     void DestroyDIB();
 
@@ -97,6 +101,7 @@ private:
         void operator()(std::uint8_t* bytes) const { std::free(bytes); }
     };
 
+    bool Allocate(int width, int height, void* (*allocate)(std::size_t bytes));
     bool Load(const PicturePorts& ports, std::span<const std::uint8_t> bytes, int iconCx, int iconCy);
     PictureDrawing& DrawingOf() const;
     void KeepRows(bool isTurned) const;

@@ -1,8 +1,10 @@
 // Canonical prefix codes of RFC 1951, 3.2.2: short ones by table, long ones bit by bit.
 #include "imaging/huffman_code.h"
 
-bool HuffmanCode::Build(std::span<const std::uint8_t> lengths) {
-    quick_.fill(0);
+#include <algorithm>
+
+bool HuffmanCode::Build(std::span<const std::uint8_t> lengths, std::span<const CodeMeaning> meanings) {
+    meanings_ = meanings;
     counts_.fill(0);
     for (const std::uint8_t length : lengths) {
         ++counts_[length];
@@ -12,12 +14,14 @@ bool HuffmanCode::Build(std::span<const std::uint8_t> lengths) {
     std::array<unsigned, kLongest + 2> nextCode{};
     std::array<unsigned, kLongest + 2> nextPlace{};
     unsigned free = 1;
+    unsigned longest = 1;
     for (unsigned length = 1; length <= kLongest; ++length) {
         free *= 2;
         if (counts_[length] > free) {
             return false;
         }
         free -= counts_[length];
+        longest = counts_[length] != 0 ? length : longest;
         nextCode[length + 1] = (nextCode[length] + counts_[length]) * 2;
         nextPlace[length + 1] = nextPlace[length] + counts_[length];
     }
@@ -26,31 +30,35 @@ bool HuffmanCode::Build(std::span<const std::uint8_t> lengths) {
     if (free != 0 && symbols != 0 && !isLone) {
         return false;
     }
+    quickBits_ = std::min(longest, kMostQuickBits);
+    quickMask_ = (std::uint64_t{1} << quickBits_) - 1;
+    std::fill_n(quick_.begin(), std::size_t{1} << quickBits_, CodeMeaning());
     for (unsigned symbol = 0; symbol < lengths.size(); ++symbol) {
         const unsigned length = lengths[symbol];
         if (length != 0) {
             symbols_[nextPlace[length]++] = static_cast<std::uint16_t>(symbol);
-            FillQuick(symbol, nextCode[length]++, length);
+            FillQuick(meanings[symbol], nextCode[length]++, length);
         }
     }
     return true;
 }
 
 // Codes stand in the data with their highest bit first, so the table is indexed by the code turned round.
-void HuffmanCode::FillQuick(unsigned symbol, unsigned code, unsigned length) {
-    if (length > kQuickBits) {
+void HuffmanCode::FillQuick(CodeMeaning meaning, unsigned code, unsigned length) {
+    if (length > quickBits_) {
         return;
     }
+    meaning.length = static_cast<std::uint8_t>(length);
     unsigned turned = 0;
     for (unsigned i = 0; i < length; ++i) {
         turned |= (code >> i & 1U) << (length - 1 - i);
     }
-    for (unsigned place = turned; place < kQuickSize; place += 1U << length) {
-        quick_[place] = static_cast<std::uint16_t>(symbol << kLengthBits | length);
+    for (std::size_t place = turned; place <= quickMask_; place += std::size_t{1} << length) {
+        quick_[place] = meaning;
     }
 }
 
-std::optional<unsigned> HuffmanCode::DecodeLong(BitReader& bits, std::uint64_t ahead) const {
+std::optional<CodeMeaning> HuffmanCode::DecodeLong(BitReader& bits, std::uint64_t ahead) const {
     unsigned code = 0;
     unsigned firstCode = 0;
     unsigned firstPlace = 0;
@@ -59,7 +67,7 @@ std::optional<unsigned> HuffmanCode::DecodeLong(BitReader& bits, std::uint64_t a
         ahead >>= 1;
         const unsigned count = counts_[length];
         if (code < firstCode + count) {
-            return bits.Drop(length) ? std::optional<unsigned>(symbols_[firstPlace + code - firstCode])
+            return bits.Drop(length) ? std::optional(meanings_[symbols_[firstPlace + code - firstCode]])
                                      : std::nullopt;
         }
         firstPlace += count;

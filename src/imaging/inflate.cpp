@@ -1,4 +1,5 @@
-// Inflate: stored, fixed and dynamic blocks of RFC 1951, decoded with one look-up table for each code.
+// Inflate: stored, fixed and dynamic blocks of RFC 1951, decoded with one look-up table for each code,
+// quickly while both ends are far away.
 #include "imaging/inflate.h"
 
 #include "imaging/huffman_code.h"
@@ -29,10 +30,54 @@ constexpr std::array<Range, 30> kDistances = {{
 // The order in which a dynamic block names the lengths of its code length code.
 constexpr std::array<std::uint8_t, 19> kLengthOrder = {16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1, 15};
 // clang-format on
-constexpr unsigned kEndOfBlock = 256;
-constexpr unsigned kFirstLength = 257;
+constexpr std::size_t kEndOfBlock = 256;
+constexpr std::size_t kFirstLength = 257;
 constexpr std::size_t kMostLiterals = 286;
 constexpr std::size_t kMostDistances = 30;
+
+// What the symbols of the codes stand for. Length symbols 286 and 287 and distances 30 and 31 have codes in
+// the fixed ones and no meaning.
+template <std::size_t Symbols>
+using Meanings = std::array<CodeMeaning, Symbols>;
+
+template <std::size_t Count>
+constexpr void PutRanges(const std::array<Range, Count>& ranges, CodeMeaning* to) {
+    for (const Range& range : ranges) {
+        *to++ = {range.base, static_cast<std::uint8_t>(range.extraBits & 15U), CodeMeaning::kRange, 0};
+    }
+}
+
+constexpr Meanings<288> LiteralMeanings() {
+    Meanings<288> meanings{};
+    for (std::uint16_t i = 0; i < kEndOfBlock; ++i) {
+        meanings[i] = {i, 0, CodeMeaning::kLiteral, 0};
+    }
+    meanings[kEndOfBlock].kind = CodeMeaning::kEndOfBlock;
+    PutRanges(kLengths, meanings.data() + kFirstLength);
+    return meanings;
+}
+
+constexpr Meanings<32> DistanceMeanings() {
+    Meanings<32> meanings{};
+    PutRanges(kDistances, meanings.data());
+    return meanings;
+}
+
+// The code of code lengths: the lengths themselves, and three symbols that repeat.
+constexpr Meanings<19> LengthMeanings() {
+    Meanings<19> meanings{};
+    for (std::uint16_t i = 0; i < 19; ++i) {
+        meanings[i] = {i, 0, CodeMeaning::kLiteral, 0};
+    }
+    meanings[16] = {3, 2, CodeMeaning::kRange, 0};
+    meanings[17] = {3, 3, CodeMeaning::kNone, 0};
+    meanings[18] = {11, 7, CodeMeaning::kNone, 0};
+    return meanings;
+}
+
+constexpr Meanings<288> kLiteralMeanings = LiteralMeanings();
+constexpr Meanings<32> kDistanceMeanings = DistanceMeanings();
+constexpr Meanings<19> kLengthMeanings = LengthMeanings();
 
 enum class Step { kGoesOn, kFull, kMalformed };
 
@@ -65,22 +110,114 @@ void Repeat(Output& output, std::size_t distance, std::size_t length) {
     output.used += length;
 }
 
-// The value of a length or distance code with its extra bits.
-std::optional<std::size_t> Value(BitReader& bits, const Range& range) {
-    const auto extra = bits.Take(range.extraBits);
-    return extra ? std::optional(range.base + std::size_t{*extra}) : std::nullopt;
+// Room that is left free behind the output so that bytes may be copied by sixteen, past the end of a repeat.
+constexpr std::size_t kLongestRepeat = 258;
+constexpr std::size_t kPiece = 16;
+constexpr std::size_t kQuickRoom = kLongestRepeat + 2 * kPiece;
+
+// The two may overlap: all is read before it is written.
+void CopyPiece(std::uint8_t* to, const std::uint8_t* from) {
+    std::array<std::uint8_t, kPiece> piece;
+    std::memcpy(piece.data(), from, kPiece);
+    std::memcpy(to, piece.data(), kPiece);
 }
 
-Step RepeatFor(BitReader& bits, unsigned lengthSymbol, const HuffmanCode& distances, Output& output) {
-    if (lengthSymbol - kFirstLength >= kLengths.size()) {
+// Repeats a few bytes, fewer than a piece, from a copy of them that is long enough for any piece: reading
+// what has just been written would wait for it.
+void RepeatPattern(std::uint8_t* to, std::size_t distance, std::size_t length) {
+    std::array<std::uint8_t, 2 * kPiece> pattern{};
+    std::memcpy(pattern.data(), to - distance, distance);
+    for (std::size_t i = distance; i < pattern.size(); ++i) {
+        pattern[i] = pattern[i - distance];
+    }
+    const std::size_t step = kPiece % distance;
+    const std::uint8_t* const end = to + length;
+    for (std::size_t first = 0; to < end; to += kPiece) {
+        std::memcpy(to, pattern.data() + first, kPiece);
+        first += step;
+        first -= first >= distance ? distance : 0;
+    }
+}
+
+// As Repeat, sixteen bytes at once. Up to fifteen bytes behind the end are overwritten.
+void QuickRepeat(std::uint8_t* to, std::size_t distance, std::size_t length) {
+    const std::uint8_t* from = to - distance;
+    if (distance == 1) {
+        std::memset(to, *from, length);
+    } else if (distance < kPiece && length > distance) {
+        RepeatPattern(to, distance, length);
+    } else {
+        for (const std::uint8_t* const end = to + length; to < end; to += kPiece, from += kPiece) {
+            CopyPiece(to, from);
+        }
+    }
+}
+
+// The number of a meaning, its extra bits being the next ones.
+std::size_t Value(CodeMeaning meaning, std::uint64_t bits) {
+    return meaning.base + static_cast<std::size_t>(bits & ((std::uint64_t{1} << meaning.extraBits) - 1));
+}
+
+std::optional<std::size_t> Value(CodeMeaning meaning, BitReader& bits) {
+    const std::uint64_t ahead = bits.Peek();
+    return bits.Drop(meaning.extraBits) ? std::optional(Value(meaning, ahead)) : std::nullopt;
+}
+
+// Takes a length and a distance and repeats. False, with nothing taken, for a distance that is a long code,
+// none, or before the first byte.
+bool RepeatQuickly(BitReader& reader, CodeMeaning lengthCode, const HuffmanCode& distances, Output& output) {
+    BitReader bits = reader;
+    std::uint64_t ahead = bits.QuickDrop(lengthCode.length);
+    const std::size_t length = Value(lengthCode, ahead);
+    ahead = bits.QuickDrop(lengthCode.extraBits);
+    const CodeMeaning code = distances.Quick(ahead);
+    ahead = bits.QuickDrop(code.length);
+    const std::size_t distance = Value(code, ahead);
+    if (code.kind != CodeMeaning::kRange || distance > output.used) {
+        return false;
+    }
+    bits.QuickDrop(code.extraBits);
+    reader = bits;
+    QuickRepeat(output.bytes.data() + output.used, distance, length);
+    output.used += length;
+    return true;
+}
+
+// Decodes while both ends are far away and all codes are short, with one test of the ends for a round of up
+// to three literals and a repeat. A length and a distance with their extra bits take at most 40 bits, three
+// literals 33. What it cannot do stays in the input.
+void InflateQuickly(BitReader& reader, const BlockCodes& codes, Output& output) {
+    constexpr int kLiteralsOfARound = 3;
+    BitReader bits = reader;
+    Output made = output;
+    while (made.bytes.size() - made.used >= kQuickRoom && bits.HasWords()) {
+        CodeMeaning meaning = codes.literals.Quick(bits.QuickPeek());
+        int literals = 0;
+        for (; literals < kLiteralsOfARound && meaning.kind == CodeMeaning::kLiteral; ++literals) {
+            made.bytes[made.used++] = static_cast<std::uint8_t>(meaning.base);
+            meaning = codes.literals.Quick(bits.QuickDrop(meaning.length));
+        }
+        if (meaning.kind == CodeMeaning::kLiteral) {
+            continue;
+        }
+        if (literals > 0) {
+            bits.QuickPeek();
+        }
+        if (meaning.kind != CodeMeaning::kRange || !RepeatQuickly(bits, meaning, codes.distances, made)) {
+            break;
+        }
+    }
+    reader = bits;
+    output = made;
+}
+
+Step RepeatFor(BitReader& bits, CodeMeaning lengthCode, const HuffmanCode& distances, Output& output) {
+    const auto length = Value(lengthCode, bits);
+    const auto code = length ? distances.Decode(bits) : std::nullopt;
+    if (!code || code->kind != CodeMeaning::kRange) {
         return Step::kMalformed;
     }
-    const auto length = Value(bits, kLengths[lengthSymbol - kFirstLength]);
-    const auto symbol = length ? distances.Decode(bits) : std::nullopt;
-    if (!symbol || *symbol >= kDistances.size()) {
-        return Step::kMalformed;
-    }
-    const auto distance = Value(bits, kDistances[*symbol]);
+    const auto distance = Value(*code, bits);
     if (!distance || *distance > output.used) {
         return Step::kMalformed;
     }
@@ -90,15 +227,16 @@ Step RepeatFor(BitReader& bits, unsigned lengthSymbol, const HuffmanCode& distan
 
 Step InflateCoded(BitReader& bits, const BlockCodes& codes, Output& output) {
     while (!output.IsFull()) {
-        const auto symbol = codes.literals.Decode(bits);
-        if (!symbol) {
+        InflateQuickly(bits, codes, output);
+        const auto code = codes.literals.Decode(bits);
+        if (!code || code->kind == CodeMeaning::kNone) {
             return Step::kMalformed;
         }
-        if (*symbol < kEndOfBlock) {
-            output.bytes[output.used++] = static_cast<std::uint8_t>(*symbol);
-        } else if (*symbol == kEndOfBlock) {
+        if (code->kind == CodeMeaning::kLiteral) {
+            output.bytes[output.used++] = static_cast<std::uint8_t>(code->base);
+        } else if (code->kind == CodeMeaning::kEndOfBlock) {
             return Step::kGoesOn;
-        } else if (RepeatFor(bits, *symbol, codes.distances, output) == Step::kMalformed) {
+        } else if (RepeatFor(bits, *code, codes.distances, output) == Step::kMalformed) {
             return Step::kMalformed;
         }
     }
@@ -123,8 +261,7 @@ Step InflateStored(BitReader& bits, Output& output) {
     return output.IsFull() ? Step::kFull : Step::kGoesOn;
 }
 
-// The fixed codes, RFC 1951, 3.2.6. Length symbols 286 and 287 and distances 30 and 31 have codes but no
-// meaning.
+// The fixed codes, RFC 1951, 3.2.6.
 BlockCodes FixedCodes() {
     std::array<std::uint8_t, 288> literals{};
     for (std::size_t i = 0; i < literals.size(); ++i) {
@@ -133,8 +270,8 @@ BlockCodes FixedCodes() {
     std::array<std::uint8_t, 32> distances{};
     distances.fill(5);
     BlockCodes codes;
-    codes.literals.Build(literals);
-    codes.distances.Build(distances);
+    codes.literals.Build(literals, kLiteralMeanings);
+    codes.distances.Build(distances, kDistanceMeanings);
     return codes;
 }
 
@@ -142,23 +279,22 @@ BlockCodes FixedCodes() {
 bool ReadLengths(BitReader& bits, const HuffmanCode& lengthCode, std::span<std::uint8_t> lengths) {
     std::size_t count = 0;
     while (count < lengths.size()) {
-        const auto symbol = lengthCode.Decode(bits);
-        if (!symbol) {
+        const auto code = lengthCode.Decode(bits);
+        if (!code) {
             return false;
         }
-        if (*symbol < 16) {
-            lengths[count++] = static_cast<std::uint8_t>(*symbol);
+        if (code->kind == CodeMeaning::kLiteral) {
+            lengths[count++] = static_cast<std::uint8_t>(code->base);
             continue;
         }
-        const bool copies = *symbol == 16;
-        const auto extra = bits.Take(copies ? 2 : *symbol == 17 ? 3 : 7);
-        const std::size_t times = (*symbol == 18 ? 11 : 3) + extra.value_or(0);
-        if (!extra || (copies && count == 0) || times > lengths.size() - count) {
+        const bool copies = code->kind == CodeMeaning::kRange;
+        const auto times = Value(*code, bits);
+        if (!times || (copies && count == 0) || *times > lengths.size() - count) {
             return false;
         }
         const std::uint8_t value = copies ? lengths[count - 1] : std::uint8_t{0};
-        std::fill_n(lengths.begin() + static_cast<std::ptrdiff_t>(count), times, value);
-        count += times;
+        std::fill_n(lengths.begin() + static_cast<std::ptrdiff_t>(count), *times, value);
+        count += *times;
     }
     return true;
 }
@@ -187,8 +323,9 @@ bool ReadCodes(BitReader& bits, BlockCodes& codes) {
     HuffmanCode lengthCode;
     std::array<std::uint8_t, kMostLiterals + kMostDistances> lengths{};
     const auto all = std::span(lengths).first(literals + distances);
-    return lengthCode.Build(order) && ReadLengths(bits, lengthCode, all) && lengths[kEndOfBlock] != 0 &&
-           codes.literals.Build(all.first(literals)) && codes.distances.Build(all.subspan(literals));
+    return lengthCode.Build(order, kLengthMeanings) && ReadLengths(bits, lengthCode, all) &&
+           lengths[kEndOfBlock] != 0 && codes.literals.Build(all.first(literals), kLiteralMeanings) &&
+           codes.distances.Build(all.subspan(literals), kDistanceMeanings);
 }
 
 Step InflateBlock(BitReader& bits, unsigned type, Output& output) {

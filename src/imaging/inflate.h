@@ -10,5 +10,5 @@
 // header bytes are skipped unread, the checksum at the end is not looked at, and making stops, successfully,
 // when `target` is full. Nothing for anything malformed before that point: no end before the data's end,
 // unknown blocks and codes, code lengths that make no prefix code, distances before the first byte. Neither
-// reads nor writes outside the two ranges.
+// reads nor writes outside the two ranges; up to fifteen bytes of `target` behind those made may be changed.
 std::optional<std::size_t> Inflate(std::span<const std::uint8_t> source, std::span<std::uint8_t> target);

@@ -3,6 +3,11 @@
 
 #include <array>
 #include <cstdlib>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <immintrin.h>
+#endif
 
 namespace {
 
@@ -18,8 +23,125 @@ int Paeth(int left, int above, int corner) {
     return toLeft <= toAbove && toLeft <= toCorner ? left : upper;
 }
 
+// The same as the routines below for pixels of three bytes and more, all samples of a pixel at once: each
+// pixel needs the one on its left, so there is nothing else to do at once.
+template <std::size_t Step>
+void UnfilterPixelsSub(std::span<std::uint8_t> row);
+template <std::size_t Step>
+void UnfilterPixelsAverage(std::span<std::uint8_t> row, const std::uint8_t* prior);
+template <std::size_t Step>
+void UnfilterPixelsPaeth(std::span<std::uint8_t> row, const std::uint8_t* prior);
+
+#if defined(__SSE2__)
+
+template <std::size_t Step>
+constexpr bool kUsesVectors = Step >= 3;
+
+// `Count` bytes in the lowest places of a vector, the others zero.
+template <std::size_t Count>
+__m128i LoadBytes(const std::uint8_t* from) {
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, from, Count);
+    return _mm_cvtsi64_si128(static_cast<std::int64_t>(bytes));
+}
+
+template <std::size_t Count>
+void StoreBytes(std::uint8_t* to, __m128i vector) {
+    const std::int64_t bytes = _mm_cvtsi128_si64(vector);
+    std::memcpy(to, &bytes, Count);
+}
+
+// Replaces pixel after pixel by what `unfiltered` makes of it and of the one above. Pixels of three and six
+// bytes are moved by four and eight: the surplus bytes belong to the next pixel, which is read before they
+// are overwritten and written behind them.
+template <std::size_t Step, typename Unfiltered>
+void UnfilterPixels(std::span<std::uint8_t> row, const std::uint8_t* prior, Unfiltered unfiltered) {
+    constexpr std::size_t kMoved = Step <= 4 ? 4 : 8;
+    std::size_t i = 0;
+    if (row.size() >= Step + kMoved) {
+        __m128i pixel = LoadBytes<kMoved>(row.data());
+        for (; i + Step + kMoved <= row.size(); i += Step) {
+            const __m128i next = LoadBytes<kMoved>(row.data() + i + Step);
+            StoreBytes<kMoved>(row.data() + i, unfiltered(pixel, LoadBytes<kMoved>(prior + i)));
+            pixel = next;
+        }
+        StoreBytes<kMoved>(row.data() + i, pixel);
+    }
+    for (; i + Step <= row.size(); i += Step) {
+        const __m128i pixel = LoadBytes<Step>(row.data() + i);
+        StoreBytes<Step>(row.data() + i, unfiltered(pixel, LoadBytes<Step>(prior + i)));
+    }
+}
+
+// Every sample of a pixel as 16 bits.
+__m128i Widened(__m128i pixel) {
+    return _mm_unpacklo_epi8(pixel, _mm_setzero_si128());
+}
+
+__m128i Absolute(__m128i samples) {
+    return _mm_max_epi16(samples, _mm_sub_epi16(_mm_setzero_si128(), samples));
+}
+
+// `a` where the mask is set, else `b`.
+__m128i Chosen(__m128i mask, __m128i a, __m128i b) {
+    return _mm_or_si128(_mm_and_si128(mask, a), _mm_andnot_si128(mask, b));
+}
+
+template <std::size_t Step>
+void UnfilterPixelsSub(std::span<std::uint8_t> row) {
+    __m128i left = _mm_setzero_si128();
+    UnfilterPixels<Step>(row, row.data(), [left](__m128i pixel, __m128i /*above*/) mutable {
+        left = _mm_add_epi8(left, pixel);
+        return left;
+    });
+}
+
+template <std::size_t Step>
+void UnfilterPixelsAverage(std::span<std::uint8_t> row, const std::uint8_t* prior) {
+    const __m128i one = _mm_set1_epi8(1);
+    __m128i left = _mm_setzero_si128();
+    UnfilterPixels<Step>(row, prior, [left, one](__m128i pixel, __m128i above) mutable {
+        // The processor rounds half a step up, the filter cuts it.
+        const __m128i half = _mm_and_si128(_mm_xor_si128(left, above), one);
+        left = _mm_add_epi8(_mm_sub_epi8(_mm_avg_epu8(left, above), half), pixel);
+        return left;
+    });
+}
+
+template <std::size_t Step>
+void UnfilterPixelsPaeth(std::span<std::uint8_t> row, const std::uint8_t* prior) {
+    const __m128i lowByte = _mm_set1_epi16(255);
+    __m128i left = _mm_setzero_si128();
+    __m128i corner = _mm_setzero_si128();
+    UnfilterPixels<Step>(row, prior, [left, corner, lowByte](__m128i pixel, __m128i aboveBytes) mutable {
+        const __m128i above = Widened(aboveBytes);
+        const __m128i across = _mm_sub_epi16(above, corner);
+        const __m128i down = _mm_sub_epi16(left, corner);
+        const __m128i toLeft = Absolute(across);
+        const __m128i toAbove = Absolute(down);
+        const __m128i toCorner = Absolute(_mm_add_epi16(across, down));
+        const __m128i least = _mm_min_epi16(toCorner, _mm_min_epi16(toLeft, toAbove));
+        const __m128i upper = Chosen(_mm_cmpeq_epi16(least, toAbove), above, corner);
+        const __m128i nearest = Chosen(_mm_cmpeq_epi16(least, toLeft), left, upper);
+        corner = above;
+        left = _mm_and_si128(_mm_add_epi16(nearest, Widened(pixel)), lowByte);
+        return _mm_packus_epi16(left, left);
+    });
+}
+
+#else
+
+template <std::size_t Step>
+constexpr bool kUsesVectors = false;
+
+#endif
+
 template <std::size_t Step>
 void UnfilterSub(std::span<std::uint8_t> row) {
+    if constexpr (kUsesVectors<Step>) {
+        UnfilterPixelsSub<Step>(row);
+        return;
+    }
     for (std::size_t i = Step; i < row.size(); ++i) {
         row[i] = Sum(row[i], row[i - Step]);
     }
@@ -34,6 +156,10 @@ void UnfilterUp(std::span<std::uint8_t> row, const std::uint8_t* prior) {
 // Left of the first pixel stand zeros.
 template <std::size_t Step>
 void UnfilterAverage(std::span<std::uint8_t> row, const std::uint8_t* prior) {
+    if constexpr (kUsesVectors<Step>) {
+        UnfilterPixelsAverage<Step>(row, prior);
+        return;
+    }
     std::array<int, Step> left{};
     for (std::size_t i = 0; i + Step <= row.size(); i += Step) {
         for (std::size_t c = 0; c < Step; ++c) {
@@ -52,6 +178,10 @@ void UnfilterFirstAverage(std::span<std::uint8_t> row) {
 
 template <std::size_t Step>
 void UnfilterPaeth(std::span<std::uint8_t> row, const std::uint8_t* prior) {
+    if constexpr (kUsesVectors<Step>) {
+        UnfilterPixelsPaeth<Step>(row, prior);
+        return;
+    }
     std::array<int, Step> left{};
     std::array<int, Step> corner{};
     for (std::size_t i = 0; i + Step <= row.size(); i += Step) {

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 
 namespace {
@@ -35,31 +36,51 @@ bool IsRead(std::uint32_t type) {
     return type == kIhdr || type == kPlte || type == kTrns || type == kIdat;
 }
 
-// Zeros that take memory only where they are written, so that a header that lies about its size costs little.
-class ZeroedBytes {
+// The inflated data. Of a file that is too short for what its header tells they are zeros from the system,
+// which take memory only where they are written, so that such a header costs little; else they begin unset.
+class InflatedData {
 public:
-    explicit ZeroedBytes(std::size_t count)
-        : bytes_(static_cast<std::uint8_t*>(std::calloc(count, 1))), size_(bytes_ ? count : 0) {}
+    InflatedData(std::size_t count, std::size_t compressed)
+        : beginsAsZeros_(count / kMostExpansion > compressed) {
+        bytes_.reset(static_cast<std::uint8_t*>(beginsAsZeros_ ? std::calloc(count, 1) : std::malloc(count)));
+        size_ = bytes_ ? count : 0;
+    }
 
     // Empty when there was not enough memory.
     std::span<std::uint8_t> All() const { return {bytes_.get(), size_}; }
+    // Makes zeros of what is behind the first `written` bytes. Who inflates may have written a little past
+    // them.
+    void EndAt(std::size_t written) const {
+        constexpr std::size_t kPastTheEnd = 512;
+        const std::size_t rest = size_ - written;
+        std::memset(bytes_.get() + written, 0, beginsAsZeros_ ? std::min(rest, kPastTheEnd) : rest);
+    }
 
 private:
     struct Free {
         void operator()(std::uint8_t* bytes) const { std::free(bytes); }
     };
 
+    // No byte of deflated data gives more.
+    static constexpr std::size_t kMostExpansion = 1032;
+
+    bool beginsAsZeros_ = false;
     std::unique_ptr<std::uint8_t, Free> bytes_;
-    std::size_t size_;
+    std::size_t size_ = 0;
 };
 
-bool InflateInto(std::span<std::uint8_t> target, std::span<const std::uint8_t> compressed,
-                 ZlibLibrary& zlib) {
+// The own Inflate makes the same bytes of all data as the library does, and takes what the library refuses
+// for its checksum alone; it is the faster of the two and therefore comes first. A fuzzer holds the two
+// together.
+bool InflateInto(const InflatedData& data, std::span<const std::uint8_t> compressed, ZlibLibrary& zlib) {
     std::size_t written = 0;
-    if (zlib.Has("uncompress") && zlib.Uncompress(target, written, compressed) == 0) {
-        return true;
+    if (const auto made = Inflate(compressed, data.All())) {
+        written = *made;
+    } else if (!zlib.Has("uncompress") || zlib.Uncompress(data.All(), written, compressed) != 0) {
+        return false;
     }
-    return Inflate(compressed, target).has_value();
+    data.EndAt(written);
+    return true;
 }
 
 } // namespace
@@ -191,14 +212,15 @@ bool cPNGparser::Decode(c32bppDIB& host, ZlibLibrary& zlib) {
     }
     // Deliberate D-41: data that end properly but too early count as zeros, data beyond the picture are cut.
     // One would expect a wrong amount of data to be refused. What has arrived whole is shown.
-    const ZeroedBytes inflated(*size);
-    if (inflated.All().empty() || !InflateInto(inflated.All(), compressed_, zlib)) {
+    const InflatedData inflated(*size, compressed_.size());
+    if (inflated.All().empty() || !InflateInto(inflated, compressed_, zlib)) {
         return false;
     }
     compressed_ = {};
     const PngPixelWriter writer(header_, colours_);
-    return host.InitializeDIB(header_.width, header_.height) &&
-           DrawPngPasses(header_, writer, inflated.All(), host);
+    const bool isMade = writer.WritesEveryPixel() ? host.InitializeUnset(header_.width, header_.height)
+                                                  : host.InitializeDIB(header_.width, header_.height);
+    return isMade && DrawPngPasses(header_, writer, inflated.All(), host);
 }
 
 // Deliberate D-42: colour pictures and those with an alpha sample count as transparent whatever they hold.

@@ -1,6 +1,9 @@
 // Pixels of every colour type and depth of PNG: by look-up, or sample by sample.
 #include "imaging/png_pixels.h"
 
+#include "imaging/alpha_class.h"
+#include "imaging/png_expand.h"
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -11,18 +14,14 @@ constexpr std::size_t kPixelBytes = 4;
 constexpr std::size_t kPaletteEntries = 256;
 constexpr int kOpaque = 255;
 
-std::uint8_t Multiplied(int channel, int alpha) {
-    return static_cast<std::uint8_t>(channel * alpha / kOpaque);
-}
-
 // Deliberate D-43: colour times alpha is cut, not rounded, so half-transparent colours come out up to one
 // step darker. Rounding is the usual choice; the pixel buffers are compared by their bytes, and all parsers
 // cut alike.
 void WritePixel(std::uint8_t* target, int red, int green, int blue, int alpha) {
     if (alpha != kOpaque) {
-        red = Multiplied(red, alpha);
-        green = Multiplied(green, alpha);
-        blue = Multiplied(blue, alpha);
+        red = Premultiplied(red, alpha);
+        green = Premultiplied(green, alpha);
+        blue = Premultiplied(blue, alpha);
     }
     target[0] = static_cast<std::uint8_t>(blue);
     target[1] = static_cast<std::uint8_t>(green);
@@ -93,6 +92,15 @@ void PngPixelWriter::PrepareLookUp() {
         const std::uint8_t* const entry = colours_.palette.data() + i * 3;
         WritePixel(lookUp_[i].data(), entry[0], entry[1], entry[2], alpha);
     }
+    for (std::size_t i = 0; header_.bitDepth == 4 && i < pairs_.size(); ++i) {
+        std::memcpy(pairs_[i].data(), lookUp_[i >> 4].data(), kPixelBytes);
+        std::memcpy(pairs_[i].data() + kPixelBytes, lookUp_[i & 15U].data(), kPixelBytes);
+        isPairKnown_[i] = (i >> 4) < known_ && (i & 15U) < known_ ? 1 : 0;
+    }
+}
+
+bool PngPixelWriter::WritesEveryPixel() const {
+    return header_.bitDepth >= 8 || header_.colourType == kPngPalette || header_.colourType == kPngGrey;
 }
 
 bool PngPixelWriter::Write(const std::uint8_t* row, std::span<std::uint8_t> target) const {
@@ -109,18 +117,18 @@ bool PngPixelWriter::Write(const std::uint8_t* row, std::span<std::uint8_t> targ
     default:
         break;
     }
-    if (header_.bitDepth < 8) {
+    if (!WritesEveryPixel()) {
         return true;
     }
     switch (header_.colourType) {
     case kPngColour:
-        is16 ? WriteColour16(row, target) : WriteColour8(row, target);
+        is16 ? WriteColour16(row, target) : ExpandColours(row, colours_.transparentColour, target);
         return true;
     case kPngGreyAlpha:
         is16 ? WriteWithAlpha<4, 0, 0, 0, 2>(row, target) : WriteWithAlpha<2, 0, 0, 0, 1>(row, target);
         return true;
     default:
-        is16 ? WriteWithAlpha<8, 0, 2, 4, 6>(row, target) : WriteWithAlpha<4, 0, 1, 2, 3>(row, target);
+        is16 ? WriteWithAlpha<8, 0, 2, 4, 6>(row, target) : ExpandColoursWithAlpha(row, target);
         return true;
     }
 }
@@ -128,7 +136,17 @@ bool PngPixelWriter::Write(const std::uint8_t* row, std::span<std::uint8_t> targ
 // A palette of 16 bits has no look-up, as no sample of it has a place in a byte: `known_` is 0 and every
 // sample fails.
 bool PngPixelWriter::WriteIndexed(const std::uint8_t* row, std::span<std::uint8_t> target) const {
-    const int depth = std::min(header_.bitDepth, 8);
+    if (header_.bitDepth == 4) {
+        return WritePairs(row, target);
+    }
+    if (header_.bitDepth >= 8) {
+        return WriteBytes(row, target);
+    }
+    if (known_ >> header_.bitDepth != 0) {
+        header_.bitDepth == 1 ? WriteBits<1>(row, target) : WriteBits<2>(row, target);
+        return true;
+    }
+    const int depth = header_.bitDepth;
     const auto mask = static_cast<unsigned>((1 << depth) - 1);
     int shift = 8 - depth;
     for (std::size_t i = 0; i + kPixelBytes <= target.size(); i += kPixelBytes) {
@@ -146,11 +164,66 @@ bool PngPixelWriter::WriteIndexed(const std::uint8_t* row, std::span<std::uint8_
     return true;
 }
 
-void PngPixelWriter::WriteColour8(const std::uint8_t* row, std::span<std::uint8_t> target) const {
-    for (std::size_t i = 0; i + kPixelBytes <= target.size(); i += kPixelBytes, row += 3) {
-        const bool isTransparent = Joined(row[0], row[1], row[2]) == colours_.transparentColour;
-        WritePixel(target.data() + i, row[0], row[1], row[2], isTransparent ? 0 : kOpaque);
+template <unsigned Depth>
+void PngPixelWriter::WriteBits(const std::uint8_t* row, std::span<std::uint8_t> target) const {
+    constexpr unsigned kSamples = 8 / Depth;
+    for (std::size_t i = 0; i < target.size(); i += kSamples * kPixelBytes, ++row) {
+        std::array<std::uint32_t, kSamples> pixels{};
+        for (unsigned k = 0; k < kSamples; ++k) {
+            pixels[k] = PixelOf(*row >> (8 - Depth - k * Depth) & ((1U << Depth) - 1));
+        }
+        std::memcpy(target.data() + i, pixels.data(), std::min(sizeof pixels, target.size() - i));
     }
+}
+
+bool PngPixelWriter::WriteBytes(const std::uint8_t* row, std::span<std::uint8_t> target) const {
+    const std::size_t count = target.size() / kPixelBytes;
+    std::uint8_t highest = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        highest = std::max(highest, row[i]);
+    }
+    if (count != 0 && highest >= known_) {
+        return false;
+    }
+    // Eight of one colour, as plain areas are, without looking each of them up.
+    constexpr std::size_t kRun = 8;
+    std::uint8_t* to = target.data();
+    std::size_t i = 0;
+    for (; i + kRun <= count; i += kRun, to += kRun * kPixelBytes) {
+        std::uint64_t indices = 0;
+        std::memcpy(&indices, row + i, sizeof indices);
+        const std::uint64_t first = PixelOf(indices & 255U);
+        if (indices == (indices & 255U) * 0x0101010101010101U) {
+            const std::uint64_t two = first << 32 | first;
+            for (std::size_t k = 0; k < kRun / 2; ++k) {
+                std::memcpy(to + k * sizeof two, &two, sizeof two);
+            }
+        } else {
+            for (std::size_t k = 0; k < kRun; ++k) {
+                std::memcpy(to + k * kPixelBytes, lookUp_[row[i + k]].data(), kPixelBytes);
+            }
+        }
+    }
+    for (; i < count; ++i, to += kPixelBytes) {
+        std::memcpy(to, lookUp_[row[i]].data(), kPixelBytes);
+    }
+    return true;
+}
+
+bool PngPixelWriter::WritePairs(const std::uint8_t* row, std::span<std::uint8_t> target) const {
+    constexpr std::size_t kPairBytes = 2 * kPixelBytes;
+    std::uint8_t areKnown = 1;
+    std::size_t i = 0;
+    for (; i + kPairBytes <= target.size(); i += kPairBytes, ++row) {
+        areKnown &= isPairKnown_[*row];
+        std::memcpy(target.data() + i, pairs_[*row].data(), kPairBytes);
+    }
+    if (i < target.size()) {
+        const unsigned last = static_cast<unsigned>(*row) >> 4;
+        areKnown &= last < known_ ? 1 : 0;
+        std::memcpy(target.data() + i, lookUp_[last].data(), kPixelBytes);
+    }
+    return areKnown != 0;
 }
 
 // Deliberate D-46: the transparent colour of 16-bit RGB is compared twice by the pixels' high bytes: with the

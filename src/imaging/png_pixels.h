@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <vector>
 
@@ -34,11 +35,24 @@ public:
     // colour. A combination of depth and type that the format forbids leaves `target` as it is.
     bool Write(const std::uint8_t* row, std::span<std::uint8_t> target) const;
 
+    // False for such a combination.
+    bool WritesEveryPixel() const;
+
 private:
+    // The four bytes of a sample's pixel.
+    std::uint32_t PixelOf(std::size_t sample) const {
+        std::uint32_t pixel = 0;
+        std::memcpy(&pixel, lookUp_[sample].data(), sizeof pixel);
+        return pixel;
+    }
     void FillPalette();
     void PrepareLookUp();
     bool WriteIndexed(const std::uint8_t* row, std::span<std::uint8_t> target) const;
-    void WriteColour8(const std::uint8_t* row, std::span<std::uint8_t> target) const;
+    // Samples of fewer than four bits, all of which have a colour.
+    template <unsigned Depth>
+    void WriteBits(const std::uint8_t* row, std::span<std::uint8_t> target) const;
+    bool WritePairs(const std::uint8_t* row, std::span<std::uint8_t> target) const;
+    bool WriteBytes(const std::uint8_t* row, std::span<std::uint8_t> target) const;
     void WriteColour16(const std::uint8_t* row, std::span<std::uint8_t> target) const;
     void WriteGrey16(const std::uint8_t* row, std::span<std::uint8_t> target) const;
 
@@ -47,4 +61,7 @@ private:
     // The pixel of each sample for palettes and for greyscale below 16 bits, and how many of them exist.
     std::array<std::array<std::uint8_t, 4>, 256> lookUp_{};
     unsigned known_ = 0;
+    // For samples of four bits: the two pixels of each byte, and whether both exist.
+    std::array<std::array<std::uint8_t, 8>, 256> pairs_{};
+    std::array<std::uint8_t, 256> isPairKnown_{};
 };

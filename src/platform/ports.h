@@ -11,6 +11,7 @@ struct Fonts;
 struct MediaGraphs;
 struct MessageBox;
 struct SerialPort;
+struct SystemPictures;
 struct Windows;
 struct ZlibLibrary;
 
@@ -27,4 +28,5 @@ struct Ports {
     MessageBox& messageBox;
     Files& files;
     ZlibLibrary& zlib;
+    SystemPictures& pictures;
 };

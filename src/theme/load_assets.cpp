@@ -111,7 +111,7 @@ QStringList ThemePictures() {
 
 void LoadImages(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : Chargement des images"));
-    const PicturePorts ports{form.files, form.zlib, form.pump};
+    const PicturePorts ports{form.files, form.zlib, form.pump, form.pictures};
     for (const PictureRow& row : kPictures) {
         (form.*row.member)
             .LoadPicture_File(ports, *form.pictureQueue, ThemeFile(form, QString::fromLatin1(row.file)));

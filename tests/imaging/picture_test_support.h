@@ -5,6 +5,7 @@
 #include "imaging/c32bppdib.h"
 #include "imaging/surface.h"
 #include "platform/event_pump.h"
+#include "platform/pictures/picture_loader.h"
 #include "platform/posix/dlopened_zlib.h"
 #include "platform/posix/posix_files.h"
 #include "platform/simulated/failing_files.h"
@@ -40,9 +41,10 @@ struct PictureMachine {
     PosixFiles realFiles;
     FailingFiles files{realFiles};
     CountingPump pump;
+    PictureLoader pictures;
 
-    PicturePorts WithZlib() { return {files, zlib, pump}; }
-    PicturePorts WithoutZlib() { return {files, noZlib, pump}; }
+    PicturePorts WithZlib() { return {files, zlib, pump, pictures}; }
+    PicturePorts WithoutZlib() { return {files, noZlib, pump, pictures}; }
 };
 
 inline QString FixturePath(const QString& name) {

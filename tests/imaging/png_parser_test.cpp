@@ -99,19 +99,28 @@ TEST(PngParser, WithoutTheLibraryTheOwnInflateGivesTheSamePixels) {
     EXPECT_EQ(PixelsOf(with), PixelsOf(without));
 }
 
-TEST(PngParser, WhatTheLibraryCannotInflateGoesToTheOwnInflate) {
+TEST(PngParser, WhatTheLibraryRefusesIsInflatedAllTheSame) {
     CountingZlib zlib;
     zlib.refuses = true;
     c32bppDIB image;
     EXPECT_TRUE(Load(Png("colour-8-plain-mixed"), image, zlib));
-    EXPECT_EQ(zlib.inflations, 1);
     EXPECT_EQ(Sha256Of(image), Sha256Of(Loaded("colour-8-plain-mixed")));
+}
+
+TEST(PngParser, WhatTheOwnInflateRefusesGoesToTheLibrary) {
+    CountingZlib zlib;
+    c32bppDIB image;
+    EXPECT_FALSE(Load(Png("data-block-type-3"), image, zlib));
+    EXPECT_EQ(zlib.inflations, 1);
 }
 
 TEST(PngParser, AsksForEachRoutineOnceALoad) {
     CountingZlib zlib;
     c32bppDIB image;
     EXPECT_TRUE(Load(Png("data-in-many-chunks"), image, zlib));
+    EXPECT_EQ(zlib.questions, (std::map<std::string, int>{{"crc32", 1}}));
+    zlib.questions.clear();
+    EXPECT_FALSE(Load(Png("data-block-type-3"), image, zlib));
     EXPECT_EQ(zlib.questions, (std::map<std::string, int>{{"crc32", 1}, {"uncompress", 1}}));
 }
 

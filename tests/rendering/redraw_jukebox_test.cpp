@@ -299,7 +299,7 @@ TEST_F(BigCover, TheMenuComesBackOneTickAfterTheCoverHasGone) {
 }
 
 TEST_F(BigCover, ACoverFromAFileIsDrawnWhole) {
-    const PicturePorts ports{box.form.files, box.form.zlib, box.form.pump};
+    const PicturePorts ports{box.form.files, box.form.zlib, box.form.pump, box.form.pictures};
     ASSERT_TRUE(
         box.form.ImgCover.LoadPicture_File(ports, box.Home(u"themes/default/zonelist_hilight.png"_s)));
     box.form.CoverKind = 1;

@@ -9,6 +9,7 @@
 #include "core/run_time_error.h"
 #include "platform/gstreamer/audio_library.h"
 #include "platform/gstreamer/media_graph.h"
+#include "platform/pictures/picture_loader.h"
 #include "platform/posix/dlopened_zlib.h"
 #include "platform/posix/posix_files.h"
 #include "platform/qt/qt_dialogs.h"
@@ -69,6 +70,7 @@ private:
 
     PosixFiles files_;
     DlopenedZlib zlib_;
+    PictureLoader pictures_;
     SystemClock clock_;
     std::unique_ptr<X11Screen> x11_;
     QtEventPump pump_;
@@ -113,7 +115,8 @@ Ports Cabinet::AllPorts() {
             .dialogs = dialogs_,
             .messageBox = messageBox_,
             .files = files_,
-            .zlib = zlib_};
+            .zlib = zlib_,
+            .pictures = pictures_};
 }
 
 void Cabinet::Log(const QString& text) {

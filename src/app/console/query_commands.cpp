@@ -84,7 +84,8 @@ JsonObject ShowImage(Console& console, const QString& file, bool withZlib) {
     IdlePump pump;
     NoZlib noZlib;
     ZlibLibrary& realZlib = console.platform.zlib;
-    const PicturePorts ports{console.platform.files, withZlib ? realZlib : noZlib, pump};
+    const PicturePorts ports{console.platform.files, withZlib ? realZlib : noZlib, pump,
+                             console.platform.pictures};
     c32bppDIB picture;
     const bool loaded = picture.LoadPicture_File(ports, file);
     const auto bytes = static_cast<qsizetype>(picture.ScanWidth()) * picture.Height();

@@ -30,6 +30,7 @@ constexpr const char* kOperations[] = {
     "AddFontResource",
     "uncompress",
     "crc32",
+    "OleLoadPicture",
     "ReadWhole",
     "Identity",
     "IsFolder",

@@ -4,7 +4,8 @@
 SimulatedPlatform::SimulatedPlatform(const SimulationOptions& options)
     : clock(options.clock), pump(clock, calls), audio(clock, calls, failures), graphs(clock, calls, failures),
       serial(calls, failures), display(options.screens, calls, failures), windows(calls),
-      files(realFiles, failures), fonts(files, calls, failures), messageBox(calls), zlib(realZlib, failures) {
+      files(realFiles, failures), fonts(files, calls, failures), messageBox(calls), zlib(realZlib, failures),
+      pictures(realPictures, failures) {
     for (const QString& operation : options.failing) {
         failures.Add(operation);
     }
@@ -12,5 +13,6 @@ SimulatedPlatform::SimulatedPlatform(const SimulationOptions& options)
 }
 
 Ports SimulatedPlatform::ports() {
-    return {audio, graphs, serial, display, windows, fonts, clock, pump, dialogs, messageBox, files, zlib};
+    return {audio, graphs,  serial,     display, windows, fonts,   clock,
+            pump,  dialogs, messageBox, files,   zlib,    pictures};
 }

@@ -1,6 +1,7 @@
 // A whole simulated machine: every port of the jukebox, with our clock, able to fail on demand.
 #pragma once
 
+#include "platform/pictures/picture_loader.h"
 #include "platform/ports.h"
 #include "platform/posix/dlopened_zlib.h"
 #include "platform/posix/posix_files.h"
@@ -14,6 +15,7 @@
 #include "platform/simulated/simulated_fonts.h"
 #include "platform/simulated/simulated_graphs.h"
 #include "platform/simulated/simulated_message_box.h"
+#include "platform/simulated/simulated_pictures.h"
 #include "platform/simulated/simulated_pump.h"
 #include "platform/simulated/simulated_serial.h"
 #include "platform/simulated/simulated_windows.h"
@@ -48,6 +50,7 @@ public:
     CallRecord calls;
     PosixFiles realFiles;
     DlopenedZlib realZlib;
+    PictureLoader realPictures;
 
     SimulatedClock clock;
     SimulatedPump pump;
@@ -61,4 +64,5 @@ public:
     SimulatedMessageBox messageBox;
     SimulatedDialogs dialogs;
     SimulatedZlib zlib;
+    SimulatedPictures pictures;
 };

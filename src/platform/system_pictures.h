@@ -1,0 +1,36 @@
+// Port: the system's picture loader, for the kinds of files that the jukebox does not decode itself.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+// A loaded picture. Its rows begin with the highest one.
+struct SystemPicture {
+    int width = 0;
+    int height = 0;
+    // 8: a byte a pixel, an index into the palette. 32: blue, green, red and a byte without meaning.
+    int bitCount = 0;
+    // 3 bytes an entry: red, green, blue. An index may lie behind its end.
+    std::vector<std::uint8_t> palette;
+    // The pixels, kept alive by `owner`, and the bytes from one row to the next.
+    const std::uint8_t* pixels = nullptr;
+    std::size_t stride = 0;
+    std::shared_ptr<const void> owner;
+
+    std::span<const std::uint8_t> Row(int y) const {
+        return {pixels + static_cast<std::size_t>(y) * stride,
+                static_cast<std::size_t>(width) * static_cast<std::size_t>(bitCount / 8)};
+    }
+};
+
+struct SystemPictures {
+    virtual ~SystemPictures() = default;
+
+    // The picture in the bytes of a BMP, JPEG or GIF file, told by its content; a GIF gives its first frame
+    // in palette indices, at the frame's own size. Nothing for any other file, a damaged one and one whose
+    // pixels are too many. May be called from any thread.
+    virtual std::unique_ptr<SystemPicture> OleLoadPicture(std::span<const std::uint8_t> bytes) = 0;
+};

@@ -1,0 +1,16 @@
+// Fuzzer of the icon parser, for two desired sizes.
+#include "imaging/c32bppdib.h"
+#include "imaging/ico_parser.h"
+#include "platform/posix/dlopened_zlib.h"
+#include "run_files.h"
+
+#include <span>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    DlopenedZlib missing("no-such-library");
+    for (const int desired : {0, 9}) {
+        c32bppDIB image;
+        cICOparser().LoadStream(std::span(data, size), desired, desired, image, 0, size, missing);
+    }
+    return 0;
+}

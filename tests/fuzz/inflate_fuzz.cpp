@@ -1,0 +1,73 @@
+// Fuzzer of the own Inflate: it must make the same of all data as zlib.
+#include "imaging/inflate.h"
+#include "run_files.h"
+
+// Its input is constant then.
+#define ZLIB_CONST
+#include <zlib.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t kHeader = 2;
+
+// Picture data when there are some, else everything.
+std::span<const std::uint8_t> StreamIn(std::span<const std::uint8_t> bytes) {
+    constexpr std::string_view kMark = "IDAT";
+    const auto found = std::search(bytes.begin(), bytes.end(), kMark.begin(), kMark.end());
+    return found == bytes.end() ? bytes : std::span(found + kMark.size(), bytes.end());
+}
+
+// zlib's answer to the stream behind its header: the bytes made, nothing when it is malformed before the
+// target is full.
+std::optional<std::size_t> InflateByZlib(std::span<const std::uint8_t> source,
+                                         std::span<std::uint8_t> target) {
+    z_stream stream = {};
+    if (inflateInit2(&stream, -MAX_WBITS) != Z_OK) {
+        std::abort();
+    }
+    stream.next_in = source.data() + kHeader;
+    stream.avail_in = static_cast<uInt>(source.size() - kHeader);
+    stream.next_out = target.data();
+    stream.avail_out = static_cast<uInt>(target.size());
+    const int result = inflate(&stream, Z_FINISH);
+    const std::size_t made = target.size() - stream.avail_out;
+    inflateEnd(&stream);
+    return result == Z_STREAM_END || made == target.size() ? std::optional(made) : std::nullopt;
+}
+
+void Compare(std::span<const std::uint8_t> source, std::size_t targetSize) {
+    std::vector<std::uint8_t> own(targetSize);
+    std::vector<std::uint8_t> theirs(targetSize);
+    const auto ownMade = Inflate(source, own);
+    const auto theirsMade = InflateByZlib(source, theirs);
+    const bool isSame =
+        ownMade == theirsMade &&
+        (!ownMade ||
+         std::equal(own.begin(), own.begin() + static_cast<std::ptrdiff_t>(*ownMade), theirs.begin()));
+    if (!isSame) {
+        std::fprintf(stderr, "own %zd, zlib %zd of %zu bytes\n",
+                     ownMade ? static_cast<std::ptrdiff_t>(*ownMade) : -1,
+                     theirsMade ? static_cast<std::ptrdiff_t>(*theirsMade) : -1, targetSize);
+        std::abort();
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto source = StreamIn(std::span(data, size));
+    if (source.size() >= kHeader) {
+        for (const std::size_t targetSize : {std::size_t{1}, std::size_t{259}, std::size_t{70000}}) {
+            Compare(source, targetSize);
+        }
+    }
+    return 0;
+}

@@ -1,0 +1,31 @@
+// A system's picture loader that notes what it is given, for tests of the parsers in front of it.
+#pragma once
+
+#include "platform/system_pictures.h"
+
+#include <vector>
+
+struct RecordingPictures : SystemPictures {
+    std::unique_ptr<SystemPicture> OleLoadPicture(std::span<const std::uint8_t> bytes) override {
+        asked.emplace_back(bytes.begin(), bytes.end());
+        return answer ? std::make_unique<SystemPicture>(*answer) : nullptr;
+    }
+
+    // What the next questions are answered with; null is nothing.
+    std::unique_ptr<SystemPicture> answer;
+    std::vector<std::vector<std::uint8_t>> asked;
+};
+
+// A picture of these pixels.
+inline SystemPicture MakeSystemPicture(int width, int height, int bitCount,
+                                       std::vector<std::uint8_t> pixels) {
+    SystemPicture picture;
+    picture.width = width;
+    picture.height = height;
+    picture.bitCount = bitCount;
+    picture.stride = static_cast<std::size_t>(width) * static_cast<std::size_t>(bitCount / 8);
+    const auto kept = std::make_shared<std::vector<std::uint8_t>>(std::move(pixels));
+    picture.pixels = kept->data();
+    picture.owner = kept;
+    return picture;
+}
