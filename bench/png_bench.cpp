@@ -1,4 +1,5 @@
-// The time of opening PNG pictures of the screen's size, each reader in turn.
+// The time of opening PNG pictures, each reader in turn: two of the screen's size, and all pictures of a
+// theme.
 #include "png_bench.h"
 
 #include "bench.h"
@@ -10,10 +11,16 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QtEndian>
 
+#include <malloc.h>
+
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <random>
 #include <span>
 #include <vector>
@@ -60,10 +67,9 @@ void Require(bool isDone, const char* reader) {
     }
 }
 
-void LoadOurs(const QByteArray& png, ZlibLibrary& zlib) {
+void LoadOurs(const QByteArray& png, c32bppDIB& image, ZlibLibrary& zlib) {
     const std::span bytes(reinterpret_cast<const std::uint8_t*>(png.constData()),
                           static_cast<std::size_t>(png.size()));
-    c32bppDIB image;
     Require(cPNGparser().LoadStream(bytes, image, 0, bytes.size(), zlib), "the own decoder");
 }
 
@@ -99,52 +105,130 @@ void LoadBySpng(const QByteArray& png) {
 }
 #endif
 
-using Pictures = std::vector<QByteArray>;
+// What no reader can do without that uses zlib: its `uncompress` over the data of all chunks in one piece,
+// and one copy of the pixels.
+struct Floor {
+    QByteArray compressed;
+    std::vector<std::uint8_t> inflated;
+    std::vector<char> pixels;
+    std::vector<char> copy;
+};
 
-// A subject that reads all pictures with one reader.
-template <typename Reader>
-Subject Reading(const char* name, const Pictures& pictures, Reader reader) {
-    return {QString::fromLatin1(name), [&pictures, reader] {
-                for (const QByteArray& png : pictures) {
-                    reader(png);
-                }
-            }};
+Floor FloorOf(const QByteArray& png, ZlibLibrary& zlib) {
+    Floor floor;
+    for (qsizetype at = 8; at + 12 <= png.size();) {
+        const auto length = static_cast<qsizetype>(qFromBigEndian<quint32>(png.constData() + at));
+        if (png.mid(at + 4, 4) == "IDAT") {
+            floor.compressed += png.mid(at + 8, length);
+        }
+        at += length + 12;
+    }
+    c32bppDIB image;
+    LoadOurs(png, image, zlib);
+    const std::size_t bytes = image.ScanWidth() * static_cast<std::size_t>(image.Height());
+    floor.pixels.resize(bytes);
+    floor.copy.resize(bytes);
+    floor.inflated.resize(bytes * 2 + static_cast<std::size_t>(image.Height()));
+    return floor;
 }
 
-void BenchPictures(const QString& title, const Pictures& pictures) {
+void RunFloor(Floor& floor, ZlibLibrary& zlib) {
+    std::size_t written = 0;
+    const std::span packed(reinterpret_cast<const std::uint8_t*>(floor.compressed.constData()),
+                           static_cast<std::size_t>(floor.compressed.size()));
+    Require(zlib.Uncompress(floor.inflated, written, packed) == 0, "uncompress");
+    std::memcpy(floor.copy.data(), floor.pixels.data(), floor.pixels.size());
+}
+
+constexpr std::size_t kOurs = 0;
+constexpr std::size_t kFloor = 2;
+constexpr std::size_t kFirstPeer = 3;
+
+std::vector<Figure> Measure(const QByteArray& png) {
     DlopenedZlib zlib;
     DlopenedZlib missing("no-such-library");
+    Floor floor = FloorOf(png, zlib);
+    const auto reading = [&png](const char* name, auto reader) {
+        return Subject{QString::fromLatin1(name), [&png, reader] { reader(png); }};
+    };
+    c32bppDIB image;
     const std::vector<Subject> subjects = {
-        Reading("our decoder", pictures, [&](const QByteArray& png) { LoadOurs(png, zlib); }),
-        Reading("our decoder, own Inflate", pictures, [&](const QByteArray& png) { LoadOurs(png, missing); }),
-        Reading("QImage", pictures, LoadByToolkit),
+        reading("our decoder", [&](const QByteArray& file) { LoadOurs(file, image, zlib); }),
+        reading("our decoder, no zlib", [&](const QByteArray& file) { LoadOurs(file, image, missing); }),
+        {QStringLiteral("uncompress and a copy"), [&] { RunFloor(floor, zlib); }},
+        reading("QImage", LoadByToolkit),
 #ifdef VANTORIX_PEER_LIBPNG
-        Reading("libpng", pictures, LoadByLibpng),
+        reading("libpng", LoadByLibpng),
 #endif
 #ifdef VANTORIX_PEER_SPNG
-        Reading("libspng", pictures, LoadBySpng),
+        reading("libspng", LoadBySpng),
 #endif
 #ifdef VANTORIX_PEER_STB
-        Reading("stb_image", pictures, LoadByStb),
+        reading("stb_image", LoadByStb),
 #endif
     };
-    PrintRow(title, RunInTurn(subjects, kRounds));
+    return RunInTurn(subjects, kRounds);
 }
 
-Pictures PicturesOf(const QString& folder) {
-    Pictures pictures;
+struct NamedPicture {
+    QString name;
+    QByteArray png;
+};
+
+std::vector<NamedPicture> PicturesOf(const QString& folder) {
+    std::vector<NamedPicture> pictures = {
+        {QStringLiteral("opaque, 1920x1080"), MakePng(false)},
+        {QStringLiteral("transparent, 1920x1080"), MakePng(true)},
+    };
     for (const QFileInfo& entry : QDir(folder).entryInfoList({QStringLiteral("*.png")}, QDir::Files)) {
         QFile file(entry.filePath());
         Require(file.open(QIODevice::ReadOnly), "QFile");
-        pictures.push_back(file.readAll());
+        pictures.push_back({entry.fileName(), file.readAll()});
     }
     return pictures;
+}
+
+double BestPeer(const std::vector<Figure>& figures) {
+    return std::min_element(figures.begin() + kFirstPeer, figures.end(),
+                            [](const Figure& a, const Figure& b) { return a.ratio < b.ratio; })
+        ->ratio;
+}
+
+// The geometric mean over the pictures of what `value` tells of one.
+template <typename Value>
+double Mean(const std::vector<std::vector<Figure>>& all, Value value) {
+    double sum = 0;
+    for (const std::vector<Figure>& figures : all) {
+        sum += std::log(value(figures));
+    }
+    return std::exp(sum / static_cast<double>(all.size()));
+}
+
+// Lets the program keep what it has freed. Else whoever comes first in a round pays for the pages that the
+// last one has given back to the system.
+void KeepFreedMemory() {
+    constexpr int kMost = 1 << 30;
+    mallopt(M_MMAP_THRESHOLD, kMost);
+    mallopt(M_TRIM_THRESHOLD, kMost);
 }
 
 } // namespace
 
 void BenchPng(const QString& themeFolder) {
-    BenchPictures(QStringLiteral("PNG, opaque, 1920x1080"), {MakePng(false)});
-    BenchPictures(QStringLiteral("PNG, transparent, 1920x1080"), {MakePng(true)});
-    BenchPictures(QStringLiteral("PNG, all pictures of the theme"), PicturesOf(themeFolder));
+    KeepFreedMemory();
+    std::vector<std::vector<Figure>> all;
+    std::printf("PNG: a picture, our time, how many times as long the best peer takes, and the floor\n");
+    for (const NamedPicture& picture : PicturesOf(themeFolder)) {
+        all.push_back(Measure(picture.png));
+        std::printf("  %-44s %10.3f ms   x %.2f   x %.2f\n", qPrintable(picture.name),
+                    all.back()[kOurs].milliseconds, BestPeer(all.back()), all.back()[kFloor].ratio);
+        std::fflush(stdout);
+    }
+    std::vector<Figure> means = all.front();
+    for (std::size_t i = 0; i < means.size(); ++i) {
+        means[i].milliseconds = Mean(all, [i](const auto& figures) { return figures[i].milliseconds; });
+        means[i].ratio = Mean(all, [i](const auto& figures) { return figures[i].ratio; });
+    }
+    PrintRow(QStringLiteral("PNG, geometric mean of %1 pictures").arg(all.size()), means);
+    std::printf("  %-44s %10s      x %.2f\n", "the best peer of each picture", "", Mean(all, BestPeer));
 }
