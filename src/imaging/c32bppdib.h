@@ -26,6 +26,9 @@ struct PicturePorts {
     SystemPictures& pictures;
 };
 
+// A picture file may be this large: 57 bytes to 256 MiB.
+bool IsPictureFileSize(std::int64_t size);
+
 // The bytes of a picture file. Nothing when it is missing, shorter than 57 bytes or longer than 256 MiB.
 std::optional<QByteArray> ReadPictureFile(const PicturePorts& ports, const QString& FileName);
 
@@ -88,6 +91,9 @@ public:
 
     // Does now, on whatever thread, what the first Render would have to do.
     void PrepareRender() const;
+    // The picture in the form in which it is drawn: a view that ends with the pixels, and when they are asked
+    // for. For who holds a picture only.
+    const PictureDrawing& Drawing() const { return DrawingOf(); }
 
     // The pixels hold real transparency.
     bool alpha = false;
