@@ -44,6 +44,10 @@ int PercentageOf(int Opacity) {
 
 } // namespace
 
+bool IsPictureFileSize(std::int64_t size) {
+    return size >= kSmallestFile && size <= kLargestFile;
+}
+
 std::optional<QByteArray> ReadPictureFile(const PicturePorts& ports, const QString& FileName) {
     auto bytes = ports.files.ReadWhole(FileName, kLargestFile);
     return bytes && bytes->size() >= kSmallestFile ? std::move(bytes) : std::nullopt;

@@ -3,6 +3,7 @@
 
 #include "core/bounded_array.h"
 #include "core/integer.h"
+#include "imaging/tagged_images.h"
 
 #include <QString>
 #include <QStringList>
@@ -65,6 +66,8 @@ struct LibraryState {
 
     // 0-based slot on the page under the cursor; also the counter of the listing and of the page's fill.
     Integer16 NumTrack;
+    // The reader of pictures in tags, one for all files.
+    cTaggedImages TaggedImages;
     // Path, kind ("dir", "file", "playlist") and title of each slot of the page shown.
     BoundedArray<QString, 3000> InfoPath;
     BoundedArray<QString, 3000> InfoType;

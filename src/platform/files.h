@@ -7,7 +7,9 @@
 #include <QString>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 // What tells one state of a file from another: two equal identities mean that the file has not been changed.
@@ -26,6 +28,15 @@ struct FolderEntry {
     bool isFolder = false;
 };
 
+// A regular file that is open for reading, at its start; closed at the end of its life.
+struct OpenFile {
+    virtual ~OpenFile() = default;
+    // The bytes that the file had when it was opened.
+    virtual std::int64_t Size() const = 0;
+    // Reads the next bytes until `to` is full. False when there are fewer or reading fails.
+    virtual bool Read(std::span<std::uint8_t> to) = 0;
+};
+
 // Paths are text made by TextOfPath. No operation raises an error unless it says so; failure is told in the
 // result.
 struct Files {
@@ -34,6 +45,8 @@ struct Files {
     // The whole of a regular file. Nothing when it is missing, no regular file, unreadable or larger than
     // `limit`.
     virtual std::optional<QByteArray> ReadWhole(const QString& path, std::int64_t limit) = 0;
+    // Opens a regular file, links followed. Null when it is missing, no regular file or unreadable.
+    virtual std::unique_ptr<OpenFile> Open(const QString& path) = 0;
     // The identity of a regular file, links followed. Nothing when there is none.
     virtual std::optional<FileIdentity> Identity(const QString& path) = 0;
     // A folder, links followed.

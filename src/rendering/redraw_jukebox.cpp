@@ -4,6 +4,7 @@
 #include "core/conversions.h"
 #include "core/media_kind.h"
 #include "library/covers.h"
+#include "library/tag_covers.h"
 #include "platform/windows.h"
 #include "playback/engine.h"
 #include "playback/remain.h"
@@ -212,8 +213,7 @@ void DrawBigCover(Form_Main& form) {
     if (form.CoverKind == 1) {
         form.ImgCover.Render(form.Picture_Main, to.x, to.y, to.width, to.height);
     } else if (form.CoverKind == 2) {
-        const Surface& cover = form.Picture_TmpCover;
-        StretchBlt(form.Picture_Main, to, cover, {0, 0, cover.Width(), cover.Height()});
+        DrawTmpCover(form, form.Picture_Main, to);
     }
 }
 

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "core/integer.h"
-#include "imaging/c32bppdib.h"
+#include "imaging/cover_picture.h"
+#include "imaging/ready_pictures.h"
 #include "imaging/surface.h"
 
 #include <QString>
@@ -34,16 +35,19 @@ struct RenderingState {
     // The rows of the menu, normal and selected.
     Surface Picture_Command;
     Surface Picture_CommandHilight;
-    // The last picture from a tag.
+    // The last picture from a tag; not yet decoded while its source says so.
     Surface Picture_TmpCover;
+    LateTagPicture tmpCoverSource;
 
     // What the information lines show, their blink phase and age in heartbeat ticks.
     QString BlockMainInfos;
     Integer16 InfosBlink;
     Integer16 InfosTicks;
 
+    // Covers ready in the sizes in which they were drawn last.
+    ReadyPictures readyCovers;
     // The last cover loaded from a file.
-    c32bppDIB ImgCover;
+    CoverPicture ImgCover{readyCovers};
     // What the big cover holds: 0 nothing, 1 ImgCover, 2 Picture_TmpCover.
     Integer16 CoverKind;
     // The slot last shown as selected; -1 makes the next frame load its big cover anew.

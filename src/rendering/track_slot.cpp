@@ -135,7 +135,7 @@ void DrawSlot(Form_Main& form, const SlotPlace& place, Integer16 slot, const Fol
     const QString number = TakeTrackNumber(type, parts);
     SplitAtDash(parts);
     parts = {parts.Titre.toUpper(), parts.Interprete.toUpper()};
-    bool slotDrawn = DrawSlotCover(form, place, slot);
+    bool slotDrawn = DrawSlotCover(form, place, slot, names);
     if (type != u"dir" && HoldsVideo(path, names)) {
         DrawVideoMark(form, place);
     }

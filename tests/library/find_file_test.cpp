@@ -1,6 +1,7 @@
 // Files found whatever the case of their names.
 #include "library/find_file.h"
 
+#include "library/folder_names.h"
 #include "platform/simulated/failing_files.h"
 #include "support/home_folder.h"
 
@@ -44,6 +45,21 @@ TEST_F(FindFileTest, AFolderIsNoFile) {
     home.MakeFolder(QStringLiteral("folder.jpg"));
     home.MakeFolder(QStringLiteral("FOLDER.JPG"));
     EXPECT_EQ(Find("folder.jpg"), QString());
+}
+
+TEST_F(FindFileTest, NamesOfAFolderAreReadOnceAndFoundInAnyCase) {
+    home.Write(QStringLiteral("Folder.jpg"));
+    home.Write(QStringLiteral("FOLDER.jpg"));
+    const QString exact = home.Write(QStringLiteral("song.jpg"));
+    home.Write(QStringLiteral("SONG.jpg"));
+    home.MakeFolder(QStringLiteral("album.jpg"));
+    const FolderNames names(files, home.Path());
+    EXPECT_EQ(names.FindFile(exact), exact);
+    EXPECT_EQ(names.FindFile(home.Path(QStringLiteral("folder.jpg"))),
+              home.Path(QStringLiteral("FOLDER.jpg")));
+    EXPECT_EQ(names.FindFile(home.Path(QStringLiteral("album.jpg"))), QString());
+    EXPECT_EQ(names.FindFile(home.Path(QStringLiteral("none.jpg"))), QString());
+    EXPECT_EQ(files.Calls("ListFolder"), 1);
 }
 
 TEST_F(FindFileTest, FileExistsTakesTheExactPathOfAFile) {

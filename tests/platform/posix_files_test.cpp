@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <map>
 
 namespace {
@@ -49,6 +50,18 @@ TEST_F(PosixFilesTest, AFileThatTellsNoSizeIsReadToItsEnd) {
     EXPECT_EQ(files.ReadWhole(QStringLiteral("/proc/self/status"), 10), std::nullopt);
 }
 
+TEST_F(PosixFilesTest, AnOpenFileIsReadPieceByPiece) {
+    files.Write(Path("a"), "one two", false);
+    const auto file = files.Open(Path("a"));
+    ASSERT_TRUE(file);
+    EXPECT_EQ(file->Size(), 7);
+    std::array<std::uint8_t, 4> four{};
+    EXPECT_TRUE(file->Read(four));
+    EXPECT_EQ(four[2], 'e');
+    EXPECT_FALSE(file->Read(four)) << "three bytes are left";
+    EXPECT_TRUE(file->Read({}));
+}
+
 TEST_F(PosixFilesTest, OnlyRegularFilesAreRead) {
     home.MakeFolder(QStringLiteral("folder"));
     ASSERT_EQ(::mkfifo(Bytes("fifo").constData(), 0600), 0);
@@ -56,6 +69,7 @@ TEST_F(PosixFilesTest, OnlyRegularFilesAreRead) {
                                 QString(), QStringLiteral("a\0b")}) {
         EXPECT_EQ(files.ReadWhole(path, 100), std::nullopt) << path.toStdString();
         EXPECT_EQ(files.Identity(path), std::nullopt) << path.toStdString();
+        EXPECT_EQ(files.Open(path), nullptr) << path.toStdString();
     }
     EXPECT_FALSE(files.Write(Path("fifo"), "x", false)) << "nobody reads it, and nobody waits";
 }

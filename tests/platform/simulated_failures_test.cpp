@@ -182,6 +182,12 @@ TEST_F(Failing, ReadWhole) {
     EXPECT_FALSE(platform.files.ReadWhole(tone, 1 << 20));
 }
 
+TEST_F(Failing, Open) {
+    EXPECT_TRUE(platform.files.Open(tone));
+    Fail("Open");
+    EXPECT_FALSE(platform.files.Open(tone));
+}
+
 TEST_F(Failing, Identity) {
     EXPECT_TRUE(platform.files.Identity(tone));
     Fail("Identity");

@@ -3,13 +3,21 @@
 
 #include "app/console/state_names.h"
 #include "imaging/c32bppdib.h"
+#include "imaging/tagged_images.h"
+#include "library/tag_covers.h"
 #include "platform/event_pump.h"
 #include "platform/simulated/simulated_platform.h"
 #include "shell/form_main.h"
+#include "shell/handle_event.h"
 
 #include <QBuffer>
 #include <QCryptographicHash>
+#include <QJsonArray>
+#include <QJsonObject>
 
+#include <cstdint>
+#include <optional>
+#include <span>
 #include <vector>
 
 namespace {
@@ -75,6 +83,7 @@ JsonObject WritePng(Console& console, const QImage& picture, const QString& file
 
 ParsedCommand WriteSurface(Surface RenderingState::*surface, const QString& file) {
     const auto run = [surface, file](Console& console) {
+        SettleTmpCover(console.form);
         return WritePng(console, (console.form.*surface).picture, file);
     };
     return {run, QString()};
@@ -102,6 +111,37 @@ JsonObject ShowImage(Console& console, const QString& file, bool withZlib) {
         .Add(QStringLiteral("sha256"), QString::fromLatin1(hash.result().toHex()));
 }
 
+QString Sha256Of(std::span<const std::uint8_t> bytes) {
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    hash.addData(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
+    return QString::fromLatin1(hash.result().toHex());
+}
+
+// A picture of a tag: what the reader says of it, and the bytes that it gives; none when it gives nothing.
+QJsonObject TagPicture(const cTaggedImages& tag, int index) {
+    const auto data = tag.ExtractImageData(index);
+    const auto bytes = data.value_or(std::span<const std::uint8_t>());
+    return {{QStringLiteral("ImageType"), tag.ImageType(index)},
+            {QStringLiteral("ImageCategory"), tag.ImageCategory(index)},
+            {QStringLiteral("length"), static_cast<qint64>(bytes.size())},
+            {QStringLiteral("sha256"), Sha256Of(bytes)},
+            {QStringLiteral("extracted"), data.has_value()}};
+}
+
+// A broken tag ends the command or, as it would in the jukebox, the program.
+JsonObject ShowTags(Console& console, const QString& file) {
+    cTaggedImages tag;
+    const auto error = RunHandler([&] { tag.LoadTagged_Images(console.platform.files, file); });
+    if (error) {
+        return Ok().Add(QStringLiteral("error"), ErrorObject(*error));
+    }
+    QJsonArray images;
+    for (int i = 1; i <= tag.ImageCount(); ++i) {
+        images.append(TagPicture(tag, i));
+    }
+    return Ok().Add(QStringLiteral("ImageCount"), tag.ImageCount()).Add(QStringLiteral("images"), images);
+}
+
 } // namespace
 
 ParsedCommand ParseState(const QStringList& words) {
@@ -119,6 +159,7 @@ ParsedCommand ParseState(const QStringList& words) {
         }
     }
     const auto run = [rows](Console& console) {
+        SettleTmpCover(console.form);
         JsonObject state;
         for (const StateName* row : rows) {
             state.Add(QString::fromLatin1(row->name), row->read(console.form));
@@ -176,8 +217,11 @@ ParsedCommand ParseImage(const QString& rest) {
 }
 
 ParsedCommand ParseTags(const QString& rest) {
-    return Bad(rest.trimmed().isEmpty() ? QStringLiteral("tags takes a file")
-                                        : QStringLiteral("tags cannot be read yet"));
+    const QString file = rest.trimmed();
+    if (file.isEmpty()) {
+        return Bad(QStringLiteral("tags takes a file"));
+    }
+    return {[file](Console& console) { return ShowTags(console, file); }, QString()};
 }
 
 JsonObject RefusalObject(const QString& reason) {

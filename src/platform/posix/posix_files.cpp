@@ -94,6 +94,35 @@ std::optional<QByteArray> ReadAll(int file, std::int64_t expected, std::int64_t 
     }
 }
 
+// A file being read from its start on.
+class ReadFile : public OpenFile {
+public:
+    explicit ReadFile(const QByteArray& path) : file_(path, O_RDONLY) {
+        struct stat status {};
+        if (file_ && ::fstat(file_.number(), &status) == 0 && S_ISREG(status.st_mode)) {
+            size_ = status.st_size;
+        }
+    }
+    // A regular file that could be opened.
+    bool IsOpen() const { return size_ >= 0; }
+
+    std::int64_t Size() const override { return size_; }
+    bool Read(std::span<std::uint8_t> to) override {
+        while (!to.empty()) {
+            const ssize_t count = ::read(file_.number(), to.data(), to.size());
+            if (count == 0 || (count < 0 && errno != EINTR)) {
+                return false;
+            }
+            to = to.subspan(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        }
+        return true;
+    }
+
+private:
+    Descriptor file_;
+    std::int64_t size_ = -1;
+};
+
 bool WriteAll(int file, const QByteArray& bytes) {
     qsizetype written = 0;
     while (written < bytes.size()) {
@@ -156,6 +185,11 @@ std::optional<QByteArray> PosixFiles::ReadWhole(const QString& path, std::int64_
         return std::nullopt;
     }
     return ReadAll(file.number(), status.st_size, limit);
+}
+
+std::unique_ptr<OpenFile> PosixFiles::Open(const QString& path) {
+    auto file = std::make_unique<ReadFile>(SystemPath(path));
+    return file->IsOpen() ? std::move(file) : nullptr;
 }
 
 std::optional<FileIdentity> PosixFiles::Identity(const QString& path) {

@@ -7,6 +7,7 @@
 class PosixFiles : public Files {
 public:
     std::optional<QByteArray> ReadWhole(const QString& path, std::int64_t limit) override;
+    std::unique_ptr<OpenFile> Open(const QString& path) override;
     std::optional<FileIdentity> Identity(const QString& path) override;
     bool IsFolder(const QString& path) override;
     std::optional<std::vector<FolderEntry>> ListFolder(const QString& path) override;

@@ -21,6 +21,10 @@ std::optional<QByteArray> FailingFiles::ReadWhole(const QString& path, std::int6
     return Fails("ReadWhole") ? std::nullopt : inner_.ReadWhole(path, limit);
 }
 
+std::unique_ptr<OpenFile> FailingFiles::Open(const QString& path) {
+    return Fails("Open") ? nullptr : inner_.Open(path);
+}
+
 std::optional<FileIdentity> FailingFiles::Identity(const QString& path) {
     return Fails("Identity") ? std::nullopt : inner_.Identity(path);
 }

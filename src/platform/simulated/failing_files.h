@@ -25,6 +25,7 @@ public:
     int Calls(const std::string& operation) const;
 
     std::optional<QByteArray> ReadWhole(const QString& path, std::int64_t limit) override;
+    std::unique_ptr<OpenFile> Open(const QString& path) override;
     std::optional<FileIdentity> Identity(const QString& path) override;
     bool IsFolder(const QString& path) override;
     std::optional<std::vector<FolderEntry>> ListFolder(const QString& path) override;

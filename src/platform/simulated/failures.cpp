@@ -32,6 +32,7 @@ constexpr const char* kOperations[] = {
     "crc32",
     "OleLoadPicture",
     "ReadWhole",
+    "Open",
     "Identity",
     "IsFolder",
     "ListFolder",

@@ -7,6 +7,10 @@ std::optional<QByteArray> SimulatedFiles::ReadWhole(const QString& path, std::in
     return failures_.Has("ReadWhole") ? std::nullopt : real_.ReadWhole(path, limit);
 }
 
+std::unique_ptr<OpenFile> SimulatedFiles::Open(const QString& path) {
+    return failures_.Has("Open") ? nullptr : real_.Open(path);
+}
+
 std::optional<FileIdentity> SimulatedFiles::Identity(const QString& path) {
     return failures_.Has("Identity") ? std::nullopt : real_.Identity(path);
 }

@@ -15,6 +15,7 @@ OBJECTS = {
     "Surface": ["Left", "Top", "Width", "Height", "Visible"],
     "c32bppDIB": ["Width", "Height"],
     "LatePicture": ["Width", "Height"],
+    "CoverPicture": ["Width", "Height"],
     "FolderList": ["Path", "List"],
     "FileList": ["Path", "Pattern", "List"],
     "Timer": ["Enabled", "Interval"],
@@ -26,6 +27,9 @@ OBJECTS = {
 CALLED = {
     "MainWindow": "Form_Main",
     "iniFiles": None,  # parsed copies of files, no variable
+    "TaggedImages": None,  # the last tag that was read, no variable
+    "readyCovers": None,  # covers ready to be drawn, no variable
+    "tmpCoverSource": None,  # a picture still to be decoded, no variable
     "pictureQueue": None,  # pictures still being read, no variable
 }
 

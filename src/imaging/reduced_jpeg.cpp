@@ -1,0 +1,62 @@
+// Decoding a large JPEG at a fraction of its size, through the toolkit's reader.
+#include "imaging/reduced_jpeg.h"
+
+#include "imaging/c32bppdib.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QImageReader>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace {
+
+constexpr std::array<std::uint8_t, 3> kJpeg = {0xFF, 0xD8, 0xFF};
+// Pixels of a whole picture that may be decoded: what 256 MiB hold at four bytes each.
+constexpr std::int64_t kMostPixels = std::int64_t{1} << 26;
+// The decoder can leave out eighths of the size.
+constexpr std::int64_t kEighths = 8;
+
+// The least number of eighths of `whole` that is twice `shown` or more.
+std::int64_t EighthsFor(std::int64_t whole, std::int64_t shown) {
+    return (2 * shown * kEighths + whole - 1) / whole;
+}
+
+bool TakePixels(const QImage& image, c32bppDIB& picture) {
+    if (image.isNull() || !picture.InitializeDIB(image.width(), image.height())) {
+        return false;
+    }
+    std::uint8_t* to = picture.BitsPointer();
+    for (int y = image.height() - 1; y >= 0; --y, to += picture.ScanWidth()) {
+        std::memcpy(to, image.constScanLine(y), picture.ScanWidth());
+    }
+    picture.ImageType = kImageBitmap;
+    return true;
+}
+
+} // namespace
+
+bool LoadReducedJpeg(std::span<const std::uint8_t> bytes, int width, int height, c32bppDIB& picture) {
+    picture.DestroyDIB();
+    if (bytes.size() < kJpeg.size() || !std::ranges::equal(bytes.first(kJpeg.size()), kJpeg)) {
+        return false;
+    }
+    QByteArray file = QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()),
+                                              static_cast<qsizetype>(bytes.size()));
+    QBuffer buffer(&file);
+    QImageReader reader(&buffer, "jpeg");
+    reader.setAutoTransform(false);
+    const QSize size = reader.size();
+    if (size.isEmpty() || size.width() > kMostPixels / size.height()) {
+        return false;
+    }
+    const std::int64_t eighths = std::max(EighthsFor(size.width(), width), EighthsFor(size.height(), height));
+    if (eighths >= kEighths) {
+        return false;
+    }
+    reader.setScaledSize({static_cast<int>(size.width() * eighths / kEighths),
+                          static_cast<int>(size.height() * eighths / kEighths)});
+    return TakePixels(reader.read().convertToFormat(QImage::Format_RGB32), picture);
+}

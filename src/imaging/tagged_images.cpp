@@ -1,0 +1,161 @@
+// Reading a tag from the start of a file, and handing out its pictures.
+#include "imaging/tagged_images.h"
+
+#include "imaging/asf_parser.h"
+#include "imaging/c32bppdib.h"
+#include "imaging/id3v2_parser.h"
+#include "platform/files.h"
+
+#include <algorithm>
+#include <new>
+
+namespace {
+
+// What is read of every file, and the least size of a file with a tag.
+constexpr int kStart = 30;
+// An ID3v2 tag cannot be larger; an ASF header is not read when it is.
+constexpr std::int64_t kLargestTag = std::int64_t{1} << 28;
+// A buffer above this size, and a list above this length, are not kept for the next file.
+constexpr qsizetype kMostRoom = qsizetype{16} << 20;
+constexpr std::size_t kMostItems = 1024;
+// The least size of an ASF header, and the value of its second reserved byte.
+constexpr int kLeastAsfHeader = 61;
+constexpr int kAsfReserved = 2;
+constexpr int kNoRevision = 255;
+
+std::span<std::uint8_t> BytesOf(QByteArray& bytes) {
+    return {reinterpret_cast<std::uint8_t*>(bytes.data()), static_cast<std::size_t>(bytes.size())};
+}
+
+bool IsAsf(std::span<const std::uint8_t> start) {
+    return std::ranges::equal(start.first(kAsfHeader.size()), kAsfHeader);
+}
+
+// The size of the tag that a file of `fileSize` bytes begins with, by its first bytes; nothing without one.
+std::optional<Integer32> TagSize(QByteArray& start, std::int64_t fileSize) {
+    const TagBuffer header(BytesOf(start));
+    if (start.startsWith("ID3")) {
+        const int version = header.Byte(3);
+        const Integer32 size = header.ReadSyncSafe(6);
+        const bool isKnown = version >= 2 && version <= 4 && header.Byte(4) < kNoRevision;
+        return isKnown && size.value() <= fileSize ? std::optional(size) : std::nullopt;
+    }
+    if (!IsAsf(BytesOf(start)) || header.ReadInt32LE(20) != 0) {
+        return std::nullopt;
+    }
+    const Integer32 size = header.ReadInt32LE(16);
+    const bool isGood = size >= kLeastAsfHeader && size.value() < fileSize && size.value() <= kLargestTag &&
+                        header.Byte(29) == kAsfReserved;
+    return isGood ? std::optional(size) : std::nullopt;
+}
+
+} // namespace
+
+int cTaggedImages::LoadTagged_Images(Files& files, const QString& FileName) {
+    if (images_.capacity() > kMostItems) {
+        images_ = {};
+    }
+    images_.clear();
+    try {
+        TellingWhere([&] { return FileName; }, [&] { ReadTag(files, FileName); });
+        if (!tag_.isEmpty()) {
+            ParseTag(FileName);
+        }
+    } catch (const std::bad_alloc&) {
+        images_ = {};
+        tag_ = QByteArray();
+    }
+    return ImageCount();
+}
+
+// Deliberate D-89: the size in an ID3v2 header leaves out the header itself, whose ten bytes are not added.
+// One expects the whole tag. The buffer ends ten bytes early, and the last picture of a tag without padding
+// loses its last ten bytes; decoders show it all the same.
+void cTaggedImages::ReadTag(Files& files, const QString& FileName) {
+    if (tag_.capacity() > kMostRoom) {
+        tag_ = QByteArray();
+    }
+    tag_.resize(0);
+    const auto file = files.Open(FileName);
+    if (!file || file->Size() < kStart) {
+        return;
+    }
+    tag_.resize(kStart);
+    if (!file->Read(BytesOf(tag_))) {
+        tag_.resize(0);
+        return;
+    }
+    const auto size = TagSize(tag_, file->Size());
+    if (size && *size == 0) {
+        throw RunTimeError(kSubscriptOutOfRange, QStringLiteral("a tag of 0 bytes"));
+    }
+    tag_.resize(size ? size->value() : 0);
+    if (tag_.size() > kStart && !file->Read(BytesOf(tag_).subspan(kStart))) {
+        tag_.resize(0);
+    }
+}
+
+// Deliberate D-90: a broken tag of version 2.2 or 2.4, or a broken ASF header, stops the program, one of
+// version 2.3 gives the pictures found so far. One expects the latter of all. A cabinet that stops names the
+// file.
+void cTaggedImages::ParseTag(const QString& FileName) {
+    TagBuffer tag(BytesOf(tag_));
+    const auto where = [&] { return FileName; };
+    switch (TellingWhere(where, [&] { return tag.Byte(3); })) {
+    case 2:
+        return EndsProgram("ID3v2.2", [&] { TellingWhere(where, [&] { ParseID3v22(tag, images_); }); });
+    case 3:
+        return ParseID3v23(tag, images_);
+    case 4:
+        return EndsProgram("ID3v2.4", [&] { TellingWhere(where, [&] { ParseID3v24(tag, images_); }); });
+    default:
+        return EndsProgram("ASF", [&] { TellingWhere(where, [&] { ParseASF(tag, images_); }); });
+    }
+}
+
+const TagImage* cTaggedImages::Image(int Index) const {
+    return Index >= 1 && Index <= ImageCount() ? &images_[static_cast<std::size_t>(Index - 1)] : nullptr;
+}
+
+QString cTaggedImages::ImageType(int Index) const {
+    const TagImage* const image = Image(Index);
+    if (image == nullptr) {
+        return QString();
+    }
+    const QByteArrayView text(tag_.constData() + image->MimeOffset.value(), image->MimeLength.value());
+    if (!image->MimeIsWide) {
+        return QString::fromLatin1(text);
+    }
+    QString wide(text.size() / 2, Qt::Uninitialized);
+    for (qsizetype i = 0; i < wide.size(); ++i) {
+        const auto low = static_cast<uchar>(text[2 * i]);
+        const auto high = static_cast<uchar>(text[2 * i + 1]);
+        wide[i] = QChar(static_cast<char16_t>(low | high << 8));
+    }
+    return wide;
+}
+
+int cTaggedImages::ImageCategory(int Index) const {
+    const TagImage* const image = Image(Index);
+    return image == nullptr ? 0 : image->Category;
+}
+
+std::optional<std::span<const std::uint8_t>> cTaggedImages::ExtractImageData(int Index) const {
+    const TagImage* const image = Image(Index);
+    if (image == nullptr || image->Length < 1 || image->Offset.value() >= tag_.size()) {
+        return std::nullopt;
+    }
+    const qsizetype offset = image->Offset.value();
+    const qsizetype length = std::min<qsizetype>(image->Length.value(), tag_.size() - offset);
+    return std::span(reinterpret_cast<const std::uint8_t*>(tag_.constData()) + offset,
+                     static_cast<std::size_t>(length));
+}
+
+bool PictureFromStream(const PicturePorts& ports, std::span<const std::uint8_t> bytes, c32bppDIB& picture) {
+    picture.LoadPicture_Stream(ports, bytes);
+    // What the system's own loader reads; the image object reads more.
+    if (picture.ImageType != kImageBitmap && picture.ImageType != kImageGif) {
+        picture.DestroyDIB();
+    }
+    return picture.Handle() != 0;
+}

@@ -1,0 +1,301 @@
+// The tag reader by its members: starts of files, links, flags, kept slips, and one object for many files.
+#include "imaging/tag_test_support.h"
+
+#include "imaging/asf_parser.h"
+#include "imaging/c32bppdib.h"
+#include "platform/simulated/failing_files.h"
+#include "support/error_of.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QByteArray kPicture = "0123456789abcdefghijklmnopqrstuvwxyz";
+
+// The number of the error with which a body stops the program; 0 when it comes back.
+template <typename Body>
+int StopNumber(Body&& body) {
+    try {
+        std::forward<Body>(body)();
+    } catch (const ProgramStop& stop) {
+        return stop.error.number;
+    }
+    return 0;
+}
+
+// --- Starts of files -----------------------------------------------------------------------------
+
+// Notes what is asked of a file system.
+class WatchedFile : public OpenFile {
+public:
+    WatchedFile(std::int64_t size, int& reads) : size_(size), reads_(reads) {}
+    std::int64_t Size() const override { return size_; }
+    bool Read(std::span<std::uint8_t> /*to*/) override { return ++reads_ == 0; }
+
+private:
+    std::int64_t size_;
+    int& reads_;
+};
+
+class WatchedFiles : public FailingFiles {
+public:
+    WatchedFiles(Files& inner, std::int64_t size) : FailingFiles(inner), size_(size) {}
+    std::unique_ptr<OpenFile> Open(const QString& /*path*/) override {
+        return std::make_unique<WatchedFile>(size_, reads);
+    }
+    int reads = 0;
+
+private:
+    std::int64_t size_;
+};
+
+TEST(TaggedImages, AFileOf29BytesHasNoPicturesAndIsNotRead) {
+    PosixFiles inner;
+    for (const auto& [size, reads] : {std::pair(29, 0), std::pair(30, 1)}) {
+        WatchedFiles files(inner, size);
+        cTaggedImages tag;
+        EXPECT_EQ(tag.LoadTagged_Images(files, u"song"_s), 0);
+        EXPECT_EQ(files.reads, reads);
+    }
+}
+
+TEST(TaggedImages, AFileThatCannotBeOpenedHasNoPictures) {
+    HomeFolder home;
+    const QString path = home.Write(u"song"_s, Id3File(3, Apic(3, kPicture) + Padding()));
+    FailingFiles files(home.files());
+    cTaggedImages tag;
+    EXPECT_EQ(tag.LoadTagged_Images(files, path), 1);
+    files.Fail("Open");
+    EXPECT_EQ(tag.LoadTagged_Images(files, path), 0);
+    EXPECT_EQ(tag.ExtractTag(), 0);
+    EXPECT_EQ(tag.LoadTagged_Images(home.files(), home.Path()), 0);
+    EXPECT_EQ(tag.LoadTagged_Images(home.files(), home.Path(u"none"_s)), 0);
+    EXPECT_EQ(tag.LoadTagged_Images(home.files(), QString()), 0);
+}
+
+TEST(TaggedImages, Version5HasNoPictures) {
+    TagReader reader;
+    EXPECT_EQ(reader.Load(Id3File(5, Apic(3, kPicture) + Padding())), 0);
+    EXPECT_EQ(reader.Load(Id3File(3, Apic(3, kPicture) + Padding())), 1);
+}
+
+TEST(TaggedImages, ATagOfNoBytesIsAnError) {
+    TagReader reader;
+    for (const int version : {2, 3, 4}) {
+        EXPECT_EQ(ErrorOf([&] { reader.Load(Id3File(version, "")); }), 9);
+        EXPECT_EQ(reader.tag.ImageCount(), 0);
+    }
+}
+
+// --- Pictures ------------------------------------------------------------------------------------
+
+// Deliberate D-89: the buffer lacks the tag's last ten bytes.
+// Deliberate D-83: the frame passes the test of its length all the same.
+TEST(TaggedImages, ALastFrameWithoutPaddingLosesItsLastTenBytes) {
+    TagReader reader;
+    for (const int version : {3, 4}) {
+        ASSERT_EQ(reader.Load(Id3File(version, Apic(version, kPicture))), 1);
+        EXPECT_EQ(reader.Data(1), kPicture.chopped(10));
+        ASSERT_EQ(reader.Load(Id3File(version, Apic(version, kPicture) + Padding())), 1);
+        EXPECT_EQ(reader.Data(1), kPicture);
+    }
+}
+
+TEST(TaggedImages, ALinkIsNotListed) {
+    TagReader reader;
+    for (const int version : {3, 4}) {
+        EXPECT_EQ(reader.Load(Id3File(version, Apic(version, "http://x/a.jpg", {.mime = "-->"}) +
+                                                   Apic(version, kPicture) + Padding())),
+                  1);
+        EXPECT_EQ(reader.Data(1), kPicture);
+    }
+    EXPECT_EQ(reader.Load(Id3File(2, "PIC" + BigEndian(19).sliced(1) + Bytes({0}) + "-->" + Bytes({3, 0}) +
+                                         "http://x/a.jp" + Padding())),
+              0);
+}
+
+TEST(TaggedImages, AFrameWithFlags80IsSkippedAndOneWith3FIsNot) {
+    TagReader reader;
+    EXPECT_EQ(reader.Load(Id3File(3, Apic(3, kPicture, {.flags = 0x80}) + Padding())), 0);
+    EXPECT_EQ(reader.Load(Id3File(3, Apic(3, kPicture, {.flags = 0x40}) + Padding())), 0);
+    ASSERT_EQ(reader.Load(Id3File(3, Apic(3, kPicture, {.flags = 0x3F}) + Padding())), 1);
+    EXPECT_EQ(reader.Data(1), kPicture);
+}
+
+// Deliberate D-81: in version 2.2 the encoding's number is added.
+TEST(TaggedImages, AWideDescriptionShiftsThePictureIn22AndNotIn23) {
+    const QByteArray wide = Bytes({0xFF, 0xFE, 'A', 0, 'b', 0, 0, 0});
+    TagReader reader;
+    ASSERT_EQ(reader.Load(Id3File(2, "PIC" + BigEndian(5 + wide.size() + kPicture.size()).sliced(1) +
+                                         Bytes({1}) + "JPG" + Bytes({3}) + wide + kPicture + Padding())),
+              1);
+    EXPECT_EQ(reader.Data(1), kPicture.sliced(1));
+    ASSERT_EQ(reader.Load(Id3File(3, Apic(3, kPicture, {.encoding = 1, .description = wide}) + Padding())),
+              1);
+    EXPECT_EQ(reader.Data(1), kPicture);
+}
+
+TEST(TaggedImages, TwoPicturesAreNumbered1And2) {
+    TagReader reader;
+    ASSERT_EQ(reader.Load(Id3File(3, Apic(3, kPicture, {.category = 4}) +
+                                         Apic(3, kPicture + kPicture, {.category = 6, .mime = "image/png"}) +
+                                         Padding())),
+              2);
+    EXPECT_EQ(reader.tag.ImageCount(), 2);
+    EXPECT_EQ(reader.tag.ImageType(1), u"image/jpeg"_s);
+    EXPECT_EQ(reader.tag.ImageType(2), u"image/png"_s);
+    EXPECT_EQ(reader.tag.ImageCategory(1), 4);
+    EXPECT_EQ(reader.tag.ImageCategory(2), 6);
+    EXPECT_EQ(reader.Data(2), kPicture + kPicture);
+    for (const int none : {-1, 0, 3}) {
+        EXPECT_EQ(reader.tag.ImageType(none), QString());
+        EXPECT_EQ(reader.tag.ImageCategory(none), 0);
+        EXPECT_FALSE(reader.tag.ExtractImageData(none));
+    }
+}
+
+// Deliberate D-80: the last byte of a frame whose unsynchronisation was removed becomes zero.
+TEST(TaggedImages, AnUnsynchronisedFrameLosesItsLastByte) {
+    TagReader reader;
+    const QByteArray picture = "ab" + Bytes({0xFF, 0x00, 0x01}) + "cd";
+    ASSERT_EQ(reader.Load(Id3File(4, Apic(4, picture, {.flags = 0x02}) + Padding())), 1);
+    EXPECT_EQ(reader.Data(1), "ab" + Bytes({0xFF, 0x01}) + "c" + Bytes({0}));
+}
+
+// Deliberate D-82: flags for a group and a data length make a picture longer.
+TEST(TaggedImages, AGroupAndADataLengthMakeAPictureLongerInVersion4) {
+    TagReader reader;
+    for (const auto& [flags, more] : {std::pair(0x40, 1), std::pair(0x01, 4), std::pair(0x41, 5)}) {
+        ASSERT_EQ(reader.Load(Id3File(4, Apic(4, kPicture, {.flags = flags}) + Padding())), 1);
+        EXPECT_EQ(reader.Data(1), kPicture + QByteArray(more, '\0'));
+    }
+}
+
+// Deliberate D-84: the byte of a group is not skipped. The encoding of the text then stands for the format's
+// first byte, and a format's letter for the category.
+TEST(TaggedImages, TheByteOfAGroupIsNotSkippedInVersion3) {
+    TagReader reader;
+    const QByteArray body = Bytes({0, 0}) + "image/jpeg" + Bytes({0, 3, 0}) + kPicture;
+    ASSERT_EQ(reader.Load(Id3File(3, "APIC" + BigEndian(body.size()) + Bytes({0, 0x20}) + body + Padding())),
+              1);
+    EXPECT_EQ(reader.tag.ImageType(1), QString());
+    EXPECT_EQ(reader.tag.ImageCategory(1), 'i');
+}
+
+// Deliberate D-85: the area of an unsynchronised tag passes its end by the length of an extended header.
+TEST(TaggedImages, AnUnsynchronisedTagWithAnExtendedHeaderIsBroken) {
+    TagReader reader;
+    EXPECT_EQ(
+        reader.Load(Id3File(3, BigEndian(10) + QByteArray(6, '\0') + Apic(3, kPicture) + Padding(), 0xC0)),
+        0);
+    EXPECT_EQ(StopNumber([&] {
+                  reader.Load(Id3File(4, SyncSafe(6) + Bytes({1, 0}) + Apic(4, kPicture) + Padding(), 0xC0));
+              }),
+              9);
+}
+
+// Deliberate D-86: in version 2.3 the size field of an extended header is not skipped, in 2.4 it is.
+TEST(TaggedImages, FramesBehindAnExtendedHeaderAreFoundInVersion4Alone) {
+    TagReader reader;
+    EXPECT_EQ(
+        reader.Load(Id3File(3, BigEndian(6) + QByteArray(6, '\0') + Apic(3, kPicture) + Padding(), 0x40)), 0);
+    EXPECT_EQ(reader.Load(Id3File(4, SyncSafe(6) + Bytes({1, 0}) + Apic(4, kPicture) + Padding(), 0x40)), 1);
+}
+
+// Deliberate D-90: what stops the program in 2.2 and 2.4 gives the pictures found so far in 2.3.
+TEST(TaggedImages, ABrokenTagStopsTheProgramInVersions2And4) {
+    TagReader reader;
+    const QByteArray open = "APIC" + BigEndian(40) + Bytes({0, 0}) + QByteArray(60, 'x');
+    EXPECT_EQ(reader.Load(Id3File(3, Apic(3, kPicture) + open)), 1);
+    EXPECT_EQ(StopNumber([&] { reader.Load(Id3File(4, Apic(4, kPicture) + open)); }), 9);
+    EXPECT_EQ(StopNumber([&] {
+                  reader.Load(Id3File(2, "PIC" + BigEndian(40).sliced(1) + Bytes({0}) + QByteArray(60, 'x')));
+              }),
+              9);
+}
+
+// --- ASF -----------------------------------------------------------------------------------------
+
+QByteArray Fixture(const QString& name) {
+    return PosixFiles().ReadWhole(QStringLiteral(TESTS_FOLDER "/tags/files/") + name, 1 << 20).value_or("");
+}
+
+TEST(TaggedImages, APictureInTheMetadataLibraryIsFoundIfTheObjectsAroundItParse) {
+    TagReader reader;
+    EXPECT_EQ(reader.Load(Fixture(u"asf-metadata-library.wma"_s)), 1);
+    EXPECT_EQ(reader.Load(Fixture(u"asf-metadata-library-among-others.wma"_s)), 2);
+    EXPECT_EQ(reader.Load(Fixture(u"asf-extension-object-of-0.wma"_s)), 0);
+}
+
+// Deliberate D-87: the Header Extension Object ends the search.
+TEST(TaggedImages, APictureBehindTheHeaderExtensionIsNotReached) {
+    TagReader reader;
+    EXPECT_EQ(reader.Load(Fixture(u"asf-behind-the-header-extension.wma"_s)), 0);
+    EXPECT_EQ(reader.Load(Fixture(u"asf-both-places.wma"_s)), 2);
+}
+
+// Deliberate D-88: bytes behind the last record of a Metadata Library Object are taken for the next object.
+TEST(TaggedImages, BytesBehindTheLastRecordHideTheNextObject) {
+    TagReader reader;
+    EXPECT_EQ(reader.Load(Fixture(u"asf-library-with-bytes-behind.wma"_s)), 1);
+}
+
+// --- One object for many files -------------------------------------------------------------------
+
+TEST(TaggedImages, EachLoadForgetsTheFileBefore) {
+    TagReader reader;
+    ASSERT_EQ(reader.Load(Id3File(3, Apic(3, kPicture) + Padding())), 1);
+    EXPECT_GT(reader.tag.ExtractTag(), 0);
+    EXPECT_EQ(reader.Load(QByteArray(100, 'x')), 0);
+    EXPECT_EQ(reader.tag.ExtractTag(), 0);
+    EXPECT_EQ(reader.Data(1), "(nothing)");
+    ASSERT_EQ(reader.Load(Id3File(3, Apic(3, kPicture) + Padding())), 1);
+    EXPECT_EQ(StopNumber([&] { reader.Load(Id3File(4, "APIC")); }), 9);
+    EXPECT_EQ(reader.tag.ImageCount(), 0);
+}
+
+TEST(TaggedImages, PicturesAreRangesOfOneBuffer) {
+    TagReader reader;
+    ASSERT_EQ(reader.Load(Id3File(3, Apic(3, kPicture) + Apic(3, kPicture) + Padding())), 2);
+    const auto first = reader.tag.ExtractImageData(1);
+    const auto second = reader.tag.ExtractImageData(2);
+    ASSERT_TRUE(first && second);
+    EXPECT_EQ(second->data() - first->data(), Apic(3, kPicture).size());
+}
+
+// --- Hostile tags --------------------------------------------------------------------------------
+
+double SecondsToLoad(const QByteArray& file) {
+    TagReader reader;
+    const auto start = std::chrono::steady_clock::now();
+    try {
+        reader.Load(file);
+    } catch (const ProgramStop&) {
+        // Broken or not, it has to be over soon.
+    }
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+// Searching each string anew to the end of the tag would take minutes.
+TEST(TaggedImages, StringsWithoutEndAreSearchedOnce) {
+    constexpr int kFrames = 100'000;
+    const QByteArray wide =
+        "APIC" + SyncSafe(200) + Bytes({0, 0, 1}) + "abc" + Bytes({0, 3}) + QByteArray(195, 'x');
+    const QByteArray bytes =
+        "PIC" + Bytes({1, 1, 1}) + Bytes({0}) + "JPG" + Bytes({3}) + QByteArray(0x10101 - 5, 'x');
+    EXPECT_LT(SecondsToLoad(Id3File(4, wide.repeated(kFrames) + Bytes({'A', 0, 0, 0}))), 20);
+    EXPECT_LT(SecondsToLoad(Id3File(2, bytes.repeated(1000))), 20);
+}
+
+TEST(TaggedImages, TheListOfPicturesIsBounded) {
+    TagReader reader;
+    const QByteArray least = "APIC" + BigEndian(1) + Bytes({0, 0, 0});
+    const int count = reader.Load(Id3File(3, least.repeated((1 << 20) + 1000) + Padding()));
+    EXPECT_EQ(count, 1 << 20);
+}
+
+} // namespace

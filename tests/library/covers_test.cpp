@@ -1,0 +1,462 @@
+// Covers of slots and the big cover: which file or tag is taken, where it is drawn, and what is kept of it.
+#include "library/covers.h"
+
+#include "imaging/tag_test_support.h"
+#include "library/tag_covers.h"
+#include "platform/simulated/failing_files.h"
+#include "rendering/redraw_jukebox.h"
+#include "rendering/track_zone.h"
+#include "support/error_of.h"
+#include "support/jukebox.h"
+
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+#include <QImage>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr QRgb kRed = qRgb(220, 10, 10);
+constexpr QRgb kGreen = qRgb(10, 200, 10);
+constexpr QRgb kBlue = qRgb(10, 10, 220);
+
+// The first slot of the test theme, and its box for covers.
+constexpr QRect kSlot(4, 3, 216, 32);
+constexpr QRect kCoverBox(30, 6, 26, 26);
+
+// A picture of one colour.
+QByteArray PictureFile(QRgb colour, const char* format, const QSize& size) {
+    QImage picture(size, QImage::Format_RGB32);
+    picture.fill(colour);
+    QBuffer file;
+    file.open(QIODevice::WriteOnly);
+    picture.save(&file, format, 100);
+    return file.data();
+}
+
+QByteArray Png(QRgb colour) {
+    return PictureFile(colour, "PNG", QSize(64, 64));
+}
+
+// Larger than twice any box of the test theme.
+QByteArray Jpeg(QRgb colour) {
+    return PictureFile(colour, "JPG", QSize(640, 640));
+}
+
+QByteArray TaggedTrack(const QByteArray& picture, const PictureFrame& of = {}) {
+    return Id3File(3, Apic(3, picture, of) + Padding());
+}
+
+// A JPEG is off by a step or two.
+bool IsLike(QRgb a, QRgb b) {
+    return qAbs(qRed(a) - qRed(b)) < 4 && qAbs(qGreen(a) - qGreen(b)) < 4 && qAbs(qBlue(a) - qBlue(b)) < 4;
+}
+
+class Covers : public testing::Test {
+protected:
+    explicit Covers(const QSize& screen = QSize(640, 360)) : box(screen) {}
+
+    // A file of the music folder; folders on its way are made.
+    void Music(const QString& name, const QByteArray& bytes) {
+        box.Folder(name.contains(u'/') ? name.left(name.lastIndexOf(u'/')) : QString());
+        ASSERT_TRUE(PosixFiles().Write(box.Music(name), bytes, false));
+    }
+    void Set(const char* key, const char* value) {
+        box.SetKey(u"config.ini"_s, u"Main"_s, QString::fromLatin1(key), QString::fromLatin1(value));
+    }
+
+    // The area of a colour on one of the surfaces.
+    static QRect AreaOf(const Surface& surface, QRgb colour) {
+        QRect area;
+        for (int y = 0; y < surface.Height(); ++y) {
+            for (int x = 0; x < surface.Width(); ++x) {
+                area = IsLike(surface.picture.pixel(x, y), colour) ? area.united(QRect(x, y, 1, 1)) : area;
+            }
+        }
+        return area;
+    }
+    // The area of a colour in the track zone, the same in both looks.
+    QRect AreaOf(QRgb colour) const {
+        const QRect area = AreaOf(box.form.Picture_Cache, colour);
+        EXPECT_EQ(AreaOf(box.form.Picture_CacheHilight, colour), area);
+        return area;
+    }
+    // Where the first slot's title begins: behind the cover's box if the slot counts as having a cover.
+    bool FirstSlotHasCover() const {
+        const QString drawn = box.DrawnTexts().filter(QStringLiteral(",28,Vantorix Test")).value(0);
+        return drawn.split(u',').value(1).toInt() > kCoverBox.right();
+    }
+
+    Jukebox box;
+};
+
+// --- Folders -------------------------------------------------------------------------------------
+
+TEST_F(Covers, AFolderWithBothPicturesShowsTheJpg) {
+    Music(u"Rock/folder.png"_s, Png(kRed));
+    Music(u"Rock/folder.jpg"_s, Jpeg(kGreen));
+    box.Start();
+    EXPECT_EQ(AreaOf(kGreen), kCoverBox);
+    EXPECT_EQ(AreaOf(kRed), QRect());
+    EXPECT_TRUE(FirstSlotHasCover());
+}
+
+TEST_F(Covers, AFolderPictureIsFoundInAnyCaseAndToldByItsContent) {
+    Music(u"Rock/Folder.JPG"_s, Png(kGreen));
+    box.Start();
+    EXPECT_EQ(AreaOf(kGreen), kCoverBox);
+}
+
+// Deliberate D-92: a "bigcover" does not ask for ShowCover.
+TEST_F(Covers, ABigCoverFillsTheWholeSlotWithoutShowCover) {
+    Set("ShowCover", "false");
+    Set("ShowBigCover", "true");
+    Music(u"Rock/bigcover.jpg"_s, Jpeg(kGreen));
+    Music(u"Rock/bigcover.png"_s, Png(kRed));
+    Music(u"Rock/folder.png"_s, Png(kBlue));
+    box.Start();
+    EXPECT_EQ(AreaOf(kGreen), kSlot);
+    EXPECT_EQ(AreaOf(kRed), QRect());
+    EXPECT_EQ(AreaOf(kBlue), QRect());
+}
+
+TEST_F(Covers, AFolderPictureComesBeforeABigCover) {
+    Set("ShowBigCover", "true");
+    Music(u"Rock/bigcover.png"_s, Png(kGreen));
+    Music(u"Rock/folder.png"_s, Png(kRed));
+    box.Start();
+    EXPECT_EQ(AreaOf(kRed), kCoverBox);
+    EXPECT_EQ(AreaOf(kGreen), QRect());
+}
+
+TEST_F(Covers, ABigCoverPngWithoutShowFolderCoverIsNotShown) {
+    Set("ShowBigCover", "true");
+    Set("ShowFolderCover", "false");
+    Music(u"Rock/bigcover.png"_s, Png(kGreen));
+    box.Start();
+    EXPECT_EQ(AreaOf(kGreen), QRect());
+    EXPECT_FALSE(FirstSlotHasCover());
+}
+
+TEST_F(Covers, ABigCoverNeedsShowBigCover) {
+    Music(u"Rock/bigcover.png"_s, Png(kGreen));
+    box.Start();
+    EXPECT_EQ(AreaOf(kGreen), QRect());
+}
+
+TEST_F(Covers, APictureThatCannotBeDecodedStillTakesTheCoversRoom) {
+    Music(u"Rock/folder.jpg"_s, QByteArray(500, 'x'));
+    Music(u"Rock/folder.png"_s, Png(kGreen));
+    box.Start();
+    EXPECT_EQ(AreaOf(kGreen), QRect());
+    EXPECT_TRUE(FirstSlotHasCover());
+    EXPECT_EQ(box.form.ImgCover.Width(), 0);
+}
+
+// --- Tracks --------------------------------------------------------------------------------------
+
+TEST_F(Covers, APictureBesideATrackIsShown) {
+    Music(u"Song.mp3"_s, "");
+    Music(u"song.jpg"_s, Png(kGreen));
+    box.Start();
+    EXPECT_EQ(AreaOf(kGreen), kCoverBox);
+    EXPECT_TRUE(FirstSlotHasCover());
+}
+
+TEST_F(Covers, APictureBesideATrackNeedsShowCover) {
+    Music(u"x.mp3"_s, TaggedTrack(Jpeg(kRed)));
+    Music(u"x.jpg"_s, Png(kGreen));
+    Set("ShowCover", "false");
+    box.Start();
+    EXPECT_EQ(AreaOf(kGreen), QRect());
+    EXPECT_EQ(AreaOf(kRed), QRect());
+    EXPECT_FALSE(FirstSlotHasCover());
+}
+
+TEST_F(Covers, APngBesideATrackIsNotLookedAt) {
+    Music(u"x.mp3"_s, "");
+    Music(u"x.png"_s, Png(kGreen));
+    box.Start();
+    EXPECT_EQ(AreaOf(kGreen), QRect());
+}
+
+TEST_F(Covers, APictureBesideATrackComesBeforeItsTag) {
+    Music(u"x.mp3"_s, TaggedTrack(Jpeg(kRed)));
+    Music(u"x.jpg"_s, Png(kGreen));
+    box.Start();
+    EXPECT_EQ(AreaOf(kGreen), kCoverBox);
+    Set("ShowFileCover", "false");
+    box.Start();
+    EXPECT_EQ(AreaOf(kRed), kCoverBox);
+    Set("ShowMp3CoverTag", "false");
+    box.Start();
+    EXPECT_EQ(AreaOf(kRed), QRect());
+}
+
+// Deliberate D-91: three characters are cut, so that a track x.flac goes with x.fjpg.
+TEST_F(Covers, AFourLetterEndingNeverMeetsTheJpg) {
+    Music(u"x.flac"_s, "");
+    Music(u"x.jpg"_s, Png(kGreen));
+    box.Start();
+    EXPECT_EQ(AreaOf(kGreen), QRect());
+    Music(u"x.fjpg"_s, Png(kRed));
+    box.Start();
+    EXPECT_EQ(AreaOf(kRed), kCoverBox);
+}
+
+// Deliberate D-93: the zone's corner is added for folders alone.
+TEST_F(Covers, TheZonesCornerMovesTheCoverOfAFolderAndNotThatOfATrack) {
+    box.SetTheme(u"zonelist"_s, u"ZoneListX"_s, u"5"_s);
+    box.SetTheme(u"zonelist"_s, u"ZoneListY"_s, u"7"_s);
+    Set("ShowBigCover", "true");
+    Music(u"A/folder.png"_s, Png(kRed));
+    Music(u"B/bigcover.png"_s, Png(kBlue));
+    Music(u"C.mp3"_s, TaggedTrack(Jpeg(kGreen)));
+    box.Start();
+    EXPECT_EQ(AreaOf(kRed), kCoverBox.translated(5, 7));
+    EXPECT_EQ(AreaOf(kBlue), kSlot.translated(5, 7 + 33));
+    // The slot's number and title are drawn later and elsewhere.
+    EXPECT_EQ(AreaOf(kGreen), kCoverBox.translated(0, 2 * 33));
+}
+
+// --- Tags ----------------------------------------------------------------------------------------
+
+TEST_F(Covers, ATrackWithABackCoverAloneHasNoTagPicture) {
+    Music(u"x.mp3"_s, TaggedTrack(Jpeg(kRed), {.category = 4}));
+    box.Start();
+    EXPECT_EQ(AreaOf(kRed), QRect());
+    EXPECT_FALSE(FirstSlotHasCover());
+}
+
+TEST_F(Covers, TheFirstOfAnOtherAndAFrontCoverIsUsed) {
+    Music(u"x.mp3"_s,
+          Id3File(3, Apic(3, Jpeg(kBlue), {.category = 4}) + Apic(3, Jpeg(kRed), {.category = 0}) +
+                         Apic(3, Jpeg(kGreen), {.category = 3}) + Padding()));
+    box.Start();
+    EXPECT_EQ(AreaOf(kRed), kCoverBox);
+    EXPECT_EQ(AreaOf(kGreen), QRect());
+    EXPECT_EQ(AreaOf(kBlue), QRect());
+}
+
+// Deliberate D-95: a PNG stays empty, ends the search and counts as a cover.
+TEST_F(Covers, APngInATagLeavesTheBoxEmptyAndEndsTheSearch) {
+    for (const char* const mime : {"image/png", "PNG", "image/tiff", "image/x-other", "image/jpeg"}) {
+        Music(u"x.mp3"_s, Id3File(3, Apic(3, Png(kRed), {.mime = mime}) + Apic(3, Jpeg(kGreen)) + Padding()));
+        box.Start();
+        EXPECT_EQ(AreaOf(kRed), QRect()) << mime;
+        EXPECT_EQ(AreaOf(kGreen), QRect()) << mime;
+        EXPECT_TRUE(FirstSlotHasCover()) << mime;
+    }
+}
+
+// The kind goes by the format's text, and decides only whether the loader is asked.
+TEST_F(Covers, AJpegIsShownUnderAnyNameOfAKnownKind) {
+    for (const char* const mime :
+         {"image/JPEG", "jpg", "image/bmp", "x-Bitmap", "image/gif", "x-metafile", "image/wmf"}) {
+        Music(u"x.mp3"_s, TaggedTrack(Jpeg(kGreen), {.mime = mime}));
+        box.Start();
+        EXPECT_EQ(AreaOf(kGreen), kCoverBox) << mime;
+    }
+    for (const char* const mime : {"", "image/png", "image/tiff", "picture"}) {
+        Music(u"x.mp3"_s, TaggedTrack(Jpeg(kGreen), {.mime = mime}));
+        box.Start();
+        EXPECT_EQ(AreaOf(kGreen), QRect()) << mime;
+    }
+}
+
+TEST_F(Covers, APictureOfWhichNothingLiesInTheTagEndsTheSearchWithoutACover) {
+    // The description passes its frame's end, so that the length is negative.
+    const QByteArray open = Apic(3, "", {.description = "no end"});
+    Music(u"x.mp3"_s, Id3File(3, open + Apic(3, Jpeg(kGreen)) + Padding()));
+    box.Start();
+    EXPECT_EQ(AreaOf(kGreen), QRect());
+    EXPECT_FALSE(FirstSlotHasCover());
+}
+
+TEST_F(Covers, ABrokenTagOnThePageStopsTheProgramAndIsNamed) {
+    Music(u"x.mp3"_s, Id3File(4, "APIC" + SyncSafe(30) + Bytes({0, 0}) + QByteArray(60, 'x')));
+    const auto stop = StopOf([&] { box.Start(); });
+    ASSERT_TRUE(stop);
+    EXPECT_EQ(stop->error.number, 9);
+    EXPECT_TRUE(stop->error.detail.contains(box.Music(u"x.mp3"_s)));
+}
+
+TEST_F(Covers, TheLastTagPictureIsHeldWhole) {
+    Music(u"a.mp3"_s, TaggedTrack(PictureFile(kRed, "JPG", QSize(300, 200))));
+    Music(u"b.mp3"_s, TaggedTrack(PictureFile(kGreen, "JPG", QSize(250, 220))));
+    box.Start();
+    SettleTmpCover(box.form);
+    // Whole decoding needs the system's loader; without one the surface stays empty, but never smaller.
+    const Surface& cover = box.form.Picture_TmpCover;
+    EXPECT_TRUE(cover.picture.isNull() || cover.picture.size() == QSize(250, 220));
+}
+
+// --- The big cover -------------------------------------------------------------------------------
+
+class BigCovers : public Covers {
+protected:
+    explicit BigCovers(const QSize& screen = QSize(640, 360)) : Covers(screen) {}
+    void SetUp() override { Set("ShowBigCover", "true"); }
+    // The command block of the test theme, but for ten pixels at each side.
+    static constexpr QRect kBlock{448 + 10, 240 + 10, 192 - 20, 120 - 20};
+    QRect OnScreen(QRgb colour) const { return AreaOf(box.form.Picture_Main, colour); }
+};
+
+TEST_F(BigCovers, AFolderShowsItsPictureAndNeverItsBigCover) {
+    Music(u"A/folder.png"_s, Png(kGreen));
+    Music(u"A/bigcover.png"_s, Png(kRed));
+    Music(u"B/bigcover.png"_s, Png(kRed));
+    box.Start();
+    EXPECT_EQ(box.form.CoverKind, 1);
+    EXPECT_EQ(OnScreen(kGreen).united(kBlock), OnScreen(kGreen));
+    LoadBigCover(box.form, 1);
+    EXPECT_EQ(box.form.CoverKind, 0);
+}
+
+TEST_F(BigCovers, ATrackShowsThePictureBesideIt) {
+    Music(u"a.mp3"_s, TaggedTrack(Jpeg(kRed)));
+    Music(u"a.jpg"_s, Png(kGreen));
+    box.Start();
+    EXPECT_EQ(box.form.CoverKind, 1);
+    EXPECT_EQ(OnScreen(kGreen).right(), kBlock.right());
+    EXPECT_EQ(OnScreen(kGreen).bottom(), kBlock.bottom());
+}
+
+// Deliberate D-94: none of the other switches counts.
+TEST_F(BigCovers, TheOtherSwitchesPlayNoPart) {
+    for (const char* const key : {"ShowCover", "ShowFolderCover", "ShowFileCover", "ShowMp3CoverTag"}) {
+        Set(key, "false");
+    }
+    Music(u"A/folder.png"_s, Png(kGreen));
+    Music(u"b.mp3"_s, TaggedTrack(Jpeg(kBlue)));
+    Music(u"c.mp3"_s, "");
+    Music(u"c.jpg"_s, Png(kRed));
+    box.Start();
+    EXPECT_EQ(box.form.CoverKind, 1);
+    LoadBigCover(box.form, 1);
+    EXPECT_EQ(box.form.CoverKind, 2);
+    LoadBigCover(box.form, 2);
+    EXPECT_EQ(box.form.CoverKind, 1);
+}
+
+TEST_F(BigCovers, AnEmptySlotHasNone) {
+    box.Start();
+    box.form.CoverKind = 1;
+    LoadBigCover(box.form, 5);
+    EXPECT_EQ(box.form.CoverKind, 0);
+}
+
+// On a screen of twice the theme's size, where copies onto the screen are smooth.
+class BigTagCovers : public BigCovers {
+protected:
+    BigTagCovers() : BigCovers(QSize(1280, 720)) {}
+    static QByteArray LargeTrack(QRgb colour) {
+        return TaggedTrack(PictureFile(colour, "JPG", QSize(1000, 1000)));
+    }
+    // Two corners and the middle of the block are in a colour.
+    bool FillsTheBlock(QRgb colour) const {
+        const QRect block(2 * kBlock.topLeft(), 2 * kBlock.size());
+        for (const QPoint place : {block.topLeft(), block.center(), block.bottomRight()}) {
+            if (!IsLike(box.form.Picture_Main.picture.pixel(place), colour)) {
+                return false;
+            }
+        }
+        return true;
+    }
+};
+
+TEST_F(BigTagCovers, ATrackWithoutAPictureBesideItShowsTheOneInItsTag) {
+    Music(u"a.mp3"_s, LargeTrack(kBlue));
+    Music(u"b.mp3"_s, "");
+    box.Start();
+    EXPECT_EQ(box.form.CoverKind, 2);
+    EXPECT_TRUE(FillsTheBlock(kBlue));
+    box.form.SelY = 2;
+    RedrawJukebox(box.form);
+    EXPECT_EQ(box.form.CoverKind, 0);
+    EXPECT_FALSE(FillsTheBlock(kBlue));
+}
+
+// A page that is drawn anew leaves its own last tag picture behind.
+TEST_F(BigTagCovers, ItIsWhateverTheSurfaceHoldsWhenItIsDrawn) {
+    Music(u"a.mp3"_s, LargeTrack(kRed));
+    Music(u"b.mp3"_s, LargeTrack(kBlue));
+    box.Start();
+    RedrawJukebox(box.form);
+    EXPECT_TRUE(FillsTheBlock(kRed));
+    DrawZoneList(box.form);
+    RedrawJukebox(box.form);
+    EXPECT_TRUE(FillsTheBlock(kBlue));
+}
+
+// --- What is kept --------------------------------------------------------------------------------
+
+// A form over files that count.
+class CountedCovers : public Covers {
+protected:
+    FailingFiles counted{box.platform.realFiles};
+    Ports PortsOver() {
+        Ports ports = box.platform.ports();
+        return {ports.audio, ports.graphs, ports.MSComm1, ports.display, ports.windows,
+                ports.fonts, ports.clock,  ports.pump,    ports.dialogs, ports.messageBox,
+                counted,     ports.zlib,   ports.pictures};
+    }
+};
+
+TEST_F(CountedCovers, APageSeenAgainReadsNoPictureAndNoTag) {
+    Music(u"A/folder.jpg"_s, Jpeg(kRed));
+    Music(u"b.mp3"_s, TaggedTrack(Jpeg(kGreen)));
+    Music(u"c.mp3"_s, "");
+    Form_Main form(PortsOver());
+    form.AppFolder = box.Home();
+    Form_Load(form);
+    ASSERT_EQ(AreaOf(form.Picture_Cache, kRed), kCoverBox);
+    const QImage first = form.Picture_Cache.picture.copy();
+    const int opened = counted.Calls("Open");
+    const int read = counted.Calls("ReadWhole");
+    EXPECT_GT(opened, 0);
+    DrawZoneList(form);
+    EXPECT_EQ(counted.Calls("Open"), opened);
+    EXPECT_EQ(counted.Calls("ReadWhole"), read);
+    EXPECT_EQ(form.Picture_Cache.picture, first);
+}
+
+TEST_F(Covers, AChangedFileIsShownAnew) {
+    Music(u"A/folder.jpg"_s, Jpeg(kRed));
+    Music(u"b.mp3"_s, TaggedTrack(Jpeg(kBlue)));
+    box.Start();
+    EXPECT_EQ(AreaOf(kRed), kCoverBox);
+    Music(u"A/folder.jpg"_s, Jpeg(kGreen) + "longer");
+    Music(u"b.mp3"_s, TaggedTrack(Jpeg(kRed)) + "longer");
+    DrawZoneList(box.form);
+    EXPECT_EQ(AreaOf(kGreen), kCoverBox);
+    EXPECT_EQ(AreaOf(kRed), kCoverBox.translated(0, 33));
+}
+
+TEST_F(Covers, AFileThatGoesTakesItsCoverAlong) {
+    Music(u"A/folder.jpg"_s, Jpeg(kRed));
+    Music(u"b.mp3"_s, TaggedTrack(Jpeg(kBlue)));
+    box.Start();
+    QFile::remove(box.Music(u"A/folder.jpg"_s));
+    QFile::remove(box.Music(u"b.mp3"_s));
+    DrawZoneList(box.form);
+    EXPECT_EQ(AreaOf(kRed), QRect());
+    EXPECT_EQ(AreaOf(kBlue), QRect());
+}
+
+TEST_F(Covers, ABoxOfNoSizeShowsAFileInItsOwnSizeAndATagNotAtAll) {
+    box.SetTheme(u"zonelistGauche1"_s, u"ZoneListPisteCoverW"_s, u"0"_s);
+    Music(u"a.mp3"_s, "");
+    Music(u"a.jpg"_s, PictureFile(kGreen, "PNG", QSize(40, 40)));
+    box.Start();
+    EXPECT_EQ(AreaOf(kGreen), QRect(kCoverBox.topLeft(), QSize(40, kCoverBox.height())));
+    QFile::remove(box.Music(u"a.jpg"_s));
+    Music(u"a.mp3"_s, TaggedTrack(Jpeg(kRed)));
+    box.Start();
+    EXPECT_EQ(AreaOf(kRed), QRect());
+    EXPECT_TRUE(FirstSlotHasCover());
+}
+
+} // namespace
