@@ -4,6 +4,7 @@
 #include "list_bench.h"
 #include "png_bench.h"
 #include "start_bench.h"
+#include "tag_bench.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -13,7 +14,7 @@
 namespace {
 
 constexpr char kUsage[] =
-    "vantorix-bench HOME_FOLDER DEMO_FOLDER [ini|list|png|frame|start]...\n"
+    "vantorix-bench HOME_FOLDER DEMO_FOLDER [ini|list|png|tags|frame|start]...\n"
     "  the folders home/ and demo/ of the repository; without a word every row is measured\n";
 
 } // namespace
@@ -39,6 +40,10 @@ int main(int argc, char** argv) {
     }
     if (wanted("png")) {
         BenchPng(home + QStringLiteral("/themes/default"));
+    }
+    if (wanted("tags")) {
+        BenchTags();
+        BenchCovers(home);
     }
     if (wanted("frame")) {
         BenchFrames(home);
