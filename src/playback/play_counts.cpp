@@ -3,6 +3,7 @@
 
 #include "core/conversions.h"
 #include "core/run_time_error.h"
+#include "settings/ini_file.h"
 #include "settings/profile.h"
 #include "shell/form_main.h"
 
@@ -33,8 +34,9 @@ QString Raised(const QString& path, const QString& key, const QString& count) {
 
 void CountPick(Form_Main& form, int slot) {
     const QString path = form.AppFolder + QStringLiteral("/stats.ini");
-    for (const QString& key : CountedKeys(form, slot)) {
-        const QString count = GetPrivateProfileString(form, path, kSection, key);
-        WritePrivateProfileString(form, path, kSection, key, Raised(path, key, count));
-    }
+    ChangeProfile(form, path, [&](IniFile& file) {
+        for (const QString& key : CountedKeys(form, slot)) {
+            file.SetValue(kSection, key, Raised(path, key, file.Value(kSection, key)));
+        }
+    });
 }

@@ -78,7 +78,8 @@ void WritePlaylistFile(Form_Main& form, const QString& name) {
     }
     const QString path =
         folder + u'/' + name + QStringLiteral(" - ") + SaveDate(form) + QStringLiteral(".vtxpl");
-    if (!WriteFileSafely(form.files, path, bytes)) {
+    // A separator in the name would lead out of the folder.
+    if (name.contains(u'/') || !WriteFileSafely(form.files, path, bytes)) {
         throw RunTimeError(kPathFileAccess, path);
     }
 }

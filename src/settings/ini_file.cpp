@@ -56,9 +56,9 @@ bool IsWritable(QStringView name) {
 }
 
 // A key that would make its line a comment or a section gets a blank in front.
-QString KeyLine(const QString& key, const QString& value) {
+QByteArray BlankBefore(const QString& key) {
     const bool mistakable = key.startsWith(u';') || key.startsWith(u'#') || key.startsWith(u'[');
-    return (mistakable ? QStringLiteral(" ") : QString()) + key + u'=' + value;
+    return mistakable ? QByteArrayLiteral(" ") : QByteArray();
 }
 
 qsizetype TextStart(const QByteArray& bytes) {
@@ -94,6 +94,36 @@ QByteArray WithNewKey(const ParsedIni& file, const QString& section, const QByte
     return bytes.insert(at, added);
 }
 
+// The bytes with the key's value replaced or added; key and value come as text in the file's encoding.
+QByteArray Changed(const ParsedIni& file, const QString& section, const QString& key, const QByteArray& key8,
+                   const QByteArray& value8) {
+    const IniEntry* const entry = file.Entry(section, key);
+    if (entry == nullptr) {
+        return WithNewKey(file, section, BlankBefore(key) + key8 + '=' + value8);
+    }
+    QByteArray bytes = file.Bytes();
+    return bytes.replace(entry->value.begin, entry->value.end - entry->value.begin, value8);
+}
+
+// Does the same to the parsed file itself where no new parse is needed: a file of counts is changed at many
+// places by one pick. False, and nothing changed, where it is.
+bool ChangeInPlace(ParsedIni& file, const QString& section, const QString& key, const QByteArray& key8,
+                   const QByteArray& value8) {
+    if (file.Encoding() != TextEncoding::kUtf8) {
+        return false;
+    }
+    if (const IniEntry* const entry = file.Entry(section, key)) {
+        file.ReplaceValue(*entry, value8);
+        return true;
+    }
+    const IniSection* const place = file.Section(section);
+    if (place == nullptr || !IsLineEnd(QLatin1Char(file.Bytes().at(place->end - 1)))) {
+        return false;
+    }
+    file.AppendEntry(*place, BlankBefore(key), key8, value8);
+    return true;
+}
+
 } // namespace
 
 struct IniFile::Parsed : ParsedIni {
@@ -127,15 +157,12 @@ void IniFile::SetValue(const QString& section, const QString& key, const QString
     if (!EncodeAs(parsed_->Encoding(), sectionName + keyName + text)) {
         parsed_ = std::make_unique<Parsed>(ToUtf8(parsed_->Bytes(), parsed_->Encoding()));
     }
-    const TextEncoding encoding = parsed_->Encoding();
-    QByteArray bytes;
-    if (const IniEntry* const entry = parsed_->Entry(sectionName, keyName)) {
-        bytes = parsed_->Bytes();
-        bytes.replace(entry->value.begin, entry->value.end - entry->value.begin, *EncodeAs(encoding, text));
-    } else {
-        bytes = WithNewKey(*parsed_, sectionName, *EncodeAs(encoding, KeyLine(keyName, text)));
+    const QByteArray value8 = *EncodeAs(parsed_->Encoding(), text);
+    const QByteArray key8 = *EncodeAs(parsed_->Encoding(), keyName);
+    if (!ChangeInPlace(*parsed_, sectionName, keyName, key8, value8)) {
+        const QByteArray bytes = Changed(*parsed_, sectionName, keyName, key8, value8);
+        parsed_ = std::make_unique<Parsed>(Unmistakable(bytes, parsed_->Encoding()));
     }
-    parsed_ = std::make_unique<Parsed>(Unmistakable(bytes, encoding));
 }
 
 const QByteArray& IniFile::Bytes() const {

@@ -55,20 +55,32 @@ const IniFile& IniFiles::Open(Files& files, const QString& path) {
 
 bool IniFiles::Write(Files& files, const QString& path, const QString& section, const QString& key,
                      const QString& value) {
+    return Change(files, path, [&](IniFile& file) { file.SetValue(section, key, value); });
+}
+
+bool IniFiles::Change(Files& files, const QString& path, const std::function<void(IniFile&)>& change) {
     Copy& copy = Fresh(files, path);
-    // A file that can be read though it cannot be looked at is not to be taken for a missing one.
-    if (copy.unreadable || (!copy.identity && files.ReadWhole(path, kLongestFile))) {
-        return false;
-    }
     const QByteArray before = copy.file.Bytes();
-    copy.file.SetValue(section, key, value);
-    if (copy.identity && copy.file.Bytes() == before) {
+    try {
+        change(copy.file);
+    } catch (...) {
+        WriteBack(files, copy, before);
+        throw;
+    }
+    return WriteBack(files, copy, before);
+}
+
+// Writes a changed copy; one that cannot be written takes its old content again.
+bool IniFiles::WriteBack(Files& files, Copy& copy, const QByteArray& before) {
+    if (copy.file.Bytes() == before) {
         return true;
     }
-    if (!WriteFileSafely(files, path, copy.file.Bytes())) {
+    // A file that can be read though it cannot be looked at is not to be taken for a missing one.
+    const bool lost = copy.unreadable || (!copy.identity && files.ReadWhole(copy.path, kLongestFile));
+    if (lost || !WriteFileSafely(files, copy.path, copy.file.Bytes())) {
         copy.file = IniFile(before);
         return false;
     }
-    copy.identity = files.Identity(path);
+    copy.identity = files.Identity(copy.path);
     return true;
 }

@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -25,9 +26,14 @@ public:
     bool Write(Files& files, const QString& path, const QString& section, const QString& key,
                const QString& value);
 
+    // The same for any number of keys: `change` sets them on the parsed copy, and one write follows. A
+    // run-time error in it goes on after what it had set until then has been written.
+    bool Change(Files& files, const QString& path, const std::function<void(IniFile&)>& change);
+
 private:
     struct Copy;
     Copy& Fresh(Files& files, const QString& path);
+    static bool WriteBack(Files& files, Copy& copy, const QByteArray& before);
 
     std::vector<std::unique_ptr<Copy>> copies_;
 };

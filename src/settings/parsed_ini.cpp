@@ -108,7 +108,8 @@ void ParsedIni::ParseLine(IniRange line, std::uint32_t equals, std::uint32_t nex
     }
     const bool comment = !indented && (first == ';' || first == '#');
     if (!comment && !hidden_ && equals != kNoEquals && equals != text.begin) {
-        AddEntry({text.begin, equals}, {equals + 1, line.end});
+        AddEntry(static_cast<std::uint32_t>(sections_.size() - 1), {text.begin, equals},
+                 {equals + 1, line.end});
     }
 }
 
@@ -124,8 +125,7 @@ void ParsedIni::OpenSection(IniRange name, std::uint32_t next) {
     }
 }
 
-void ParsedIni::AddEntry(IniRange key, IniRange value) {
-    const auto section = static_cast<std::uint32_t>(sections_.size() - 1);
+void ParsedIni::AddEntry(std::uint32_t section, IniRange key, IniRange value) {
     const auto index = static_cast<std::uint32_t>(entries_.size());
     key = WithoutBlanks(key);
     while (value.begin < value.end && IsBlank(bytes_.at(value.begin))) {
@@ -138,6 +138,45 @@ void ParsedIni::AddEntry(IniRange key, IniRange value) {
     if (entryTable_.Find(hash, same) == FoldedTable::kNone) {
         entries_.push_back({section, key, value});
         entryTable_.Insert(hash, index);
+    }
+}
+
+void ParsedIni::ReplaceValue(const IniEntry& entry, const QByteArray& value) {
+    const auto index = static_cast<std::size_t>(&entry - entries_.data());
+    const IniRange place = entry.value;
+    Splice(place.begin, place.end, value);
+    // An empty value begins where it ends, and has been moved as a whole.
+    entries_[index].value = {place.begin, place.begin + static_cast<std::uint32_t>(value.size())};
+}
+
+void ParsedIni::AppendEntry(const IniSection& section, const QByteArray& before, const QByteArray& key,
+                            const QByteArray& value) {
+    const auto index = static_cast<std::uint32_t>(&section - sections_.data());
+    const std::uint32_t at = section.end;
+    const QByteArray line = before + key + '=' + value;
+    Splice(at, at, line + lineEnd_);
+    const std::uint32_t begin = at + static_cast<std::uint32_t>(before.size());
+    const std::uint32_t equals = begin + static_cast<std::uint32_t>(key.size());
+    AddEntry(index, {begin, equals}, {equals + 1, at + static_cast<std::uint32_t>(line.size())});
+}
+
+// Exchanges bytes and moves every place behind them.
+void ParsedIni::Splice(std::uint32_t begin, std::uint32_t end, const QByteArray& added) {
+    bytes_.replace(begin, end - begin, added);
+    allAscii_ = allAscii_ && AllAscii(added);
+    // Modulo 2^32, as places are: a shorter text moves them back.
+    const std::uint32_t distance = static_cast<std::uint32_t>(added.size()) - (end - begin);
+    const auto move = [&](std::uint32_t& place) { place += place >= end ? distance : 0; };
+    for (IniSection& section : sections_) {
+        move(section.name.begin);
+        move(section.name.end);
+        move(section.end);
+    }
+    for (IniEntry& entry : entries_) {
+        move(entry.key.begin);
+        move(entry.key.end);
+        move(entry.value.begin);
+        move(entry.value.end);
     }
 }
 

@@ -54,11 +54,21 @@ public:
     // The entry's value, cut behind `limit` characters.
     QString Value(const IniEntry& entry, qsizetype limit) const;
 
+    // Changes that leave everything known of the file true, without a new parse. The bytes are UTF-8, as the
+    // file has to be, and hold no line end. Entry and section are of this file, and no longer hold after it.
+    // A value without blanks in front takes the place of the entry's.
+    void ReplaceValue(const IniEntry& entry, const QByteArray& value);
+    // A line `before` + key + "=" + value is added at the section's end, which lies behind a line end.
+    // `before` is blanks; the key is not in the section yet.
+    void AppendEntry(const IniSection& section, const QByteArray& before, const QByteArray& key,
+                     const QByteArray& value);
+
 private:
     void ParseLines();
     void ParseLine(IniRange line, std::uint32_t equals, std::uint32_t next);
     void OpenSection(IniRange name, std::uint32_t next);
-    void AddEntry(IniRange key, IniRange value);
+    void AddEntry(std::uint32_t section, IniRange key, IniRange value);
+    void Splice(std::uint32_t begin, std::uint32_t end, const QByteArray& added);
     std::uint32_t SectionIndex(QStringView name) const;
     QByteArrayView View(IniRange range) const;
     IniRange WithoutBlanks(IniRange range) const;

@@ -12,3 +12,7 @@ void WritePrivateProfileString(Form_Main& form, const QString& path, const QStri
                                const QString& key, const QString& value) {
     form.iniFiles.Write(form.files, path, section, key, value);
 }
+
+void ChangeProfile(Form_Main& form, const QString& path, const std::function<void(IniFile&)>& change) {
+    form.iniFiles.Change(form.files, path, change);
+}

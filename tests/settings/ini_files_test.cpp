@@ -1,6 +1,7 @@
 // The parsed copies of INI files: when they are made anew, and what a write that fails leaves behind.
 #include "settings/ini_files.h"
 
+#include "core/run_time_error.h"
 #include "platform/simulated/failing_files.h"
 #include "support/home_folder.h"
 
@@ -97,6 +98,37 @@ TEST_F(IniFilesTest, AValueThatIsThereAlreadyIsNotWritten) {
     home.Write(QStringLiteral("config.ini"), "[A]\nk=1\n");
     EXPECT_TRUE(Write(QStringLiteral("1")));
     EXPECT_EQ(files.Calls("Write"), 0);
+}
+
+TEST_F(IniFilesTest, ManyChangesCostOneWrite) {
+    home.Write(QStringLiteral("config.ini"), "[A]\nk=1\n");
+    EXPECT_TRUE(ini.Change(files, path, [](IniFile& file) {
+        for (int i = 0; i < 50; ++i) {
+            file.SetValue(QStringLiteral("A"), QStringLiteral("k"), file.Value(u"A", u"k") + u'1');
+            file.SetValue(QStringLiteral("B"), QString::number(i), QStringLiteral("x"));
+        }
+    }));
+    EXPECT_EQ(files.Calls("Write"), 1);
+    EXPECT_TRUE(
+        home.Read(QStringLiteral("config.ini")).startsWith("[A]\nk=" + QByteArray(51, '1') + "\n[B]\n0=x\n"));
+    EXPECT_TRUE(home.Read(QStringLiteral("config.ini")).endsWith("\n49=x\n"));
+}
+
+TEST_F(IniFilesTest, AChangeThatBreaksOffIsWrittenAsFarAsItCame) {
+    home.Write(QStringLiteral("config.ini"), "[A]\nk=1\nz=2\n");
+    EXPECT_THROW(ini.Change(files, path,
+                            [](IniFile& file) {
+                                file.SetValue(QStringLiteral("A"), QStringLiteral("k"), QStringLiteral("3"));
+                                throw RunTimeError(kTypeMismatch, QString());
+                            }),
+                 RunTimeError);
+    EXPECT_EQ(home.Read(QStringLiteral("config.ini")), "[A]\nk=3\nz=2\n");
+    EXPECT_EQ(Value(), QStringLiteral("3"));
+}
+
+TEST_F(IniFilesTest, AChangeOfNothingMakesNoFile) {
+    EXPECT_TRUE(ini.Change(files, path, [](IniFile& /*file*/) {}));
+    EXPECT_EQ(home.Count(), 0U);
 }
 
 TEST_F(IniFilesTest, AWriteThatFailsLeavesFileAndCopyAsTheyWere) {

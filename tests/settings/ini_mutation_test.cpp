@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <random>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -122,6 +124,33 @@ TEST(IniFileMutation, SettingTheSameValueTwiceChangesNothingMore) {
         const QByteArray once = file.Bytes();
         file.SetValue(section, key, value);
         ASSERT_EQ(file.Bytes(), once) << round;
+    }
+}
+
+// A file changed many times in place, beside one that is parsed anew after each change.
+TEST(IniFileMutation, ManyChangesLeaveWhatAFreshParseFinds) {
+    Chance chance(23);
+    for (int round = 0; round < kRounds / 10; ++round) {
+        const QByteArray bytes = chance.Bytes();
+        IniFile kept(bytes);
+        IniFile fresh(bytes);
+        std::vector<std::pair<QString, QString>> keys = {
+            {QStringLiteral("Main"), QStringLiteral("StartPath")}};
+        for (int change = 0; change < 12; ++change) {
+            const bool again = chance.Below(3) == 0;
+            const auto name =
+                again ? keys[static_cast<std::size_t>(chance.Below(static_cast<int>(keys.size())))]
+                      : std::pair(chance.Text(), chance.Text());
+            const QString value = chance.Text();
+            kept.SetValue(name.first, name.second, value);
+            fresh.SetValue(name.first, name.second, value);
+            fresh = IniFile(fresh.Bytes());
+            keys.push_back(name);
+            ASSERT_EQ(kept.Bytes(), fresh.Bytes()) << round << " " << bytes.toHex().toStdString();
+            for (const auto& [section, key] : keys) {
+                ASSERT_EQ(kept.Value(section, key), fresh.Value(section, key)) << round;
+            }
+        }
     }
 }
 
