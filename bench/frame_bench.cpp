@@ -1,8 +1,9 @@
-// The time of one whole frame beside one copy of the screen.
+// The time of one whole frame, and of a turning page, beside one copy of the screen.
 #include "frame_bench.h"
 
 #include "bench.h"
 #include "platform/simulated/simulated_platform.h"
+#include "rendering/page_anim.h"
 #include "rendering/redraw_jukebox.h"
 #include "settings/ini_file.h"
 #include "shell/form_main.h"
@@ -13,6 +14,9 @@
 #include <QImage>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
@@ -91,21 +95,130 @@ void MakeHome(const QString& delivered, const QString& home, double scale) {
     WriteFile(home + QStringLiteral("/config.ini"), config.Bytes());
 }
 
+// A jukebox on a simulated machine with a screen of 1920x1080.
+class BenchJukebox {
+public:
+    BenchJukebox(const QString& delivered, double scale) : platform(OneScreen()), form(platform.ports()) {
+        MakeHome(delivered, folder_.path(), scale);
+        form.AppFolder = folder_.path();
+        Form_Load(form);
+    }
+
+private:
+    static SimulationOptions OneScreen() {
+        SimulationOptions options;
+        options.screens = {QRect(0, 0, kScreenWidth, kScreenHeight)};
+        return options;
+    }
+
+    QTemporaryDir folder_;
+
+public:
+    SimulatedPlatform platform;
+    Form_Main form;
+};
+
+// Copies a picture of the screen's size.
+class ScreenCopy {
+public:
+    void Run() { std::memcpy(copy_.data(), screen_.data(), copy_.size()); }
+
+private:
+    std::vector<char> screen_ =
+        std::vector<char>(static_cast<std::size_t>(kScreenWidth) * kScreenHeight * 4, 1);
+    std::vector<char> copy_ = std::vector<char>(screen_.size());
+};
+
 void BenchFrame(const QString& title, const QString& delivered, double scale) {
-    const QTemporaryDir folder;
-    MakeHome(delivered, folder.path(), scale);
-    SimulationOptions options;
-    options.screens = {QRect(0, 0, kScreenWidth, kScreenHeight)};
-    SimulatedPlatform platform(options);
-    Form_Main form(platform.ports());
-    form.AppFolder = folder.path();
-    Form_Load(form);
-    std::vector<char> screen(static_cast<std::size_t>(kScreenWidth) * kScreenHeight * 4, 1);
-    std::vector<char> copy(screen.size());
-    PrintRow(title, RunInTurn({{QStringLiteral("one memcpy of the screen"),
-                                [&] { std::memcpy(copy.data(), screen.data(), copy.size()); }},
-                               {QStringLiteral("RedrawJukebox"), [&] { RedrawJukebox(form); }}},
+    BenchJukebox box(delivered, scale);
+    ScreenCopy copy;
+    PrintRow(title, RunInTurn({{QStringLiteral("one memcpy of the screen"), [&] { copy.Run(); }},
+                               {QStringLiteral("RedrawJukebox"), [&] { RedrawJukebox(box.form); }}},
                               51));
+}
+
+using Times = std::vector<double>;
+
+double MedianOf(Times times) {
+    const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
+    std::nth_element(times.begin(), middle, times.end());
+    return *middle;
+}
+
+double MillisecondsSince(std::chrono::steady_clock::time_point start) {
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+// Turns to the other of two pages. The milliseconds from one point at which events are let through to the
+// next: the first reaches from the covering picture to the first leaf, which is painted with the whole new
+// page before it; the others are each the work of one leaf, the last the closing frame. The waits of 6 ms
+// take no time here.
+Times TurnPage(BenchJukebox& box) {
+    Times works;
+    auto start = std::chrono::steady_clock::now();
+    bool waited = false;
+    box.platform.pump.runPending = [&] {
+        // Each leaf is followed by the point of its wait and by one more, between which nothing is done.
+        if (!waited) {
+            works.push_back(MillisecondsSince(start));
+        }
+        waited = !works.empty() && works.size() > 1 && !waited;
+        start = std::chrono::steady_clock::now();
+        return false;
+    };
+    box.platform.pump.Stirred();
+    box.form.CurrentPage = box.form.CurrentPage == 0 ? 1 : 0;
+    PageAnim(box.form, QStringLiteral("+"));
+    box.platform.pump.runPending = {};
+    works.push_back(MillisecondsSince(start));
+    return works;
+}
+
+// How long one piece of work took in each of the turns, at its median.
+Times MediansOf(const std::vector<Times>& turns) {
+    Times medians;
+    for (std::size_t i = 0; i < turns.front().size(); ++i) {
+        Times work;
+        for (const Times& turn : turns) {
+            work.push_back(turn[i]);
+        }
+        medians.push_back(MedianOf(work));
+    }
+    return medians;
+}
+
+void BenchTurn(const QString& title, const QString& delivered, double scale) {
+    constexpr int kTurns = 9;
+    BenchJukebox box(delivered, scale);
+    ScreenCopy copy;
+    copy.Run();
+    TurnPage(box);
+    Times copies;
+    std::vector<Times> turns;
+    for (int i = 0; i < kTurns; ++i) {
+        const auto start = std::chrono::steady_clock::now();
+        copy.Run();
+        copies.push_back(MillisecondsSince(start));
+        turns.push_back(TurnPage(box));
+    }
+    const Times works = MediansOf(turns);
+    const double unit = MedianOf(copies);
+    // The covering picture, the new page with the first leaf, the further leaves, the closing frame.
+    const Times leaves(works.begin() + 2, works.end() - 1);
+    double slowest = 0;
+    for (const Times& turn : turns) {
+        slowest = std::max(slowest, *std::max_element(turn.begin() + 2, turn.end() - 1));
+    }
+    const auto row = [&](const QString& name, double time) { return Figure{name, time, time / unit}; };
+    PrintRow(title + QStringLiteral(", %1 leaves a turn").arg(leaves.size() + 1),
+             {row(QStringLiteral("one memcpy of the screen"), unit),
+              row(QStringLiteral("a leaf"), MedianOf(leaves)),
+              row(QStringLiteral("the slowest leaf, median of %1 turns").arg(kTurns),
+                  *std::max_element(leaves.begin(), leaves.end())),
+              row(QStringLiteral("the slowest leaf of all turns"), slowest),
+              row(QStringLiteral("the covering picture"), works[0]),
+              row(QStringLiteral("the new page and its first leaf"), works[1]),
+              row(QStringLiteral("the closing frame"), works.back())});
 }
 
 } // namespace
@@ -113,4 +226,9 @@ void BenchFrame(const QString& title, const QString& delivered, double scale) {
 void BenchFrames(const QString& homeFolder) {
     BenchFrame(QStringLiteral("A frame of 1920x1080, theme of 1920x1080"), homeFolder, 1.0);
     BenchFrame(QStringLiteral("A frame of 1920x1080, theme of 1280x720"), homeFolder, 2.0 / 3);
+}
+
+void BenchTurns(const QString& homeFolder) {
+    BenchTurn(QStringLiteral("A page turn of 1920x1080, theme of 1920x1080"), homeFolder, 1.0);
+    BenchTurn(QStringLiteral("A page turn of 1920x1080, theme of 1280x720"), homeFolder, 2.0 / 3);
 }

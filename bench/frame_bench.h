@@ -1,4 +1,4 @@
-// The time of one whole frame beside one copy of the screen.
+// The time of one whole frame, and of a turning page, beside one copy of the screen.
 #pragma once
 
 #include <QString>
@@ -6,3 +6,6 @@
 // Prints rows for a theme of the screen's size and for one that is scaled up. `homeFolder` is the delivered
 // home.
 void BenchFrames(const QString& homeFolder);
+
+// The same for the turn of a page: what each leaf of it costs, without the 6 ms of waiting behind it.
+void BenchTurns(const QString& homeFolder);
