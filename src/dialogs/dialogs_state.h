@@ -2,18 +2,11 @@
 #pragma once
 
 #include "core/integer.h"
+#include "dialogs/keyboard_state.h"
 
 #include <QString>
 
-struct DialogsState {
-    // The on-screen keyboard: width of the picture area at start, heading, text in and out, word on the
-    // accept button, 1 when the text was accepted.
-    Integer16 KeyboardMainWidth;
-    QString KeyboardTitle;
-    QString KeyboardText;
-    QString KeyboardButton;
-    Integer16 KeyboardResult;
-
+struct DialogsState : KeyboardState {
     // Key assignment: the binding under change, its name, the code pressed or -1.
     Integer16 KeyAssignIndex;
     QString KeyAssignTitle;

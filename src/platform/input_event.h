@@ -6,6 +6,7 @@
 enum class InputKind {
     kKeyDown,     // code: virtual-key code; auto-repeat counts as a key
     kMouseDown,   // button, x, y
+    kMouseBeside, // a press beside the on-screen keyboard
     kMouseMove,   // button: the one held (0 none), x, y
     kMouseUp,     // button, x, y
     kDblClick,    // no position
@@ -14,7 +15,8 @@ enum class InputKind {
     kClose,       // the window system, or a signal, asks the program to end
 };
 
-// Positions are pixels of Picture_Main. Buttons: 1 left, 2 right, 4 middle.
+// Positions are pixels of Picture_Main, or of Picture_Keyboard while the on-screen keyboard is open. Buttons:
+// 1 left, 2 right, 4 middle.
 struct InputEvent {
     InputKind kind = InputKind::kTimer1;
     int code = 0;

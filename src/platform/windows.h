@@ -17,6 +17,9 @@ struct Windows {
     // Makes a frame visible at once at (left, top) of the main window, black around it. The picture stays the
     // caller's.
     virtual void Refresh(const QImage& frame, int left, int top) = 0;
+    // Takes the on-screen keyboard's picture, which stands at (left, top) of its full-screen window, and
+    // makes it visible at once while that window is open. The picture stays the caller's.
+    virtual void RefreshKeyboard(const QImage& picture, int left, int top) = 0;
     // Sets the pointer of an object ("Screen", "Form_Main", "Picture_Main", "Picture_MainVideo"): 0 default,
     // 1 arrow, 11 hourglass, 99 the form's own, which is invisible.
     virtual void MousePointer(const QString& object, int number) = 0;

@@ -104,8 +104,13 @@ QRgb Colour(const QString& text) {
 
 void DrawText(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox& box, const TextStyle& style,
               const QString& TypoAlign, const QString& TypoVAlign) {
+    EndsProgram("DrawText", [&] { LogDrawing(form, Texte, box, style, TypoAlign, TypoVAlign); });
+    DrawTextUnlogged(Pic, Texte, box, style, TypoAlign, TypoVAlign);
+}
+
+void DrawTextUnlogged(Surface& Pic, const QString& Texte, const TextBox& box, const TextStyle& style,
+                      const QString& TypoAlign, const QString& TypoVAlign) {
     EndsProgram("DrawText", [&] {
-        LogDrawing(form, Texte, box, style, TypoAlign, TypoVAlign);
         Pic.FontName = style.Typo;
         Pic.FontSize = style.TypoSize;
         const QString text = Shortened(Pic, Texte, box.Width);

@@ -31,7 +31,11 @@ struct TextStyle {
 void DrawText(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox& box, const TextStyle& style,
               const QString& TypoAlign, const QString& TypoVAlign);
 
-// The same, centred both ways.
+// The same without the line in the log.
+void DrawTextUnlogged(Surface& Pic, const QString& Texte, const TextBox& box, const TextStyle& style,
+                      const QString& TypoAlign, const QString& TypoVAlign);
+
+// DrawText centred both ways.
 void DrawCentred(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox& box,
                  const TextStyle& style);
 

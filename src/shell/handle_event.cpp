@@ -1,6 +1,7 @@
 // From an event to its handler.
 #include "shell/handle_event.h"
 
+#include "dialogs/keyboard.h"
 #include "interaction/key_dispatcher.h"
 #include "interaction/touch.h"
 #include "lightshow/spectrum.h"
@@ -10,7 +11,33 @@
 
 namespace {
 
+// The on-screen keyboard is modal: while it is open, keys and pointer are its own.
+bool IsForKeyboard(const Form_Main& form, InputKind kind) {
+    return form.Form_KeyBoard.Visible && kind != InputKind::kTimer1 && kind != InputKind::kTmrSpectrum &&
+           kind != InputKind::kClose;
+}
+
+void DispatchToKeyboard(Form_Main& form, const InputEvent& event) {
+    const auto x = static_cast<float>(event.x);
+    const auto y = static_cast<float>(event.y);
+    switch (event.kind) {
+    case InputKind::kKeyDown:
+        return Form_KeyBoard_KeyDown(form, event.code, 0);
+    case InputKind::kMouseDown:
+        return Picture_Keyboard_MouseDown(form, event.button, 0, x, y);
+    case InputKind::kMouseBeside:
+        return Form_KeyBoard_MouseDown(form);
+    case InputKind::kMouseUp:
+        return Picture_Keyboard_MouseUp(form, event.button, 0, x, y);
+    default:
+        return;
+    }
+}
+
 void Dispatch(Form_Main& form, const InputEvent& event) {
+    if (IsForKeyboard(form, event.kind)) {
+        return DispatchToKeyboard(form, event);
+    }
     const auto x = static_cast<float>(event.x);
     const auto y = static_cast<float>(event.y);
     switch (event.kind) {
@@ -18,6 +45,8 @@ void Dispatch(Form_Main& form, const InputEvent& event) {
         return Form_KeyDown(form, event.code, 0);
     case InputKind::kMouseDown:
         return Picture_Main_MouseDown(form, event.button, 0, x, y);
+    case InputKind::kMouseBeside:
+        return;
     case InputKind::kMouseMove:
         return Picture_Main_MouseMove(form, event.button, 0, x, y);
     case InputKind::kMouseUp:

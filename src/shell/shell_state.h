@@ -45,7 +45,8 @@ struct ShellState {
     Timer Timer1{399, false};
     Timer tmrSpectrum{99, false};
 
-    // The main window and the window of the video.
+    // The main window, the window of the video, the on-screen keyboard.
     WindowPlace MainWindow;
     WindowPlace Form_Video;
+    WindowPlace Form_KeyBoard;
 };

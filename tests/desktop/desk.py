@@ -120,6 +120,46 @@ def edit(path, old, new):
     path.write_bytes(text.replace(old, new, 1).encode())
 
 
+# Codes of the on-screen keyboard's keys that are no characters.
+ACCEPT = 13
+DELETE = 8
+
+
+def sections_of(path):
+    """The keys of an INI file by section."""
+    sections, section = {}, {}
+    for line in path.read_text(encoding="utf-8").splitlines():
+        if line.startswith("["):
+            section = sections.setdefault(line.strip("[]"), {})
+        elif "=" in line and not line.startswith(";"):
+            key, value = line.split("=", 1)
+            section[key] = value
+    return sections
+
+
+class Board:
+    """The keys of the delivered theme's keyboard, whose picture stands unscaled in the middle of the screen."""
+
+    SIZE = (1000, 600)
+
+    def __init__(self, theme):
+        self.values = sections_of(theme)["keyboard"]
+        self.left = (SCREEN_SIZE[0] - self.SIZE[0]) // 2
+        self.top = (SCREEN_SIZE[1] - self.SIZE[1]) // 2
+
+    def place(self, code):
+        """Line and column of a code's key."""
+        key = next(key for key, value in self.values.items() if key.startswith("KeyKey") and int(value) == code)
+        line, column = key[len("KeyKey"):].split("-")
+        return int(line), int(column)
+
+    def middle(self, code):
+        """Where to press for a code, in pixels of the screen."""
+        line, column = self.place(code)
+        x, y, width, height = (int(self.values[f"Key{letter}{line}-{column}"]) for letter in "XYWH")
+        return self.left + x + width // 2, self.top + y + height // 2
+
+
 class DeskTest(unittest.TestCase):
     """Every test has a screen, an application folder as it is delivered, and a small music library."""
 

@@ -45,6 +45,20 @@ class Ends(desk.DeskTest):
         self.assert_ends(0)
 
 
+    def test_a_signal_ends_it_in_a_page_turn_that_never_ends(self):
+        # The new left page is far wider than the leaf that folds before it: see D-20.
+        desk.edit(self.home / "themes" / "default" / "theme.ini", "ZoneListPageDroiteWidth=640", "ZoneListPageDroiteWidth=20")
+        self.start_and_see()
+        self.press_until_log("Return", " : PageAnim")
+        before = len(self.log())
+        # A key says when the turn goes on: it is taken from the window system and dropped.
+        self.screen.press("Down")
+        self.see_change(self.screen.picture(), "the turning leaf")
+        self.assertNotIn(" : RedrawJukebox", self.log()[before:])
+        self.signal()
+        self.assert_ends(0)
+
+
 class Stops(desk.DeskTest):
     def break_theme(self):
         theme = self.home / "themes" / "default" / "theme.ini"

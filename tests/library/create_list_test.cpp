@@ -344,7 +344,7 @@ TEST_F(CreateListTest, MoreThan32767EntriesStopTheProgram) {
     Ports ports = platform.ports();
     Form_Main crowdedForm({ports.audio, ports.graphs, ports.MSComm1, ports.display, ports.windows,
                            ports.fonts, ports.clock, ports.pump, ports.dialogs, ports.messageBox, crowded,
-                           ports.zlib});
+                           ports.zlib, ports.pictures});
     crowdedForm.AppFolder = home.Path();
     crowdedForm.DefaultOrder = QStringLiteral("alpha");
     crowded.count = 32767;

@@ -63,8 +63,8 @@ protected:
 
     Ports PortsWithListening() {
         Ports all = jukebox.platform.ports();
-        return {audio,     all.graphs, all.MSComm1, all.display,    all.windows, all.fonts,
-                all.clock, all.pump,   all.dialogs, all.messageBox, all.files,   all.zlib};
+        return {audio,    all.graphs,  all.MSComm1,    all.display, all.windows, all.fonts,   all.clock,
+                all.pump, all.dialogs, all.messageBox, all.files,   all.zlib,    all.pictures};
     }
     void GiveRefusalSound() {
         form.SoundNoCredit = refusal;

@@ -29,7 +29,8 @@ protected:
                 .dialogs = ports.dialogs,
                 .messageBox = ports.messageBox,
                 .files = counted,
-                .zlib = ports.zlib};
+                .zlib = ports.zlib,
+                .pictures = ports.pictures};
     }
     void Pick(const QString& title, const QString& folder) {
         form.InfoTitre(0) = title;

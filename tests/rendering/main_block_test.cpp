@@ -1,5 +1,6 @@
 // The Main block's information lines.
 #include "rendering/main_block.h"
+#include "support/error_of.h"
 #include "support/jukebox.h"
 
 #include <gtest/gtest.h>
@@ -24,6 +25,14 @@ protected:
         return jukebox.DrawnTexts().last().section(u',', 0, 0);
     }
 
+    // The state after a call at an age of so many ticks.
+    QString StateAfter(const char* state, int ticks) {
+        form.BlockMainInfos = QString::fromLatin1(state);
+        form.InfosTicks = ticks;
+        BlockMainRedrawInfos(form);
+        return form.BlockMainInfos;
+    }
+
     Jukebox jukebox;
     Form_Main& form = jukebox.form;
 };
@@ -35,6 +44,127 @@ TEST_F(MainBlockTest, APlaylistKeepsItsEndingWhileItIsCalledNowPlaying) {
 
 TEST_F(MainBlockTest, APlaylistLosesItsEndingInTheOtherStates) {
     EXPECT_EQ(SecondLine("addtoplaylist"), QStringLiteral("MIX"));
+}
+
+TEST_F(MainBlockTest, ATrackNumberInFrontAndAYearBothGiveWayToTheSong) {
+    form.PlaylistTitre(1) = QStringLiteral("45 - Song.mp3");
+    EXPECT_EQ(SecondLine("nowplaying"), QStringLiteral("SONG"));
+    form.PlaylistTitre(1) = QStringLiteral("2014 - Song.mp3");
+    EXPECT_EQ(SecondLine("nowplaying"), QStringLiteral("SONG"));
+}
+
+TEST_F(MainBlockTest, AfterMoreThan15TicksACoinIsFollowedByTheTrackToSelect) {
+    form.ManageCoin = QStringLiteral("true");
+    form.PlaylistCount = 0;
+    form.Credits = 1;
+    EXPECT_EQ(StateAfter("insertcoin", 15), QStringLiteral("insertcoin"));
+    EXPECT_EQ(StateAfter("insertcoin", 16), QStringLiteral("selecttrack"));
+    EXPECT_EQ(form.InfosTicks, 1);
+}
+
+TEST_F(MainBlockTest, WithoutACreditTheWishForACoinStaysAndGrowsOld) {
+    form.ManageCoin = QStringLiteral("true");
+    form.PlaylistCount = 0;
+    EXPECT_EQ(StateAfter("insertcoin", 16), QStringLiteral("insertcoin"));
+    EXPECT_EQ(form.InfosTicks, 16);
+}
+
+TEST_F(MainBlockTest, AnAddedTrackIsToldForExactlyTenTicks) {
+    for (const int ticks : {9, 11, 99}) {
+        EXPECT_EQ(StateAfter("addtoplaylist", ticks), QStringLiteral("addtoplaylist")) << ticks;
+    }
+    EXPECT_EQ(StateAfter("addtoplaylist", 10), QStringLiteral("nowplaying"));
+}
+
+TEST_F(MainBlockTest, FreeTracksNeedNoCoinAtOnce) {
+    form.InfosTicks = 7;
+    form.BlockMainInfos = QStringLiteral("insertcoin");
+    const qsizetype drawn = jukebox.DrawnTexts().size();
+    BlockMainRedrawInfos(form);
+    EXPECT_EQ(form.BlockMainInfos, QStringLiteral("selecttrack"));
+    EXPECT_EQ(form.InfosTicks, 7);
+    EXPECT_EQ(jukebox.DrawnTexts().size(), drawn);
+}
+
+TEST_F(MainBlockTest, AHiddenMainZoneNeitherDrawsNorLogsNorChanges) {
+    form.ShowMainZone = QStringLiteral("false");
+    const qsizetype lines = jukebox.Log().size();
+    const QImage before = form.Picture_Main.picture.copy();
+    EXPECT_EQ(StateAfter("nowplaying", 99), QStringLiteral("nowplaying"));
+    EXPECT_EQ(jukebox.Log().size(), lines);
+    EXPECT_EQ(form.Picture_Main.picture, before);
+}
+
+TEST_F(MainBlockTest, AnUnknownStateIsLoggedAndDrawsNothing) {
+    const qsizetype drawn = jukebox.DrawnTexts().size();
+    EXPECT_EQ(StateAfter("nonsense", 99), QStringLiteral("nonsense"));
+    EXPECT_EQ(jukebox.Log().last(), QStringLiteral(" : BlockMainRedrawInfos"));
+    EXPECT_EQ(jukebox.DrawnTexts().size(), drawn);
+}
+
+TEST_F(MainBlockTest, TheSecondLineIsBlankInOnePhaseOfThree) {
+    form.BlockMainInfos = QStringLiteral("selecttrack");
+    for (const int blink : {0, 1, 2}) {
+        form.InfosBlink = blink;
+        const qsizetype drawn = jukebox.DrawnTexts().size();
+        BlockMainRedrawInfos(form);
+        EXPECT_EQ(jukebox.DrawnTexts().size() - drawn, blink == 1 ? 1 : 2) << blink;
+    }
+}
+
+TEST_F(MainBlockTest, TheLastEntryOfAllIsErrorNineWhenTheNextOneIsAsked) {
+    form.PlaylistCurrent = 1000;
+    form.BlockMainInfos = QStringLiteral("nextplaying");
+    EXPECT_EQ(ErrorOf([&] { BlockMainRedrawInfos(form); }), kSubscriptOutOfRange);
+}
+
+struct LeavesRow {
+    const char* state;
+    int ticks; // the last at which it stays
+    const char* withQueue;
+    const char* withCredit;
+    const char* withNothing; // no queue, no credit, coins wanted
+};
+
+// clang-format off
+constexpr LeavesRow kLeaves[] = {
+    {"btnpreview",  10, "nowplaying",  "selecttrack", "insertcoin"},
+    {"btnstop",     10, "nowplaying",  "selecttrack", "insertcoin"},
+    {"btnplay",     10, "nowplaying",  "selecttrack", "insertcoin"},
+    {"btnpause",    10, "nowplaying",  "selecttrack", "insertcoin"},
+    {"btnnext",     10, "nowplaying",  "selecttrack", "insertcoin"},
+    {"btndown",     10, "nowplaying",  "selecttrack", "insertcoin"},
+    {"btnup",       10, "nowplaying",  "selecttrack", "insertcoin"},
+    {"btnremove",   10, "nowplaying",  "selecttrack", "insertcoin"},
+    {"btnload",     10, "nowplaying",  "selecttrack", "insertcoin"},
+    {"btnsave",     10, "nowplaying",  "selecttrack", "insertcoin"},
+    {"insertcoin",  15, "nowplaying",  "selecttrack", "insertcoin"},
+    {"currentpath", 15, "insertcoin",  "selecttrack", "insertcoin"},
+    {"charging",     5, "nowplaying",  "nowplaying",  "nowplaying"},
+    {"nowplaying",  30, "nextplaying", "selecttrack", "insertcoin"},
+    {"nextplaying", 10, "insertcoin",  "selecttrack", "insertcoin"},
+};
+// clang-format on
+
+class MainBlockLeaves : public MainBlockTest, public testing::WithParamInterface<LeavesRow> {};
+
+TEST_P(MainBlockLeaves, EachStateHasItsTimeAndItsSuccessors) {
+    const LeavesRow& row = GetParam();
+    form.ManageCoin = QStringLiteral("true");
+    form.PlaylistCount = 2;
+    EXPECT_EQ(StateAfter(row.state, row.ticks), QLatin1StringView(row.state));
+    EXPECT_EQ(StateAfter(row.state, row.ticks + 1), QLatin1StringView(row.withQueue));
+    form.PlaylistCount = 0;
+    EXPECT_EQ(StateAfter(row.state, row.ticks + 1), QLatin1StringView(row.withNothing));
+    form.Credits = 1;
+    EXPECT_EQ(StateAfter(row.state, row.ticks + 1), QLatin1StringView(row.withCredit));
+}
+
+INSTANTIATE_TEST_SUITE_P(States, MainBlockLeaves, testing::ValuesIn(kLeaves),
+                         [](const testing::TestParamInfo<LeavesRow>& row) { return row.param.state; });
+
+TEST_F(MainBlockTest, TheWishToSelectATrackNeverLeaves) {
+    EXPECT_EQ(StateAfter("selecttrack", 99), QStringLiteral("selecttrack"));
 }
 
 } // namespace

@@ -184,4 +184,19 @@ TEST_F(PageTurn, OnAScreenOfTheThemesSizeTheStretchModeIsLeftAlone) {
     }
 }
 
+TEST_F(PageTurn, DuringTheFoldTheBlocksAreNotOnTheScreenAndTheLastFrameBringsThemBack) {
+    Jukebox box;
+    StartWith(box);
+    const int left = box.form.BlockMainX.value();
+    const QImage before = box.form.Picture_Main.picture.copy(left, 0, 192, 360);
+    Turn(box, u"+"_s);
+    // Right of the zone stands the picture that covered the screen, until the whole frame is drawn again.
+    const QImage covered = points.front().copy(left, 0, 192, 360);
+    EXPECT_NE(covered, before);
+    for (const QImage& point : points) {
+        ASSERT_EQ(point.copy(left, 0, 192, 360), covered);
+    }
+    EXPECT_EQ(box.form.Picture_Main.picture.copy(left, 0, 192, 360), before);
+}
+
 } // namespace

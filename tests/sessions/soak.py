@@ -145,6 +145,19 @@ def a_command(source, touch):
 BADLY_FORMED = {"state SelX Nothing", "key", "key x", "down 1", "tick -1", "jump", "later later key 13"}
 
 
+def a_keyboard_command(source):
+    """Something that is done while the on-screen keyboard is open; now and then it closes it."""
+    kinds = [
+        (40, lambda s: "key %d" % s.choice(ARROWS + [13, 13, 8, 9, 70, 45])),
+        (30, lambda s: "down %d %d" % (s.randrange(-5, 365), s.randrange(-5, 225))),
+        (10, lambda s: "up %d %d" % (s.randrange(-5, 365), s.randrange(-5, 225))),
+        (4, lambda s: s.choice(["move 20 60", "move 20 60 left", "dblclick 20 60", "up beside"])),
+        (6, lambda s: s.choice(["tick 3", "spectrum", "wait 50", "state", "later key 13", "later tick"])),
+        (3, lambda s: s.choice(["key 27", "down beside", "down 300 190"])),
+    ]
+    return source.choices([make for _, make in kinds], [weight for weight, _ in kinds])[0](source)
+
+
 # --- A run ---------------------------------------------------------------------------------------------------------------
 
 
@@ -155,8 +168,9 @@ class Fault(Exception):
 class Run:
     """One start of the console, and what it has answered."""
 
-    def __init__(self, given, session, counts):
+    def __init__(self, given, session, source, counts):
         self.given = given
+        self.source = source
         self.session = session
         self.counts = counts
         self.lines = []
@@ -251,6 +265,8 @@ class Run:
 
     def close_dialog(self, name):
         """A dialog that reads commands is closed; one that closes by itself leaves Timer1 on."""
+        if name == "Form_KeyBoard":
+            self.use_keyboard()
         state = self.ask("state Timer1.Enabled")
         if state.get("ok") is True and state["state"]["Timer1.Enabled"]:
             return
@@ -260,6 +276,18 @@ class Run:
             if state.get("ok") is True and state["state"]["Timer1.Enabled"]:
                 return
         raise Fault("the dialog %s does not close" % name)
+
+    def use_keyboard(self):
+        """Types at random until the keyboard is closed, or long enough."""
+        for _ in range(self.source.randrange(40)):
+            command = a_keyboard_command(self.source)
+            self.kept += command.startswith("later")
+            answer = self.ask(command)
+            self.look_at_error(answer)
+            if answer.get("ok") is not True:
+                raise Fault("refused under the keyboard: %s: %s" % (command, answer))
+            if not self.ask("state Form_KeyBoard.Visible")["state"]["Form_KeyBoard.Visible"]:
+                return
 
     def ask(self, command):
         self.lines.append(command)
@@ -319,11 +347,15 @@ def soak_run(given, number, counts, most):
     what = "run %d, seed %d, home \"%s\", %s, %s" % (number, given.seed, kind, session.options, chosen)
     run = None
     try:
-        run = Run(given, session, counts)
+        run = Run(given, session, source, counts)
         left = most
         going = True
+        journey = []
         while going is not False and left > 0:
-            going = run.give(a_command(source, chosen["TactileMode"] == "true"))
+            # Rarely the way to the button "save", which chance alone hardly finds: a pick, two zones on, a button back.
+            if not journey and source.random() < 0.01:
+                journey = ["key 13", "key 9", "key 9", "key 37", "key 13"]
+            going = run.give(journey.pop(0) if journey else a_command(source, chosen["TactileMode"] == "true"))
             left = min(left, COMMANDS_AFTER_ERROR) - 1 if going is None and guard_is_up(run) else left - 1
         run.end()
         if given.verbose:

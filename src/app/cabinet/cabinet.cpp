@@ -7,6 +7,7 @@
 #include "app/cabinet/environment.h"
 #include "core/path_text.h"
 #include "core/run_time_error.h"
+#include "dialogs/keyboard.h"
 #include "platform/gstreamer/audio_library.h"
 #include "platform/gstreamer/media_graph.h"
 #include "platform/pictures/picture_loader.h"
@@ -63,6 +64,7 @@ public:
 
 private:
     Ports AllPorts();
+    DialogParts KeyboardParts();
     void Start();
     int TellStop(const ProgramStop& stop);
     // Writes a line to the log if that is possible.
@@ -89,7 +91,7 @@ Cabinet::Cabinet(const QString& appFolder, const std::map<int, QString>& serialD
                  std::unique_ptr<PictureQueue> pictures)
     : x11_(WindowSystem() == u"xcb" ? X11Screen::Open() : nullptr), windows_(pump_, x11_.get()),
       display_(x11_.get(), [this](const QString& text) { Log(text); }), fonts_(files_),
-      messageBox_(windows_, pump_),
+      messageBox_(windows_, pump_), dialogs_(windows_, pump_, KeyboardParts()),
       serialPort_(serialDevices, appFolder, [this](const QString& text) { Log(text); }), form_(AllPorts()) {
     form_.AppFolder = appFolder;
     form_.pictureQueue = std::move(pictures);
@@ -117,6 +119,11 @@ Ports Cabinet::AllPorts() {
             .files = files_,
             .zlib = zlib_,
             .pictures = pictures_};
+}
+
+DialogParts Cabinet::KeyboardParts() {
+    return {.load = [this] { Form_KeyBoard_Load(form_); },
+            .isOpen = [this] { return form_.Form_KeyBoard.Visible; }};
 }
 
 void Cabinet::Log(const QString& text) {

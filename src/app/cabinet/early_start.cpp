@@ -29,5 +29,5 @@ EarlyStart::EarlyStart(const QString& appFolder)
     for (const QString& name : ThemePictures()) {
         paths += folder + name;
     }
-    queue_->ReadAhead({files_, zlib_, pump_}, paths);
+    queue_->ReadAhead({files_, zlib_, pump_, pictures_}, paths);
 }

@@ -3,6 +3,7 @@
 
 #include "imaging/late_picture.h"
 #include "platform/event_pump.h"
+#include "platform/pictures/picture_loader.h"
 #include "platform/posix/dlopened_zlib.h"
 #include "platform/posix/posix_files.h"
 
@@ -29,6 +30,7 @@ private:
     PosixFiles files_;
     DlopenedZlib zlib_;
     NoEvents pump_;
+    PictureLoader pictures_;
     std::unique_ptr<PictureQueue> queue_ = std::make_unique<PictureQueue>();
     // Waits for its routine at the end.
     std::future<void> libraries_;

@@ -72,9 +72,23 @@ ParsedCommand ParseKey(const QStringList& words) {
     return {[event](Console& console) { return HandOver(console, {event}); }, QString()};
 }
 
+// A pointer event around the on-screen keyboard; a press is the only one that does something.
+ParsedCommand BesideKeyboard(InputKind kind) {
+    const auto run = [kind](Console& console) {
+        if (!console.form.Form_KeyBoard.Visible) {
+            return RefusalObject(
+                QStringLiteral("beside is around the on-screen keyboard, which is not open"));
+        }
+        InputEvent event;
+        event.kind = InputKind::kMouseBeside;
+        return kind == InputKind::kMouseDown ? HandOver(console, {event}) : Ok();
+    };
+    return {run, QString()};
+}
+
 ParsedCommand ParsePointer(const QStringList& words, InputKind kind, int button) {
     if (words.size() == 2 && words[1] == u"beside") {
-        return Bad(QStringLiteral("beside is a press around the on-screen keyboard, which is not open"));
+        return BesideKeyboard(kind);
     }
     const auto position = words.size() == 3 ? Position(words[1], words[2]) : std::nullopt;
     if (!position) {

@@ -3,6 +3,7 @@
 
 #include "app/console/commands.h"
 #include "core/run_time_error.h"
+#include "dialogs/keyboard.h"
 #include "platform/simulated/simulated_platform.h"
 #include "shell/form_main.h"
 #include "shell/start_up.h"
@@ -57,21 +58,54 @@ bool RunKept(Console& console) {
     return true;
 }
 
-// A modal dialog. The command that opened it is answered with its name. No dialog is built into the console:
-// each closes at once, as a cancelled one does. One with controls would read commands here until one of them
-// closes it, and leave `answered` false, so that the end of the opener's handler answers that last command.
-void ShowModal(Console& console, const QString& dialog) {
-    Answer(console, JsonObject().Add(QStringLiteral("ok"), true).Add(QStringLiteral("dialog"), dialog));
-}
-
-void ReadCommands(Console& console) {
+// The next command of the input; nothing at its end.
+std::optional<Command> NextCommand(Console& console) {
     while (const std::optional<InputLine> line = console.input.Next()) {
         if (line->fault.isEmpty() && IsNoCommand(line->text)) {
             continue;
         }
         const ParsedCommand parsed =
             line->fault.isEmpty() ? ParseCommand(line->text) : ParsedCommand{Command(), line->fault};
-        CarryOut(console, parsed.command ? parsed.command : Refuse(parsed.reason), false);
+        return parsed.command ? parsed.command : Refuse(parsed.reason);
+    }
+    return std::nullopt;
+}
+
+// The input has ended while a dialog was open: its opener's handler never comes to its end.
+struct InputEnded {};
+
+// Commands go to the dialog until one of them closes it. That one is left unanswered: the end of the opener's
+// handler answers it.
+void ReadDialogCommands(Console& console, const bool& open) {
+    while (open) {
+        const std::optional<Command> command = NextCommand(console);
+        if (!command) {
+            throw InputEnded();
+        }
+        console.answering = Answering{};
+        const JsonObject answer = (*command)(console);
+        if (open) {
+            Answer(console, answer);
+        }
+    }
+}
+
+// A modal dialog. The command that opened it is answered with its name. A dialog that is not built into the
+// console closes at once, as a cancelled one does.
+void ShowModal(Console& console, const QString& dialog) {
+    const bool isKeyboard = dialog == u"Form_KeyBoard";
+    if (isKeyboard) {
+        Form_KeyBoard_Load(console.form);
+    }
+    Answer(console, JsonObject().Add(QStringLiteral("ok"), true).Add(QStringLiteral("dialog"), dialog));
+    if (isKeyboard) {
+        ReadDialogCommands(console, console.form.Form_KeyBoard.Visible);
+    }
+}
+
+void ReadCommands(Console& console) {
+    while (const std::optional<Command> command = NextCommand(console)) {
+        CarryOut(console, *command, false);
     }
 }
 
@@ -93,6 +127,8 @@ int Exit(int code, const QString& name, const JsonObject& value) {
 int RunConsole(Console& console) {
     try {
         Run(console);
+        return 0;
+    } catch (const InputEnded&) {
         return 0;
     } catch (const ProgramEnd& end) {
         WriteAnswer(JsonObject().Add(QStringLiteral("exit"), end.exitCode));

@@ -36,6 +36,7 @@ constexpr StateName kNames[] = {
     TIMER(tmrSpectrum)
     WINDOW(Form_Main, MainWindow)
     WINDOW(Form_Video, Form_Video)
+    WINDOW(Form_KeyBoard, Form_KeyBoard)
     {"MSComm1.PortOpen", [](const Form_Main& form) { return StateValue(form.MSComm1.IsOpen()); }},
 
     SURFACE(Picture_Main)
@@ -51,6 +52,7 @@ constexpr StateName kNames[] = {
     SURFACE(Picture_Command)
     SURFACE(Picture_CommandHilight)
     SURFACE(Picture_TmpCover)
+    SURFACE(Picture_Keyboard)
 
     SIZE(ImgCover)
     SIZE(ImgFade)
@@ -80,6 +82,8 @@ constexpr StateName kNames[] = {
     SIZE(ImgCommandListboxHilight)
     SIZE(ImgCommandBtn)
     SIZE(ImgCommandBtnHilight)
+    SIZE(ImgKeyboard)
+    SIZE(ImgKeyboardHilight)
 
     NAME(SoundCharge)
     NAME(SoundInsertCoin)

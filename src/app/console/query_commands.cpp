@@ -39,29 +39,30 @@ public:
 
 struct SurfaceRow {
     const char* name;
-    Surface RenderingState::*surface;
+    Surface Form_Main::*surface;
 };
 
-using R = RenderingState;
+using F = Form_Main;
 
 // clang-format off
 constexpr SurfaceRow kSurfaces[] = {
-    {"Picture_Main",            &R::Picture_Main},
-    {"Picture_Video",           &R::Picture_Video},
-    {"Picture_Cache",           &R::Picture_Cache},
-    {"Picture_CacheHilight",    &R::Picture_CacheHilight},
-    {"Picture_CacheTmp",        &R::Picture_CacheTmp},
-    {"Picture_CacheTmp2",       &R::Picture_CacheTmp2},
-    {"Picture_Playlist",        &R::Picture_Playlist},
-    {"Picture_PlaylistHilight", &R::Picture_PlaylistHilight},
-    {"Picture_PlaylistTmp",     &R::Picture_PlaylistTmp},
-    {"Picture_Command",         &R::Picture_Command},
-    {"Picture_CommandHilight",  &R::Picture_CommandHilight},
-    {"Picture_TmpCover",        &R::Picture_TmpCover},
+    {"Picture_Main",            &F::Picture_Main},
+    {"Picture_Video",           &F::Picture_Video},
+    {"Picture_Cache",           &F::Picture_Cache},
+    {"Picture_CacheHilight",    &F::Picture_CacheHilight},
+    {"Picture_CacheTmp",        &F::Picture_CacheTmp},
+    {"Picture_CacheTmp2",       &F::Picture_CacheTmp2},
+    {"Picture_Playlist",        &F::Picture_Playlist},
+    {"Picture_PlaylistHilight", &F::Picture_PlaylistHilight},
+    {"Picture_PlaylistTmp",     &F::Picture_PlaylistTmp},
+    {"Picture_Command",         &F::Picture_Command},
+    {"Picture_CommandHilight",  &F::Picture_CommandHilight},
+    {"Picture_TmpCover",        &F::Picture_TmpCover},
+    {"Picture_Keyboard",        &F::Picture_Keyboard},
 };
 // clang-format on
 
-Surface RenderingState::*FindSurface(const QString& name) {
+Surface Form_Main::*FindSurface(const QString& name) {
     for (const SurfaceRow& row : kSurfaces) {
         if (name == QLatin1String(row.name)) {
             return row.surface;
@@ -81,7 +82,7 @@ JsonObject WritePng(Console& console, const QImage& picture, const QString& file
     return written ? Ok() : RefusalObject(QStringLiteral("cannot be written: ") + file);
 }
 
-ParsedCommand WriteSurface(Surface RenderingState::*surface, const QString& file) {
+ParsedCommand WriteSurface(Surface Form_Main::*surface, const QString& file) {
     const auto run = [surface, file](Console& console) {
         SettleTmpCover(console.form);
         return WritePng(console, (console.form.*surface).picture, file);
@@ -191,7 +192,7 @@ ParsedCommand ParseCalls(const QStringList& words) {
 
 ParsedCommand ParseFrame(const QString& rest) {
     const QString file = rest.trimmed();
-    return file.isEmpty() ? Bad(QStringLiteral("frame takes a file")) : WriteSurface(&R::Picture_Main, file);
+    return file.isEmpty() ? Bad(QStringLiteral("frame takes a file")) : WriteSurface(&F::Picture_Main, file);
 }
 
 ParsedCommand ParseSurface(const QString& rest) {
@@ -199,7 +200,7 @@ ParsedCommand ParseSurface(const QString& rest) {
     const qsizetype blank = words.indexOf(u' ');
     const QString name = words.left(blank);
     const QString file = blank < 0 ? QString() : words.mid(blank).trimmed();
-    Surface RenderingState::*surface = FindSurface(name);
+    Surface Form_Main::*surface = FindSurface(name);
     if (file.isEmpty()) {
         return Bad(QStringLiteral("surface takes a name and a file"));
     }

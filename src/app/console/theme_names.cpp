@@ -66,12 +66,33 @@ QJsonValue ChoiceLists(const Form_Main& form, const SparseCube<QString, kMenus>&
     return menus;
 }
 
+// The lines of the on-screen keyboard that its theme has, at most the array's.
+int KeyboardLines(const Form_Main& form) {
+    constexpr int kMost = 100;
+    return std::min(form.KeyNbLines.value(), kMost);
+}
+
+QJsonValue KeyCounts(const Form_Main& form) {
+    return ElementsOf(form.KeyNbCols, 1, KeyboardLines(form));
+}
+
+// A field of the keyboard's keys as one list a line, columns from 1.
+template <typename Element>
+QJsonValue KeyLists(const Form_Main& form, const BoundedTable<Element, 100, 100>& field) {
+    QJsonArray lines;
+    for (int line = 1; line <= KeyboardLines(form); ++line) {
+        lines.append(RowOf(field, line, 1, form.KeyNbCols(line).value()));
+    }
+    return lines;
+}
+
 #define NAME(variable) {#variable, [](const Form_Main& form) { return StateValue(form.variable); }},
 #define KEY(section, key) NAME(key)
 #define PAGE_KEY(section, key, array, index)                                                                 \
     {#key, [](const Form_Main& form) { return StateValue(form.array(index)); }},
 #define PAGES(array) {#array, [](const Form_Main& form) { return ElementsOf(form.array, 0, 1); }},
 #define SLOT_LISTS(field) {#field, [](const Form_Main& form) { return SlotLists(form.field); }},
+#define KEYBOARD_LISTS(field) {#field, [](const Form_Main& form) { return KeyLists(form, form.field); }},
 #define MENU(field) {#field, [](const Form_Main& form) { return MenuLists(form, form.field); }},
 #define CHOICES(field) {#field, [](const Form_Main& form) { return ChoiceLists(form, form.field); }},
 
@@ -94,6 +115,10 @@ constexpr StateName kNames[] = {
 
     SLOT_KEYS(SLOT_LISTS, SLOT_LISTS)
 
+    KEYBOARD_KEYS(NAME, NAME)
+    {"KeyNbCols", KeyCounts},
+    KEYBOARD_TABLES(KEYBOARD_LISTS)
+
     {"CommandRowCount", RowCounts},
     {"CommandLastRow", LastRows},
     MENU(CommandType)
@@ -113,6 +138,7 @@ constexpr StateName kNames[] = {
 #undef PAGE_KEY
 #undef PAGES
 #undef SLOT_LISTS
+#undef KEYBOARD_LISTS
 #undef MENU
 #undef CHOICES
 

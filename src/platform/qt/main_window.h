@@ -24,6 +24,8 @@ public:
     void SetVideo(const QImage& picture, const QRect& place);
     // A page of words that hides frame and video until it is taken away.
     void SetNotice(const std::optional<Notice>& notice);
+    // The frame as the window shows it, black around it, without video and notice.
+    const QImage& Shown() const { return canvas_; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

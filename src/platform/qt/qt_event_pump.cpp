@@ -139,14 +139,25 @@ void QtEventPump::Wait(double milliseconds) {
     } while (Now() < end);
 }
 
+// Sleeps until something happens, and hands on what is pending then.
+void QtEventPump::RunOnce() {
+    const bool mayWait = NextBefore(nextNumber_) == pending_.end();
+    QCoreApplication::processEvents(mayWait ? QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents
+                                            : QEventLoop::AllEvents);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    HandOn();
+}
+
 void QtEventPump::Run() {
     timer1_.start();
     for (;;) {
-        const bool mayWait = NextBefore(nextNumber_) == pending_.end();
-        QCoreApplication::processEvents(mayWait ? QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents
-                                                : QEventLoop::AllEvents);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        HandOn();
+        RunOnce();
+    }
+}
+
+void QtEventPump::RunWhile(const std::function<bool()>& wanted) {
+    while (wanted()) {
+        RunOnce();
     }
 }
 

@@ -35,6 +35,8 @@ public:
     // The life of the jukebox: sleeps until something happens and hands it on. Left only by ProgramStop and
     // ProgramEnd.
     [[noreturn]] void Run();
+    // The same inside a handler, for the time of a modal dialog: until `wanted` is no longer true.
+    void RunWhile(const std::function<bool()>& wanted);
 
     // Appends an event. Moves of the pointer and pending ticks are merged. Keys and presses beyond 1000
     // pending events are dropped.
@@ -50,6 +52,7 @@ private:
         InputEvent event;
     };
 
+    void RunOnce();
     void HandOn();
     std::deque<Pending>::iterator NextBefore(std::uint64_t limit);
     bool Merged(const InputEvent& event);

@@ -30,7 +30,8 @@ Qt::CursorShape CursorOf(int number) {
 
 } // namespace
 
-QtWindows::QtWindows(QtEventPump& pump, X11Screen* x11) : main_(pump), video_(pump), x11_(x11) {
+QtWindows::QtWindows(QtEventPump& pump, X11Screen* x11)
+    : main_(pump), video_(pump), keyboard_(pump), x11_(x11) {
     if (x11_ != nullptr) {
         QObject::connect(&saver_, &QTimer::timeout, [this] { x11_->ResetScreenSaver(); });
         saver_.start(kSaverInterval);
@@ -66,17 +67,17 @@ void QtWindows::ShowMainWindow(const QRect& place) {
     } else {
         main_.show();
     }
-    WaitUntilExposed();
+    WaitUntilExposed(main_);
 }
 
 // The toolkit tells of the first exposure only through its event loop; a frame refreshed before that would
 // not be seen.
-void QtWindows::WaitUntilExposed() {
-    main_.raise();
-    main_.activateWindow();
+void QtWindows::WaitUntilExposed(QWidget& window) {
+    window.raise();
+    window.activateWindow();
     QElapsedTimer time;
     time.start();
-    while (!main_.windowHandle()->isExposed() && time.elapsed() < kLongestAppearance) {
+    while (!window.windowHandle()->isExposed() && time.elapsed() < kLongestAppearance) {
         QCoreApplication::processEvents();
         QThread::usleep(500);
     }
@@ -84,6 +85,10 @@ void QtWindows::WaitUntilExposed() {
 
 void QtWindows::Refresh(const QImage& frame, int left, int top) {
     main_.Refresh(frame, left, top);
+}
+
+void QtWindows::RefreshKeyboard(const QImage& picture, int left, int top) {
+    keyboard_.SetPicture(picture, {left, top});
 }
 
 void QtWindows::MousePointer(const QString& object, int number) {
@@ -112,12 +117,27 @@ void QtWindows::ShowVideo(const QString& owner, const QRect& place, const QImage
     video_.SetVideo(onSecondWindow ? picture : QImage(), place);
 }
 
+void QtWindows::ShowKeyboard() {
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    const QRect part = screen.translated(-main_.geometry().topLeft());
+    keyboard_.SetGround(main_.Shown().copy(part));
+    keyboard_.setCursor(CursorOf(formPointer_));
+    keyboard_.setGeometry(screen);
+    keyboard_.showFullScreen();
+    WaitUntilExposed(keyboard_);
+}
+
+void QtWindows::HideKeyboard() {
+    keyboard_.hide();
+    main_.activateWindow();
+}
+
 void QtWindows::ShowNotice(const Notice& notice) {
     main_.SetNotice(notice);
     if (!main_.isVisible()) {
         main_.setGeometry(QGuiApplication::primaryScreen()->geometry());
         main_.showFullScreen();
-        WaitUntilExposed();
+        WaitUntilExposed(main_);
     }
 }
 

@@ -1,6 +1,7 @@
 // The windows of the cabinet.
 #pragma once
 
+#include "platform/qt/keyboard_window.h"
 #include "platform/qt/main_window.h"
 #include "platform/qt/video_window.h"
 #include "platform/qt/x11_screen.h"
@@ -17,6 +18,7 @@ public:
 
     void ShowMainWindow(const QRect& place) override;
     void Refresh(const QImage& frame, int left, int top) override;
+    void RefreshKeyboard(const QImage& picture, int left, int top) override;
     void MousePointer(const QString& object, int number) override;
     void ShowVideoWindow(bool visible, const QRect& place) override;
 
@@ -25,6 +27,11 @@ public:
     // away.
     void ShowVideo(const QString& owner, const QRect& place, const QImage& picture);
 
+    // Shows the on-screen keyboard over the primary screen, before the frame as it stands; takes it away and
+    // gives the keys back to the main window.
+    void ShowKeyboard();
+    void HideKeyboard();
+
     // Shows a page of words over everything, on the primary screen when the main window is not up yet.
     void ShowNotice(const Notice& notice);
     void HideNotice();
@@ -32,11 +39,12 @@ public:
 private:
     void SetPointer();
     void CoverScreen();
-    void WaitUntilExposed();
+    static void WaitUntilExposed(QWidget& window);
     void FollowScreen(QScreen* screen);
 
     MainWindow main_;
     VideoWindow video_;
+    KeyboardWindow keyboard_;
     X11Screen* x11_;
     QTimer saver_;
     // Whether the jukebox has asked for the main window, and whether that window covers its whole screen.

@@ -12,6 +12,11 @@ void SimulatedWindows::Refresh(const QImage& frame, int left, int top) {
     ++refreshes;
 }
 
+void SimulatedWindows::RefreshKeyboard(const QImage& picture, int left, int top) {
+    keyboardPlace = QRect(QPoint(left, top), picture.size());
+    ++keyboardRefreshes;
+}
+
 void SimulatedWindows::MousePointer(const QString& object, int number) {
     record_.Add({QStringLiteral("MousePointer"), object, number});
 }

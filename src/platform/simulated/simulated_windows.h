@@ -16,6 +16,7 @@ public:
 
     void ShowMainWindow(const QRect& place) override { mainPlace = place; }
     void Refresh(const QImage& frame, int left, int top) override;
+    void RefreshKeyboard(const QImage& picture, int left, int top) override;
     void MousePointer(const QString& object, int number) override;
     void ShowVideoWindow(bool visible, const QRect& place) override;
 
@@ -27,6 +28,9 @@ public:
     int shownLeft = 0;
     int shownTop = 0;
     std::int64_t refreshes = 0;
+    // The same of the on-screen keyboard.
+    QRect keyboardPlace;
+    std::int64_t keyboardRefreshes = 0;
 
 private:
     CallRecord& record_;
