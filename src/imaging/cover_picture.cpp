@@ -55,7 +55,7 @@ ReadyPicture CoverPicture::Ready(int width, int height) const {
     if (const auto bytes = ReadPictureFile(source_->ports, key.path)) {
         Decode(source_->ports, *bytes, width, height, picture);
     }
-    const ReadyPicture made{true, MakeReady(picture, width, height)};
+    ReadyPicture made{true, MakeReady(picture, width, height)};
     ready_.Put(key, made);
     return made;
 }
