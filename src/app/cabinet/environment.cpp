@@ -60,6 +60,11 @@ void PinEnvironment() {
     if (!qEnvironmentVariableIsSet("ALSOFT_LOGLEVEL")) {
         qputenv("ALSOFT_LOGLEVEL", "0");
     }
+    // Without a session bus the toolkit would have one started when it shows a window, for readers of the
+    // screen, and wait for the answer of a starter that may not exist: now and then for ever.
+    if (!qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")) {
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    }
     std::signal(SIGPIPE, SIG_IGN);
 }
 

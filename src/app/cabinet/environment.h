@@ -6,8 +6,8 @@
 #include <functional>
 
 // Drawing at 96 dots per inch and scale factor 1, whatever the desktop says; a private folder for
-// XDG_RUNTIME_DIR when it is not set; no end of the program by a closed standard error. Before the
-// application object is made.
+// XDG_RUNTIME_DIR when it is not set; no search for a session bus where none is named; no end of the program
+// by a closed standard error. Before the application object is made.
 void PinEnvironment();
 
 // Why no window can be shown, for a person; empty when nothing is known to be in the way.
