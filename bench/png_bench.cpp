@@ -4,6 +4,7 @@
 
 #include "bench.h"
 #include "imaging/c32bppdib.h"
+#include "imaging/inflate.h"
 #include "imaging/png_parser.h"
 #include "platform/posix/dlopened_zlib.h"
 
@@ -132,17 +133,29 @@ Floor FloorOf(const QByteArray& png, ZlibLibrary& zlib) {
     return floor;
 }
 
-void RunFloor(Floor& floor, ZlibLibrary& zlib) {
+void RunInflate(Floor& floor) {
+    const std::span packed(reinterpret_cast<const std::uint8_t*>(floor.compressed.constData()),
+                           static_cast<std::size_t>(floor.compressed.size()));
+    Require(Inflate(packed, floor.inflated).has_value(), "the own Inflate");
+}
+
+void RunUncompress(Floor& floor, ZlibLibrary& zlib) {
     std::size_t written = 0;
     const std::span packed(reinterpret_cast<const std::uint8_t*>(floor.compressed.constData()),
                            static_cast<std::size_t>(floor.compressed.size()));
     Require(zlib.Uncompress(floor.inflated, written, packed) == 0, "uncompress");
+}
+
+void RunFloor(Floor& floor, ZlibLibrary& zlib) {
+    RunUncompress(floor, zlib);
     std::memcpy(floor.copy.data(), floor.pixels.data(), floor.pixels.size());
 }
 
 constexpr std::size_t kOurs = 0;
 constexpr std::size_t kFloor = 2;
-constexpr std::size_t kFirstPeer = 3;
+constexpr std::size_t kInflate = 3;
+constexpr std::size_t kUncompress = 4;
+constexpr std::size_t kFirstPeer = 5;
 
 std::vector<Figure> Measure(const QByteArray& png) {
     DlopenedZlib zlib;
@@ -156,6 +169,8 @@ std::vector<Figure> Measure(const QByteArray& png) {
         reading("our decoder", [&](const QByteArray& file) { LoadOurs(file, image, zlib); }),
         reading("our decoder, no zlib", [&](const QByteArray& file) { LoadOurs(file, image, missing); }),
         {QStringLiteral("uncompress and a copy"), [&] { RunFloor(floor, zlib); }},
+        {QStringLiteral("own Inflate alone"), [&] { RunInflate(floor); }},
+        {QStringLiteral("uncompress alone"), [&] { RunUncompress(floor, zlib); }},
         reading("QImage", LoadByToolkit),
 #ifdef VANTORIX_PEER_LIBPNG
         reading("libpng", LoadByLibpng),
@@ -231,4 +246,8 @@ void BenchPng(const QString& themeFolder) {
     }
     PrintRow(QStringLiteral("PNG, geometric mean of %1 pictures").arg(all.size()), means);
     std::printf("  %-44s %10s      x %.2f\n", "the best peer of each picture", "", Mean(all, BestPeer));
+    std::printf("  %-44s %10s      x %.2f\n", "uncompress, beside own Inflate", "",
+                Mean(all, [](const auto& figures) {
+                    return figures[kUncompress].milliseconds / figures[kInflate].milliseconds;
+                }));
 }

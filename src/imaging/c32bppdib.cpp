@@ -132,7 +132,9 @@ bool c32bppDIB::InitializeDIB(int width, int height) {
 }
 
 bool c32bppDIB::InitializeUnset(int width, int height) {
-    return Allocate(width, height, [](std::size_t bytes) { return std::malloc(bytes); });
+    // Without a row yet there is none to turn.
+    isTurned_ = Allocate(width, height, [](std::size_t bytes) { return std::malloc(bytes); });
+    return isTurned_;
 }
 
 bool c32bppDIB::Allocate(int width, int height, void* (*allocate)(std::size_t bytes)) {
@@ -169,6 +171,12 @@ std::uint8_t* c32bppDIB::BitsPointer() {
 const std::uint8_t* c32bppDIB::BitsPointer() const {
     KeepRows(false);
     return pixels_.get();
+}
+
+std::span<std::uint8_t> c32bppDIB::Line(int row) {
+    drawing_.reset();
+    const auto line = static_cast<std::size_t>(isTurned_ ? row : height_ - 1 - row);
+    return {pixels_.get() + line * ScanWidth(), ScanWidth()};
 }
 
 void c32bppDIB::PrepareRender() const {

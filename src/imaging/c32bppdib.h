@@ -59,7 +59,7 @@ public:
     // Empties the object and makes a zero-filled buffer. False for a height of 0, a width below 1 or more
     // than 1 GiB of pixels; a negative height counts by its absolute value.
     bool InitializeDIB(int width, int height);
-    // The same with pixels of any content, for who writes every one of them.
+    // The same with pixels of any content, for who writes every one of them, best by Line.
     bool InitializeUnset(int width, int height);
     // Empties the object: no pixels, no original bytes, `alpha` false, `ImageType` none.
     void DestroyDIB();
@@ -75,6 +75,8 @@ public:
     // asked for anew after a Render.
     std::uint8_t* BitsPointer();
     const std::uint8_t* BitsPointer() const;
+    // A row of the pixels, the highest being 0. Costs nothing, unlike BitsPointer behind InitializeUnset.
+    std::span<std::uint8_t> Line(int row);
     // The source file's bytes, kept on request.
     const QByteArray& OriginalBytes() const { return originalBytes_; }
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <memory>
 
 namespace {
 
@@ -81,21 +82,62 @@ constexpr Meanings<19> kLengthMeanings = LengthMeanings();
 
 enum class Step { kGoesOn, kFull, kMalformed };
 
+// Room that is left free behind the output so that bytes may be copied by sixteen, past the end of a repeat.
+constexpr std::size_t kLongestRepeat = 258;
+constexpr std::size_t kPiece = 16;
+constexpr std::size_t kQuickRoom = kLongestRepeat + 2 * kPiece;
+
+// The farthest that a repeat reaches back, and the room in which pieces are made: small enough for the
+// second cache, large enough for the moving of what lies that far back to cost little.
+constexpr std::size_t kFarthest = 32768;
+constexpr std::size_t kWindow = 8 * kFarthest;
+
+// Where the bytes go: to `bytes` in their order, or, with a taker, to `bytes` again and again.
 struct Output {
     std::span<std::uint8_t> bytes;
     std::size_t used = 0;
+    const InflatedTaker* taker = nullptr;
+    // With a taker: bytes that it has, and bytes still to come behind the end of `bytes`.
+    std::size_t taken = 0;
+    std::size_t beyond = 0;
 
-    bool IsFull() const { return used == bytes.size(); }
+    bool isRefused = false;
+
+    std::size_t Room() const { return bytes.size() - used; }
+    // Makes room when there is none. False when none is to be had.
+    bool FindRoom() { return Room() > 0 || MakeRoom(); }
+    bool HandOver();
+    bool MakeRoom();
 };
+
+bool Output::HandOver() {
+    isRefused = isRefused || !(*taker)(bytes.subspan(taken, used - taken));
+    taken = used;
+    return !isRefused;
+}
+
+// Moves what a repeat can reach to the front. False at the end of all bytes.
+bool Output::MakeRoom() {
+    if (beyond == 0 || !HandOver()) {
+        return false;
+    }
+    std::memmove(bytes.data(), bytes.data() + used - kFarthest, kFarthest);
+    const std::size_t next = std::min(beyond, kWindow - kFarthest);
+    bytes = {bytes.data(), kFarthest + next};
+    beyond -= next;
+    used = kFarthest;
+    taken = kFarthest;
+    return true;
+}
 
 struct BlockCodes {
     HuffmanCode literals;
     HuffmanCode distances;
 };
 
-// Repeats `length` bytes from `distance` bytes back. The two may overlap: a distance of 1 repeats one byte.
-void Repeat(Output& output, std::size_t distance, std::size_t length) {
-    length = std::min(length, output.bytes.size() - output.used);
+// Repeats `length` bytes, for which there is room, from `distance` bytes back. The two may overlap: a
+// distance of 1 repeats one byte.
+void RepeatInRoom(Output& output, std::size_t distance, std::size_t length) {
     std::uint8_t* const to = output.bytes.data() + output.used;
     const std::uint8_t* const from = to - distance;
     if (distance >= length) {
@@ -110,10 +152,13 @@ void Repeat(Output& output, std::size_t distance, std::size_t length) {
     output.used += length;
 }
 
-// Room that is left free behind the output so that bytes may be copied by sixteen, past the end of a repeat.
-constexpr std::size_t kLongestRepeat = 258;
-constexpr std::size_t kPiece = 16;
-constexpr std::size_t kQuickRoom = kLongestRepeat + 2 * kPiece;
+void Repeat(Output& output, std::size_t distance, std::size_t length) {
+    while (length > 0 && output.FindRoom()) {
+        const std::size_t now = std::min(length, output.Room());
+        RepeatInRoom(output, distance, now);
+        length -= now;
+    }
+}
 
 // The two may overlap: all is read before it is written.
 void CopyPiece(std::uint8_t* to, const std::uint8_t* from) {
@@ -190,7 +235,7 @@ void InflateQuickly(BitReader& reader, const BlockCodes& codes, Output& output) 
     constexpr int kLiteralsOfARound = 3;
     BitReader bits = reader;
     Output made = output;
-    while (made.bytes.size() - made.used >= kQuickRoom && bits.HasWords()) {
+    while (made.Room() >= kQuickRoom && bits.HasWords()) {
         CodeMeaning meaning = codes.literals.Quick(bits.QuickPeek());
         int literals = 0;
         for (; literals < kLiteralsOfARound && meaning.kind == CodeMeaning::kLiteral; ++literals) {
@@ -226,7 +271,7 @@ Step RepeatFor(BitReader& bits, CodeMeaning lengthCode, const HuffmanCode& dista
 }
 
 Step InflateCoded(BitReader& bits, const BlockCodes& codes, Output& output) {
-    while (!output.IsFull()) {
+    while (output.FindRoom()) {
         InflateQuickly(bits, codes, output);
         const auto code = codes.literals.Decode(bits);
         if (!code || code->kind == CodeMeaning::kNone) {
@@ -250,15 +295,17 @@ Step InflateStored(BitReader& bits, Output& output) {
     if (!length || !complement || (*length ^ *complement) != 0xFFFF) {
         return Step::kMalformed;
     }
-    const std::size_t wanted = std::min<std::size_t>(*length, output.bytes.size() - output.used);
-    const auto stored = bits.TakeBytes(wanted);
-    if (!stored) {
-        return Step::kMalformed;
+    for (std::size_t left = *length; left > 0 && output.FindRoom();) {
+        const std::size_t now = std::min(left, output.Room());
+        const auto stored = bits.TakeBytes(now);
+        if (!stored) {
+            return Step::kMalformed;
+        }
+        std::memcpy(output.bytes.data() + output.used, stored->data(), now);
+        output.used += now;
+        left -= now;
     }
-    std::copy(stored->begin(), stored->end(),
-              output.bytes.begin() + static_cast<std::ptrdiff_t>(output.used));
-    output.used += wanted;
-    return output.IsFull() ? Step::kFull : Step::kGoesOn;
+    return output.FindRoom() ? Step::kGoesOn : Step::kFull;
 }
 
 // The fixed codes, RFC 1951, 3.2.6.
@@ -340,26 +387,40 @@ Step InflateBlock(BitReader& bits, unsigned type, Output& output) {
     return type == 2 && ReadCodes(bits, codes) ? InflateCoded(bits, codes, output) : Step::kMalformed;
 }
 
-} // namespace
-
-std::optional<std::size_t> Inflate(std::span<const std::uint8_t> source, std::span<std::uint8_t> target) {
+// Inflates until the last block ends or the output is full. False for anything malformed before that.
+bool InflateBlocks(std::span<const std::uint8_t> source, Output& output) {
     constexpr std::size_t kHeader = 2;
     if (source.size() < kHeader) {
-        return std::nullopt;
+        return false;
     }
     BitReader bits(source.subspan(kHeader));
-    Output output{target};
     bool isLast = false;
-    while (!isLast && !output.IsFull()) {
+    while (!isLast && output.FindRoom()) {
         const auto last = bits.Take(1);
         const auto type = bits.Take(2);
         if (!last || !type || InflateBlock(bits, *type, output) == Step::kMalformed) {
-            return std::nullopt;
+            return false;
         }
         isLast = *last == 1;
     }
     // Deliberate D-36: the Adler-32 behind the data is not compared, nor are the header's two bytes looked
     // at. One would expect a damaged stream to be refused by its checksum. Pictures that the library refuses
     // for these bytes alone are still shown, with it and without it.
-    return output.used;
+    return true;
+}
+
+} // namespace
+
+std::optional<std::size_t> Inflate(std::span<const std::uint8_t> source, std::span<std::uint8_t> target) {
+    Output output{target};
+    return InflateBlocks(source, output) ? std::optional(output.used) : std::nullopt;
+}
+
+bool InflateInPieces(std::span<const std::uint8_t> source, std::size_t most, const InflatedTaker& taker) {
+    const std::size_t size = std::min(most, kWindow);
+    const auto window = std::make_unique_for_overwrite<std::uint8_t[]>(size);
+    Output output{{window.get(), size}};
+    output.taker = &taker;
+    output.beyond = most - size;
+    return InflateBlocks(source, output) && output.HandOver();
 }

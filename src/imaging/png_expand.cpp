@@ -28,6 +28,10 @@ const __m128i* At(const std::uint8_t* bytes) {
     return reinterpret_cast<const __m128i*>(bytes);
 }
 
+bool IsSame(__m128i a, __m128i b) {
+    return _mm_movemask_epi8(_mm_cmpeq_epi32(a, b)) == 0xFFFF;
+}
+
 // Four pixels from twelve bytes; sixteen are read. Gives the pixels written.
 __attribute__((target("ssse3"))) std::size_t ShuffleColours(const std::uint8_t* row, int transparent,
                                                             std::span<std::uint8_t> target) {
@@ -62,9 +66,21 @@ __attribute__((target("ssse3"))) std::size_t ShuffleColoursWithAlpha(const std::
     const __m128i firstAlpha = _mm_setr_epi8(3, -1, 3, -1, 3, -1, -1, -1, 7, -1, 7, -1, 7, -1, -1, -1);
     const __m128i secondAlpha = _mm_setr_epi8(11, -1, 11, -1, 11, -1, -1, -1, 15, -1, 15, -1, 15, -1, -1, -1);
     const __m128i whole = _mm_setr_epi16(0, 0, 0, 255, 0, 0, 0, 255);
+    const __m128i alpha = _mm_set1_epi32(static_cast<int>(0xFF000000U));
+    const __m128i swapped = _mm_setr_epi8(2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15);
     std::size_t i = 0;
     for (; i + 4 <= count; i += 4) {
         const __m128i bytes = _mm_loadu_si128(At(row + i * kPixelBytes));
+        const __m128i alphas = _mm_and_si128(bytes, alpha);
+        // Most pixels of a theme are wholly transparent or opaque, and so are their neighbours.
+        if (IsSame(alphas, _mm_setzero_si128())) {
+            _mm_storeu_si128(At(target.data() + i * kPixelBytes), _mm_setzero_si128());
+            continue;
+        }
+        if (IsSame(alphas, alpha)) {
+            _mm_storeu_si128(At(target.data() + i * kPixelBytes), _mm_shuffle_epi8(bytes, swapped));
+            continue;
+        }
         const __m128i low = _mm_mullo_epi16(_mm_shuffle_epi8(bytes, first),
                                             _mm_or_si128(_mm_shuffle_epi8(bytes, firstAlpha), whole));
         const __m128i high = _mm_mullo_epi16(_mm_shuffle_epi8(bytes, second),

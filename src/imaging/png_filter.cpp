@@ -1,8 +1,8 @@
 // Sub, Up, Average and Paeth, taken off a row in place.
 #include "imaging/png_filter.h"
 
+#include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <cstring>
 
 #if defined(__SSE2__)
@@ -15,12 +15,14 @@ std::uint8_t Sum(int a, int b) {
     return static_cast<std::uint8_t>(a + b);
 }
 
+// The neighbour that is nearest to left + above - corner, told by comparing alone: it is the corner where
+// `bound`, three times the corner less the other two, lies between those, and else the one on the far side.
 int Paeth(int left, int above, int corner) {
-    const int toLeft = std::abs(above - corner);
-    const int toAbove = std::abs(left - corner);
-    const int toCorner = std::abs(left + above - 2 * corner);
-    const int upper = toAbove <= toCorner ? above : corner;
-    return toLeft <= toAbove && toLeft <= toCorner ? left : upper;
+    const int low = std::min(left, above);
+    const int high = std::max(left, above);
+    const int bound = 3 * corner - above - left;
+    const int notHigh = high > bound ? corner : low;
+    return bound > low ? notHigh : high;
 }
 
 // The same as the routines below for pixels of three bytes and more, all samples of a pixel at once: each
@@ -51,23 +53,35 @@ void StoreBytes(std::uint8_t* to, __m128i vector) {
     std::memcpy(to, &bytes, Count);
 }
 
-// Replaces pixel after pixel by what `unfiltered` makes of it and of the one above. Pixels of three and six
-// bytes are moved by four and eight: the surplus bytes belong to the next pixel, which is read before they
-// are overwritten and written behind them.
+// Bytes of a row, those of whole pixels.
+struct Part {
+    std::size_t begin;
+    std::size_t end;
+};
+
+template <std::size_t Step>
+Part WholePixels(std::span<const std::uint8_t> row) {
+    return {0, row.size() / Step * Step};
+}
+
+// Replaces pixel after pixel of a part by what `unfiltered` makes of it and of the one above. Pixels of three
+// and six bytes are moved by four and eight: the surplus bytes belong to the next pixel, which is read before
+// they are overwritten and written behind them.
 template <std::size_t Step, typename Unfiltered>
-void UnfilterPixels(std::span<std::uint8_t> row, const std::uint8_t* prior, Unfiltered unfiltered) {
+void UnfilterPixels(std::span<std::uint8_t> row, const std::uint8_t* prior, Part part,
+                    Unfiltered unfiltered) {
     constexpr std::size_t kMoved = Step <= 4 ? 4 : 8;
-    std::size_t i = 0;
-    if (row.size() >= Step + kMoved) {
-        __m128i pixel = LoadBytes<kMoved>(row.data());
-        for (; i + Step + kMoved <= row.size(); i += Step) {
+    std::size_t i = part.begin;
+    if (i + Step + kMoved <= row.size()) {
+        __m128i pixel = LoadBytes<kMoved>(row.data() + i);
+        for (; i < part.end && i + Step + kMoved <= row.size(); i += Step) {
             const __m128i next = LoadBytes<kMoved>(row.data() + i + Step);
             StoreBytes<kMoved>(row.data() + i, unfiltered(pixel, LoadBytes<kMoved>(prior + i)));
             pixel = next;
         }
         StoreBytes<kMoved>(row.data() + i, pixel);
     }
-    for (; i + Step <= row.size(); i += Step) {
+    for (; i < part.end; i += Step) {
         const __m128i pixel = LoadBytes<Step>(row.data() + i);
         StoreBytes<Step>(row.data() + i, unfiltered(pixel, LoadBytes<Step>(prior + i)));
     }
@@ -78,10 +92,6 @@ __m128i Widened(__m128i pixel) {
     return _mm_unpacklo_epi8(pixel, _mm_setzero_si128());
 }
 
-__m128i Absolute(__m128i samples) {
-    return _mm_max_epi16(samples, _mm_sub_epi16(_mm_setzero_si128(), samples));
-}
-
 // `a` where the mask is set, else `b`.
 __m128i Chosen(__m128i mask, __m128i a, __m128i b) {
     return _mm_or_si128(_mm_and_si128(mask, a), _mm_andnot_si128(mask, b));
@@ -90,43 +100,107 @@ __m128i Chosen(__m128i mask, __m128i a, __m128i b) {
 template <std::size_t Step>
 void UnfilterPixelsSub(std::span<std::uint8_t> row) {
     __m128i left = _mm_setzero_si128();
-    UnfilterPixels<Step>(row, row.data(), [left](__m128i pixel, __m128i /*above*/) mutable {
-        left = _mm_add_epi8(left, pixel);
-        return left;
-    });
+    UnfilterPixels<Step>(row, row.data(), WholePixels<Step>(row),
+                         [left](__m128i pixel, __m128i /*above*/) mutable {
+                             left = _mm_add_epi8(left, pixel);
+                             return left;
+                         });
 }
 
 template <std::size_t Step>
 void UnfilterPixelsAverage(std::span<std::uint8_t> row, const std::uint8_t* prior) {
     const __m128i one = _mm_set1_epi8(1);
     __m128i left = _mm_setzero_si128();
-    UnfilterPixels<Step>(row, prior, [left, one](__m128i pixel, __m128i above) mutable {
-        // The processor rounds half a step up, the filter cuts it.
-        const __m128i half = _mm_and_si128(_mm_xor_si128(left, above), one);
-        left = _mm_add_epi8(_mm_sub_epi8(_mm_avg_epu8(left, above), half), pixel);
-        return left;
-    });
+    UnfilterPixels<Step>(row, prior, WholePixels<Step>(row),
+                         [left, one](__m128i pixel, __m128i above) mutable {
+                             // The processor rounds half a step up, the filter cuts it.
+                             const __m128i half = _mm_and_si128(_mm_xor_si128(left, above), one);
+                             left = _mm_add_epi8(_mm_sub_epi8(_mm_avg_epu8(left, above), half), pixel);
+                             return left;
+                         });
 }
 
-template <std::size_t Step>
-void UnfilterPixelsPaeth(std::span<std::uint8_t> row, const std::uint8_t* prior) {
-    const __m128i lowByte = _mm_set1_epi16(255);
+// The pixels left and above of the one that comes next, their samples widened to 16 bits.
+struct PaethNeighbours {
     __m128i left = _mm_setzero_si128();
     __m128i corner = _mm_setzero_si128();
-    UnfilterPixels<Step>(row, prior, [left, corner, lowByte](__m128i pixel, __m128i aboveBytes) mutable {
+
+    // Makes the next pixel of what is added to it. It becomes the left neighbour, the one above the corner.
+    __m128i Next(__m128i added, __m128i aboveBytes) {
         const __m128i above = Widened(aboveBytes);
-        const __m128i across = _mm_sub_epi16(above, corner);
-        const __m128i down = _mm_sub_epi16(left, corner);
-        const __m128i toLeft = Absolute(across);
-        const __m128i toAbove = Absolute(down);
-        const __m128i toCorner = Absolute(_mm_add_epi16(across, down));
-        const __m128i least = _mm_min_epi16(toCorner, _mm_min_epi16(toLeft, toAbove));
-        const __m128i upper = Chosen(_mm_cmpeq_epi16(least, toAbove), above, corner);
-        const __m128i nearest = Chosen(_mm_cmpeq_epi16(least, toLeft), left, upper);
+        const __m128i low = _mm_min_epi16(left, above);
+        const __m128i high = _mm_max_epi16(left, above);
+        const __m128i thrice = _mm_add_epi16(corner, _mm_add_epi16(corner, corner));
+        const __m128i bound = _mm_sub_epi16(_mm_sub_epi16(thrice, above), left);
+        const __m128i notHigh = Chosen(_mm_cmpgt_epi16(high, bound), corner, low);
+        const __m128i nearest = Chosen(_mm_cmpgt_epi16(bound, low), notHigh, high);
         corner = above;
-        left = _mm_and_si128(_mm_add_epi16(nearest, Widened(pixel)), lowByte);
+        // Byte by byte: nothing is carried into the upper halves, which stay zero.
+        left = _mm_add_epi8(nearest, Widened(added));
         return _mm_packus_epi16(left, left);
-    });
+    }
+
+    template <std::size_t Step>
+    bool AreEqual() const {
+        constexpr int kSamples = (1 << (2 * Step)) - 1;
+        return (_mm_movemask_epi8(_mm_cmpeq_epi16(left, corner)) & kSamples) == kSamples;
+    }
+};
+
+// Bytes that are looked at together for zeros.
+constexpr std::size_t kBlock = 64;
+
+bool IsZeroBlock(const std::uint8_t* block) {
+    __m128i bits = _mm_setzero_si128();
+    for (std::size_t i = 0; i < kBlock; i += sizeof bits) {
+        bits = _mm_or_si128(bits, _mm_loadu_si128(reinterpret_cast<const __m128i*>(block + i)));
+    }
+    return _mm_movemask_epi8(_mm_cmpeq_epi8(bits, _mm_setzero_si128())) == 0xFFFF;
+}
+
+// Pixels of a row, as bytes, and whether they are zeros throughout.
+struct PixelRun {
+    std::size_t end;
+    bool isZero;
+};
+
+// The run that begins at `from`: blocks of the one kind or the other.
+template <std::size_t Step>
+PixelRun RunFrom(std::span<const std::uint8_t> row, std::size_t from) {
+    constexpr std::size_t kPixels = kBlock / Step * Step;
+    std::size_t end = from;
+    const auto isZero = [&] { return end + kBlock <= row.size() && IsZeroBlock(row.data() + end); };
+    if (isZero()) {
+        for (; isZero(); end += kPixels) {
+        }
+        return {end, true};
+    }
+    while (end + kBlock <= row.size() && !isZero()) {
+        end += kPixels;
+    }
+    return {end + kBlock <= row.size() ? end : row.size(), false};
+}
+
+// Where the left neighbour is equal to the corner, Paeth picks the pixel above; when nothing is added to it
+// the next one has equal neighbours again. From there on zeros are a copy of the row above: plain areas and
+// slopes are full of them.
+template <std::size_t Step>
+void UnfilterPixelsPaeth(std::span<std::uint8_t> row, const std::uint8_t* prior) {
+    PaethNeighbours neighbours;
+    for (std::size_t i = 0; i < row.size();) {
+        const PixelRun run = RunFrom<Step>(row, i);
+        if (run.isZero && neighbours.AreEqual<Step>()) {
+            std::memcpy(row.data() + i, prior + i, run.end - i);
+            neighbours.left = Widened(LoadBytes<Step>(prior + run.end - Step));
+            neighbours.corner = neighbours.left;
+            i = run.end;
+            continue;
+        }
+        const std::size_t end = run.isZero ? i + kBlock / Step * Step : run.end;
+        UnfilterPixels<Step>(row, prior, {i, end},
+                             [&neighbours](auto added, auto above) { return neighbours.Next(added, above); });
+        i = end;
+    }
 }
 
 #else

@@ -9,8 +9,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <cstring>
 #include <memory>
 
 namespace {
@@ -36,51 +34,20 @@ bool IsRead(std::uint32_t type) {
     return type == kIhdr || type == kPlte || type == kTrns || type == kIdat;
 }
 
-// The inflated data. Of a file that is too short for what its header tells they are zeros from the system,
-// which take memory only where they are written, so that such a header costs little; else they begin unset.
-class InflatedData {
-public:
-    InflatedData(std::size_t count, std::size_t compressed)
-        : beginsAsZeros_(count / kMostExpansion > compressed) {
-        bytes_.reset(static_cast<std::uint8_t*>(beginsAsZeros_ ? std::calloc(count, 1) : std::malloc(count)));
-        size_ = bytes_ ? count : 0;
-    }
-
-    // Empty when there was not enough memory.
-    std::span<std::uint8_t> All() const { return {bytes_.get(), size_}; }
-    // Makes zeros of what is behind the first `written` bytes. Who inflates may have written a little past
-    // them.
-    void EndAt(std::size_t written) const {
-        constexpr std::size_t kPastTheEnd = 512;
-        const std::size_t rest = size_ - written;
-        std::memset(bytes_.get() + written, 0, beginsAsZeros_ ? std::min(rest, kPastTheEnd) : rest);
-    }
-
-private:
-    struct Free {
-        void operator()(std::uint8_t* bytes) const { std::free(bytes); }
-    };
-
-    // No byte of deflated data gives more.
-    static constexpr std::size_t kMostExpansion = 1032;
-
-    bool beginsAsZeros_ = false;
-    std::unique_ptr<std::uint8_t, Free> bytes_;
-    std::size_t size_ = 0;
-};
-
 // The own Inflate makes the same bytes of all data as the library does, and takes what the library refuses
 // for its checksum alone; it is the faster of the two and therefore comes first. A fuzzer holds the two
 // together.
-bool InflateInto(const InflatedData& data, std::span<const std::uint8_t> compressed, ZlibLibrary& zlib) {
+bool DrawByOwnInflate(std::span<const std::uint8_t> compressed, std::size_t size, PngRows& rows) {
+    return InflateInPieces(compressed, size, [&rows](auto piece) { return rows.Take(piece); }) &&
+           rows.Finish();
+}
+
+bool DrawByLibrary(std::span<const std::uint8_t> compressed, std::size_t size, ZlibLibrary& zlib,
+                   PngRows& rows) {
+    const auto inflated = std::make_unique_for_overwrite<std::uint8_t[]>(size);
     std::size_t written = 0;
-    if (const auto made = Inflate(compressed, data.All())) {
-        written = *made;
-    } else if (!zlib.Has("uncompress") || zlib.Uncompress(data.All(), written, compressed) != 0) {
-        return false;
-    }
-    data.EndAt(written);
-    return true;
+    return zlib.Uncompress({inflated.get(), size}, written, compressed) == 0 &&
+           rows.Take({inflated.get(), written}) && rows.Finish();
 }
 
 } // namespace
@@ -205,22 +172,28 @@ int cPNGparser::TransparentColour() const {
     return header_.bitDepth >= 8 ? named[1] : named[1] & ((1 << header_.bitDepth) - 1);
 }
 
+// Deliberate D-41: data that end properly but too early count as zeros, data beyond the picture are cut.
+// One would expect a wrong amount of data to be refused. What has arrived whole is shown.
 bool cPNGparser::Decode(c32bppDIB& host, ZlibLibrary& zlib) {
     const auto size = header_.width == 0 ? std::nullopt : PngInflatedSize(header_);
     if (!size) {
         return false;
     }
-    // Deliberate D-41: data that end properly but too early count as zeros, data beyond the picture are cut.
-    // One would expect a wrong amount of data to be refused. What has arrived whole is shown.
-    const InflatedData inflated(*size, compressed_.size());
-    if (inflated.All().empty() || !InflateInto(inflated, compressed_, zlib)) {
-        return false;
-    }
-    compressed_ = {};
     const PngPixelWriter writer(header_, colours_);
     const bool isMade = writer.WritesEveryPixel() ? host.InitializeUnset(header_.width, header_.height)
                                                   : host.InitializeDIB(header_.width, header_.height);
-    return isMade && DrawPngPasses(header_, writer, inflated.All(), host);
+    if (!isMade) {
+        return false;
+    }
+    PngRows rows(header_, writer, host);
+    if (DrawByOwnInflate(compressed_, *size, rows)) {
+        return true;
+    }
+    if (rows.IsBroken() || !zlib.Has("uncompress")) {
+        return false;
+    }
+    PngRows again(header_, writer, host);
+    return DrawByLibrary(compressed_, *size, zlib, again);
 }
 
 // Deliberate D-42: colour pictures and those with an alpha sample count as transparent whatever they hold.

@@ -18,8 +18,8 @@ struct ZlibLibrary;
 class cPNGparser {
 public:
     // Reads `streamLength` bytes at `streamOffset` into the host. False, and an empty host, when they are no
-    // PNG or a damaged one, or lie outside the stream. The library inflates and makes the checksums; without
-    // it the own Inflate does the one and nobody the other.
+    // PNG or a damaged one, or lie outside the stream. The library makes the checksums, which nobody does
+    // without it, and is asked for what the own Inflate refuses.
     bool LoadStream(std::span<const std::uint8_t> inStream, c32bppDIB& host, std::size_t streamOffset,
                     std::size_t streamLength, ZlibLibrary& zlib);
 

@@ -1,35 +1,20 @@
-// One pass of a PNG after the other, each row unfiltered where it lies and then turned into pixels.
+// One pass of a PNG after the other, each row unfiltered as soon as it is whole and then turned into pixels.
 #include "imaging/png_passes.h"
 
 #include "imaging/c32bppdib.h"
 #include "imaging/png_filter.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <vector>
+#include <cstring>
+#include <utility>
 
 namespace {
 
 constexpr std::size_t kPixelBytes = 4;
 
-struct PassSize {
-    int columns = 0;
-    int rows = 0;
-};
-
-PassSize SizeOf(const PngHeader& header, const PngPass& pass) {
-    return {PngPassExtent(header.width, pass.firstColumn, pass.columnStep),
-            PngPassExtent(header.height, pass.firstRow, pass.rowStep)};
-}
-
 // Bytes from a sample to its left neighbour's; 1 where pixels share a byte.
 std::size_t PixelDistance(const PngHeader& header) {
     return header.bitDepth < 8 ? 1 : static_cast<std::size_t>(PngBitsPerPixel(header) / 8);
-}
-
-std::span<std::uint8_t> LineOf(c32bppDIB& host, int row) {
-    const auto line = static_cast<std::size_t>(host.Height() - row - 1);
-    return {host.BitsPointer() + line * host.ScanWidth(), host.ScanWidth()};
 }
 
 void Spread(std::span<const std::uint8_t> pixels, const PngPass& pass, std::span<std::uint8_t> line) {
@@ -40,45 +25,74 @@ void Spread(std::span<const std::uint8_t> pixels, const PngPass& pass, std::span
     }
 }
 
-// Draws one pass and takes its rows off the front of `data`.
-bool DrawPass(const PngHeader& header, const PngPixelWriter& writer, int number,
-              std::span<std::uint8_t>& data, c32bppDIB& host) {
-    const PngPass pass = PngPassAt(number);
-    const PassSize size = SizeOf(header, pass);
-    if (size.columns == 0 || size.rows == 0) {
-        return true;
-    }
-    const bool isPlain = number == kPngPlainPass;
-    const std::size_t rowBytes = PngRowBytes(header, size.columns);
-    std::vector<std::uint8_t> scratch(isPlain ? 0 : static_cast<std::size_t>(size.columns) * kPixelBytes);
-    const std::uint8_t* prior = nullptr;
-    for (int i = 0; i < size.rows; ++i) {
-        const std::span<std::uint8_t> row = data.subspan(1, rowBytes);
-        const std::span<std::uint8_t> line = LineOf(host, pass.firstRow + i * pass.rowStep);
-        const std::span<std::uint8_t> pixels = isPlain ? line : std::span(scratch);
-        if (!Unfilter(data[0], row, prior, PixelDistance(header)) || !writer.Write(row.data(), pixels)) {
-            return false;
-        }
-        if (!isPlain) {
-            Spread(pixels, pass, line);
-        }
-        prior = row.data();
-        data = data.subspan(1 + rowBytes);
-    }
-    return true;
-}
-
 } // namespace
 
-bool DrawPngPasses(const PngHeader& header, const PngPixelWriter& writer, std::span<std::uint8_t> data,
-                   c32bppDIB& host) {
-    if (header.interlace == 0) {
-        return DrawPass(header, writer, kPngPlainPass, data, host);
-    }
-    for (int pass = kPngFirstAdam7Pass; pass < kPngPlainPass; ++pass) {
-        if (!DrawPass(header, writer, pass, data, host)) {
-            return false;
+PngRows::PngRows(const PngHeader& header, const PngPixelWriter& writer, c32bppDIB& host)
+    : header_(header), writer_(writer), host_(host),
+      number_(header.interlace == 0 ? kPngPlainPass : kPngFirstAdam7Pass),
+      last_(header.interlace == 0 ? kPngPlainPass : kPngPlainPass - 1) {
+    BeginPass();
+}
+
+// Passes without a pixel have no data.
+void PngRows::BeginPass() {
+    int columns = 0;
+    for (; !IsDone(); ++number_) {
+        pass_ = PngPassAt(number_);
+        columns = PngPassExtent(header_.width, pass_.firstColumn, pass_.columnStep);
+        rows_ = PngPassExtent(header_.height, pass_.firstRow, pass_.rowStep);
+        if (columns > 0 && rows_ > 0) {
+            break;
         }
+    }
+    if (IsDone()) {
+        return;
+    }
+    row_ = 0;
+    rowBytes_ = 1 + PngRowBytes(header_, columns);
+    // Unset, as a row may be as long as the file says and its data never come.
+    bytes_ = std::make_unique_for_overwrite<std::uint8_t[]>(rowBytes_);
+    if (rows_ > 1) {
+        prior_ = std::make_unique_for_overwrite<std::uint8_t[]>(rowBytes_);
+    }
+    spread_.resize(number_ == kPngPlainPass ? 0 : static_cast<std::size_t>(columns) * kPixelBytes);
+}
+
+bool PngRows::Take(std::span<const std::uint8_t> data) {
+    while (!data.empty() && !IsDone() && !isBroken_) {
+        const std::size_t taken = std::min(data.size(), rowBytes_ - filled_);
+        std::memcpy(bytes_.get() + filled_, data.data(), taken);
+        filled_ += taken;
+        data = data.subspan(taken);
+        isBroken_ = filled_ == rowBytes_ && !DrawRow();
+    }
+    return !isBroken_;
+}
+
+bool PngRows::Finish() {
+    while (!IsDone() && !isBroken_) {
+        std::memset(bytes_.get() + filled_, 0, rowBytes_ - filled_);
+        isBroken_ = !DrawRow();
+    }
+    return !isBroken_;
+}
+
+bool PngRows::DrawRow() {
+    const std::span row(bytes_.get() + 1, rowBytes_ - 1);
+    const std::uint8_t* const prior = row_ == 0 ? nullptr : prior_.get() + 1;
+    const std::span<std::uint8_t> line = host_.Line(pass_.firstRow + row_ * pass_.rowStep);
+    const std::span<std::uint8_t> pixels = spread_.empty() ? line : std::span(spread_);
+    if (!Unfilter(bytes_[0], row, prior, PixelDistance(header_)) || !writer_.Write(row.data(), pixels)) {
+        return false;
+    }
+    if (!spread_.empty()) {
+        Spread(pixels, pass_, line);
+    }
+    std::swap(bytes_, prior_);
+    filled_ = 0;
+    if (++row_ == rows_) {
+        ++number_;
+        BeginPass();
     }
     return true;
 }

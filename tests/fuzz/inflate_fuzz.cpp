@@ -43,6 +43,15 @@ std::optional<std::size_t> InflateByZlib(std::span<const std::uint8_t> source,
     return result == Z_STREAM_END || made == target.size() ? std::optional(made) : std::nullopt;
 }
 
+std::optional<std::vector<std::uint8_t>> InPieces(std::span<const std::uint8_t> source, std::size_t most) {
+    std::vector<std::uint8_t> made;
+    const bool isDone = InflateInPieces(source, most, [&made](std::span<const std::uint8_t> piece) {
+        made.insert(made.end(), piece.begin(), piece.end());
+        return true;
+    });
+    return isDone ? std::optional(made) : std::nullopt;
+}
+
 void Compare(std::span<const std::uint8_t> source, std::size_t targetSize) {
     std::vector<std::uint8_t> own(targetSize);
     std::vector<std::uint8_t> theirs(targetSize);
@@ -58,6 +67,12 @@ void Compare(std::span<const std::uint8_t> source, std::size_t targetSize) {
                      theirsMade ? static_cast<std::ptrdiff_t>(*theirsMade) : -1, targetSize);
         std::abort();
     }
+    own.resize(ownMade.value_or(0));
+    const auto pieces = InPieces(source, targetSize);
+    if (pieces.has_value() != ownMade.has_value() || pieces.value_or(own) != own) {
+        std::fprintf(stderr, "other bytes in pieces, of %zu\n", targetSize);
+        std::abort();
+    }
 }
 
 } // namespace
@@ -65,7 +80,8 @@ void Compare(std::span<const std::uint8_t> source, std::size_t targetSize) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto source = StreamIn(std::span(data, size));
     if (source.size() >= kHeader) {
-        for (const std::size_t targetSize : {std::size_t{1}, std::size_t{259}, std::size_t{70000}}) {
+        for (const std::size_t targetSize :
+             {std::size_t{1}, std::size_t{259}, std::size_t{70000}, std::size_t{600000}}) {
             Compare(source, targetSize);
         }
     }

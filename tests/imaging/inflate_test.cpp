@@ -76,13 +76,25 @@ Bytes Sample(std::size_t size) {
     return bytes;
 }
 
+std::optional<Bytes> InflatePieces(const Bytes& source, std::size_t most) {
+    Bytes made;
+    const bool isDone = InflateInPieces(source, most, [&made](std::span<const std::uint8_t> piece) {
+        made.insert(made.end(), piece.begin(), piece.end());
+        return true;
+    });
+    return isDone ? std::optional(made) : std::nullopt;
+}
+
+// In one piece, which is what many pieces make too.
 std::optional<Bytes> InflateAll(const Bytes& source, std::size_t room) {
-    Bytes target(room);
-    const auto made = Inflate(source, target);
-    if (!made) {
-        return std::nullopt;
+    std::optional<Bytes> target(room);
+    const auto made = Inflate(source, *target);
+    if (made) {
+        target->resize(*made);
+    } else {
+        target.reset();
     }
-    target.resize(*made);
+    EXPECT_EQ(InflatePieces(source, room), target);
     return target;
 }
 
@@ -99,6 +111,23 @@ TEST(Inflate, ReadsWhatTheLibraryWritesAtEveryLevel) {
                 << size << " at level " << level;
         }
     }
+}
+
+TEST(Inflate, PiecesAreCutAtTheRoomThatIsWanted) {
+    const Bytes bytes = Sample(1'000'000);
+    const Bytes source = Compressed(bytes, 6);
+    for (const std::size_t room : {0U, 1U, 262'143U, 262'144U, 262'145U, 491'520U, 600'000U, 999'999U}) {
+        EXPECT_EQ(InflateAll(source, room), Bytes(bytes.begin(), bytes.begin() + room)) << room;
+    }
+}
+
+TEST(Inflate, PiecesEndWhenNoMoreAreWanted) {
+    int pieces = 0;
+    EXPECT_FALSE(InflateInPieces(Compressed(Sample(2'000'000), 6), 2'000'000, [&pieces](auto /*piece*/) {
+        ++pieces;
+        return pieces < 3;
+    }));
+    EXPECT_EQ(pieces, 3);
 }
 
 TEST(Inflate, AFixedBlockHoldsLiteralsAndRepeats) {
