@@ -53,6 +53,8 @@ void AwaitNormalMode(Form_Main& form) {
     QByteArray reply;
     LetEventsRun(form, 3);
     while (!reply.contains(kNormalModeReply)) {
+        // Only the end can still become the reply; a line that babbles for ever must not fill the memory.
+        reply = reply.right(sizeof(kNormalModeReply) - 2);
         SendToController(form, kNormalMode);
         LetEventsRun(form, 3);
         reply += form.MSComm1.Input();
