@@ -14,9 +14,9 @@ from check_support import arguments, files_below, numbered, report, text_of
 
 REGISTER = "docs/deliberate.md"
 MARK = re.compile(r"\bDeliberate (D-\S+?):")
-NUMBER = re.compile(r"\bD-\d\d\b")
-ROW = re.compile(r"^\| (D-\d\d) \|")
-FIRST_LINE = re.compile(r"\bDeliberate\b(?! D-\d\d:)")
+NUMBER = re.compile(r"\bD-\d{2,3}\b")
+ROW = re.compile(r"^\| (D-\d{2,3}) \|")
+FIRST_LINE = re.compile(r"\bDeliberate\b(?! D-\d{2,3}:)")
 NONE = "none"
 COLUMNS = 5  # number, symptom, why, where, test
 

@@ -28,13 +28,15 @@ void PutPlaceAside(Form_Main& form) {
     form.SavedNbPages = form.NbPages;
 }
 
-void GoToPlaylists(Form_Main& form) {
+void PointAtPlaylists(Form_Main& form) {
     const QString folder = form.AppFolder + QStringLiteral("/playlists");
     PointDir1(form, folder);
     PointFile1(form, folder);
     form.CurrentPath = folder;
+}
+
+void ShowPlaylists(Form_Main& form) {
     form.CurrentPage = 0;
-    form.LastDrawnSlot = -1;
     CreateList(form);
     DrawZoneList(form);
     RedrawJukebox(form);
@@ -49,7 +51,10 @@ void SavePlaylist(Form_Main& form) {
     if (AskName(form)) {
         PutPlaceAside(form);
         WritePlaylistFile(form, form.KeyboardText);
-        GoToPlaylists(form);
+        // Deliberate D-101: the big cover is not looked for anew, so that it stays that of the track under
+        // the cursor. One expects that of the playlist there; moving the cursor brings it.
+        PointAtPlaylists(form);
+        ShowPlaylists(form);
     }
     form.Timer1.Enabled = true;
     RedrawJukebox(form);

@@ -30,7 +30,7 @@ void DragQueue(Form_Main& form, float y) {
     }
 }
 
-// The row under a tap; 0 or less, or beyond the queue, when there is none.
+// The row under a tap: below the last entry beyond the queue, above the first one 0 or less.
 // Deliberate D-22: the row's height is not scaled. One expects it to be; taps are read so on cabinets in the
 // field.
 Integer16 TappedRow(const Form_Main& form, float y, double offset) {

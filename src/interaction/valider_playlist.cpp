@@ -57,9 +57,11 @@ void RemoveEntry(Form_Main& form) {
 
 void LoadPlaylists(Form_Main& form) {
     PutPlaceAside(form);
+    PointAtPlaylists(form);
     form.ActiveZone = QStringLiteral("list");
     form.ActiveBtn.clear();
-    GoToPlaylists(form);
+    form.LastDrawnSlot = -1;
+    ShowPlaylists(form);
 }
 
 } // namespace
