@@ -15,6 +15,11 @@ namespace {
 // Blank rows behind the last entry.
 constexpr int kTailRows = 7;
 
+// What a title loses here: the same endings as elsewhere, in an order of their own.
+const QStringList kEndingsOfRows = {QStringLiteral(".mp3"),  QStringLiteral(".flac"), QStringLiteral(".avi"),
+                                    QStringLiteral(".mpg"),  QStringLiteral(".mp4"),  QStringLiteral(".wma"),
+                                    QStringLiteral(".vtxpl")};
+
 int RowHeight(const Form_Main& form) {
     return form.ImgPlaylistPlaylistHilight.Height();
 }
@@ -36,7 +41,9 @@ void WriteRow(Form_Main& form, Surface& strip, int y, const TitleParts& parts, c
     constexpr int kLeft = 5;
     const QString left = QStringLiteral("left");
     const QString center = QStringLiteral("center");
-    const Integer16 width = strip.Width() - kLeft;
+    // The width as the theme has it: without a picture of the bar a row has no height, and the strip no
+    // pixel.
+    const Integer16 width = form.BlockPlaylistPlaylistW - kLeft;
     const double half = RowHeight(form) / 2.0;
     const Integer16 titleTop = CInt16(static_cast<double>(y) + decal.value() + 1);
     const Integer16 artistTop = CInt16(y + half + decal.value() - 1);
@@ -47,7 +54,7 @@ void WriteRow(Form_Main& form, Surface& strip, int y, const TitleParts& parts, c
 void DrawRow(Form_Main& form, int row) {
     const int y = row * RowHeight(form);
     DrawGround(form, y);
-    const TitleParts parts = BlockTitle(form.PlaylistTitre(row + 1), TitleEndings());
+    const TitleParts parts = BlockTitle(form.PlaylistTitre(row + 1), kEndingsOfRows);
     WriteRow(form, form.Picture_Playlist, y, parts,
              {form.BlockPlaylistPlaylistFont, form.BlockPlaylistPlaylistFontSize,
               form.BlockPlaylistPlaylistFontColor},
@@ -89,7 +96,6 @@ void DrawPlaylist(Form_Main& form) {
     const int count = form.PlaylistCount.value();
     for (Surface* strip : {&form.Picture_Playlist, &form.Picture_PlaylistHilight}) {
         Resize(*strip, form.BlockPlaylistPlaylistW.value(), (count + kTailRows) * RowHeight(form));
-        strip->stretchMode = kStretchHalftone;
     }
     for (int row = 0; row < count; ++row) {
         DrawRow(form, row);

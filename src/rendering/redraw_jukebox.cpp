@@ -71,9 +71,9 @@ void CopyZone(Form_Main& form) {
 }
 
 void DrawNavigation(Form_Main& form, Integer16 x, Integer16 y, Integer16 width, Integer16 height) {
-    Box to = ScaledBox(form, x.value(), y.value(), width.value(), height.value());
-    to.x += form.ZoneListX.value();
-    to.y += form.ZoneListY.value();
+    Box to = ScaledBox(form, 0, 0, width.value(), height.value());
+    to.x = CInt32(x.value() * form.ZoneScaleX + form.ZoneListX.value()).value();
+    to.y = CInt32(y.value() * form.ZoneScaleY + form.ZoneListY.value()).value();
     form.ImgZoneListNavigation.Render(form.Picture_Main, to.x, to.y, to.width, to.height, x.value(),
                                       y.value(), width.value(), height.value());
 }
@@ -128,13 +128,11 @@ void MarkQueue(Form_Main& form) {
     }
 }
 
-// Paints a picture at a block's corner, in the size of `sized`.
+// Paints a picture at a block's corner, in the size of `sized`; in its own when that one is missing.
 void DrawBlock(Form_Main& form, const LatePicture& image, const LatePicture& sized, Integer16 x,
                Integer16 y) {
     const Box to = ScaledBox(form, x.value(), y.value(), sized.Width(), sized.Height());
-    if (to.width > 0 && to.height > 0) {
-        image.Render(form.Picture_Main, to.x, to.y, to.width, to.height);
-    }
+    image.Render(form.Picture_Main, to.x, to.y, to.width, to.height);
 }
 
 void UpdateRemain(Form_Main& form) {

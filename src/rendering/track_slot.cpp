@@ -4,6 +4,7 @@
 #include "core/conversions.h"
 #include "core/media_kind.h"
 #include "core/run_time_error.h"
+#include "core/text_file.h"
 #include "library/covers.h"
 #include "library/create_list.h"
 #include "library/folder_names.h"
@@ -67,20 +68,21 @@ void DrawTrackNumber(Form_Main& form, const SlotPlace& place, const QString& num
                  form.ZoneListPisteNumPisteFontColorHilight});
 }
 
-// The letter of the page in a column: A and B on the first pair of pages, then C and D.
+// The letter of the page in a column: A and B on the first pair of pages, then C and D, and so on through the
+// Windows-1252 set.
 // Deliberate D-33: a letter beyond code 255 raises 5, which ends the program on the 96th page. One expects
 // labels without a letter there; the letter is made before the label is looked at.
-QChar PageLetter(const Form_Main& form, int column) {
+QString PageLetter(const Form_Main& form, int column) {
     const Integer16 code = form.CurrentPage * 2 + (64 + column);
     if (code < 0 || code > 255) {
         throw RunTimeError(kInvalidProcedureCall, QStringLiteral("page letter %1").arg(code.value()));
     }
-    return QChar(static_cast<char16_t>(code.value()));
+    return DecodeWindows1252(QByteArray(1, static_cast<char>(code.value())));
 }
 
 void DrawLabel(Form_Main& form, const SlotPlace& place) {
     const auto [column, row] = place;
-    const QChar letter = PageLetter(form, column);
+    const QString letter = PageLetter(form, column);
     QString& kept = form.ZoneListPisteNumSaisieLibele(column, row);
     if (kept.isEmpty()) {
         kept = (column == 1 ? u'A' : u'B') + QString::number(row - 1);
@@ -102,16 +104,12 @@ void DrawLabel(Form_Main& form, const SlotPlace& place) {
 QString OnlyAlbum(const QString& path, const QString& title) {
     QString name = path.mid(path.lastIndexOf(u'/') + 1).toUpper();
     if (name == title + QStringLiteral(" - ") + title) {
-        return title;
+        name = title;
     }
-    if (name == title) {
-        return name;
+    if (name != title) {
+        name = title.isEmpty() ? Trim(name) : Trim(name.remove(title));
     }
-    if (!title.isEmpty()) {
-        name.remove(title);
-    }
-    name = Trim(name);
-    return name.startsWith(u'-') ? Trim(name.mid(1)) : name;
+    return Trim(name.startsWith(u'-') ? name.mid(1) : name);
 }
 
 // What a folder holds, as the second line of its slot.

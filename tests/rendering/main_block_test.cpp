@@ -46,6 +46,12 @@ TEST_F(MainBlockTest, APlaylistLosesItsEndingInTheOtherStates) {
     EXPECT_EQ(SecondLine("addtoplaylist"), QStringLiteral("MIX"));
 }
 
+// ".avi" is looked for before ".mp3" is taken away, and so it stays.
+TEST_F(MainBlockTest, TheEndingsGoInTheirOrder) {
+    form.PlaylistTitre(1) = QStringLiteral("x.a.mp3vi");
+    EXPECT_EQ(SecondLine("addtoplaylist"), QStringLiteral("X.AVI"));
+}
+
 TEST_F(MainBlockTest, ATrackNumberInFrontAndAYearBothGiveWayToTheSong) {
     form.PlaylistTitre(1) = QStringLiteral("45 - Song.mp3");
     EXPECT_EQ(SecondLine("nowplaying"), QStringLiteral("SONG"));

@@ -1,4 +1,4 @@
-// The queue's rows as the finger drags them.
+// The queue's rows: their texts, their window, and as the finger drags them.
 #include "rendering/playlist_block.h"
 #include "support/jukebox.h"
 
@@ -93,6 +93,28 @@ TEST_F(PlaylistBlock, ATitleWithoutADashStandsInTheUpperHalfAndTheLowerOneIsEmpt
     EXPECT_EQ(texts[1], drawnAs(QString(), 12));
     EXPECT_EQ(texts[4], drawnAs(QStringLiteral("SONG"), 27));
     EXPECT_EQ(texts[5], drawnAs(QStringLiteral("BAND"), 38));
+}
+
+// Without a height the rows have no pixels, but their texts keep the theme's width.
+TEST(PlaylistBlockWithoutItsBar, AQueueIsDrawnAllTheSame) {
+    Jukebox jukebox;
+    QFile::remove(jukebox.Home(QStringLiteral("themes/default/playlist_playlisthilight.png")));
+    jukebox.Start();
+    jukebox.form.PlaylistCount = 1;
+    jukebox.form.PlaylistTitre(1) = QStringLiteral("Alone.mp3");
+    EXPECT_FALSE(StopOf([&] { DrawPlaylist(jukebox.form); }));
+    const QStringList texts = jukebox.DrawnTexts();
+    EXPECT_TRUE(texts[texts.size() - 4].startsWith(QStringLiteral("ALONE,5,1,175,0,")))
+        << texts[texts.size() - 4].toStdString();
+}
+
+// ".mp3" goes first here and last but two on the Main block.
+TEST_F(PlaylistBlock, TheEndingsGoInAnOrderOfTheirOwn) {
+    Queue({QStringLiteral("x.a.mp3vi")});
+    DrawPlaylist(form);
+    const QStringList texts = jukebox.DrawnTexts();
+    EXPECT_TRUE(texts[texts.size() - 4].startsWith(QStringLiteral("X,5,1,")))
+        << texts[texts.size() - 4].toStdString();
 }
 
 // Deliberate D-24.

@@ -249,6 +249,50 @@ TEST_F(Frame, OnlyTheListZoneShowsASelectedSlot) {
     EXPECT_NE(box.form.Picture_Main.picture.pixel(150, 5), kAmber);
 }
 
+// Half of 5 and half of 341 are rounded with the corner of the zone added, as with the slots: 2.5 + 1 and
+// 170.5 + 1 make 4 and 172.
+TEST_F(Frame, ATouchMarkIsRoundedOnceWithTheZonesCorner) {
+    Jukebox box(QSize(320, 180));
+    box.SetTheme(u"zonelist"_s, u"ZoneListX"_s, u"1"_s);
+    box.SetTheme(u"zonelist"_s, u"ZoneListY"_s, u"1"_s);
+    box.SetTheme(u"zonelist"_s, u"ZoneListNavigationBackx"_s, u"5"_s);
+    box.SetTheme(u"zonelist"_s, u"ZoneListNavigationBackY"_s, u"341"_s);
+    box.SetTheme(u"zonelist"_s, u"ZoneListNavigationBackWidth"_s, u"50"_s);
+    box.SetTheme(u"zonelist"_s, u"ZoneListNavigationBackHeight"_s, u"10"_s);
+    StartWith(box, 1);
+    ASSERT_EQ(box.form.ZoneScaleX, 0.5);
+    box.form.TactileMode = u"true"_s;
+    RedrawJukebox(box.form);
+    const QImage without = box.form.Picture_Main.picture.copy();
+    box.form.DirLevel = 1;
+    RedrawJukebox(box.form);
+    QRect mark;
+    for (int y = 0; y < 180; ++y) {
+        for (int x = 0; x < 320; ++x) {
+            const bool same = box.form.Picture_Main.picture.pixel(x, y) == without.pixel(x, y);
+            mark = same ? mark : mark.united(QRect(x, y, 1, 1));
+        }
+    }
+    EXPECT_EQ(mark, QRect(4, 172, 25, 5));
+}
+
+// Without "main.png" the focused look has no size to take over: a size of 0 is the picture's own.
+TEST_F(Frame, WithoutTheMainPictureItsFocusedLookKeepsItsOwnSize) {
+    Jukebox box(QSize(960, 480));
+    QFile::remove(box.Home(u"themes/default/main.png"_s));
+    box.SetKey(u"config.ini"_s, u"Main"_s, u"PositionWidth"_s, u"960"_s);
+    box.SetKey(u"config.ini"_s, u"Main"_s, u"PositionHeight"_s, u"480"_s);
+    StartWith(box, 1);
+    ASSERT_EQ(box.form.ZoneScaleX, 2.0);
+    box.form.ActiveMainZone = u"false"_s;
+    box.form.ActiveZone = u"main"_s;
+    RedrawJukebox(box.form);
+    const QImage look(box.Home(u"themes/default/main_active_selected.png"_s));
+    const QRect part(0, 60, 64, 20);
+    EXPECT_EQ(box.form.Picture_Main.picture.copy(part.translated(896, 0)),
+              look.convertToFormat(QImage::Format_RGB32).copy(part));
+}
+
 // --- The big cover -------------------------------------------------------------------------------
 
 constexpr QRgb kRed = qRgb(200, 0, 0);

@@ -307,6 +307,8 @@ INSTANTIATE_TEST_SUITE_P(Folders, TrackZoneFolders, testing::Values(
     FolderRow{"Rock",        {"-Live"},                       "ROCK",  "LIVE"},
     FolderRow{"Rock",        {"Rock Rock - Live in Rockland"}, "ROCK", "LIVE IN LAND"},
     FolderRow{"Rock",        {"Live"},                        "ROCK",  "LIVE"},
+    FolderRow{"a---b",       {"- b"},                         "- B",   "B"},   // a dash in front always goes
+    FolderRow{"a---b",       {"- b - - b"},                   "- B",   "B"},
     FolderRow{"Rock",        {"One", "Two"},                  "ROCK",  "2 ALBUMS"},
     FolderRow{"Rock",        {"One", "Two", "Three"},         "ROCK",  "3 ALBUMS"},
     FolderRow{"Rock",        {"One", ".hidden"},              "ROCK",  "ONE"},
@@ -370,6 +372,13 @@ TEST_F(TrackZoneManyPages, TheLeftSlotOfPage95HasTheLastLetterThereIs) {
     StartWith(191);
     EXPECT_FALSE(StopAtPage(95));
     EXPECT_EQ(TextsIn(kLabel).constLast(), u"\u00FF1"_s);
+}
+
+// Code 131 is a letter of the set that older cabinets have, not a control character.
+TEST_F(TrackZoneManyPages, BehindTheLettersOfAsciiComeThoseOfOlderCabinets) {
+    StartWith(68);
+    EXPECT_FALSE(StopAtPage(33));
+    EXPECT_EQ(TextsIn(kLabel).last(2), QStringList({u"\u01921"_s, u"\u201E1"_s}));
 }
 
 // Deliberate D-33.
