@@ -324,6 +324,9 @@ def write_checksums(ledger):
     ledger.good("bad-checksum-text", picture, picture.png([chunk(b"tEXt", b"a\0b", 1)]))
     ledger.good("bad-checksum-end", picture, picture.png()[:-4] + b"\0\0\0\0")
     ledger.good("bad-checksum-of-an-empty-chunk", picture, picture.png([chunk(b"tRNS", b"", 1)]))
+    data = contents[b"IDAT"]
+    pieces = chunk(b"IDAT", data[:20]) + chunk(b"IDAT", data[20:], 7)
+    ledger.good("bad-checksum-of-the-second-piece", picture, replaced(picture, b"IDAT", pieces), with_zlib="BAD")
     grey = Picture(GREY, 8)
     ledger.good("bad-checksum-of-a-palette-not-used", grey, grey.png([chunk(b"PLTE", bytes(3), 1)]), with_zlib="BAD")
 
@@ -425,6 +428,16 @@ def write_data(ledger):
     ledger.good("data-with-a-wrong-adler", picture, picture.png(data=data[:-4] + b"abcd"))
     ledger.good("data-without-adler", picture, picture.png(data=data[:-4]))
     ledger.good("data-with-a-wrong-first-byte", picture, picture.png(data=b"\x77" + data[1:]))
+    ledger.good("data-cut-in-their-adler", picture, picture.png(data=data[:-2]))
+    ledger.good("data-with-bytes-behind-them", picture, picture.png(data=data + b"anything"))
+    ledger.good("data-of-a-window-too-small", picture, picture.png(data=b"\x08\x1d" + data[2:]))
+    # The library refuses a stream that asks for a dictionary; the own Inflate skips the header's two bytes, and takes
+    # the name of a dictionary for a block.
+    ledger.good("data-that-ask-for-a-dictionary-without-naming-it", picture, picture.png(data=b"\x78\xbb" + data[2:]))
+    ledger.bad("data-with-a-dictionary", picture.png(data=with_dictionary(raw)))
+    endless = zlib.compressobj(9)
+    ledger.good("data-without-a-last-block", picture,
+                picture.png(data=endless.compress(raw) + endless.flush(zlib.Z_SYNC_FLUSH)))
     ledger.good("data-longer-than-the-picture", picture, picture.png(data=compressed(raw + bytes(range(200)))))
     ledger.good("data-broken-behind-the-picture", picture,
                 picture.png(data=compressed(raw + bytes(50), 0)[:2 + 5 + len(raw) + 3]))
@@ -435,6 +448,11 @@ def write_data(ledger):
     plain = Picture(COLOUR_ALPHA, 8)
     colours = [row if y < 3 else row[:5] + nothing[5:] if y == 3 else nothing for y, row in enumerate(colours_of(plain))]
     ledger.good("data-that-end-within-a-row", plain, plain.png(data=compressed(plain.raw()[:3 * 37 + 1 + 20])), colours)
+    adam7 = Picture(COLOUR_ALPHA, 8, interlace=1)
+    first = adam7.raw()[:(2 * 4 + 1) + (1 * 4 + 1)]  # two pixels and one: the passes that begin with columns 0 and 4
+    colours = [[colour if y == 0 and x % 4 == 0 else nothing[0] for x, colour in enumerate(row)]
+               for y, row in enumerate(colours_of(adam7))]
+    ledger.good("data-of-two-passes-only", adam7, adam7.png(data=compressed(first)), colours)
     opaque = Picture(COLOUR, 8)
     colours = [row if y < 2 else [(0, 0, 0, 255)] * 9 for y, row in enumerate(colours_of(opaque))]
     ledger.good("data-that-are-missing-count-as-zeros", opaque, opaque.png(data=compressed(opaque.raw()[:56])), colours)
@@ -453,6 +471,13 @@ def write_data(ledger):
     adam7 = bytearray(Picture(COLOUR_ALPHA, 8, interlace=1).raw())
     adam7[9] = 5
     ledger.bad("filter-5-in-the-second-pass", Picture(COLOUR_ALPHA, 8, interlace=1).png(data=compressed(bytes(adam7))))
+
+
+def with_dictionary(raw):
+    """A stream with a dictionary whose name begins like a block of a type that does not exist."""
+    dictionary = next(word for word in (bytes([i]) * 40 for i in range(1, 256)) if zlib.adler32(word) >> 24 & 6 == 6)
+    packer = zlib.compressobj(9, zlib.DEFLATED, 15, 9, zlib.Z_DEFAULT_STRATEGY, dictionary)
+    return packer.compress(raw) + packer.flush()
 
 
 def flip(data, at):

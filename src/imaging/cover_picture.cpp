@@ -51,10 +51,13 @@ ReadyPicture CoverPicture::Ready(int width, int height) const {
     if (const ReadyPicture* const kept = ready_.Find(key)) {
         return *kept;
     }
-    c32bppDIB picture;
-    if (const auto bytes = ReadPictureFile(source_->ports, key.path)) {
-        Decode(source_->ports, *bytes, width, height, picture);
+    const auto bytes = ReadPictureFile(source_->ports, key.path);
+    if (!bytes) {
+        // Not kept: the next look may find a disk that answers again.
+        return {true, nullptr};
     }
+    c32bppDIB picture;
+    Decode(source_->ports, *bytes, width, height, picture);
     ReadyPicture made{true, MakeReady(picture, width, height)};
     ready_.Put(key, made);
     return made;

@@ -102,9 +102,11 @@ LatePicture& LatePicture::operator=(LatePicture&&) noexcept = default;
 void LatePicture::LoadPicture_File(const PicturePorts& ports, PictureQueue& queue, const QString& FileName) {
     picture_.DestroyDIB();
     pending_ = queue.TakeAhead(FileName);
-    if (pending_) {
-        // Read a moment ago.
-    } else if (auto bytes = ReadPictureFile(ports, FileName)) {
+    if (!pending_) {
+        auto bytes = ReadPictureFile(ports, FileName);
+        if (!bytes) {
+            return;
+        }
         pending_ = std::make_shared<PictureTask>(ports, std::move(*bytes));
         queue.Add(pending_);
     }

@@ -57,7 +57,7 @@ public:
     LatePicture& operator=(LatePicture&&) noexcept;
 
     // As the image object's own loading, but that the answer is left open: a file that is missing, short or
-    // not decodable leaves an empty object. Lets pending events run once.
+    // not decodable leaves an empty object. Lets pending events run once when there was a file to try.
     void LoadPicture_File(const PicturePorts& ports, PictureQueue& queue, const QString& FileName);
 
     // The image object.

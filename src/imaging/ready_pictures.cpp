@@ -12,13 +12,15 @@
 
 namespace {
 
-// What an entry takes beside its pixels, about.
+// What an entry takes beside its path and its pixels, about.
 constexpr std::int64_t kEntryBytes = 512;
 // A quarter of the room holds a picture of this many pixels.
 constexpr std::int64_t kMostPixels = ReadyPictures::kMostBytes / 4 / 4;
 
-std::int64_t BytesOf(const ReadyPicture& picture) {
-    return kEntryBytes + (picture.drawing ? picture.drawing->picture.sizeInBytes() : 0);
+std::int64_t BytesOf(const ReadyKey& key, const ReadyPicture& picture) {
+    constexpr std::int64_t kCharacterBytes = 2;
+    return kEntryBytes + key.path.size() * kCharacterBytes +
+           (picture.drawing ? picture.drawing->picture.sizeInBytes() : 0);
 }
 
 } // namespace
@@ -41,7 +43,7 @@ void ReadyPictures::Put(const ReadyKey& key, const ReadyPicture& picture) {
     if (const auto old = places_.constFind(key); old != places_.constEnd()) {
         Drop(*old);
     }
-    const std::int64_t bytes = BytesOf(picture);
+    const std::int64_t bytes = BytesOf(key, picture);
     if (bytes > mostBytes_) {
         return;
     }

@@ -24,6 +24,13 @@ std::int64_t EighthsFor(std::int64_t whole, std::int64_t shown) {
     return (2 * shown * kEighths + whole - 1) / whole;
 }
 
+// The decoder rounds up to whole pixels, so that its last one reaches past the picture's edge, which lies
+// further in for it. Whether that is too little to be seen: a fifth of a pixel of what is shown.
+bool KeepsEdge(std::int64_t whole, std::int64_t shown, std::int64_t eighths) {
+    const std::int64_t past = (kEighths - whole * eighths % kEighths) % kEighths;
+    return past * shown * 5 <= whole * eighths;
+}
+
 bool TakePixels(const QImage& image, c32bppDIB& picture) {
     if (image.isNull() || !picture.InitializeDIB(image.width(), image.height())) {
         return false;
@@ -52,7 +59,11 @@ bool LoadReducedJpeg(std::span<const std::uint8_t> bytes, int width, int height,
     if (size.isEmpty() || size.width() > kMostPixels / size.height()) {
         return false;
     }
-    const std::int64_t eighths = std::max(EighthsFor(size.width(), width), EighthsFor(size.height(), height));
+    std::int64_t eighths = std::max(EighthsFor(size.width(), width), EighthsFor(size.height(), height));
+    while (eighths < kEighths &&
+           !(KeepsEdge(size.width(), width, eighths) && KeepsEdge(size.height(), height, eighths))) {
+        ++eighths;
+    }
     if (eighths >= kEighths) {
         return false;
     }

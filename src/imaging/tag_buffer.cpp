@@ -135,10 +135,11 @@ Integer32 TagBuffer::AnsiLength(Integer32 at, Integer32 maxLength) const {
 // they were unsynchronised. Mostly it is padding; where a picture ends there it loses its last byte, and no
 // decoder misses it.
 Integer32 TagBuffer::RemoveUnsync(Integer32 start, Integer32 length) {
-    const std::size_t first = Checked(start, 0);
+    // An area of so few bytes is not looked at, wherever it lies.
     if (length <= 1) {
         return 0;
     }
+    const std::size_t first = Checked(start, 0);
     const std::size_t end = first + static_cast<std::size_t>(length.value());
     const std::size_t seen = std::min(end, bytes_.size());
     std::uint8_t* const data = bytes_.data();

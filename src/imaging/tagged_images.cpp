@@ -2,9 +2,11 @@
 #include "imaging/tagged_images.h"
 
 #include "imaging/asf_parser.h"
+#include "imaging/bmp_parser.h"
 #include "imaging/c32bppdib.h"
 #include "imaging/id3v2_parser.h"
 #include "platform/files.h"
+#include "platform/system_pictures.h"
 
 #include <algorithm>
 #include <new>
@@ -151,11 +153,13 @@ std::optional<std::span<const std::uint8_t>> cTaggedImages::ExtractImageData(int
                      static_cast<std::size_t>(length));
 }
 
-bool PictureFromStream(const PicturePorts& ports, std::span<const std::uint8_t> bytes, c32bppDIB& picture) {
-    picture.LoadPicture_Stream(ports, bytes);
-    // What the system's own loader reads; the image object reads more.
-    if (picture.ImageType != kImageBitmap && picture.ImageType != kImageGif) {
+bool PictureFromStream(SystemPictures& pictures, std::span<const std::uint8_t> bytes, c32bppDIB& picture) {
+    picture.DestroyDIB();
+    try {
+        const auto loaded = pictures.OleLoadPicture(bytes);
+        return loaded && cBMPparser().ConvertstdPicTo32bpp(*loaded, picture, loaded->bitCount);
+    } catch (const std::bad_alloc&) {
         picture.DestroyDIB();
+        return false;
     }
-    return picture.Handle() != 0;
 }

@@ -13,7 +13,7 @@
 
 class c32bppDIB;
 struct Files;
-struct PicturePorts;
+struct SystemPictures;
 
 // Reads ID3v2 tags of versions 2, 3 and 4 and ASF headers, both at the very start of a file. A file with any
 // other start has no pictures. One object is used for file after file: the bytes of the last tag stay until
@@ -48,6 +48,7 @@ private:
     std::vector<TagImage> images_;
 };
 
-// Decodes a picture from a tag into an empty image object: bitmaps, JPEG and GIF. False, and an empty object,
-// for anything else, PNG among it.
-bool PictureFromStream(const PicturePorts& ports, std::span<const std::uint8_t> bytes, c32bppDIB& picture);
+// Decodes a picture from a tag by the system's loader alone: bitmaps, JPEG and GIF, all of them opaque,
+// whatever alpha or transparent colour they have. False, and an empty object, for anything else, PNG among
+// it.
+bool PictureFromStream(SystemPictures& pictures, std::span<const std::uint8_t> bytes, c32bppDIB& picture);

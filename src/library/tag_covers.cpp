@@ -74,7 +74,7 @@ std::optional<TagCover> Search(Form_Main& form, const QString& path) {
 void Decode(Form_Main& form, const TagCover& cover, int width, int height, c32bppDIB& picture) {
     if (cover.kind < kFirstUndecoded) {
         if (width == 0 || !LoadReducedJpeg(cover.bytes, width, height, picture)) {
-            PictureFromStream(CoverPorts(form), cover.bytes, picture);
+            PictureFromStream(form.pictures, cover.bytes, picture);
         }
     }
 }

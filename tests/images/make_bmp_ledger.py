@@ -18,7 +18,9 @@ RLE8, RLE4, FIELDS = 1, 2, 3
 
 
 def widened(sample, bits):
-    """A sample of fewer than eight bits as eight, its bits repeated."""
+    """A sample of fewer than eight bits as eight, its bits repeated; 0 without any bit."""
+    if bits == 0:
+        return 0
     value, filled = sample << (8 - bits), bits
     while filled < 8:
         value |= value >> filled
@@ -122,9 +124,13 @@ def write_depths(cases):
     cases.good("depth-1-white-first", Bitmap(1, 33, palette=[(255, 255, 255), (0, 0, 0)]))
     cases.good("depth-8-of-ten-colours", Bitmap(8, used=10))
     cases.good("depth-24-behind-a-gap", Bitmap(24, gap=21))
-    for name, widths in (("565", (5, 6, 5)), ("444", (4, 4, 4))):
+    for name, widths in (("565", (5, 6, 5)), ("555", (5, 5, 5)), ("444", (4, 4, 4)), ("655", (6, 5, 5)),
+                         ("332", (3, 3, 2)), ("0-8-8", (0, 8, 8))):
         cases.good(f"fields-{name}", Bitmap(16, compression=FIELDS, widths=widths, masks=fields(*widths)),
-                   pillow=name == "565")
+                   pillow=name in ("565", "555"))
+    for header in (108, 124):
+        bitmap = Bitmap(16, header=header, compression=FIELDS, widths=(5, 6, 5), masks=fields(5, 6, 5), top_down=True)
+        cases.good(f"header-{header}-depth-16-top-down", bitmap)
     for depth in (1, 8, 24):
         cases.good(f"header-12-depth-{depth}", Bitmap(depth, 9, 9, header=12))
     for header, depth in ((52, 16), (56, 24), (64, 8), (108, 8), (124, 24)):
@@ -166,6 +172,13 @@ def write_alpha(cases):
     none = Bitmap(32, seed=2)
     none.rows = [[pixel[:3] + (0,) for pixel in row] for row in none.rows]
     cases.good("depth-32-without-alpha-is-opaque", none)
+    zeros = Bitmap(32, seed=2)
+    zeros.rows = [[(0, 0, 0, 0) for pixel in row] for row in zeros.rows]
+    cases.good("depth-32-of-zeros-is-black", zeros)
+    some = Bitmap(32, seed=5)
+    some.rows = [[(0, 0, 0, 0) if x % 3 == 0 else premultiplied(pixel) for x, pixel in enumerate(row)]
+                 for row in some.rows]
+    cases.good("depth-32-premultiplied-with-empty-pixels", some, some.rows, True, pillow=False)
     full = Bitmap(32, seed=3)
     full.rows = [[pixel[:3] + (255,) for pixel in row] for row in full.rows]
     cases.good("depth-32-all-of-255", full, full.rows, True)

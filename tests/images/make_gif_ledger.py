@@ -162,6 +162,9 @@ def write_codes(cases):
         frame = Frame(9, 8, 1 << bits, code_size=max(2, bits))
         cases.good(f"code-size-{max(2, bits)}-of-{1 << bits}-colours", frame, palette,
                    gif(frame, TRAILER, palette=palette, screen=(9, 8)))
+        frame = Frame(9, 8, 1 << bits, seed=1, code_size=max(2, bits), interlace=True)
+        cases.good(f"code-size-{max(2, bits)}-of-{1 << bits}-colours-interlaced-transparent", frame, palette,
+                   gif(control(1), frame, TRAILER, palette=palette, screen=(9, 8)), transparent=1)
     palette = palette_of(4)
     frame = Frame(entries=4, code_size=8)
     cases.good("code-size-larger-than-the-palette", frame, palette, gif(frame, TRAILER, palette=palette))
@@ -244,6 +247,11 @@ def write_extensions(cases):
     }
     for name, part in parts.items():
         cases.good(f"extension-{name}", frame, palette, gif(part, frame, TRAILER, palette=palette))
+    for name in ("comment", "plain-text", "application", "unknown"):
+        own = Frame(palette=palette_of(32, seed=1), entries=32)
+        cases.good(f"extension-{name}-behind-the-control", own, own.palette,
+                   gif(control(5), parts[name], own, TRAILER, palette=palette), transparent=5,
+                   pillow=name != "plain-text")
     # The length of an application's name is skipped as it stands; blocks follow even behind a length of 0.
     short = extension(255, b"\0" + blocks(b"data"))
     cases.good("extension-application-without-a-name", frame, palette,

@@ -143,6 +143,14 @@ def write_alpha(ledger):
     none.rows = [[pixel[:3] + (0,) for pixel in row] for row in none.rows]
     opaque = [[pixel[:3] + (255,) for pixel in row] for row in none.rows]
     ledger.good("alpha-of-zeros-is-opaque", icon(entry(none)), opaque, False, ICON)
+    full = Bitmap(32, seed=3)
+    full.rows = [[pixel[:3] + (255,) for pixel in row] for row in full.rows]
+    ledger.good("alpha-of-255-alone", icon(entry(full)), full.rows, True, ICON)
+    # A colour under an alpha of 0 makes straight colours of all the others.
+    hidden = Bitmap(32, seed=4)
+    hidden.rows = [[premultiplied(pixel[:3] + (pixel[3] | 1,)) for pixel in row] for row in hidden.rows]
+    hidden.rows[4][0] = (9, 8, 7, 0)
+    ledger.good("alpha-with-a-hidden-colour", icon(entry(hidden)), hidden.stored(), True, ICON)
     ledger.good("alpha-needs-no-mask", icon(entry(straight, with_mask=False)), straight.stored(), True, ICON)
 
 
@@ -151,6 +159,13 @@ def write_selection(ledger):
     ledger.good("several-the-smallest-wins", icon(entry(large), entry(small), entry(middle)), small.stored(), True, ICON)
     deep, flat = Bitmap(32, 6, 6), Bitmap(4, 6, 6)
     ledger.good("several-the-deepest-of-one-size-wins", icon(entry(flat), entry(deep)), deep.stored(), True, ICON)
+    every = [Bitmap(depth, 6, 6) for depth in (1, 4, 8, 16, 24, 32)]
+    for count in range(2, 7):
+        chosen = every[count - 1]
+        ledger.good(f"several-of-every-depth-up-to-{chosen.depth}", icon(*(entry(bitmap) for bitmap in every[:count])),
+                    chosen.stored(), True, ICON)
+    ledger.good("several-a-png-of-the-deepest", icon(*(entry(bitmap) for bitmap in every[:5]), (6, 6, 32, png(every[5]))),
+                every[5].stored(), True, ICON)
     ledger.good("several-depth-weighs-like-size", icon(entry(deep, 21, 20), entry(flat)), flat.stored(), True, ICON)
     ledger.good("several-the-first-of-equals-wins", icon(entry(Bitmap(8, 6, 6, seed=1)), entry(Bitmap(8, 6, 6, seed=2))),
                 Bitmap(8, 6, 6, seed=1).stored(), True, ICON)

@@ -53,6 +53,15 @@ TEST(ReadyPictures, BytesStayWithinTheLimitHoweverManyPagesAreSeen) {
     EXPECT_LE(ready.Bytes(), 1'000'000);
 }
 
+TEST(ReadyPictures, LongPathsTakeRoom) {
+    ReadyPictures ready(1'000'000);
+    const QByteArray folder(4000, 'x');
+    for (int i = 0; i < 500; ++i) {
+        ready.Put(KeyOf((folder + QByteArray::number(i)).constData()), {});
+    }
+    EXPECT_LE(ready.Count(), 1'000'000U / 8000);
+}
+
 TEST(ReadyPictures, APictureLargerThanAllRoomIsNotKept) {
     ReadyPictures ready(30'000);
     ready.Put(KeyOf("a"), PictureOf100());
@@ -148,6 +157,66 @@ TEST(ReducedJpeg, ShowsTheSamePicture) {
     }
 }
 
+// Letters' strokes, a disc and a film's grain, as covers have them.
+QByteArray DetailedJpeg(int width, int height) {
+    QImage picture(width, height, QImage::Format_RGB32);
+    quint32 dice = 1;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            dice = dice * 1664525U + 1013904223U;
+            const int noise = static_cast<int>(dice >> 28);
+            const bool isLine = x % 61 < 6 || y % 83 < 9;
+            const bool isInside = (x - 500) * (x - 500) + (y - 400) * (y - 400) < 300 * 300;
+            picture.setPixel(x, y,
+                             isLine     ? qRgb(20, 20, 20)
+                             : isInside ? qRgb(250 - noise, 90, noise)
+                                        : qRgb(noise * 3, 120 + noise, 200));
+        }
+    }
+    QBuffer file;
+    file.open(QIODevice::WriteOnly);
+    picture.save(&file, "JPG", 92);
+    return file.data();
+}
+
+// Of two pictures of one size: the greatest difference of a sample, and their mean difference.
+std::pair<int, double> DifferenceOf(const QImage& a, const QImage& b) {
+    int greatest = 0;
+    double sum = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            const QRgb one = a.pixel(x, y);
+            const QRgb other = b.pixel(x, y);
+            for (const int difference :
+                 {qRed(one) - qRed(other), qGreen(one) - qGreen(other), qBlue(one) - qBlue(other)}) {
+                greatest = std::max(greatest, std::abs(difference));
+                sum += std::abs(difference);
+            }
+        }
+    }
+    return {greatest, sum / (3.0 * a.width() * a.height())};
+}
+
+// Which of the two ways a cover was decoded is not to be seen: a fifth of the contrast along hard edges,
+// which lie everywhere in this picture, and next to nothing elsewhere.
+TEST(ReducedJpeg, ADetailedPictureLooksLikeTheWholeOneScaledDown) {
+    PictureMachine machine;
+    // Of the second one no number of eighths is a whole number of pixels.
+    for (const QSize& size : {QSize(1000, 1000), QSize(1003, 997)}) {
+        const QByteArray file = DetailedJpeg(size.width(), size.height());
+        c32bppDIB whole;
+        ASSERT_TRUE(whole.LoadPicture_Stream(machine.WithZlib(), SpanOf(file)));
+        for (const QSize& box : {QSize(26, 26), QSize(60, 60), QSize(125, 125), QSize(200, 120)}) {
+            c32bppDIB reduced;
+            ASSERT_TRUE(LoadReducedJpeg(SpanOf(file), box.width(), box.height(), reduced)) << box.width();
+            const auto [greatest, mean] = DifferenceOf(MakeReady(reduced, box.width(), box.height())->picture,
+                                                       MakeReady(whole, box.width(), box.height())->picture);
+            EXPECT_LT(greatest, 48) << box.width();
+            EXPECT_LT(mean, 5.5) << box.width();
+        }
+    }
+}
+
 TEST(ReducedJpeg, LeavesEverythingElseAlone) {
     c32bppDIB picture;
     for (const QByteArray& file :
@@ -221,6 +290,18 @@ TEST_F(CoverFiles, AFileThatCannotBeReadOrDecodedDrawsNothing) {
     EXPECT_FALSE(cover.Render(surface, 0, 0, 20, 20));
     EXPECT_FALSE(cover.Render(surface, 0, 0));
     EXPECT_EQ(surface.picture, before.picture);
+}
+
+TEST_F(CoverFiles, AFileThatCouldNotBeReadOnceIsReadAgain) {
+    Surface surface = MakeSurface(30, 30, PatternAt);
+    const QString path = home.Write(u"a"_s, PngOf(80, 60, 0xFF204060));
+    machine.files.Fail("ReadWhole");
+    ASSERT_TRUE(cover.LoadPicture_File(machine.WithZlib(), path));
+    EXPECT_FALSE(cover.Render(surface, 0, 0, 20, 20));
+    machine.files.FailNothing();
+    ASSERT_TRUE(cover.LoadPicture_File(machine.WithZlib(), path));
+    EXPECT_TRUE(cover.Render(surface, 0, 0, 20, 20));
+    EXPECT_EQ(PixelAt(surface, 10, 10), 0xFF204060U);
 }
 
 TEST_F(CoverFiles, SizesOf0AreThePicturesOwnAndNegativeOnesMirror) {

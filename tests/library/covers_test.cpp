@@ -266,6 +266,31 @@ TEST_F(Covers, AJpegIsShownUnderAnyNameOfAKnownKind) {
     }
 }
 
+// Two by two pixels of one colour, which is the transparent one.
+QByteArray TransparentGif(QRgb colour) {
+    return "GIF89a" + Bytes({2, 0, 2, 0, 0x80, 0, 0, qRed(colour), qGreen(colour), qBlue(colour), 0, 0, 0}) +
+           Bytes({0x21, 0xF9, 4, 1, 0, 0, 0, 0, 0x2C, 0, 0, 0, 0, 2, 0, 2, 0, 0}) +
+           Bytes({2, 2, 0x84, 0x51, 0, 0x3B});
+}
+
+// A bitmap of 32 bits with one pixel, all but transparent.
+QByteArray FaintBmp(QRgb colour) {
+    return "BM" +
+           Bytes({58, 0, 0, 0, 0, 0, 0, 0, 54, 0, 0, 0, 40, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 32}) +
+           QByteArray(25, '\0') + Bytes({qBlue(colour), qGreen(colour), qRed(colour), 3});
+}
+
+// The copy from the surface of tag pictures knows no transparency.
+TEST_F(Covers, APictureInATagCoversItsBoxWhateverItsAlpha) {
+    for (const QByteArray& picture : {TransparentGif(kGreen), FaintBmp(kGreen)}) {
+        Music(u"x.mp3"_s, TaggedTrack(picture, {.mime = "image/gif"}));
+        box.Start();
+        EXPECT_EQ(AreaOf(kGreen), kCoverBox);
+        SettleTmpCover(box.form);
+        EXPECT_TRUE(IsLike(box.form.Picture_TmpCover.picture.pixel(0, 0), kGreen));
+    }
+}
+
 TEST_F(Covers, APictureOfWhichNothingLiesInTheTagEndsTheSearchWithoutACover) {
     // The description passes its frame's end, so that the length is negative.
     const QByteArray open = Apic(3, "", {.description = "no end"});

@@ -249,6 +249,25 @@ def unsync_frames(version, data):
     return unsync(text_frame(version) + picture(version, data))
 
 
+def header_flags(ledger):
+    """Every flag of the tag's header, alone and with the others that have a meaning, over a body that fits it."""
+    for version in (2, 3, 4):
+        mime, one = "JPG" if version == 2 else JPEG, data_of(20 + version)
+        found = [(mime, 3, one)]
+        for flags in [*range(0x10, 0x100, 0x10), 1, 2, 4, 8]:
+            extended, unsynchronised = flags & 0x40, flags & 0x80
+            body = text_frame(version) + picture(version, one) + PADDING
+            if extended and version > 2:
+                body = (struct.pack(">IHI", 10, 0, 0) if version == 3 else sync_safe(6) + b"\1\0") + body
+            planted = found
+            if version == 2 and extended or version == 3 and extended and unsynchronised:
+                planted = []
+            elif version == 4 and extended and unsynchronised:
+                planted = None  # the area passes the tag's end
+            ledger.add("id3v2%d-flags-%02x.mp3" % (version, flags),
+                       id3(version, body, flags=flags, footer=version == 4 and flags & 0x10), planted)
+
+
 def version2(ledger):
     one, two = data_of(1), data_of(2)
 
@@ -284,7 +303,7 @@ def version3(ledger):
     add("encoding-3", picture(3, one, encoding=3) + PADDING, [])
     for flags in (0x80, 0x40, 0xC0, 0xFF):
         add("frame-flags-%02x" % flags, picture(3, one, flags=(0, flags)) + picture(3, two) + PADDING, [(JPEG, 3, two)])
-    for flags in (0x3F, 0x1F, 0x01):
+    for flags in (0x3F, 0x1F, 0x20, 0x10, 0x08, 0x04, 0x02, 0x01):
         add("frame-flags-%02x" % flags, picture(3, one, flags=(0, flags)) + picture(3, two) + PADDING,
             [(JPEG, 3, one), (JPEG, 3, two)])
     add("status-flags", picture(3, one, flags=(0xE0, 0)) + PADDING, [(JPEG, 3, one)], True)
@@ -331,7 +350,8 @@ def version4(ledger):
     add("utf-8", picture(4, one, encoding=3, description="Hülle\0".encode()) + PADDING, [(JPEG, 3, one)], True)
     for flags in (0x08, 0x04, 0x0C, 0xFF):
         add("frame-flags-%02x" % flags, picture(4, one, flags=(0, flags)) + picture(4, two) + PADDING, None)
-    add("frame-flags-80", picture(4, one, flags=(0, 0x80)) + PADDING, [(JPEG, 3, one)])
+    for flags in (0x80, 0x20, 0x10):
+        add("frame-flags-%02x" % flags, picture(4, one, flags=(0, flags)) + PADDING, [(JPEG, 3, one)])
     add("status-flags", picture(4, one, flags=(0x70, 0)) + PADDING, [(JPEG, 3, one)], True)
     odd = bytes([255, 0, 1, 255, 224, 2, 255, 0, 0, 255, 255, 0]) + one
     body = unsync(picture_body(4, odd))
@@ -361,6 +381,7 @@ def version4(ledger):
         footer=True)
     add("extended-header-footer-and-unsynchronised", extended + unsync(picture(4, odd)) + text_frame(4) * 2, None,
         flags=0xD0, footer=True)
+    add("unsynchronised-and-too-short-for-its-extended-header", sync_safe(127) + picture(4, one), [], flags=0xD0, size=20)
     add("footer-of-a-tag-of-9", picture(4, one), None, flags=0x10, size=9)
     add("high-bits-in-a-length", b"APIC" + bytes(b | 128 for b in sync_safe(len(plain))) + b"\0\0" + plain + PADDING,
         [(JPEG, 3, one)])
@@ -481,6 +502,7 @@ def main():
         os.remove(os.path.join(FOLDER, name))
     ledger = Ledger()
     all_versions(ledger)
+    header_flags(ledger)
     version2(ledger)
     version3(ledger)
     version4(ledger)
