@@ -61,7 +61,7 @@ struct Files {
     virtual bool Append(const QString& path, const QByteArray& bytes) = 0;
     // Gives `target` the access rights of `model`, as far as that is possible.
     virtual void CopyRights(const QString& model, const QString& target) = 0;
-    // Puts `from` in the place of `to` in one step.
+    // Puts `from` in the place of `to` in one step. False for a `to` that exists and is no regular file.
     virtual bool Rename(const QString& from, const QString& to) = 0;
     virtual bool Remove(const QString& path) = 0;
     // Makes the names in a folder last through a power cut.

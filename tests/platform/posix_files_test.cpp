@@ -157,6 +157,16 @@ TEST_F(PosixFilesTest, RenamesAndRemoves) {
     EXPECT_FALSE(files.Remove(home.MakeFolder(QStringLiteral("folder"))));
 }
 
+TEST_F(PosixFilesTest, APipeIsNotReplacedByAFile) {
+    files.Write(Path("a"), "x", false);
+    ASSERT_EQ(::mkfifo(Bytes("fifo").constData(), 0600), 0);
+    EXPECT_FALSE(files.Rename(Path("a"), Path("fifo")));
+    struct stat status {};
+    ASSERT_EQ(::lstat(Bytes("fifo").constData(), &status), 0);
+    EXPECT_TRUE(S_ISFIFO(status.st_mode));
+    EXPECT_EQ(files.ReadWhole(Path("a"), 10), "x");
+}
+
 TEST_F(PosixFilesTest, SyncsFolders) {
     EXPECT_TRUE(files.SyncFolder(home.Path()));
     EXPECT_FALSE(files.SyncFolder(Path("none")));

@@ -249,7 +249,13 @@ void PosixFiles::CopyRights(const QString& model, const QString& target) {
 }
 
 bool PosixFiles::Rename(const QString& from, const QString& to) {
-    return ::rename(SystemPath(from).constData(), SystemPath(to).constData()) == 0;
+    const QByteArray place = SystemPath(to);
+    struct stat status {};
+    // A device or a pipe that a link has led to is no file of ours: it would be gone from the machine.
+    if (::lstat(place.constData(), &status) == 0 && !S_ISREG(status.st_mode)) {
+        return false;
+    }
+    return ::rename(SystemPath(from).constData(), place.constData()) == 0;
 }
 
 bool PosixFiles::Remove(const QString& path) {
