@@ -9,7 +9,7 @@
 namespace {
 
 // A decoder that gives nothing for so long is given up.
-constexpr std::chrono::seconds kStallLimit{5};
+constexpr std::chrono::seconds kStallLimit{20};
 constexpr std::chrono::seconds kMeasureLimit{2};
 constexpr std::chrono::hours kCountLimit{1};
 

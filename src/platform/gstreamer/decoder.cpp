@@ -12,8 +12,10 @@
 
 namespace {
 
-constexpr std::chrono::seconds kOpenLimit{5};
-// How often a pipeline that gives nothing is looked at.
+// A disk that sleeps takes ten seconds to wake up.
+constexpr std::chrono::seconds kOpenLimit{20};
+// How often a pipeline that gives nothing is looked at. Limits are counted in looks, so that a machine that
+// stood still for a while loses one and not the file.
 constexpr std::chrono::milliseconds kLookEvery{100};
 // A header that states other figures is damaged; resampling from billions of hertz, or from one, would take
 // minutes and gigabytes.
@@ -131,10 +133,9 @@ bool Decoder::WaitForStart(QString& reason) {
 
 // Started, refused or without sound; null when neither will come, or comes in time.
 MessageHandle Decoder::WaitForVerdict() {
-    const auto deadline = std::chrono::steady_clock::now() + kOpenLimit;
     const auto verdicts = static_cast<GstMessageType>(GST_MESSAGE_ERROR | GST_MESSAGE_ASYNC_DONE |
                                                       GST_MESSAGE_EOS | GST_MESSAGE_APPLICATION);
-    while (!IsDead() && std::chrono::steady_clock::now() < deadline) {
+    for (auto left = kOpenLimit / kLookEvery; left > 0 && !IsDead(); --left) {
         if (MessageHandle message = PopMessage(verdicts)) {
             return message;
         }
@@ -175,13 +176,13 @@ Decoder::Outcome Decoder::Read(PcmBlock& block, std::chrono::milliseconds wait) 
         Place(block);
         return Outcome::kFrames;
     }
-    const auto deadline = std::chrono::steady_clock::now() + wait;
-    for (;;) {
-        const SampleHandle sample(
-            gst_app_sink_try_pull_sample(sink_, Nanoseconds(std::min(wait, kLookEvery))));
+    for (auto left = wait;;) {
+        const auto look = std::min(left, kLookEvery);
+        const SampleHandle sample(gst_app_sink_try_pull_sample(sink_, Nanoseconds(look)));
         if (sample == nullptr) {
             const Outcome outcome = OutcomeWithoutSample();
-            if (outcome != Outcome::kNothingYet || std::chrono::steady_clock::now() >= deadline) {
+            left -= look;
+            if (outcome != Outcome::kNothingYet || left.count() <= 0) {
                 return outcome;
             }
             continue;

@@ -11,7 +11,10 @@
 
 namespace {
 
-constexpr GstClockTime kOpenLimit = 5 * GST_SECOND;
+// A file that has not opened after so many looks is given up: a disk that sleeps takes ten seconds to wake
+// up. Looks are counted, not the time that passes: a machine that stood still in between loses one.
+constexpr GstClockTime kLook = GST_SECOND / 10;
+constexpr int kOpenLooks = 200;
 constexpr const char* kNoStreams = "vantorix-no-streams";
 
 // What the streams of a file have told so far.
@@ -92,8 +95,12 @@ bool Opens(GstElement* pipeline) {
     const BusHandle bus(gst_element_get_bus(pipeline));
     const auto events = static_cast<GstMessageType>(GST_MESSAGE_ERROR | GST_MESSAGE_ASYNC_DONE |
                                                     GST_MESSAGE_EOS | GST_MESSAGE_APPLICATION);
-    const MessageHandle message(gst_bus_timed_pop_filtered(bus.get(), kOpenLimit, events));
-    return message != nullptr && GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_ASYNC_DONE;
+    for (int look = 0; look < kOpenLooks; ++look) {
+        if (const MessageHandle message{gst_bus_timed_pop_filtered(bus.get(), kLook, events)}) {
+            return GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_ASYNC_DONE;
+        }
+    }
+    return false;
 }
 
 } // namespace
