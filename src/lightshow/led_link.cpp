@@ -8,3 +8,11 @@
 void SendToController(Form_Main& form, const char* command) {
     EndsProgram("SendToController", [&] { form.MSComm1.Output(QByteArray(command) + "\r\n"); });
 }
+
+void Command1_Click(Form_Main& form) {
+    SendToController(form, kButton1);
+}
+
+void Command2_Click(Form_Main& form) {
+    SendToController(form, kButton2);
+}

@@ -173,7 +173,11 @@ void SetScreenMode(Form_Main& form) {
         return QStringLiteral("%1, [Main] FullscreenSize \"%2\" (expected like \"1024x768 32bits\")")
             .arg(ConfigPath(form), size);
     };
-    TellingWhere(where, [&] { ChangeRes(form, CInt32(width), CInt32(height), CInt32(bits)); });
+    TellingWhere(where, [&] {
+        const Integer32 pixelsAcross = CInt32(width);
+        const Integer32 pixelsDown = CInt32(height);
+        ChangeRes(form, pixelsAcross, pixelsDown, CInt32(bits));
+    });
     WriteLog(form, QStringLiteral(" : Changement de la résolution d'écran"));
 }
 

@@ -60,12 +60,16 @@ Size ThemeSize(const Form_Main& form) {
             static_cast<double>(form.BlockCommandY) + form.ImgMain.Height()};
 }
 
-double Divide(double a, double b) {
+// `divisor` tells what was 0.
+double Divide(double a, double b, QStringView divisor) {
     if (b == 0) {
-        throw RunTimeError(kDivisionByZero, QStringLiteral("the theme's height is 0"));
+        throw RunTimeError(kDivisionByZero, divisor.toString() + QStringLiteral(" is 0"));
     }
     return a / b;
 }
+
+constexpr QStringView kThemeWidth = u"the theme's width";
+constexpr QStringView kThemeHeight = u"the theme's height";
 
 // The smallest PositionWidth and PositionHeight that count.
 constexpr double kSmallestArea = 480;
@@ -80,8 +84,8 @@ Size PictureSize(const Form_Main& form, const Size& theme) {
         return {ConfigNumber(form, u"PositionWidth", form.PositionWidth),
                 ConfigNumber(form, u"PositionHeight", form.PositionHeight)};
     }
-    const double ratio = Divide(theme.width, theme.height);
-    if (Divide(window.width, ratio) <= window.height) {
+    const double ratio = Divide(theme.width, theme.height, kThemeHeight);
+    if (Divide(window.width, ratio, kThemeWidth) <= window.height) {
         return window;
     }
     // Deliberate D-06: an area that was given too small is corrected by a division. One expects the
@@ -132,8 +136,8 @@ void PrepareCaches(Form_Main& form) {
 }
 
 void FitScale(Form_Main& form, const Size& theme) {
-    form.ZoneScaleX = Divide(form.Picture_Main.Width(), theme.width);
-    form.ZoneScaleY = Divide(form.Picture_Main.Height(), theme.height);
+    form.ZoneScaleX = Divide(form.Picture_Main.Width(), theme.width, kThemeWidth);
+    form.ZoneScaleY = Divide(form.Picture_Main.Height(), theme.height, kThemeHeight);
     if (form.ZoneScaleX <= form.ZoneScaleY) {
         form.ZoneScaleY = form.ZoneScaleX;
     } else {

@@ -102,6 +102,14 @@ def change_ini(path, section, key, value):
         file.write("\n".join(lines))
 
 
+def members(pairs):
+    """The members of an answer's object. One that bears a name twice is no good answer."""
+    names = [name for name, _ in pairs]
+    if len(set(names)) < len(names):
+        raise Failure("an answer tells a member twice: " + ", ".join(sorted(n for n in set(names) if names.count(n) > 1)))
+    return dict(pairs)
+
+
 class Session:
     def __init__(self, folder, work):
         self.folder = os.path.abspath(folder)
@@ -191,7 +199,7 @@ class Session:
     def check(self, console):
         self.make_home()
         lines, code = self.run(console)
-        actual = [json.loads(line) for line in lines]
+        actual = [json.loads(line, object_pairs_hook=members) for line in lines]
         commands = self.commands_of(actual)
         position = 0
         for number, line in enumerate(self.read("expected.jsonl").split("\n"), 1):

@@ -2,6 +2,7 @@
 #include "app/console/commands.h"
 
 #include "app/console/query_commands.h"
+#include "lightshow/led_link.h"
 #include "platform/input_event.h"
 #include "platform/simulated/simulated_platform.h"
 #include "shell/form_main.h"
@@ -175,6 +176,28 @@ ParsedCommand ParseController(const QStringList& words) {
     return {run, QString()};
 }
 
+// The buttons of the main form, which nobody reaches while a dialog is open.
+ParsedCommand ParseClick(const QStringList& words) {
+    void (*button)(Form_Main&) = nullptr;
+    if (words.size() == 2) {
+        button = words[1] == u"Command1"   ? Command1_Click
+                 : words[1] == u"Command2" ? Command2_Click
+                                           : nullptr;
+    }
+    if (button == nullptr) {
+        return Bad(QStringLiteral("click takes Command1 or Command2"));
+    }
+    const auto run = [button](Console& console) {
+        if (console.form.Form_KeyBoard.Visible) {
+            return RefusalObject(QStringLiteral("the on-screen keyboard is open"));
+        }
+        console.platform.pump.Stirred();
+        const std::optional<RunTimeError> error = RunHandler([&] { button(console.form); });
+        return error ? Ok().Add(QStringLiteral("error"), ErrorObject(*error)) : Ok();
+    };
+    return {run, QString()};
+}
+
 // The bytes that a text with escapes stands for; nothing for an escape that is none.
 std::optional<QByteArray> Unescaped(const QString& text) {
     static const QRegularExpression form(
@@ -254,6 +277,7 @@ constexpr WordRow kWordCommands[] = {
     {"state",      ParseState},
     {"calls",      ParseCalls},
     {"controller", ParseController},
+    {"click",      ParseClick},
 };
 
 constexpr RestRow kRestCommands[] = {

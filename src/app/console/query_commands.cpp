@@ -15,6 +15,7 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -152,7 +153,10 @@ ParsedCommand ParseState(const QStringList& words) {
         if (row == nullptr) {
             return Bad(QStringLiteral("unknown name: ") + name);
         }
-        rows.push_back(row);
+        // A name that is asked for twice is told once: an object's members have different names.
+        if (std::find(rows.begin(), rows.end(), row) == rows.end()) {
+            rows.push_back(row);
+        }
     }
     if (rows.empty()) {
         for (const StateName& row : StateNames()) {
