@@ -233,9 +233,9 @@ def tag(path, number, band, folder):
 def slot_banner(picture):
     """A big cover is stretched over a whole slot: its picture stands behind the label, and fades where the title begins."""
     width, height = 1208, 196
-    side = round(width * 0.29)
+    side = round(width * 0.31)
     art = picture.crop((0, picture.height * 3 // 10, picture.width, picture.height)).resize((side, height))
-    fade = numpy.clip(numpy.minimum((numpy.arange(side) - side * 0.42) / 40, (side - numpy.arange(side)) / 60), 0, 1)
+    fade = numpy.clip(numpy.minimum((numpy.arange(side) - side * 0.6) / 30, (side - numpy.arange(side)) / 50), 0, 1)
     banner = Image.new("RGBA", (width, height), (0, 0, 0, 0))
     art.putalpha(Image.fromarray(numpy.rint(numpy.tile(fade * 255, (height, 1))).astype(numpy.uint8), "L"))
     banner.paste(art, (0, 0))

@@ -18,18 +18,23 @@ from draw_docs import GROUND, INK, face, save_small
 
 ROOT = Path(__file__).resolve().parents[2]
 CELL = (640, 360)
-DOWN, RIGHT, ENTER, TAB, COIN = 40, 39, 13, 9, 45
+DOWN, RIGHT, LEFT, ENTER, TAB, COIN = 40, 39, 37, 13, 9, 45
 
 INTO_SATURDAY = [DOWN] * 6 + [ENTER]
 # Four tracks of two columns are bought, the first one plays.
 BUY = [COIN] * 8 + INTO_SATURDAY + [ENTER, DOWN, DOWN, ENTER, RIGHT, ENTER, DOWN, ENTER]
+FILL = INTO_SATURDAY + [ENTER, DOWN] * 9
 # Situation: keys, settings that differ, what it shows.
 SITUATIONS = {
     "first": ([], {}, "the first page"),
+    "covers": (INTO_SATURDAY, {}, "browsing, covers on"),
     "coverless": (INTO_SATURDAY, {"ShowCover": "false"}, "browsing, covers off"),
     "queue": (BUY, {"ManageCoin": "true"}, "four tracks bought"),
     "main": (BUY + [TAB], {"ManageCoin": "true"}, "focus on the Main block"),
     "playlist": (BUY + [TAB, TAB], {"ManageCoin": "true"}, "focus on the queue"),
+    "full": (FILL + [TAB, TAB], {}, "a full queue"),
+    "keyboard": (BUY + [TAB, TAB, LEFT, ENTER, RIGHT, ENTER, DOWN, ENTER], {}, "naming a playlist"),
+    "bigcover": ([DOWN], {"ShowBigCover": "true"}, "the big cover"),
     "command": (BUY + [TAB, TAB, TAB, DOWN], {"ManageCoin": "true"}, "focus on the menu"),
     "refusal": (INTO_SATURDAY + [ENTER], {"ManageCoin": "true"}, "no credit"),
     "touch": (INTO_SATURDAY, {"TactileMode": "true"}, "touch mode"),
@@ -58,12 +63,30 @@ def take(console, theme, screen, situation, target):
         lines = []
         for key in keys:
             lines += [f"key {key}"] + (["tick 1"] if key == ENTER else [])
-        commands = "\n".join([*lines, "tick 2", f"frame {target}", ""])
+        board = Path(folder) / "keyboard.png"
+        if situation == "keyboard":
+            lines.append(f"surface Picture_Keyboard {board}")
+        if situation == "refusal":
+            # The credits blink a few times: at the first look they are dark, at the second one they are lit.
+            lines[-2:-2] = ["later frame " + str(Path(folder) / "dark.png"), f"later frame {target}"]
+            commands = "\n".join([*lines, ""])
+        else:
+            commands = "\n".join([*lines, "tick 2", f"frame {target}", ""])
         call = [console, "--home", home, "--screen", screen]
         answers = subprocess.run(call, input=commands, capture_output=True, text=True, check=False).stdout.splitlines()
         bad = [answer for answer in answers if "error" in answer or '"ok":false' in answer]
         if bad or not target.is_file():
             sys.exit(f"{theme} {screen} {situation}: {bad or answers[-1:]}")
+        if board.is_file():
+            lay_in_the_middle(board, target)
+
+
+def lay_in_the_middle(board, target):
+    """Where the on-screen keyboard's own window stands."""
+    with Image.open(board) as keys, Image.open(target) as frame:
+        whole = frame.convert("RGB")
+        whole.paste(keys.convert("RGB"), ((whole.width - keys.width) // 2, (whole.height - keys.height) // 2))
+    whole.save(target)
 
 
 def sheet(frames, path):
