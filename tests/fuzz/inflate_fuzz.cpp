@@ -52,7 +52,8 @@ std::optional<std::vector<std::uint8_t>> InPieces(std::span<const std::uint8_t> 
     return isDone ? std::optional(made) : std::nullopt;
 }
 
-void Compare(std::span<const std::uint8_t> source, std::size_t targetSize) {
+// Whether all of the target was filled.
+bool Compare(std::span<const std::uint8_t> source, std::size_t targetSize) {
     std::vector<std::uint8_t> own(targetSize);
     std::vector<std::uint8_t> theirs(targetSize);
     const auto ownMade = Inflate(source, own);
@@ -73,6 +74,7 @@ void Compare(std::span<const std::uint8_t> source, std::size_t targetSize) {
         std::fprintf(stderr, "other bytes in pieces, of %zu\n", targetSize);
         std::abort();
     }
+    return ownMade == targetSize;
 }
 
 } // namespace
@@ -80,9 +82,11 @@ void Compare(std::span<const std::uint8_t> source, std::size_t targetSize) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto source = StreamIn(std::span(data, size));
     if (source.size() >= kHeader) {
-        for (const std::size_t targetSize :
-             {std::size_t{1}, std::size_t{259}, std::size_t{70000}, std::size_t{600000}}) {
-            Compare(source, targetSize);
+        Compare(source, 1);
+        Compare(source, 259);
+        // More than a piece, for the few that make so much.
+        if (Compare(source, 70000)) {
+            Compare(source, 600000);
         }
     }
     return 0;
