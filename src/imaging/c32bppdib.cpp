@@ -8,6 +8,7 @@
 #include "imaging/png_parser.h"
 #include "platform/event_pump.h"
 #include "platform/files.h"
+#include "platform/pixel_memory.h"
 
 #include <algorithm>
 #include <limits>
@@ -133,7 +134,7 @@ bool c32bppDIB::InitializeDIB(int width, int height) {
 
 bool c32bppDIB::InitializeUnset(int width, int height) {
     // Without a row yet there is none to turn.
-    isTurned_ = Allocate(width, height, [](std::size_t bytes) { return std::malloc(bytes); });
+    isTurned_ = Allocate(width, height, AllocatePixels);
     return isTurned_;
 }
 

@@ -2,6 +2,7 @@
 #include "imaging/surface.h"
 
 #include "imaging/picture_scaling.h"
+#include "platform/pixel_memory.h"
 
 #include <QFont>
 #include <QFontMetrics>
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <vector>
 
 struct SurfaceFont {
@@ -78,6 +80,17 @@ const SurfaceFont& FontOf(const Surface& surface) {
     return *surface.lastFont;
 }
 
+QImage NewPicture(int width, int height) {
+    constexpr qsizetype kPixelBytes = 4;
+    if (width == 0 || height == 0) {
+        return {};
+    }
+    const qsizetype line = width * kPixelBytes;
+    auto* const pixels = static_cast<uchar*>(AllocatePixels(static_cast<std::size_t>(line * height)));
+    return pixels != nullptr ? QImage(pixels, width, height, line, QImage::Format_RGB32, std::free, pixels)
+                             : QImage();
+}
+
 // Glyphs reach a little out of their boxes, so a text counts as beside the surface from one line height on.
 bool IsBeside(const Surface& surface, const SurfaceFont& font, int x, int y, const QString& text) {
     const std::int64_t line = font.metrics.height();
@@ -94,7 +107,7 @@ void Resize(Surface& surface, int width, int height) {
         throw RunTimeError(kOutOfMemory, SizeText(width, height));
     }
     if (surface.picture.size() != QSize(width, height)) {
-        surface.picture = QImage(width, height, QImage::Format_RGB32);
+        surface.picture = NewPicture(width, height);
         if (surface.picture.isNull() && width != 0 && height != 0) {
             throw RunTimeError(kOutOfMemory, SizeText(width, height));
         }

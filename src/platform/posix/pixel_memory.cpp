@@ -1,0 +1,25 @@
+// Large pages for large pictures (madvise, MADV_HUGEPAGE).
+#include "platform/pixel_memory.h"
+
+#include <cstdlib>
+
+#include <sys/mman.h>
+
+namespace {
+
+constexpr std::size_t kLargePage = std::size_t{1} << 21;
+
+} // namespace
+
+void* AllocatePixels(std::size_t bytes) {
+    if (bytes < 2 * kLargePage) {
+        return std::malloc(bytes);
+    }
+    void* const memory = std::aligned_alloc(kLargePage, bytes);
+    if (memory != nullptr) {
+        // What does not fill a page stays in small ones, so that nothing is wasted. A refusal changes
+        // nothing.
+        ::madvise(memory, bytes / kLargePage * kLargePage, MADV_HUGEPAGE);
+    }
+    return memory;
+}

@@ -1,0 +1,32 @@
+// Memory of every size for pixels.
+#include "platform/pixel_memory.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+namespace {
+
+struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+};
+
+TEST(PixelMemory, EverySizeCanBeWrittenFromEndToEnd) {
+    for (const std::size_t bytes :
+         {1U, 4095U, (1U << 22) - 1, 1U << 22, (1U << 22) + 1, 5'529'600U, 30'000'001U}) {
+        const std::unique_ptr<void, Free> memory(AllocatePixels(bytes));
+        ASSERT_NE(memory, nullptr) << bytes;
+        std::memset(memory.get(), 7, bytes);
+        EXPECT_EQ(static_cast<const std::uint8_t*>(memory.get())[bytes - 1], 7) << bytes;
+    }
+}
+
+TEST(PixelMemory, MoreThanThereIsGivesNothing) {
+    const volatile std::size_t tooMuch = SIZE_MAX / 2;
+    EXPECT_EQ(AllocatePixels(tooMuch), nullptr);
+}
+
+} // namespace
