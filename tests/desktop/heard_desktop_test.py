@@ -14,11 +14,13 @@ RATE = 44100
 STRETCH = RATE // 10
 
 
-def write_sine(path, hertz, seconds):
+def write_sines(path, *tones):
+    """A sound of tones one behind the other, each given as hertz and seconds."""
     frames = array.array("h")
-    for i in range(RATE * seconds):
-        sample = round(16000 * math.sin(2 * math.pi * hertz * i / RATE))
-        frames.extend((sample, sample))
+    for hertz, seconds in tones:
+        for i in range(RATE * seconds):
+            sample = round(16000 * math.sin(2 * math.pi * hertz * i / RATE))
+            frames.extend((sample, sample))
     with wave.open(str(path), "wb") as file:
         file.setnchannels(2)
         file.setsampwidth(2)
@@ -87,8 +89,8 @@ class Heard(desk.DeskTest):
         album = self.music / "First Album"
         for file in album.iterdir():
             file.unlink()
-        write_sine(album / "Artist - A.wav", 440, 9)
-        write_sine(album / "Artist - B.wav", 1000, 9)
+        write_sines(album / "Artist - A.wav", (440, 9))
+        write_sines(album / "Artist - B.wav", (1000, 9))
         # The sound between two tracks would be heard in what is measured here.
         desk.edit(self.home / "config.ini", "PlayTransitionSound=true", "PlayTransitionSound=false")
         self.recorder = Recorder(self.folder / "recording")
@@ -126,6 +128,25 @@ class Heard(desk.DeskTest):
         # A track gives way one second before its end, the last one four; the heartbeat looks every 0.4 s.
         self.assertAlmostEqual(first[1] + rest[1], 9 - 1 + 0.2, delta=0.6)
         self.assertAlmostEqual(second[1], 9 - 4 + 0.2, delta=0.6)
+
+    def test_a_track_runs_in_a_loop_while_nobody_looks_at_its_end(self):
+        """The heartbeat, which ends a track, stands still while the on-screen keyboard is open."""
+        write_sines(self.music / "First Album" / "Artist - A.wav", (440, 10), (1000, 6))
+        self.start_and_see()
+        self.press_until_log("Return", " : Artist - A.wav")
+        self.confirm("the pick")
+        self.hear(440, "the first tone")
+        self.press_until("Tab", lambda: any("MOVE TRACK BEFORE" in line for line in self.log()), "the queue")
+        self.press_until("Left", lambda: any("SAVE CURRENT PLAYLIST" in line for line in self.log()), "save")
+        self.press_until_log("Return", " : Fenetre Clavier")
+        self.hear(1000, "the second tone")
+        self.hear(440, "the first tone again")
+        self.signal()
+        self.assert_ends(0)
+        tones = [tone for tone, _ in self.recorder.passages() if tone != 0]
+        self.assertEqual(tones, [440, 1000, 440])
+        _, second = [seconds for tone, seconds in self.recorder.passages() if tone != 0][:2]
+        self.assertAlmostEqual(second, 6, delta=0.4)
 
 
 if __name__ == "__main__":
