@@ -4,6 +4,8 @@
 
 #include "platform/gstreamer_media.h"
 
+#include <QFile>
+
 #include <sys/prctl.h>
 #include <sys/resource.h>
 
@@ -326,6 +328,9 @@ TEST_F(GstreamerSound, ServerThatGoesAwayIsFoundAgainWhileTheStreamGoesOn) {
     ASSERT_TRUE(Eventually([&] { return !library.IsSilent(); }, 30));
     const Recording again;
     EXPECT_TRUE(Eventually([&] { return Sounds(again, 440, 0.5); }, 30));
+    QFile loaded(QStringLiteral("/proc/self/maps"));
+    ASSERT_TRUE(loaded.open(QIODevice::ReadOnly));
+    EXPECT_FALSE(loaded.readAll().contains("libjack")) << "its search can hang, see StartGStreamer";
 }
 
 TEST_F(GstreamerSound, PauseIsHeardSoon) {

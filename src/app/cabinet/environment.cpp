@@ -56,10 +56,6 @@ void PinEnvironment() {
     if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
         PinRuntimeFolder();
     }
-    // The search for a sound device would otherwise write a line to standard error every five seconds.
-    if (!qEnvironmentVariableIsSet("ALSOFT_LOGLEVEL")) {
-        qputenv("ALSOFT_LOGLEVEL", "0");
-    }
     // Without a session bus the toolkit would have one started when it shows a window, for readers of the
     // screen, and wait for the answer of a starter that may not exist: now and then for ever.
     if (!qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")) {
