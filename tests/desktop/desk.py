@@ -209,6 +209,15 @@ class DeskTest(unittest.TestCase):
             return picture if picture != before else None
         return wait_until(changed, what)
 
+    def see_rest(self, what):
+        """The picture that stays for a second."""
+        def rest():
+            self.fail_if_ended(what)
+            picture = self.screen.picture()
+            time.sleep(1)
+            return picture if picture == self.screen.picture() else None
+        return wait_until(rest, f"{what} at rest")
+
     def see_again(self, picture, what):
         wait_until(lambda: self.screen.picture() == picture, what)
 

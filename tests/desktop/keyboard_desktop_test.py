@@ -27,7 +27,9 @@ class Keyboard(desk.DeskTest):
         self.focus_save_button()
         before = self.screen.picture()
         self.press_until_log("Return", " : Fenetre Clavier")
-        return self.see_change(before, "the keyboard")
+        # First the frame behind it is darkened; what is pressed before the keyboard stands there meets that frame.
+        self.see_change(before, "the keyboard")
+        return self.see_rest("the keyboard")
 
     def playlists(self):
         return {file.name: file.read_bytes().decode() for file in (self.home / "playlists").glob("*.vtxpl")}
