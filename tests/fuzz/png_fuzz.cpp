@@ -5,21 +5,28 @@
 #include "platform/posix/dlopened_zlib.h"
 #include "run_files.h"
 
+#include <algorithm>
 #include <span>
+#include <string_view>
 
 namespace {
 
-// The sides that the first header tells. Large pictures are slow to fuzz and take the same ways as small
-// ones.
+// Large pictures are slow to fuzz and take the same ways as small ones; the last header of a file counts, so
+// none may tell of one.
 bool IsSmall(std::span<const std::uint8_t> file) {
-    constexpr std::size_t kSidesAt = 16;
+    constexpr std::string_view kName = "IHDR";
     constexpr std::uint64_t kMostPixels = std::uint64_t{1} << 20;
-    ByteReader reader(file);
-    if (!reader.Skip(kSidesAt)) {
-        return true;
+    for (auto at = file.begin(); at != file.end();) {
+        at = std::search(at, file.end(), kName.begin(), kName.end());
+        ByteReader sides(std::span(at, file.end()));
+        sides.Skip(kName.size());
+        const std::uint64_t width = sides.ReadBigEndian32().value_or(0);
+        if (width * sides.ReadBigEndian32().value_or(0) > kMostPixels) {
+            return false;
+        }
+        at += at != file.end() ? 1 : 0;
     }
-    const std::uint64_t width = reader.ReadBigEndian32().value_or(0);
-    return width * reader.ReadBigEndian32().value_or(0) <= kMostPixels;
+    return true;
 }
 
 } // namespace
