@@ -29,6 +29,7 @@
 #include "shell/start_up.h"
 
 #include <cstdio>
+#include <future>
 #include <memory>
 #include <new>
 
@@ -70,6 +71,9 @@ private:
     // Writes a line to the log if that is possible.
     void Log(const QString& text);
 
+    // Needed by the first cover; the settings and the theme are read meanwhile. Waits for its routine at the
+    // end.
+    std::future<void> jpeg_ = std::async(std::launch::async, PrepareJpeg);
     PosixFiles files_;
     DlopenedZlib zlib_;
     PictureLoader pictures_;

@@ -80,3 +80,9 @@ std::unique_ptr<SystemPicture> PictureLoader::OleLoadPicture(std::span<const std
     }
     return nullptr;
 }
+
+void PrepareJpeg() {
+    QBuffer empty;
+    empty.open(QIODevice::ReadOnly);
+    QImageReader(&empty, "jpeg").canRead();
+}
