@@ -73,18 +73,18 @@ public:
 private:
     static constexpr unsigned kWanted = 32;
 
+    // At most 63 bits are held: QuickPeek counts on room for one more.
     void Fill() {
         if (std::endian::native == std::endian::little && bytes_.size() - next_ >= sizeof(std::uint64_t)) {
             std::uint64_t word = 0;
             std::memcpy(&word, bytes_.data() + next_, sizeof word);
-            const unsigned taken = (64 - count_) / 8;
-            const std::uint64_t kept = taken == 8 ? word : word & ((std::uint64_t{1} << (taken * 8)) - 1);
-            bits_ |= kept << count_;
+            const unsigned taken = (63 - count_) / 8;
+            bits_ |= (word & ((std::uint64_t{1} << (taken * 8)) - 1)) << count_;
             next_ += taken;
             count_ += taken * 8;
             return;
         }
-        while (count_ <= 56 && next_ < bytes_.size()) {
+        while (count_ < 56 && next_ < bytes_.size()) {
             bits_ |= std::uint64_t{bytes_[next_++]} << count_;
             count_ += 8;
         }

@@ -1,6 +1,8 @@
 // Inflate: every kind of block, every kind of damage, and the ends of both ranges.
 #include "imaging/inflate.h"
 
+#include "imaging/huffman_code.h"
+
 #include "imaging/picture_test_support.h"
 
 #include <gtest/gtest.h>
@@ -101,6 +103,34 @@ std::optional<Bytes> InflateAll(const Bytes& source, std::size_t room) {
 std::optional<std::string> InflateText(const BitWriter& writer, std::size_t room = 100) {
     const auto bytes = InflateAll(writer.Stream(), room);
     return bytes ? std::optional(std::string(bytes->begin(), bytes->end())) : std::nullopt;
+}
+
+// A code without extra bits at the end of a byte leaves as many bits as can be held.
+TEST(BitReader, GoesOnQuicklyBehindALookThatTookNothing) {
+    Bytes bytes(40);
+    std::iota(bytes.begin(), bytes.end(), std::uint8_t{1});
+    BitReader reader(bytes);
+    reader.Peek();
+    ASSERT_TRUE(reader.Drop(0));
+    for (std::uint8_t first = 1; reader.HasWords(); first += 5) {
+        const std::uint64_t bits = reader.QuickPeek();
+        for (unsigned i = 0; i < 5; ++i) {
+            ASSERT_EQ(bits >> (8 * i) & 255U, first + i);
+        }
+        reader.QuickDrop(40);
+    }
+}
+
+// Every piece ends and begins somewhere in a code.
+TEST(Inflate, ManyPiecesHoldWhatOneHolds) {
+    for (std::size_t period = 3; period < 60; ++period) {
+        Bytes bytes = Sample(900'000);
+        for (std::size_t i = period; i < bytes.size(); ++i) {
+            bytes[i] =
+                static_cast<std::uint8_t>(i % (period * 7) < period * 5 ? bytes[i - period] : bytes[i]);
+        }
+        EXPECT_TRUE(InflateAll(Compressed(bytes, 6), bytes.size()) == bytes) << period;
+    }
 }
 
 TEST(Inflate, ReadsWhatTheLibraryWritesAtEveryLevel) {
