@@ -44,7 +44,7 @@ start_screen() {
     : >build/display-number
     setsid Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp -noreset 3>build/display-number >build/xvfb.log 2>&1 &
     screen=$!
-    for ((turn = 0; turn < 500; ++turn)); do
+    for ((turn = 0; turn < 1500; ++turn)); do
         if [ -s build/display-number ]; then
             DISPLAY=:$(<build/display-number)
             export DISPLAY
