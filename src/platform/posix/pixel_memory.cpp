@@ -15,11 +15,11 @@ void* AllocatePixels(std::size_t bytes) {
     if (bytes < 2 * kLargePage) {
         return std::malloc(bytes);
     }
-    void* const memory = std::aligned_alloc(kLargePage, bytes);
-    if (memory != nullptr) {
-        // What does not fill a page stays in small ones, so that nothing is wasted. A refusal changes
-        // nothing.
-        ::madvise(memory, bytes / kLargePage * kLargePage, MADV_HUGEPAGE);
+    void* memory = nullptr;
+    if (::posix_memalign(&memory, kLargePage, bytes) != 0) {
+        return nullptr;
     }
+    // What does not fill a page stays in small ones, so that nothing is wasted. A refusal changes nothing.
+    ::madvise(memory, bytes / kLargePage * kLargePage, MADV_HUGEPAGE);
     return memory;
 }
