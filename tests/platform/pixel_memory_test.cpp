@@ -24,9 +24,4 @@ TEST(PixelMemory, EverySizeCanBeWrittenFromEndToEnd) {
     }
 }
 
-TEST(PixelMemory, MoreThanThereIsGivesNothing) {
-    const volatile std::size_t tooMuch = SIZE_MAX / 2;
-    EXPECT_EQ(AllocatePixels(tooMuch), nullptr);
-}
-
 } // namespace
