@@ -1,12 +1,16 @@
-// Fuzzer of the icon parser, for two desired sizes.
+// Fuzzer of the icon parser, for two desired sizes. An icon may be a PNG.
 #include "imaging/c32bppdib.h"
 #include "imaging/ico_parser.h"
 #include "platform/posix/dlopened_zlib.h"
 #include "run_files.h"
+#include "small_png.h"
 
 #include <span>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (!IsSmall(std::span(data, size))) {
+        return 0;
+    }
     DlopenedZlib missing("no-such-library");
     for (const int desired : {0, 9}) {
         c32bppDIB image;

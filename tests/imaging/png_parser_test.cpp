@@ -107,6 +107,34 @@ TEST(PngParser, WhatTheLibraryRefusesIsInflatedAllTheSame) {
     EXPECT_EQ(Sha256Of(image), Sha256Of(Loaded("colour-8-plain-mixed")));
 }
 
+// A library that reads what nobody else can: a grey picture, its rows one lighter than the other.
+class CleverZlib : public DlopenedZlib {
+public:
+    int Uncompress(std::span<std::uint8_t> target, std::size_t& written,
+                   std::span<const std::uint8_t> /*source*/) override {
+        for (std::size_t i = 0; i < target.size(); ++i) {
+            target[i] = static_cast<std::uint8_t>(i % 3 == 0 ? 0 : i / 3);
+        }
+        written = target.size();
+        return 0;
+    }
+};
+
+// Stored rows that are good, and behind them a block of a type that does not exist.
+TEST(PngParser, TheLibrarysRowsBeginAnewBehindThoseThatTheOwnInflateMade) {
+    const QByteArray twoRows("\0\xAA\xAA\0\xBB\xBB", 6);
+    const QByteArray stream =
+        QByteArray("\x78\x01\0\x06\0\xF9\xFF", 7) + twoRows + QByteArray("\x07\0\0\0", 4);
+    NoZlib noZlib;
+    CleverZlib zlib;
+    c32bppDIB image;
+    EXPECT_FALSE(Load(PngOf(2, 4, 8, 0, stream), image, noZlib));
+    ASSERT_TRUE(Load(PngOf(2, 4, 8, 0, stream), image, zlib));
+    for (int y = 0; y < 4; ++y) {
+        EXPECT_EQ(PixelAt(image, 1, y), qRgb(y, y, y)) << y;
+    }
+}
+
 TEST(PngParser, WhatTheOwnInflateRefusesGoesToTheLibrary) {
     CountingZlib zlib;
     c32bppDIB image;
