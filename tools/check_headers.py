@@ -18,12 +18,12 @@ from pathlib import Path
 
 from check_support import ROOT, arguments, files_below, report
 
-WITH_VALUE = {"-o", "-MF", "-MT", "-MQ"}
-DROPPED = {"-c", "-MD", "-MMD", "-MP"}
+WITH_VALUE = {"-o", "-MF", "-MT", "-MQ", "-include"}
+DROPPED = {"-c", "-MD", "-MMD", "-MP", "-Winvalid-pch"}
 
 
 def flags_of(command, source):
-    """What is left of a compile command without its source and its products."""
+    """What is left of a compile command without its source, its products and its precompiled headers."""
     words, flags = iter(shlex.split(command)), []
     for word in words:
         if word in WITH_VALUE:
