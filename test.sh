@@ -1,8 +1,17 @@
 #!/bin/bash
-# Installs what is missing, builds everything and runs every test and check. Its last line counts them.
-# What has passed and not changed since is not repeated: the sanitizer run as a whole, clang-tidy a source at a time.
+# Installs what is missing, builds everything and runs every test. Its last line counts them.
+# Usage: test.sh [--all]     --all: also the tests under AddressSanitizer and UBSan, and clang-tidy
+# With --all, what has passed and not changed since is not repeated: the sanitizer run as a whole, clang-tidy by source.
 set -uo pipefail
 cd -- "$(dirname -- "$0")" || exit 1
+
+all=no
+if [ "$*" = --all ]; then
+    all=yes
+elif [ $# -gt 0 ]; then
+    echo "Usage: test.sh [--all]" >&2
+    exit 2
+fi
 
 passed=0
 failed=0
@@ -31,10 +40,11 @@ build() {
     fi
 }
 
-# Runs the tests of a build folder and adds up what its last line says. A run without tests is a failure.
+# Runs the tests of a build folder and counts them by ctest's last line. A run without tests is a failure.
 run_tests() {
     local log=$1/ctest.log summary
-    ctest --test-dir "$1" --output-on-failure --no-tests=error -j "$jobs" >"$log" 2>&1
+    tools/progress.sh "Testing in $1" "$log" \
+        ctest --test-dir "$1" --output-on-failure --no-tests=error -j "$jobs"
     summary=$(grep -E '^[0-9]+% tests passed, [0-9]+ tests failed out of [0-9]+' "$log" | tail -n 1)
     if [[ $summary =~ ,\ ([0-9]+)\ tests\ failed\ out\ of\ ([0-9]+) ]]; then
         passed=$((passed + BASH_REMATCH[2] - BASH_REMATCH[1]))
@@ -51,6 +61,11 @@ run_tests() {
     return 1
 }
 
+check_format() {
+    find src tests bench -name '*.cpp' -o -name '*.h' | sort | xargs clang-format --dry-run -Werror
+    count "the format of the sources (clang-format -i)" $?
+}
+
 # What the sanitizer run depends on.
 hash_of_sources() {
     find src tests home demo tools bench CMakeLists.txt CMakePresets.json -type f ! -path '*/__pycache__/*' -print0 |
@@ -65,7 +80,7 @@ run_sanitized() {
         return
     fi
     build sanitize build/sanitize
-    # Leaks of the libraries that we cannot mend are listed one by one; anything else is ours.
+    # Leaks of libraries, which cannot be repaired here, are listed one by one; any other leak is ours.
     export LSAN_OPTIONS="suppressions=$PWD/tests/leaks.supp:print_suppressions=0"
     export UBSAN_OPTIONS=print_stacktrace=1
     if run_tests build/sanitize; then
@@ -73,9 +88,11 @@ run_sanitized() {
     fi
 }
 
-check_format() {
-    find src tests bench -name '*.cpp' -o -name '*.h' | sort | xargs clang-format --dry-run -Werror
-    count "the format of the sources (clang-format -i)" $?
+run_tidy() {
+    tools/progress.sh "clang-tidy" build/tidy.log tools/run_tidy.py build
+    local code=$?
+    grep -vE '^\[[0-9]+/[0-9]+\] ' build/tidy.log
+    count "clang-tidy" "$code"
 }
 
 if ! tools/install_packages.sh build run test; then
@@ -85,7 +102,8 @@ fi
 build release build
 check_format
 run_tests build
-run_sanitized
-tools/run_tidy.py build
-count "clang-tidy" $?
+if [ "$all" = yes ]; then
+    run_sanitized
+    run_tidy
+fi
 finish

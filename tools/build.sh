@@ -9,14 +9,17 @@ shift 2
 
 mkdir -p "$folder"
 if [ ! -f "$folder/build.ninja" ] || [ CMakePresets.json -nt "$folder/build.ninja" ]; then
-    if ! cmake --preset "$preset" >"$folder/configure.log" 2>&1; then
+    if ! tools/progress.sh "Configuring $folder" "$folder/configure.log" cmake --preset "$preset"; then
         tail -n 30 "$folder/configure.log" >&2
         exit 1
     fi
 fi
-# The files may have changed together with the list of sources: ninja asks CMake first.
+# The list of sources may have changed as well as the sources: ninja runs CMake first if so.
 if ninja -C "$folder" -n "$@" 2>/dev/null | grep -q 'no work to do'; then
     exit 0
 fi
-echo "Building in $folder"
-exec ninja -C "$folder" --quiet "$@"
+if ! tools/progress.sh "Building in $folder" "$folder/build.log" ninja -C "$folder" "$@"; then
+    # What the compiler said, without the lines that only count.
+    grep -vE '^\[[0-9]+/[0-9]+\] (Building|Linking|Generating|Running)|^ninja: Entering' "$folder/build.log" | tail -n 100 >&2
+    exit 1
+fi

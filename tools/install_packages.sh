@@ -36,21 +36,30 @@ become=()
 if [ "$(id -u)" -ne 0 ]; then
     command -v sudo >/dev/null || give_up "this is not root, and there is no sudo"
     become=(sudo)
-    # Without a terminal nobody can type a password.
-    [ -t 0 ] || become=(sudo -n)
+    # Without a terminal nobody can type a password; on one it is asked for before the progress is shown.
+    if [ -t 0 ]; then
+        sudo -v || give_up "sudo refused"
+    else
+        become=(sudo -n)
+    fi
 fi
 
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
+run_apt() {
+    local label=$1
+    shift
+    "$here/progress.sh" "$label" "$log" "${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get "$@"
+}
+
 install_missing() {
-    "${become[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y --no-install-recommends "${missing[@]}" >"$log" 2>&1
+    run_apt "Installing packages" install -y --no-install-recommends "${missing[@]}"
 }
 
 echo "Installing ${#missing[@]} packages: ${missing[*]}"
 # Package lists that are missing or out of date make the first try fail.
 if ! install_missing; then
-    if ! "${become[@]}" apt-get update >"$log" 2>&1 || ! install_missing; then
+    if ! run_apt "Updating the package lists" update || ! install_missing; then
         tail -n 15 "$log" >&2
         give_up "apt-get failed"
     fi

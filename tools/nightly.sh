@@ -4,7 +4,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 
-./test.sh
+./test.sh --all
 tools/fuzz.sh "${1:-1}"
 # The sanitizer keeps what has been freed, so the bound of memory is that of a program which does so.
 LSAN_OPTIONS="suppressions=$PWD/tests/leaks.supp:print_suppressions=0" QT_QPA_PLATFORM=offscreen \
