@@ -44,7 +44,7 @@ TOOLKITS = [
     ("fontconfig", r"fontconfig/.*"),
     ("giflib", r"gif_lib\.h"),
     ("zlib", r"zlib\.h"),
-    ("POSIX", r"(unistd|fcntl|dirent|dlfcn|poll|termios|pty|signal|time|pthread)\.h|sys/.*|linux/.*"),
+    ("POSIX", r"(unistd|fcntl|dirent|dlfcn|poll|termios|pty|signal|time|pthread|malloc)\.h|sys/.*|linux/.*"),
     ("", r"immintrin\.h"),  # the compiler's own names for the processor's vectors
     ("", r"[a-z][a-z0-9_]*"),  # the standard library, which everyone may use
 ]

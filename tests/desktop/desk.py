@@ -19,6 +19,8 @@ PATIENCE = 60
 
 SCREEN_SIZE = (1280, 720)
 
+MEGABYTE = 1 << 20
+
 
 def wait_until(condition, what, patience=PATIENCE):
     """Asks again and again until the answer is true, and gives it back; fails with words after the patience."""
@@ -118,6 +120,23 @@ def edit(path, old, new):
     if old not in text:
         raise AssertionError(f"{path.name} has no {old!r}")
     path.write_bytes(text.replace(old, new, 1).encode())
+
+
+def memory_of(pid):
+    """The resident memory of a process in bytes: all of it, the share of it that is the process's own ("pss"), the main
+    heap, other private memory, and mapped files with shared memory."""
+    sizes = dict.fromkeys(("rss", "pss", "heap", "anon", "mapped"), 0)
+    private = "anon"
+    for line in pathlib.Path(f"/proc/{pid}/smaps").read_text(encoding="utf-8", errors="replace").splitlines():
+        first, *rest = line.split()
+        if not first.endswith(":"):
+            private = "heap" if line.endswith("[heap]") else "anon"
+        elif first in ("Rss:", "Pss:"):
+            sizes[first[:-1].lower()] += int(rest[0]) * 1024
+        elif first == "Anonymous:":
+            sizes[private] += int(rest[0]) * 1024
+    sizes["mapped"] = sizes["rss"] - sizes["heap"] - sizes["anon"]
+    return sizes
 
 
 # Codes of the on-screen keyboard's keys that are no characters.

@@ -1,6 +1,7 @@
 // The real ports wired into the form, and the life of the program.
 #include "app/cabinet/cabinet.h"
 
+#include "app/cabinet/allocator.h"
 #include "app/cabinet/app_folder.h"
 #include "app/cabinet/command_line.h"
 #include "app/cabinet/early_start.h"
@@ -188,6 +189,7 @@ AppFolderResult FindFolder(const CommandLine& line) {
 }
 
 int RunParsed(const CommandLine& line, char** argv) {
+    TuneAllocator();
     PinEnvironment();
     const AppFolderResult found = FindFolder(line);
     const QString missing = found.error.isEmpty() ? MissingDisplay() : found.error;
