@@ -59,10 +59,12 @@ int cTaggedImages::LoadTagged_Images(Files& files, const QString& FileName) {
     }
     images_.clear();
     try {
-        TellingWhere([&] { return FileName; }, [&] { ReadTag(files, FileName); });
-        if (!tag_.isEmpty()) {
-            ParseTag(FileName);
-        }
+        EndsProgram("LoadTagged_Images", [&] {
+            TellingWhere([&] { return FileName; }, [&] { ReadTag(files, FileName); });
+            if (!tag_.isEmpty()) {
+                ParseTag(FileName);
+            }
+        });
     } catch (const std::bad_alloc&) {
         images_ = {};
         tag_ = QByteArray();
@@ -99,7 +101,8 @@ void cTaggedImages::ReadTag(Files& files, const QString& FileName) {
 
 // Deliberate D-90: a broken tag of version 2.2 or 2.4, or a broken ASF header, stops the program, one of
 // version 2.3 gives the pictures found so far. One expects the latter of all. A cabinet that stops names the
-// file.
+// file. A tag of fewer than four bytes stops the program in every version: its version byte is read before a
+// parser is chosen.
 void cTaggedImages::ParseTag(const QString& FileName) {
     TagBuffer tag(BytesOf(tag_));
     const auto where = [&] { return FileName; };

@@ -22,8 +22,8 @@ class cTaggedImages {
 public:
     // Forgets the former file and parses the new one; the number of pictures found. 0 for a file that is
     // missing, shorter than 30 bytes, without such a tag, or whose tag is larger than the file or than 256
-    // MiB. Raises 9 for an ID3v2 tag whose size is below 4. A broken tag of version 2.2 or 2.4 and a broken
-    // ASF header stop the program (9 or 6).
+    // MiB. A broken tag of version 2.2 or 2.4, a broken ASF header, and an ID3v2 tag of any version whose
+    // size is below 4 stop the program (9 or 6); the error's detail names the file.
     int LoadTagged_Images(Files& files, const QString& FileName);
 
     int ImageCount() const { return static_cast<int>(images_.size()); }

@@ -47,8 +47,6 @@ inline void ReadTag(cTaggedImages& tag, FuzzBytes bytes) {
     MemoryFiles files(bytes);
     try {
         tag.LoadTagged_Images(files, QString());
-    } catch (const RunTimeError& error) {
-        error.number == 9 ? void() : std::abort();
     } catch (const ProgramStop& stop) {
         stop.error.number == 6 || stop.error.number == 9 ? void() : std::abort();
     }

@@ -228,7 +228,7 @@ def all_versions(ledger):
         add("size-past-the-file", picture(version, one) + PADDING, [], size=2000, standard=False)
         add("size-of-the-file", picture(version, one) + PADDING, [(mime, 3, one)], audio=bytes(0),
             size=len(picture(version, one) + PADDING) + 10, standard=False)
-        for size in (0, 1, 3, 4, 5, 6, 9, 10, 11, 13, 16, 19, 20, 25, 29, 30):
+        for size in (0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 13, 16, 19, 20, 25, 29, 30):
             add("size-%d" % size, picture(version, one) + PADDING, None, size=size, standard=False)
         full = id3(version, text_frame(version) + picture(version, one) + picture(version, two) + PADDING)
         for length in range(10, len(full) - len(AUDIO), 9):

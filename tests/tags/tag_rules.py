@@ -321,16 +321,13 @@ def described(tag, item):
 
 
 def expected(file):
-    """{"images": [...]}, {"error": number} for an error of the reader, {"stop": number} for one that stops the program."""
+    """{"images": [...]}, or {"stop": number} for a fault that stops the program."""
     try:
         data = tag_of(file)
         if not data:
             return {"images": []}
         reader = Reader(data)
         version = reader.tag.byte(3)
-    except Fault as fault:
-        return {"error": fault.args[0]}
-    try:
         {2: reader.version2, 3: reader.version3, 4: reader.version4}.get(version, reader.asf)()
     except Fault as fault:
         return {"stop": fault.args[0]}

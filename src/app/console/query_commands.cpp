@@ -8,7 +8,6 @@
 #include "platform/event_pump.h"
 #include "platform/simulated/simulated_platform.h"
 #include "shell/form_main.h"
-#include "shell/handle_event.h"
 
 #include <QBuffer>
 #include <QCryptographicHash>
@@ -130,13 +129,10 @@ QJsonObject TagPicture(const cTaggedImages& tag, int index) {
             {QStringLiteral("extracted"), data.has_value()}};
 }
 
-// A broken tag ends the command or, as it would in the jukebox, the program.
+// A broken tag ends the program, as in the cabinet.
 JsonObject ShowTags(Console& console, const QString& file) {
     cTaggedImages tag;
-    const auto error = RunHandler([&] { tag.LoadTagged_Images(console.platform.files, file); });
-    if (error) {
-        return Ok().Add(QStringLiteral("error"), ErrorObject(*error));
-    }
+    tag.LoadTagged_Images(console.platform.files, file);
     QJsonArray images;
     for (int i = 1; i <= tag.ImageCount(); ++i) {
         images.append(TagPicture(tag, i));
