@@ -347,8 +347,14 @@ def write_headers(ledger):
              "one-row-too-many-for-a-gigabyte": {"width": 16384, "height": 16385, "depth": 1, "kind": 0},
              "one-row-too-many-for-a-gigabyte-adam7": {"width": 16384, "height": 16385, "depth": 1, "kind": 0,
                                                        "interlace": 1}}
+    # These have more pixels than their data can fill, and the last one more than any picture may have.
+    cases |= {"few-bytes-for-many-pixels": {"width": 4096, "height": 4097},
+              "few-bytes-for-many-pixels-adam7": {"width": 4096, "height": 4097, "interlace": 1}}
     for name, fields in cases.items():
         ledger.bad(f"header-{name}", picture.png(ihdr=header(**fields)))
+    many = zlib.compress(bytes(8193 * 1025), 9)
+    ledger.bad("too-many-pixels-all-there",
+               picture.png(ihdr=header(width=8192, height=8193, depth=1, kind=0), data=many))
     ledger.bad("header-of-12-bytes", picture.png(ihdr=header()[:12]))
     for kind, depth in ((COLOUR, 1), (COLOUR, 2), (COLOUR, 4), (GREY_ALPHA, 1), (GREY_ALPHA, 2), (GREY_ALPHA, 4),
                         (COLOUR_ALPHA, 1), (COLOUR_ALPHA, 2), (COLOUR_ALPHA, 4)):

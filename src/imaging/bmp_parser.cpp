@@ -4,11 +4,13 @@
 #include "core/byte_reader.h"
 #include "imaging/alpha_class.h"
 #include "imaging/c32bppdib.h"
+#include "platform/picture_limits.h"
 #include "platform/system_pictures.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -51,7 +53,7 @@ std::optional<Bitmap> ReadBitmap32(Bytes file) {
     const std::int64_t columns = static_cast<std::int32_t>(*width);
     const std::int64_t signedRows = static_cast<std::int32_t>(*height);
     const std::int64_t rows = std::abs(signedRows);
-    if (columns < 1 || rows < 1 || *offset > file.size()) {
+    if (!IsPictureSize(columns, rows) || *offset > file.size()) {
         return std::nullopt;
     }
     const auto left = static_cast<std::int64_t>(file.size() - *offset);
@@ -112,6 +114,18 @@ void WriteColourRow(const SystemPicture& picture, int y, std::uint8_t* to) {
     }
 }
 
+// Large pictures are not held twice.
+void TakeOver(SystemPicture& picture, c32bppDIB& host) {
+    host.TakePixels(std::move(picture.memory), picture.width, picture.height);
+    for (int y = 0; y < picture.height; ++y) {
+        const std::span<std::uint8_t> line = host.Line(y);
+        for (std::size_t i = kPixelBytes - 1; i < line.size(); i += kPixelBytes) {
+            line[i] = 255;
+        }
+    }
+    host.ImageType = kImageBitmap;
+}
+
 } // namespace
 
 bool cBMPparser::LoadStream(std::span<const std::uint8_t> inStream, c32bppDIB& cHost,
@@ -128,8 +142,12 @@ bool cBMPparser::LoadStream(std::span<const std::uint8_t> inStream, c32bppDIB& c
     return picture && ConvertstdPicTo32bpp(*picture, cHost, picture->bitCount);
 }
 
-bool cBMPparser::ConvertstdPicTo32bpp(const SystemPicture& stdPic, c32bppDIB& cHost, int bitCount) {
+bool cBMPparser::ConvertstdPicTo32bpp(SystemPicture& stdPic, c32bppDIB& cHost, int bitCount) {
     cHost.DestroyDIB();
+    if (stdPic.memory && bitCount == 32) {
+        TakeOver(stdPic, cHost);
+        return true;
+    }
     if ((bitCount != 8 && bitCount != 32) || !cHost.InitializeDIB(stdPic.width, stdPic.height)) {
         return false;
     }

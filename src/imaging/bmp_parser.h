@@ -18,7 +18,7 @@ public:
     bool LoadStream(std::span<const std::uint8_t> inStream, c32bppDIB& cHost, std::size_t streamOffset,
                     std::size_t streamLength, SystemPictures& pictures);
     // Fills the host with a picture of the system, of `bitCount` bits a pixel: 8, which are looked up in its
-    // palette, or 32. Every alpha becomes 255. False, and an empty host, for other bit counts, too many
-    // pixels and an index without a colour.
-    bool ConvertstdPicTo32bpp(const SystemPicture& stdPic, c32bppDIB& cHost, int bitCount);
+    // palette, or 32. Every alpha becomes 255. Takes the picture's memory over where it can. False, and an
+    // empty host, for other bit counts, too many pixels and an index without a colour.
+    bool ConvertstdPicTo32bpp(SystemPicture& stdPic, c32bppDIB& cHost, int bitCount);
 };

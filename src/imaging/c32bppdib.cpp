@@ -153,6 +153,14 @@ bool c32bppDIB::Allocate(int width, int height, void* (*allocate)(std::size_t by
     return true;
 }
 
+void c32bppDIB::TakePixels(PixelMemory pixels, int width, int height) {
+    DestroyDIB();
+    pixels_ = std::move(pixels);
+    isTurned_ = true;
+    width_ = width;
+    height_ = height;
+}
+
 void c32bppDIB::DestroyDIB() {
     drawing_.reset();
     pixels_.reset();

@@ -1,12 +1,13 @@
 // The image object: any picture file as one buffer of 32-bit premultiplied pixels, drawn scaled and blended.
 #pragma once
 
+#include "platform/pixel_memory.h"
+
 #include <QByteArray>
 #include <QString>
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <span>
@@ -61,6 +62,9 @@ public:
     bool InitializeDIB(int width, int height);
     // The same with pixels of any content, for who writes every one of them, best by Line.
     bool InitializeUnset(int width, int height);
+    // Empties the object and takes over pixels of AllocatePixels: rows without gaps, the highest first. Both
+    // sizes are 1 or more.
+    void TakePixels(PixelMemory pixels, int width, int height);
     // Empties the object: no pixels, no original bytes, `alpha` false, `ImageType` none.
     void DestroyDIB();
 
@@ -105,16 +109,12 @@ public:
     bool HighQualityInterpolation = true;
 
 private:
-    struct Free {
-        void operator()(std::uint8_t* bytes) const { std::free(bytes); }
-    };
-
     bool Allocate(int width, int height, void* (*allocate)(std::size_t bytes));
     bool Load(const PicturePorts& ports, std::span<const std::uint8_t> bytes, int iconCx, int iconCy);
     PictureDrawing& DrawingOf() const;
     void KeepRows(bool isTurned) const;
 
-    std::unique_ptr<std::uint8_t[], Free> pixels_;
+    PixelMemory pixels_;
     // The highest row comes first now, as it does in drawing.
     mutable bool isTurned_ = false;
     int width_ = 0;

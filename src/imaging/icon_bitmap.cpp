@@ -4,6 +4,7 @@
 #include "core/byte_reader.h"
 #include "imaging/alpha_class.h"
 #include "imaging/c32bppdib.h"
+#include "platform/picture_limits.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -52,7 +53,7 @@ std::optional<IconBitmap> ReadHeader(ByteReader& reader) {
     }
     bitmap.width = static_cast<std::int32_t>(*width);
     bitmap.height = static_cast<std::int32_t>(*height) / 2;
-    if (bitmap.width < 1 || bitmap.height < 1) {
+    if (!IsPictureSize(bitmap.width, bitmap.height)) {
         return std::nullopt;
     }
 

@@ -2,6 +2,7 @@
 #include "imaging/png_header.h"
 
 #include "core/byte_reader.h"
+#include "platform/picture_limits.h"
 
 #include <algorithm>
 #include <array>
@@ -65,6 +66,22 @@ std::optional<std::size_t> PngInflatedSize(const PngHeader& header) {
         sum += (bits / 8 + 1) * rows;
     }
     return static_cast<std::size_t>(sum);
+}
+
+bool IsPngAffordable(const PngHeader& header, std::size_t size, std::size_t compressed) {
+    // Deflate makes 1,032 bytes of one at the most.
+    constexpr std::int64_t kMostOfAByte = 1032;
+    constexpr std::int64_t kPixelBytes = 4;
+    if (!IsPictureSize(header.width, header.height)) {
+        return false;
+    }
+    const std::int64_t pixels = std::int64_t{header.width} * header.height;
+    const auto row = static_cast<std::int64_t>(PngRowBytes(header, header.width)) + 1;
+    // Two rows as they are filtered, and the pixels of one that is spread over the picture.
+    const std::int64_t work = 2 * row + (header.interlace == 0 ? 0 : header.width * kPixelBytes);
+    return pixels * kPixelBytes + work <= kMostDecodingBytes &&
+           CanFill(pixels, static_cast<std::int64_t>(compressed),
+                   static_cast<std::int64_t>(size) / kMostOfAByte);
 }
 
 std::optional<PngHeader> ReadPngHeader(std::span<const std::uint8_t> data) {

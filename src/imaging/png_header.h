@@ -49,6 +49,10 @@ std::size_t PngRowBytes(const PngHeader& header, int pixels);
 // Bytes of the inflated data, filter bytes included. Nothing when a step of the sum leaves 32 bits.
 std::optional<std::size_t> PngInflatedSize(const PngHeader& header);
 
+// Whether a picture of inflated size `size` may be decoded from `compressed` bytes: it has no more pixels
+// than any picture may have, they fit in memory together with the rows under way, and the data can fill them.
+bool IsPngAffordable(const PngHeader& header, std::size_t size, std::size_t compressed);
+
 // Reads the contents of IHDR. Nothing when they are shorter than 13 bytes or a field has a value that does
 // not exist.
 std::optional<PngHeader> ReadPngHeader(std::span<const std::uint8_t> data);

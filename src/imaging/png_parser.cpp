@@ -5,6 +5,7 @@
 #include "imaging/c32bppdib.h"
 #include "imaging/inflate.h"
 #include "imaging/png_passes.h"
+#include "platform/picture_limits.h"
 #include "platform/zlib_library.h"
 
 #include <algorithm>
@@ -40,6 +41,12 @@ bool IsRead(std::uint32_t type) {
 bool DrawByOwnInflate(std::span<const std::uint8_t> compressed, std::size_t size, PngRows& rows) {
     return InflateInPieces(compressed, size, [&rows](auto piece) { return rows.Take(piece); }) &&
            rows.Finish();
+}
+
+// The library inflates in one piece.
+bool FitsBeside(std::size_t size, const c32bppDIB& host) {
+    return host.ScanWidth() * static_cast<std::size_t>(host.Height()) + size <=
+           static_cast<std::size_t>(kMostDecodingBytes);
 }
 
 bool DrawByLibrary(std::span<const std::uint8_t> compressed, std::size_t size, ZlibLibrary& zlib,
@@ -173,10 +180,11 @@ int cPNGparser::TransparentColour() const {
 }
 
 // Deliberate D-41: data that end properly but too early count as zeros, data beyond the picture are cut.
-// One would expect a wrong amount of data to be refused. What has arrived whole is shown.
+// One would expect a wrong amount of data to be refused. What has arrived whole is shown. Above 4096 x 4096
+// pixels data too few to fill the picture are refused all the same, for the memory that they would cost.
 bool cPNGparser::Decode(c32bppDIB& host, ZlibLibrary& zlib) {
     const auto size = header_.width == 0 ? std::nullopt : PngInflatedSize(header_);
-    if (!size) {
+    if (!size || !IsPngAffordable(header_, *size, compressed_.size())) {
         return false;
     }
     const PngPixelWriter writer(header_, colours_);
@@ -189,7 +197,7 @@ bool cPNGparser::Decode(c32bppDIB& host, ZlibLibrary& zlib) {
     if (DrawByOwnInflate(compressed_, *size, rows)) {
         return true;
     }
-    if (rows.IsBroken() || !zlib.Has("uncompress")) {
+    if (rows.IsBroken() || !FitsBeside(*size, host) || !zlib.Has("uncompress")) {
         return false;
     }
     PngRows again(header_, writer, host);

@@ -2,6 +2,8 @@
 #include "imaging/reduced_jpeg.h"
 
 #include "imaging/c32bppdib.h"
+#include "platform/jpeg_limits.h"
+#include "platform/picture_limits.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -14,8 +16,6 @@
 namespace {
 
 constexpr std::array<std::uint8_t, 3> kJpeg = {0xFF, 0xD8, 0xFF};
-// Pixels of a whole picture that may be decoded: what 256 MiB hold at four bytes each.
-constexpr std::int64_t kMostPixels = std::int64_t{1} << 26;
 // The decoder can leave out eighths of the size.
 constexpr std::int64_t kEighths = 8;
 
@@ -56,7 +56,7 @@ bool LoadReducedJpeg(std::span<const std::uint8_t> bytes, int width, int height,
     QImageReader reader(&buffer, "jpeg");
     reader.setAutoTransform(false);
     const QSize size = reader.size();
-    if (size.isEmpty() || size.width() > kMostPixels / size.height()) {
+    if (!IsPictureSize(size.width(), size.height())) {
         return false;
     }
     std::int64_t eighths = std::max(EighthsFor(size.width(), width), EighthsFor(size.height(), height));
@@ -67,7 +67,12 @@ bool LoadReducedJpeg(std::span<const std::uint8_t> bytes, int width, int height,
     if (eighths >= kEighths) {
         return false;
     }
-    reader.setScaledSize({static_cast<int>(size.width() * eighths / kEighths),
-                          static_cast<int>(size.height() * eighths / kEighths)});
+    const QSize scaled(static_cast<int>(size.width() * eighths / kEighths),
+                       static_cast<int>(size.height() * eighths / kEighths));
+    // Four bytes in the toolkit's picture and four in the image object.
+    if (!IsJpegAffordable(bytes, std::int64_t{scaled.width()} * scaled.height() * 8)) {
+        return false;
+    }
+    reader.setScaledSize(scaled);
     return TakePixels(reader.read().convertToFormat(QImage::Format_RGB32), picture);
 }

@@ -1,6 +1,8 @@
 // Port: the system's picture loader, for the kinds of files that the jukebox does not decode itself.
 #pragma once
 
+#include "platform/pixel_memory.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -15,10 +17,12 @@ struct SystemPicture {
     int bitCount = 0;
     // 3 bytes an entry: red, green, blue. An index may lie behind its end.
     std::vector<std::uint8_t> palette;
-    // The pixels, kept alive by `owner`, and the bytes from one row to the next.
+    // The pixels, kept alive by `owner` or `memory`, and the bytes from one row to the next.
     const std::uint8_t* pixels = nullptr;
     std::size_t stride = 0;
     std::shared_ptr<const void> owner;
+    // Set when the pixels are 32-bit rows without gaps that the caller may take over instead of copying them.
+    PixelMemory memory;
 
     std::span<const std::uint8_t> Row(int y) const {
         return {pixels + static_cast<std::size_t>(y) * stride,

@@ -234,6 +234,38 @@ def write_bad(ledger):
     ledger.bad("runs-of-a-thousand-million-pixels", runs.bytes())
 
 
+def write_costly(ledger):
+    """Small files that would take much time or memory. Larger ones are refused for what they cost, not for an error."""
+    colour = (1, 2, 3)
+    first = jpeg_scan((1,), 0, 0)
+    end = b"\xFF\xD9"
+    progressive = jpeg_start(0xC2, 2048, 2048, (1,)) + first
+    ledger.bad("progressive-of-600-scans.jpg", progressive + jpeg_scan((1,), 1, 63) * 600 + end)
+    ledger.bad("progressive-of-80-refining-scans.jpg", progressive + jpeg_scan((1,), 1, 63, 0x10) * 80 + end)
+    ledger.bad("baseline-of-600-scans.jpg", jpeg_start(0xC0, 2048, 2048, colour) + jpeg_scan((2,), 0, 63) * 600 + end)
+    ledger.bad("few-bytes-for-many-pixels.jpg",
+               jpeg_start(0xC0, 8192, 8192, colour) + jpeg_scan(colour, 0, 63) + end)
+
+
+def jpeg_segment(code, contents):
+    return bytes((0xFF, code)) + struct.pack(">H", len(contents) + 2) + contents
+
+
+def jpeg_start(frame, width, height, components):
+    """Everything in front of the first scan. Each table has a single code: a difference of 0, the end of a block."""
+    code = b"\1" + bytes(15) + b"\0"
+    sizes = struct.pack(">BHHB", 8, height, width, len(components))
+    return (b"\xFF\xD8" + jpeg_segment(0xDB, b"\0" + b"\1" * 64) +
+            jpeg_segment(frame, sizes + b"".join(bytes((component, 0x11, 0)) for component in components)) +
+            jpeg_segment(0xC4, b"\x00" + code) + jpeg_segment(0xC4, b"\x10" + code))
+
+
+def jpeg_scan(components, first, last, step=0):
+    """A scan without data, which decoders read as zeros."""
+    named = b"".join(bytes((component, 0)) for component in components)
+    return jpeg_segment(0xDA, bytes((len(components),)) + named + bytes((first, last, step)))
+
+
 def main():
     ledger = Ledger("bmp")
     cases = Cases(ledger)
@@ -241,6 +273,7 @@ def main():
         part(cases)
     write_jpeg(ledger)
     write_bad(ledger)
+    write_costly(ledger)
     ledger.close()
 
 

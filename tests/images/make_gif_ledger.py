@@ -291,6 +291,27 @@ def write_bad(ledger):
                gif(Frame(width=65535, height=65535, rows=[], data=lzw(indices, 4)), TRAILER, palette=palette))
     ledger.bad("frame-larger-than-its-data",
                gif(Frame(width=16384, height=16384, rows=[], data=lzw(indices, 4)), TRAILER, palette=palette))
+    # All its pixels are there: six bytes make 16,000 of them.
+    ledger.bad("frame-of-one-colour-and-56-million-pixels",
+               gif(Frame(width=7500, height=7500, rows=[], code_size=2, data=zeros(7500 * 7500)), TRAILER, palette=palette))
+
+
+def zeros(count):
+    """The compressed data of `count` pixels of index 0 or a few more: each code is a pixel longer than the one before."""
+    bits, width, next_code, length, made = Bits(), 3, 6, 1, 1
+    bits.put(4, width)
+    bits.put(0, width)
+    while made < count:
+        if next_code < 4096:
+            bits.put(next_code, width)
+            next_code += 1
+            length += 1
+            width += next_code == 1 << width and width < 12
+        else:
+            bits.put(4095, width)
+        made += length
+    bits.put(5, width)
+    return bits.bytes()
 
 
 def main():

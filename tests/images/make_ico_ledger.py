@@ -186,6 +186,9 @@ def write_png(ledger):
     ledger.good("png-chosen-among-several", icon(entry(Bitmap(24, 30, 30)), (7, 5, 32, png(bitmap))), bitmap.stored(),
                 True, ICON)
     ledger.bad("png-with-a-bad-checksum", icon((7, 5, 32, png(bitmap, wrong=1))))
+    large = Bitmap(32, seed=7)
+    large.width, large.height, large.rows = 15360, 15300, []
+    ledger.bad("png-of-few-bytes-for-many-pixels", icon((7, 5, 32, png(large))))
 
 
 def write_bad(ledger):

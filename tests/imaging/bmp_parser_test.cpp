@@ -104,11 +104,28 @@ TEST(BmpParser, AFileThatTheSystemDoesNotKnowLeavesTheHostEmpty) {
 }
 
 TEST(ConvertstdPic, TakesColoursAndMakesThemOpaque) {
-    const SystemPicture picture = MakeSystemPicture(2, 1, 32, {1, 2, 3, 4, 5, 6, 7, 0});
+    SystemPicture picture = MakeSystemPicture(2, 1, 32, {1, 2, 3, 4, 5, 6, 7, 0});
     c32bppDIB image;
     ASSERT_TRUE(cBMPparser().ConvertstdPicTo32bpp(picture, image, 32));
     EXPECT_EQ(PixelAt(image, 0, 0), 0xFF030201);
     EXPECT_EQ(PixelAt(image, 1, 0), 0xFF070605);
+    EXPECT_FALSE(image.alpha);
+    EXPECT_EQ(image.ImageType, kImageBitmap);
+}
+
+TEST(ConvertstdPic, TakesMemoryOverAndMakesItOpaque) {
+    SystemPicture picture = MakeSystemPicture(1, 2, 32, {});
+    picture.memory.reset(static_cast<std::uint8_t*>(AllocatePixels(8)));
+    const std::uint8_t rows[] = {1, 2, 3, 0, 5, 6, 7, 8};
+    std::copy(std::begin(rows), std::end(rows), picture.memory.get());
+    const std::uint8_t* const memory = picture.memory.get();
+    c32bppDIB image;
+    image.InitializeDIB(3, 3);
+    image.alpha = true;
+    ASSERT_TRUE(cBMPparser().ConvertstdPicTo32bpp(picture, image, 32));
+    EXPECT_EQ(image.Line(0).data(), memory);
+    EXPECT_EQ(PixelAt(image, 0, 0), 0xFF030201);
+    EXPECT_EQ(PixelAt(image, 0, 1), 0xFF070605);
     EXPECT_FALSE(image.alpha);
     EXPECT_EQ(image.ImageType, kImageBitmap);
 }
@@ -127,8 +144,10 @@ TEST(ConvertstdPic, LooksIndicesUpTheHighestRowFirst) {
 
 TEST(ConvertstdPic, OtherBitCountsAndPicturesWithoutPixelsAreRefused) {
     c32bppDIB image;
-    EXPECT_FALSE(cBMPparser().ConvertstdPicTo32bpp(MakeSystemPicture(1, 1, 24, {1, 2, 3}), image, 24));
-    EXPECT_FALSE(cBMPparser().ConvertstdPicTo32bpp(MakeSystemPicture(0, 1, 32, {}), image, 32));
+    SystemPicture other = MakeSystemPicture(1, 1, 24, {1, 2, 3});
+    EXPECT_FALSE(cBMPparser().ConvertstdPicTo32bpp(other, image, 24));
+    SystemPicture empty = MakeSystemPicture(0, 1, 32, {});
+    EXPECT_FALSE(cBMPparser().ConvertstdPicTo32bpp(empty, image, 32));
     EXPECT_EQ(image.Handle(), 0);
 }
 

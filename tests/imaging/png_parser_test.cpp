@@ -289,9 +289,9 @@ TEST(PngParser, FailsWhereverTheFileIsCut) {
 TEST(PngParser, AHeaderThatLiesAboutItsSizeFailsBeforeMemoryIsUsed) {
     NoZlib zlib;
     c32bppDIB image;
-    // 100000 x 2500 pixels are just below the limit; the data end at once.
-    EXPECT_FALSE(Load(PngOf(100'000, 2500, 8, kPngColourAlpha, QByteArray("\x78\x9c\x63", 3)), image, zlib));
-    EXPECT_FALSE(Load(PngOf(100'000, 2500, 16, kPngColour, QByteArray("\x78\x9c\x63", 3)), image, zlib));
+    // The data end at once.
+    EXPECT_FALSE(Load(PngOf(100'000, 160, 8, kPngColourAlpha, QByteArray("\x78\x9c\x63", 3)), image, zlib));
+    EXPECT_FALSE(Load(PngOf(100'000, 160, 16, kPngColour, QByteArray("\x78\x9c\x63", 3)), image, zlib));
 }
 
 TEST(PngParser, APictureOfMoreThanOneGigabyteFails) {
@@ -301,6 +301,42 @@ TEST(PngParser, APictureOfMoreThanOneGigabyteFails) {
     EXPECT_FALSE(Load(PngOf(16'384, 16'385, 1, kPngGrey, empty), image, zlib));
     EXPECT_FALSE(Load(PngOf(0x7FFFFFFF, 0x7FFFFFFF, 8, kPngColourAlpha, empty), image, zlib));
     EXPECT_TRUE(Load(PngOf(1000, 10, 1, kPngGrey, empty), image, zlib));
+}
+
+// Deliberate D-41: up to 4096 x 4096 pixels the data may be too few.
+TEST(PngParser, OnlyAPictureOfModerateSizeMayHaveTooFewData) {
+    NoZlib zlib;
+    c32bppDIB image;
+    const QByteArray empty("\x78\x9c\x03\0\0\0\0\x01", 8);
+    EXPECT_TRUE(Load(PngOf(4096, 4096, 1, kPngGrey, empty), image, zlib));
+    EXPECT_EQ(image.Height(), 4096);
+    EXPECT_FALSE(Load(PngOf(4096, 4097, 1, kPngGrey, empty), image, zlib));
+    EXPECT_EQ(image.Handle(), 0);
+    EXPECT_FALSE(Load(PngOf(4096, 4097, 8, kPngColour, empty), image, zlib));
+}
+
+// Deflate at its best: 258 bytes for two bits.
+TEST(PngParser, ALargePictureInOneColourIsShown) {
+    NoZlib zlib;
+    c32bppDIB image;
+    const QByteArray rows = qCompress(QByteArray(4097 * (4096 / 8 + 1), '\0'), 9).sliced(4);
+    EXPECT_TRUE(Load(PngOf(4096, 4097, 1, kPngGrey, rows), image, zlib));
+    EXPECT_EQ(image.Height(), 4097);
+}
+
+TEST(PngLimits, CountPixelsRowsAndWhatTheDataCanFill) {
+    const auto isAffordable = [](const PngHeader& header, std::size_t compressed) {
+        return IsPngAffordable(header, PngInflatedSize(header).value_or(0), compressed);
+    };
+    // A screen of 8K, an album cover and the largest size, each in one colour.
+    EXPECT_TRUE(isAffordable({7680, 4320, 8, kPngColourAlpha, 0}, 7680 * 4320 * 4 / 1000));
+    EXPECT_TRUE(isAffordable({6000, 6000, 8, kPngColour, 0}, 6000 * 6000 * 3 / 1000));
+    EXPECT_TRUE(isAffordable({8192, 8192, 16, kPngColourAlpha, 1}, 8192 * 8192 * 8 / 1000));
+    EXPECT_FALSE(isAffordable({8192, 8193, 1, kPngGrey, 0}, 1U << 20));
+    // A row of 8 bytes a pixel is held twice.
+    EXPECT_TRUE(isAffordable({(1 << 19) - 1, 128, 16, kPngColourAlpha, 0}, 1U << 20));
+    EXPECT_FALSE(isAffordable({1 << 20, 64, 16, kPngColourAlpha, 0}, 1U << 20));
+    EXPECT_FALSE(isAffordable({7680, 4320, 8, kPngColour, 0}, 7680 * 4320 * 3 / 1040));
 }
 
 } // namespace

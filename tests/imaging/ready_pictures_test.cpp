@@ -5,6 +5,7 @@
 #include "imaging/picture_drawing.h"
 #include "imaging/picture_test_support.h"
 #include "imaging/reduced_jpeg.h"
+#include "imaging/tagged_images.h"
 #include "support/home_folder.h"
 
 #include <gtest/gtest.h>
@@ -317,6 +318,22 @@ TEST_F(CoverFiles, SizesOf0AreThePicturesOwnAndNegativeOnesMirror) {
     EXPECT_EQ(PixelAt(surface, 0, 0), 0xFFFFFFFFU);
     EXPECT_TRUE(cover.Render(surface, 0, 0, -8, 4));
     EXPECT_EQ(PixelAt(surface, 7, 0), 0xFFFFFFFFU);
+}
+
+// A cover, a picture in a tag and a theme picture are refused alike, and small boxes make no difference.
+TEST(ReducedJpeg, AFileOfTooManyScansIsRefusedOnEveryWay) {
+    PictureMachine machine;
+    for (const char16_t* const name :
+         {u"bmp/progressive-of-600-scans.jpg", u"bmp/baseline-of-600-scans.jpg",
+          u"bmp/progressive-of-80-refining-scans.jpg", u"bmp/few-bytes-for-many-pixels.jpg"}) {
+        const QByteArray file = Fixture(QString::fromUtf16(name));
+        ASSERT_FALSE(file.isEmpty());
+        c32bppDIB picture;
+        EXPECT_FALSE(LoadReducedJpeg(SpanOf(file), 20, 20, picture));
+        EXPECT_FALSE(PictureFromStream(machine.pictures, SpanOf(file), picture));
+        EXPECT_FALSE(picture.LoadPicture_Stream(machine.WithZlib(), SpanOf(file)));
+        EXPECT_EQ(picture.Handle(), 0);
+    }
 }
 
 } // namespace

@@ -8,7 +8,20 @@
 struct RecordingPictures : SystemPictures {
     std::unique_ptr<SystemPicture> OleLoadPicture(std::span<const std::uint8_t> bytes) override {
         asked.emplace_back(bytes.begin(), bytes.end());
-        return answer ? std::make_unique<SystemPicture>(*answer) : nullptr;
+        return answer ? CopyOf(*answer) : nullptr;
+    }
+
+    // Shares the pixels.
+    static std::unique_ptr<SystemPicture> CopyOf(const SystemPicture& picture) {
+        auto copy = std::make_unique<SystemPicture>();
+        copy->width = picture.width;
+        copy->height = picture.height;
+        copy->bitCount = picture.bitCount;
+        copy->palette = picture.palette;
+        copy->pixels = picture.pixels;
+        copy->stride = picture.stride;
+        copy->owner = picture.owner;
+        return copy;
     }
 
     // What the next questions are answered with; null is nothing.

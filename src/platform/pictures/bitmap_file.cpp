@@ -2,6 +2,8 @@
 #include "platform/pictures/bitmap_file.h"
 
 #include "core/byte_reader.h"
+#include "platform/picture_limits.h"
+#include "platform/pictures/colour_picture.h"
 
 #include <array>
 #include <bit>
@@ -79,7 +81,7 @@ void PutLittleEndian32(QByteArray& bytes, qsizetype at, std::uint32_t value) {
 
 } // namespace
 
-std::optional<BitmapHeader> ReadBitmapHeader(std::span<const std::uint8_t> file, std::int64_t mostPixels) {
+std::optional<BitmapHeader> ReadBitmapHeader(std::span<const std::uint8_t> file) {
     BitmapHeader header;
     ByteReader reader(file);
     reader.Skip(kOffsetAt);
@@ -99,7 +101,7 @@ std::optional<BitmapHeader> ReadBitmapHeader(std::span<const std::uint8_t> file,
     }
     header.height = std::abs(height);
     header.isTopDown = height < 0;
-    if (header.width < 1 || header.height < 1 || header.width > mostPixels / header.height) {
+    if (!IsPictureSize(header.width, header.height)) {
         return std::nullopt;
     }
     reader.Skip(2);
@@ -119,14 +121,11 @@ std::unique_ptr<SystemPicture> LoadSixteenBits(std::span<const std::uint8_t> fil
     if (!fields || !hasRows || header.rows < kFileHeader + header.bytes) {
         return nullptr;
     }
-    auto picture = std::make_unique<SystemPicture>();
-    picture->width = static_cast<int>(header.width);
-    picture->height = static_cast<int>(header.height);
-    picture->bitCount = 32;
-    picture->stride = static_cast<std::size_t>(header.width) * 4;
-    const auto pixels = std::make_shared<std::vector<std::uint8_t>>(picture->stride *
-                                                                    static_cast<std::size_t>(header.height));
-    std::uint8_t* to = pixels->data();
+    auto picture = NewColourPicture(header.width, header.height);
+    if (!picture) {
+        return nullptr;
+    }
+    std::uint8_t* to = picture->memory.get();
     for (std::int64_t y = 0; y < header.height; ++y) {
         const std::int64_t row = header.isTopDown ? y : header.height - 1 - y;
         const std::uint8_t* from = file.data() + header.rows + row * header.stride;
@@ -135,10 +134,9 @@ std::unique_ptr<SystemPicture> LoadSixteenBits(std::span<const std::uint8_t> fil
             for (std::size_t i = 0; i < fields->size(); ++i) {
                 to[i] = Widened(pixel, (*fields)[i]);
             }
+            to[3] = 255;
         }
     }
-    picture->pixels = pixels->data();
-    picture->owner = pixels;
     return picture;
 }
 

@@ -21,12 +21,12 @@ struct BitmapHeader {
     std::int64_t stride = 0;
 };
 
-// The header of a bitmap that has pixels, at most `mostPixels`, and, uncompressed, all its rows inside the
-// file. Nothing for any other: the toolkit would show what there is of a file that broke off.
-std::optional<BitmapHeader> ReadBitmapHeader(std::span<const std::uint8_t> file, std::int64_t mostPixels);
+// The header of a bitmap that has pixels, no more than a picture may have, and, uncompressed, all its rows
+// inside the file. Nothing for any other: the toolkit would show what there is of a file that broke off.
+std::optional<BitmapHeader> ReadBitmapHeader(std::span<const std::uint8_t> file);
 
 // The picture of an uncompressed bitmap of 16 bits. Its samples are widened by repeating their bits, so that
-// white stays white. Null when its masks have gaps.
+// white stays white. Null when its masks have gaps, and without memory.
 std::unique_ptr<SystemPicture> LoadSixteenBits(std::span<const std::uint8_t> file,
                                                const BitmapHeader& header);
 

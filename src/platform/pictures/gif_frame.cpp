@@ -1,6 +1,8 @@
 // The first frame of a GIF, row by row through giflib.
 #include "platform/pictures/gif_frame.h"
 
+#include "platform/picture_limits.h"
+
 #include <gif_lib.h>
 
 #include <algorithm>
@@ -10,7 +12,8 @@
 
 namespace {
 
-constexpr std::int64_t kMostPixels = std::int64_t{1} << 28;
+// A byte for the index, and four in the image object.
+constexpr std::int64_t kPixelBytes = 5;
 
 // The passes of an interlaced frame: where each begins and how far it steps.
 struct Pass {
@@ -109,7 +112,7 @@ std::unique_ptr<SystemPicture> LoadGifFrame(std::span<const std::uint8_t> bytes)
     picture->width = gif->Image.Width;
     picture->height = gif->Image.Height;
     const std::int64_t count = std::int64_t{picture->width} * picture->height;
-    if (count < 1 || count > kMostPixels) {
+    if (!IsPictureSize(picture->width, picture->height) || count > kMostDecodingBytes / kPixelBytes) {
         return nullptr;
     }
     // Zeros take memory only where they are written, so that a frame that lies about its size costs little.
