@@ -236,6 +236,14 @@ def write_bad(ledger):
 
 def write_costly(ledger):
     """Small files that would take much time or memory. Larger ones are refused for what they cost, not for an error."""
+    for depth, compression, data in ((8, RLE8, b"\x03\x05\x05"), (4, RLE4, b"\x03\x55\x05"), (8, RLE8, b"\0\5\1\2"),
+                                     (4, RLE4, b"\0\5\x12"), (8, RLE8, b"\0\2\1"), (4, RLE4, b"\0\2\1")):
+        name = {3: "a-run", 5: "plain-pixels", 2: "a-jump"}[data[0] or data[1]]
+        ledger.bad(f"runs-{depth}-cut-in-{name}",
+                   Bitmap(depth, rows=[], data=data, compression=compression).bytes())
+    for depth, compression in ((8, RLE8), (4, RLE4)):
+        ledger.bad(f"runs-{depth}-of-few-bytes-for-many-pixels",
+                   Bitmap(depth, 4096, 4097, rows=[], data=b"\0\1", compression=compression).bytes())
     colour = (1, 2, 3)
     first = jpeg_scan((1,), 0, 0)
     end = b"\xFF\xD9"

@@ -6,6 +6,7 @@
 #include "platform/pictures/bitmap_file.h"
 #include "platform/pictures/colour_picture.h"
 #include "platform/pictures/gif_frame.h"
+#include "platform/pictures/run_lengths.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -91,6 +92,9 @@ std::unique_ptr<SystemPicture> LoadBitmap(const QByteArray& file, std::span<cons
     }
     if (header->bitCount == 16) {
         return LoadSixteenBits(bytes, *header);
+    }
+    if (HasRunLengths(*header)) {
+        return LoadRunLengths(bytes, *header);
     }
     return LoadByToolkit(WithKnownHeader(file, *header), "bmp", IsBitmapAffordable);
 }
