@@ -1,7 +1,6 @@
-// Single keys of an INI file: reading them, and changing them in the file's bytes.
+// Single keys of an INI file: reading them, and changing them in the file's text.
 #include "settings/ini_file.h"
 
-#include "settings/parsed_ini.h"
 #include "settings/text_encoding.h"
 
 #include <algorithm>
@@ -10,6 +9,9 @@
 namespace {
 
 constexpr qsizetype kLongestValue = 254;
+// The length of a usual line: a guess of how many keys a file has.
+constexpr qsizetype kUsualLine = 24;
+constexpr QChar kFullWidthEquals = QChar(0xFF1D);
 
 bool IsBlank(QChar c) {
     return c == u' ' || c == u'\t';
@@ -19,152 +21,224 @@ bool IsLineEnd(QChar c) {
     return c == u'\n' || c == u'\r';
 }
 
-// A value as it can stand in the file: one line. Blanks in front are left away, since reading drops them.
-QStringView WritableValue(QStringView value) {
-    QStringView line = value.first(std::find_if(value.begin(), value.end(), IsLineEnd) - value.begin());
-    while (!line.isEmpty() && IsBlank(line.front())) {
-        line = line.sliced(1);
-    }
-    return line;
+QStringView FirstLine(QStringView text) {
+    return text.first(std::find_if(text.begin(), text.end(), IsLineEnd) - text.begin());
 }
 
-// A name as it can stand in the file: one line, no blanks around it. Reading and writing both go through
-// this, so that whatever name a value was written under finds it again.
-QString WritableName(QStringView name) {
-    QStringView line = WritableValue(name);
-    while (!line.isEmpty() && IsBlank(line.back())) {
-        line.chop(1);
-    }
-    return line.toString();
+QStringView WithoutBlanksInFront(QStringView text) {
+    return text.sliced(std::find_if_not(text.begin(), text.end(), IsBlank) - text.begin());
 }
 
-// The same for a key: "=", which would end it, becomes its full-width form U+FF1D.
+QStringView WithoutBlanks(QStringView text) {
+    while (!text.isEmpty() && IsBlank(text.back())) {
+        text.chop(1);
+    }
+    return WithoutBlanksInFront(text);
+}
+
+// A byte order mark in front of a name or a value is not part of it.
+QStringView WithoutMark(QStringView text) {
+    return text.startsWith(QChar::ByteOrderMark) ? text.sliced(1) : text;
+}
+
+// Without a copy: holds only as long as the text it is part of.
+QString TextWithin(QStringView text) {
+    return QString::fromRawData(text.data(), text.size());
+}
+
+// A name as it can be written to the file: one line, no blanks around it. Reading and writing both use this,
+// so that a value is found under the name it was written under.
+QStringView WritableName(QStringView name) {
+    return WithoutMark(WithoutBlanks(FirstLine(name)));
+}
+
+// The same for a key: "=", which would end it, becomes its full-width form.
 QString WritableKey(QStringView key) {
-    return WritableName(key).replace(u'=', QChar(0xFF1D));
+    QString name = TextWithin(WritableName(key));
+    return name.contains(u'=') ? name.replace(u'=', kFullWidthEquals) : name;
 }
 
-// Whether a name can stand in the file as it is. Every character is looked at, whatever came before: the
-// compiler turns that into wide operations.
-bool IsWritable(QStringView name) {
-    const char16_t* const units = name.utf16();
-    unsigned special = 0;
-    for (qsizetype i = 0; i < name.size(); ++i) {
-        special |= static_cast<unsigned>(units[i] == u'=') | static_cast<unsigned>(units[i] == u'\n') |
-                   static_cast<unsigned>(units[i] == u'\r');
+// The text as it comes back from the file: half of a surrogate pair becomes "?".
+QString AsStored(QStringView text) {
+    return DecodeAs(TextEncoding::kUtf8, *EncodeAs(TextEncoding::kUtf8, text.toString()));
+}
+
+struct Line {
+    enum Kind { kBlank, kSection, kKey, kOther };
+    Kind kind = kOther;
+    QStringView name = {};
+    QStringView value = {};
+};
+
+Line ParseLine(QStringView line) {
+    const QStringView text = WithoutBlanks(line);
+    if (text.isEmpty()) {
+        return {Line::kBlank};
     }
-    return special == 0 && (name.isEmpty() || !(IsBlank(name.front()) || IsBlank(name.back())));
-}
-
-// A key that would make its line a comment or a section gets a blank in front.
-QByteArray BlankBefore(const QString& key) {
-    const bool mistakable = key.startsWith(u';') || key.startsWith(u'#') || key.startsWith(u'[');
-    return mistakable ? QByteArrayLiteral(" ") : QByteArray();
-}
-
-qsizetype TextStart(const QByteArray& bytes) {
-    return HasByteOrderMark(bytes) ? kByteOrderMarkLength : 0;
-}
-
-QByteArray ToUtf8(const QByteArray& bytes, TextEncoding from) {
-    const qsizetype start = TextStart(bytes);
-    return bytes.first(start) +
-           *EncodeAs(TextEncoding::kUtf8, DecodeAs(from, QByteArrayView(bytes).sliced(start)));
-}
-
-// Changed bytes as they will be read again in the same encoding. A Windows-1252 file may by chance have
-// become valid UTF-8, which would be read as other characters.
-QByteArray Unmistakable(const QByteArray& bytes, TextEncoding encoding) {
-    const QByteArrayView text = QByteArrayView(bytes).sliced(TextStart(bytes));
-    return EncodingOf(text) == encoding ? bytes : ToUtf8(bytes, encoding);
-}
-
-// The bytes with a key's line added to an existing section, or with a new section at the end.
-QByteArray WithNewKey(const ParsedIni& file, const QString& section, const QByteArray& line) {
-    QByteArray bytes = file.Bytes();
-    const IniSection* const place = file.Section(section);
-    const qsizetype at = place != nullptr ? static_cast<qsizetype>(place->end) : bytes.size();
-    QByteArray added;
-    if (at > TextStart(bytes) && !IsLineEnd(QLatin1Char(bytes[at - 1]))) {
-        added += file.LineEnd();
+    const QChar first = text.front();
+    const bool isIndented = IsBlank(line.front());
+    const qsizetype equals = line.indexOf(u'=');
+    if (first == u'[') {
+        const qsizetype bracket = text.lastIndexOf(u']');
+        if (!isIndented || (bracket > 0 && equals < 0)) {
+            const QStringView name = text.first(bracket > 0 ? bracket : text.size()).sliced(1);
+            return {Line::kSection, WithoutMark(WithoutBlanks(name))};
+        }
     }
-    if (place == nullptr) {
-        added += '[' + *EncodeAs(file.Encoding(), section) + ']' + file.LineEnd();
+    const bool isComment = !isIndented && (first == u';' || first == u'#');
+    if (isComment || equals < 0 || first == u'=') {
+        return {};
     }
-    added += line + file.LineEnd();
-    return bytes.insert(at, added);
+    return {Line::kKey, WithoutMark(WithoutBlanks(line.first(equals))),
+            WithoutBlanksInFront(line.sliced(equals + 1))};
 }
 
-// The bytes with the key's value replaced or added; key and value come as text in the file's encoding.
-QByteArray Changed(const ParsedIni& file, const QString& section, const QString& key, const QByteArray& key8,
-                   const QByteArray& value8) {
-    const IniEntry* const entry = file.Entry(section, key);
-    if (entry == nullptr) {
-        return WithNewKey(file, section, BlankBefore(key) + key8 + '=' + value8);
-    }
-    QByteArray bytes = file.Bytes();
-    return bytes.replace(entry->value.begin, entry->value.end - entry->value.begin, value8);
-}
-
-// Does the same to the parsed file itself where no new parse is needed: a file of counts is changed at many
-// places by one pick. False, and nothing changed, where it is.
-bool ChangeInPlace(ParsedIni& file, const QString& section, const QString& key, const QByteArray& key8,
-                   const QByteArray& value8) {
-    if (file.Encoding() != TextEncoding::kUtf8) {
-        return false;
-    }
-    if (const IniEntry* const entry = file.Entry(section, key)) {
-        file.ReplaceValue(*entry, value8);
-        return true;
-    }
-    const IniSection* const place = file.Section(section);
-    if (place == nullptr || !IsLineEnd(QLatin1Char(file.Bytes().at(place->end - 1)))) {
-        return false;
-    }
-    file.AppendEntry(*place, BlankBefore(key), key8, value8);
-    return true;
+// The end of the first line; CR LF when it has none.
+QString LineEndOf(const QString& text) {
+    const QStringView end = QStringView(text).sliced(FirstLine(text).size());
+    return end.isEmpty() || end.startsWith(u"\r\n") ? QStringLiteral("\r\n") : QString(end.front());
 }
 
 } // namespace
 
-struct IniFile::Parsed : ParsedIni {
-    using ParsedIni::ParsedIni;
-};
+bool operator==(const IniName& a, const IniName& b) {
+    // Most names are looked up in the spelling of the file.
+    return a.section == b.section && (a.text == b.text || a.text.compare(b.text, Qt::CaseInsensitive) == 0);
+}
 
-IniFile::IniFile() : IniFile(QByteArray()) {}
-IniFile::IniFile(QByteArray bytes) : parsed_(std::make_unique<Parsed>(std::move(bytes))) {}
-IniFile::~IniFile() = default;
-IniFile::IniFile(IniFile&&) noexcept = default;
-IniFile& IniFile::operator=(IniFile&&) noexcept = default;
+// Qt has no such hash of a text. Halves of surrogate pairs all count the same.
+std::size_t qHash(const IniName& name, std::size_t seed) {
+    constexpr std::size_t kFactor = 0x9E3779B97F4A7C15;
+    seed += static_cast<std::size_t>(name.section) * kFactor;
+    for (const QChar c : name.text) {
+        const bool isCapital = c >= u'A' && c <= u'Z';
+        const char16_t ascii = c.unicode() | (isCapital ? 0x20 : 0);
+        const char16_t folded = c < QChar(0x80) ? ascii : c.toCaseFolded().unicode();
+        seed = (seed ^ (c.isSurrogate() ? 0xD800 : folded)) * kFactor;
+    }
+    return seed ^ seed >> 32;
+}
+
+IniFile::IniFile(const QByteArray& bytes) : hasByteOrderMark_(HasByteOrderMark(bytes)) {
+    const QByteArrayView text = QByteArrayView(bytes).sliced(hasByteOrderMark_ ? kByteOrderMarkLength : 0);
+    encoding_ = EncodingOf(text);
+    text_ = parsed_ = DecodeAs(encoding_, text);
+    ReadLines();
+}
+
+QByteArray IniFile::Bytes() const {
+    const QByteArray mark = hasByteOrderMark_ ? QByteArrayLiteral("\xEF\xBB\xBF") : QByteArray();
+    return mark + *EncodeAs(encoding_, text_);
+}
+
+void IniFile::ReadLines() {
+    const QStringView all = parsed_;
+    values_.reserve(all.size() / kUsualLine);
+    Section* section = nullptr;
+    for (qsizetype at = 0; at < all.size();) {
+        const QStringView bare = FirstLine(all.sliced(at));
+        at += bare.size();
+        at += all.sliced(at).startsWith(u"\r\n") ? 2 : 1;
+        const Line line = ParseLine(bare);
+        if (line.kind == Line::kSection) {
+            section = NewSection(TextWithin(line.name));
+        }
+        if (section == nullptr || line.kind == Line::kBlank) {
+            continue;
+        }
+        section->end = std::min(at, all.size());
+        if (line.kind == Line::kKey) {
+            qsizetype& begin = values_[{section->number, TextWithin(line.name)}];
+            begin = begin != 0 ? begin : line.value.data() - all.data();
+        }
+    }
+}
+
+// A section of its name, or nullptr when there is one already.
+IniFile::Section* IniFile::NewSection(const QString& name) {
+    Section& section = sections_[{0, name}];
+    if (section.number != 0) {
+        return nullptr;
+    }
+    section.number = sections_.size();
+    return &section;
+}
 
 QString IniFile::Value(QStringView section, QStringView key) const {
-    if (!IsWritable(section) || !IsWritable(key)) {
-        const QString writableSection = WritableName(section);
-        const QString writableKey = WritableKey(key);
-        const IniEntry* const entry = parsed_->Entry(writableSection, writableKey);
-        return entry != nullptr ? parsed_->Value(*entry, kLongestValue) : QString();
+    const auto place = sections_.constFind({0, TextWithin(WritableName(section))});
+    const qsizetype begin = place == sections_.cend() ? 0 : values_.value({place->number, WritableKey(key)});
+    if (begin == 0) {
+        return QString();
     }
-    const IniEntry* const entry = parsed_->Entry(section, key);
-    return entry != nullptr ? parsed_->Value(*entry, kLongestValue) : QString();
+    const QStringView value = WithoutMark(FirstLine(QStringView(text_).sliced(begin)));
+    if (value.size() <= kLongestValue) {
+        return value.toString();
+    }
+    // A pair of surrogates is one character and is not cut in two.
+    return value.first(kLongestValue - (value[kLongestValue - 1].isHighSurrogate() ? 1 : 0)).toString();
 }
 
 void IniFile::SetValue(const QString& section, const QString& key, const QString& value) {
-    const QString sectionName = WritableName(section);
-    const QString keyName = WritableKey(key);
-    const QString text = WritableValue(value).toString();
+    const QString sectionName = AsStored(WritableName(section));
+    const QString keyName = AsStored(WritableKey(key));
+    const QString text = AsStored(WithoutBlanksInFront(FirstLine(value)));
     if (keyName.isEmpty()) {
         return;
     }
-    if (!EncodeAs(parsed_->Encoding(), sectionName + keyName + text)) {
-        parsed_ = std::make_unique<Parsed>(ToUtf8(parsed_->Bytes(), parsed_->Encoding()));
+    if (!EncodeAs(encoding_, sectionName + keyName + text)) {
+        encoding_ = TextEncoding::kUtf8;
     }
-    const QByteArray value8 = *EncodeAs(parsed_->Encoding(), text);
-    const QByteArray key8 = *EncodeAs(parsed_->Encoding(), keyName);
-    if (!ChangeInPlace(*parsed_, sectionName, keyName, key8, value8)) {
-        const QByteArray bytes = Changed(*parsed_, sectionName, keyName, key8, value8);
-        parsed_ = std::make_unique<Parsed>(Unmistakable(bytes, parsed_->Encoding()));
+    if (!sections_.contains({0, sectionName})) {
+        AppendSection(sectionName);
+    }
+    Section& place = sections_[{0, sectionName}];
+    if (const qsizetype begin = values_.value({place.number, keyName})) {
+        Replace(begin, begin + FirstLine(QStringView(text_).sliced(begin)).size(), text);
+    } else {
+        AppendKey(place, keyName, text);
+    }
+    // A Windows-1252 file may by chance have become valid UTF-8, which would be read as other characters.
+    if (encoding_ == TextEncoding::kWindows1252) {
+        encoding_ = EncodingOf(*EncodeAs(encoding_, text_));
     }
 }
 
-const QByteArray& IniFile::Bytes() const {
-    return parsed_->Bytes();
+void IniFile::AppendSection(const QString& name) {
+    EndLineAt(text_.size());
+    text_ += u'[' + name + u']' + LineEndOf(text_);
+    NewSection(name)->end = text_.size();
+}
+
+void IniFile::AppendKey(Section& section, const QString& key, const QString& value) {
+    EndLineAt(section.end);
+    // A key that would make its line a comment or a section gets a blank in front.
+    const bool isMistakable = QStringLiteral(";#[").contains(key.front());
+    const QString start = (isMistakable ? QStringLiteral(" ") : QString()) + key + u'=';
+    const qsizetype begin = section.end;
+    Replace(begin, begin, start + value + LineEndOf(text_));
+    values_[{section.number, key}] = begin + start.size();
+    // A CR may now be one line end with the LF of an empty line.
+    if (QStringView(text_).sliced(section.end - 1).startsWith(u"\r\n")) {
+        ++section.end;
+    }
+}
+
+// Gives the file's last line an end if it has none and reaches to that position.
+void IniFile::EndLineAt(qsizetype at) {
+    if (at > 0 && !IsLineEnd(text_.at(at - 1))) {
+        Replace(at, at, LineEndOf(text_));
+    }
+}
+
+// Exchanges a part of the text and moves all positions after it. A new parse would take too long for a large
+// file of which many keys are changed at once.
+void IniFile::Replace(qsizetype begin, qsizetype end, const QString& added) {
+    text_.replace(begin, end - begin, added);
+    const qsizetype distance = added.size() - (end - begin);
+    for (Section& section : sections_) {
+        section.end += section.end >= end ? distance : 0;
+    }
+    for (qsizetype& value : values_) {
+        value += value > begin ? distance : 0;
+    }
 }

@@ -3,6 +3,7 @@
 
 #include "core/text_file.h"
 
+#include <QStringDecoder>
 #include <QUtf8StringView>
 
 namespace {
@@ -12,14 +13,22 @@ constexpr char16_t kLastEscape = 0xDCFF;
 
 // Where the next three bytes of an escaped byte of a file name stand, or the end.
 qsizetype NextEscape(QByteArrayView bytes, qsizetype from) {
-    for (qsizetype at = from; at + 2 < bytes.size(); ++at) {
+    qsizetype at = bytes.indexOf('\xED', from);
+    for (; at >= 0 && at + 2 < bytes.size(); at = bytes.indexOf('\xED', at + 1)) {
         const auto second = static_cast<uchar>(bytes[at + 1]);
         const auto third = static_cast<uchar>(bytes[at + 2]);
-        if (bytes[at] == '\xED' && (second == 0xB2 || second == 0xB3) && third >= 0x80 && third <= 0xBF) {
+        if ((second == 0xB2 || second == 0xB3) && third >= 0x80 && third <= 0xBF) {
             return at;
         }
     }
     return bytes.size();
+}
+
+// Keeps a byte order mark, which QString::fromUtf8 drops.
+QString DecodeUtf8(QByteArrayView bytes) {
+    using Flag = QStringDecoder::Flag;
+    QStringDecoder decode(QStringDecoder::Utf8, Flag::Stateless | Flag::ConvertInitialBom);
+    return decode(bytes);
 }
 
 char16_t EscapeAt(QByteArrayView bytes, qsizetype at) {
@@ -58,7 +67,7 @@ std::optional<QByteArray> EncodeWindows1252(const QString& text) {
     const QString highControls = HighControls();
     QByteArray bytes;
     for (const QChar c : text) {
-        const qsizetype place = highControls.indexOf(c);
+        const qsizetype place = c.unicode() < 0x80 ? -1 : highControls.indexOf(c);
         if (place >= 0) {
             bytes += static_cast<char>(0x80 + place);
         } else if (c.unicode() < 0x80 || (c.unicode() >= 0xA0 && c.unicode() <= 0xFF)) {
@@ -107,11 +116,11 @@ QString DecodeAs(TextEncoding encoding, QByteArrayView bytes) {
         return DecodeWindows1252(bytes.toByteArray());
     }
     if (NextEscape(bytes, 0) == bytes.size()) {
-        return QString::fromUtf8(bytes);
+        return DecodeUtf8(bytes);
     }
     QString text;
     ForEachPart(
-        bytes, [&](QByteArrayView part) { text += QString::fromUtf8(part); },
+        bytes, [&](QByteArrayView part) { text += DecodeUtf8(part); },
         [&](char16_t escape) { text += QChar(escape); });
     return text;
 }

@@ -1,7 +1,6 @@
 // Fuzzer of the INI files: reading, and changing a key without touching anything else.
 #include "run_files.h"
 #include "settings/ini_file.h"
-#include "settings/parsed_ini.h"
 
 #include <cstdlib>
 

@@ -32,6 +32,35 @@ TEST(IniFileReading, ComparesLettersBeyondAsciiWithoutCaseToo) {
     EXPECT_EQ(Value("[S]\n\xF0\x90\x90\x80=3\n", "S", "\xF0\x90\x90\xA8"), "3") << "a letter beyond U+FFFF";
 }
 
+TEST(IniFileReading, EachLetterIsComparedByItself) {
+    const QByteArray file = "[S]\n\xC3\x9F=sharp\nss=two\n";
+    EXPECT_EQ(Value(file, "S", "\xC3\x9F"), "sharp");
+    EXPECT_EQ(Value(file, "S", "SS"), "two");
+    int letters = 0;
+    for (char32_t code = 0x80; code <= QChar::LastValidCodePoint; ++code) {
+        const char32_t folded = QChar::toCaseFolded(code);
+        if (folded != code) {
+            const QString key = QString::fromUcs4(&code, 1);
+            const QString asked = QString::fromUcs4(&folded, 1);
+            ASSERT_EQ(IniFile("[S]\n" + key.toUtf8() + "=1\n").Value(u"S", asked), QStringLiteral("1"))
+                << static_cast<std::uint32_t>(code);
+            ASSERT_EQ(IniFile("[S]\n" + asked.toUtf8() + "=1\n").Value(u"S", key), QStringLiteral("1"))
+                << static_cast<std::uint32_t>(code);
+            ++letters;
+        }
+    }
+    EXPECT_GT(letters, 1000);
+}
+
+TEST(IniFileReading, AByteOrderMarkInFrontOfANameOrValueIsNotPartOfIt) {
+    const QByteArray mark = "\xEF\xBB\xBF";
+    const QByteArray file =
+        mark + mark + "[A]\n[" + mark + "B]\n" + mark + "k=" + mark + "1\nz=\xED\xB2\x80" + mark;
+    EXPECT_EQ(Value(file, "B", "k"), "1");
+    EXPECT_EQ(Value(file, "A", "k"), "") << "a second mark of the file is text before the bracket";
+    EXPECT_EQ(IniFile(file).Bytes(), file) << "nothing of the file is lost";
+}
+
 TEST(IniFileReading, TellsSimilarNamesApart) {
     const QByteArray file = "[A]\n@=at\n`=tick\n [=open\nabcdefgh=8\nabcdefghi=9\nabcdefgz=z\n";
     EXPECT_EQ(Value(file, "A", "@"), "at");
@@ -187,6 +216,14 @@ TEST(IniFileWriting, TheFilesOwnLineEndIsUsed) {
     EXPECT_EQ(After("[A]\r\nk=1\n", "A", "n", "9"), "[A]\r\nk=1\nn=9\r\n");
     EXPECT_EQ(After("[A]\rk=1\r", "A", "n", "9"), "[A]\rk=1\rn=9\r");
     EXPECT_EQ(After("[A]\nk=1\r\n", "A", "n", "9"), "[A]\nk=1\r\nn=9\n");
+}
+
+TEST(IniFileWriting, ALineEndThatJoinsWithAnEmptyLineIsOne) {
+    IniFile file("[A]\rk=1\n\n[B]\r");
+    file.SetValue(QStringLiteral("A"), QStringLiteral("n"), QStringLiteral("9"));
+    EXPECT_EQ(file.Bytes(), "[A]\rk=1\nn=9\r\n[B]\r");
+    file.SetValue(QStringLiteral("A"), QStringLiteral("m"), QStringLiteral("8"));
+    EXPECT_EQ(file.Bytes(), "[A]\rk=1\nn=9\r\nm=8\r[B]\r");
 }
 
 TEST(IniFileWriting, TheEncodingStaysWhereItCan) {
