@@ -153,6 +153,10 @@ int TextWidth(const Surface& surface, const QString& text) {
     return text.isEmpty() ? 0 : FontOf(surface).metrics.horizontalAdvance(text);
 }
 
+int BeginningWidth(const Surface& surface, const QString& text, qsizetype length) {
+    return length == 0 ? 0 : FontOf(surface).metrics.horizontalAdvance(text, static_cast<int>(length));
+}
+
 int TextHeight(const Surface& surface, const QString& /*text*/) {
     return FontOf(surface).metrics.height();
 }

@@ -63,6 +63,10 @@ void BitBlt(Surface& target, const Box& to, const Surface& source, int fromX, in
 int TextWidth(const Surface& surface, const QString& text);
 int TextHeight(const Surface& surface, const QString& text);
 
+// Width of the first `length` characters of a text as they are drawn in front of the rest of it. Letters may
+// take another form, and another width, when they are the last ones.
+int BeginningWidth(const Surface& surface, const QString& text, qsizetype length);
+
 // Writes a text with its top left corner at (x, y) in the surface's font and colour, the ground left as it
 // is, not clipped to anything but the surface.
 void TextOutA(Surface& surface, int x, int y, const QString& text);

@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <cstdint>
 
 namespace {
 
@@ -41,28 +42,55 @@ bool FitsWithDots(const Surface& surface, const QString& text, qsizetype length,
     return TextWidth(surface, text.left(length) + kDots) <= width.value();
 }
 
-// The longest beginning of a text that fits the width with the dots behind it. It is looked for by halves, as
-// a name may be long and each measurement is dear. A pair of surrogates is one character.
-qsizetype FittingLength(const Surface& surface, const QString& text, Integer16 width) {
-    qsizetype fitting = 0;
-    qsizetype tooLong = text.size();
-    while (tooLong - fitting > 1) {
-        const qsizetype middle = (fitting + tooLong) / 2;
-        (FitsWithDots(surface, text, middle, width) ? fitting : tooLong) = middle;
+// The next shorter length that a text may be cut to. A surrogate pair is one character.
+qsizetype ShorterLength(const QString& text, qsizetype length) {
+    const bool isPair = length > 1 && text[length - 1].isLowSurrogate() && text[length - 2].isHighSurrogate();
+    return length - (isPair ? 2 : 1);
+}
+
+// A length below which every fitting length is; the text's size when that is not proved of a smaller one.
+//
+// Cutting a text changes the glyphs in front of the cut: letters take other forms, ligatures and pairs come
+// apart. The shaper matches at most 64 glyphs at a time, so a glyph further away keeps its width. A beginning
+// that is too wide by itself therefore proves that no cut 64 characters after it, or later, can fit.
+qsizetype FittingLimit(const Surface& surface, const QString& text, Integer16 width) {
+    constexpr qsizetype kContext = 64;
+    for (qsizetype begin = 8; begin + kContext < text.size(); begin += begin / 4 + 8) {
+        if (BeginningWidth(surface, text.left(begin + kContext), begin) > width.value()) {
+            return begin + kContext;
+        }
     }
-    const bool inPair = fitting > 0 && text[fitting - 1].isHighSurrogate();
+    return text.size();
+}
+
+// Binary search below `limit`, right where widths grow with the length. 0 when nothing fits.
+qsizetype SearchedLength(const Surface& surface, const QString& text, Integer16 width, qsizetype limit) {
+    qsizetype fitting = 0;
+    while (limit - fitting > 1) {
+        const qsizetype middle = (fitting + limit) / 2;
+        (FitsWithDots(surface, text, middle, width) ? fitting : limit) = middle;
+    }
+    const bool inPair = fitting > 0 && text[fitting - 1].isHighSurrogate() && text[fitting].isLowSurrogate();
     return inPair ? fitting - 1 : fitting;
 }
 
-// The text as it fits the width, its last characters replaced by dots. Raises 5 when not even the dots fit.
-QString Shortened(const Surface& surface, const QString& text, Integer16 width) {
-    if (TextWidth(surface, text) <= width.value()) {
-        return text;
+// The first length below `limit` that fits the width with the dots after it, tried one by one from the
+// longest: a longer text can be narrower. 0 when nothing fits.
+qsizetype FittingLength(const Surface& surface, const QString& text, Integer16 width, qsizetype limit) {
+    // Thousands of characters without a width can fit a box. Measuring marks takes a time that grows with the
+    // square of their number, so after this much work the rest is searched.
+    constexpr std::int64_t kMostWork = 300'000;
+    constexpr std::int64_t kManyCharacters = 4096;
+    std::int64_t work = 0;
+    qsizetype length = ShorterLength(text, limit);
+    while (length > 0 && !FitsWithDots(surface, text, length, width)) {
+        work += length * (1 + length / kManyCharacters);
+        if (work > kMostWork) {
+            return SearchedLength(surface, text, width, length);
+        }
+        length = ShorterLength(text, length);
     }
-    if (text.isEmpty() || !FitsWithDots(surface, text, 0, width)) {
-        throw RunTimeError(kInvalidProcedureCall, QStringLiteral("the text box has no room for \"...\""));
-    }
-    return text.left(FittingLength(surface, text, width)) + kDots;
+    return length;
 }
 
 // Where an extent begins in a room of the box: at its start, at its end, or in the middle.
@@ -102,6 +130,18 @@ QRgb Colour(const QString& text) {
 
 } // namespace
 
+QString ShortenedText(const Surface& surface, const QString& text, Integer16 width) {
+    const qsizetype limit = FittingLimit(surface, text, width);
+    if (limit == text.size() && TextWidth(surface, text) <= width.value()) {
+        return text;
+    }
+    const qsizetype length = text.isEmpty() ? 0 : FittingLength(surface, text, width, limit);
+    if (text.isEmpty() || (length == 0 && !FitsWithDots(surface, text, 0, width))) {
+        throw RunTimeError(kInvalidProcedureCall, QStringLiteral("the text box has no room for \"...\""));
+    }
+    return text.left(length) + kDots;
+}
+
 void DrawText(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox& box, const TextStyle& style,
               const QString& TypoAlign, const QString& TypoVAlign) {
     EndsProgram("DrawText", [&] { LogDrawing(form, Texte, box, style, TypoAlign, TypoVAlign); });
@@ -113,7 +153,7 @@ void DrawTextUnlogged(Surface& Pic, const QString& Texte, const TextBox& box, co
     EndsProgram("DrawText", [&] {
         Pic.FontName = style.Typo;
         Pic.FontSize = style.TypoSize;
-        const QString text = Shortened(Pic, Texte, box.Width);
+        const QString text = ShortenedText(Pic, Texte, box.Width);
         const double x = Aligned(TypoAlign.toLower(), QStringLiteral("left"), QStringLiteral("right"),
                                  box.Left, box.Width, TextWidth(Pic, text));
         const double y = Aligned(TypoVAlign.toLower(), QStringLiteral("top"), QStringLiteral("bottom"),

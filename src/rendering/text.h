@@ -24,6 +24,10 @@ struct TextStyle {
     QString TypoColor;
 };
 
+// A text as it fits a width in the surface's font: itself, or else its longest beginning that fits with "..."
+// after it. Raises 5 when not even the dots fit.
+QString ShortenedText(const Surface& surface, const QString& text, Integer16 width);
+
 // Writes one line of text into a box, shortened with "..." to its width, aligned by the words "left",
 // "right", "top", "bottom" in any case; any other word centres. Logs all its arguments. Any fault ends the
 // program: 13, 6, 9 or 5 for a colour that is not three numbers, 5 for a box without room for three dots, 6

@@ -6,6 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <string>
+#include <vector>
+
 namespace {
 
 // The test font at nine points: every character is six pixels wide, a line twelve high.
@@ -110,6 +114,133 @@ TEST_F(DrawTextTest, ABoxOfNegativeWidthEndsTheProgramEvenWithoutText) {
 TEST_F(DrawTextTest, TheHeightTakesNoPartInShortening) {
     Draw(QStringLiteral("ABC"), {2, 20, 3 * kCharacter, 1}, kLeft, QStringLiteral("center"));
     EXPECT_EQ(pic.picture, Written(QStringLiteral("ABC"), 2, 14)); // 20 + (0.5 - 6), half to even
+}
+
+// The rule, one character after the other: what every shortened text is compared with.
+QString ShortenedOneByOne(const Surface& surface, const QString& text, int width) {
+    if (TextWidth(surface, text) <= width) {
+        return text;
+    }
+    for (qsizetype length = text.size() - 1; length >= 0; --length) {
+        const bool inPair = length > 0 && text[length - 1].isHighSurrogate() && text[length].isLowSurrogate();
+        const QString shorter = text.left(length) + QStringLiteral("...");
+        if (!inPair && TextWidth(surface, shorter) <= width) {
+            return shorter;
+        }
+    }
+    return QStringLiteral("error 5");
+}
+
+QString ShortenedOrError(const Surface& surface, const QString& text, int width) {
+    try {
+        return ShortenedText(surface, text, width);
+    } catch (const RunTimeError& error) {
+        return QStringLiteral("error %1").arg(error.number);
+    }
+}
+
+struct CharacterRange {
+    char32_t first;
+    char32_t last;
+};
+
+// Texts of one kind of characters, of which each range is as likely as the others.
+struct Script {
+    const char* name;
+    std::vector<CharacterRange> ranges;
+};
+
+QString RandomText(std::mt19937& random, const Script& script, int length) {
+    const auto below = [&](std::size_t count) { return random() % count; };
+    QString text;
+    char32_t character = U' ';
+    for (int i = 0; i < length; ++i) {
+        // A character is often repeated, which gives runs of marks and of characters without a width.
+        if (i == 0 || below(3) != 0) {
+            const CharacterRange& range = script.ranges[below(script.ranges.size())];
+            character = range.first + static_cast<char32_t>(below(range.last - range.first + 1));
+        }
+        text += character < 0x10000 ? QString(QChar(static_cast<char16_t>(character)))
+                                    : QString::fromUcs4(&character, 1);
+    }
+    return text;
+}
+
+class ShortenedScripts : public DrawTextTest, public testing::WithParamInterface<Script> {
+protected:
+    // Of 60 boxes, those that do not give what the rule gives.
+    int Differences(const QString& font, int longest) {
+        std::mt19937 random(1);
+        int differences = 0;
+        for (int i = 0; i < 60; ++i) {
+            pic.FontName = font;
+            pic.FontSize = static_cast<int>(6 + random() % 40);
+            const QString text =
+                RandomText(random, GetParam(), static_cast<int>(random() % static_cast<unsigned>(longest)));
+            const auto room = static_cast<int>(random() % 400);
+            const QString expected = ShortenedOneByOne(pic, text, room);
+            differences += ShortenedOrError(pic, text, room) == expected ? 0 : 1;
+        }
+        return differences;
+    }
+};
+
+TEST_P(ShortenedScripts, LoseTheirCharactersOneByOne) {
+    EXPECT_EQ(Differences(QStringLiteral("DejaVu Sans"), 60), 0);
+    EXPECT_EQ(Differences(QStringLiteral("DejaVu Sans"), 250), 0);
+    EXPECT_EQ(Differences(kFont, 60), 0);
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Scripts, ShortenedScripts, testing::Values(
+    Script{"Latin",      {{'A', 'Z'}, {'a', 'z'}, {' ', '/'}, {0xC0, 0xFF}}},
+    Script{"ligatures",  {{'f', 'f'}, {'i', 'i'}, {'l', 'l'}, {'A', 'A'}, {'V', 'V'}, {'.', '.'}}},
+    Script{"marks",      {{'a', 'z'}, {0x300, 0x36F}}},
+    Script{"Greek",      {{0x391, 0x3C9}, {0x410, 0x44F}, {' ', ' '}}},
+    Script{"Arabic",     {{0x621, 0x64A}, {0x621, 0x64A}, {' ', ' '}}},
+    Script{"vowels",     {{0x621, 0x64A}, {0x64B, 0x655}, {0xFDF0, 0xFDFD}, {' ', ' '}}},
+    Script{"Hebrew",     {{0x5D0, 0x5EA}, {0x5B0, 0x5BD}, {'(', ')'}, {' ', ' '}}},
+    Script{"Devanagari", {{0x905, 0x939}, {0x93A, 0x94F}, {0x94D, 0x94D}, {' ', ' '}}},
+    Script{"Thai",       {{0xE01, 0xE3A}, {0xE40, 0xE4E}}},
+    Script{"Han",        {{0x4E00, 0x9FFF}, {0x3040, 0x30FF}, {0xAC00, 0xD7A3}}},
+    Script{"emoji",      {{0x1F300, 0x1F6FF}, {0x200D, 0x200D}, {0xFE0F, 0xFE0F}, {0x1F3FB, 0x1F3FF}}},
+    Script{"directions", {{0x200B, 0x200F}, {0x202A, 0x202E}, {0x2066, 0x2069}, {'a', 'c'}, {0x627, 0x62A}}},
+    Script{"controls",   {{0x09, 0x0D}, {0x9C, 0x9C}, {0xD800, 0xDFFF}, {'a', 'f'}}},
+    Script{"everything", {{0x01, 0xFFFF}, {0x10000, 0x10FFFF}}}),
+    [](const auto& script) { return std::string(script.param.name); });
+// clang-format on
+
+// A joined letter can be narrower than the same letter at the end, so that a longer text fits where a shorter
+// one does not.
+TEST_F(DrawTextTest, ALongerTextCanBeTheNarrowerOne) {
+    std::mt19937 random(7);
+    const Script arabic{"Arabic", {{0x621, 0x64A}}};
+    const QString dots = QStringLiteral("...");
+    int narrower = 0;
+    pic.FontName = QStringLiteral("DejaVu Sans");
+    for (int i = 0; i < 20; ++i) {
+        const QString text = RandomText(random, arabic, 40);
+        for (int length = 1; length < 36; ++length) {
+            const int width = TextWidth(pic, text.left(length) + dots);
+            if (width > TextWidth(pic, text.left(length + 1) + dots)) {
+                narrower += 1;
+                EXPECT_GT(ShortenedText(pic, text, width - 1).size(), length + dots.size());
+            }
+        }
+    }
+    EXPECT_GT(narrower, 0);
+}
+
+// Characters without a width, and marks, do not make a text longer to look at, but to measure.
+TEST_F(DrawTextTest, ManyCharactersWithoutAWidthAreShortenedInTime) {
+    pic.FontName = QStringLiteral("DejaVu Sans");
+    const QString word = QStringLiteral("Title");
+    const int room = TextWidth(pic, word + QStringLiteral(".."));
+    for (const char16_t without : {u'\u200B', u'\u0301'}) {
+        const QString text = word + QString(5'000, QChar(without)) + word + word;
+        const QString shortened = ShortenedText(pic, text, room);
+        EXPECT_EQ(shortened, QStringLiteral("Titl..."));
+    }
 }
 
 // --- Placing -------------------------------------------------------------------------------------
