@@ -1,5 +1,7 @@
-// Reversible conversion between file names and text.
+// Reversible conversion between file names and text, and the parts of a path.
 #include "core/path_text.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -66,4 +68,17 @@ QByteArray BytesOfPath(const QString& text) {
         }
     }
     return bytes + QStringView(text).mid(plain).toUtf8();
+}
+
+QString PathIn(const QString& folder, const QString& name) {
+    return folder.endsWith(u'/') ? folder + name : folder + u'/' + name;
+}
+
+QString FolderOfPath(const QString& path) {
+    const qsizetype separator = path.lastIndexOf(u'/');
+    return separator == 0 ? path.left(1) : path.left(std::max<qsizetype>(separator, 0));
+}
+
+QString NameOfPath(const QString& path) {
+    return path.mid(path.lastIndexOf(u'/') + 1);
 }

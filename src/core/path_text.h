@@ -1,4 +1,4 @@
-// Paths as text that never loses a byte of the name on disk.
+// Paths as text: without losing a byte of the name on disk, put together and taken apart.
 #pragma once
 
 #include <QByteArray>
@@ -10,3 +10,13 @@ QString TextOfPath(const QByteArray& bytes);
 
 // The bytes on disk of a path made by TextOfPath, or of any other text as UTF-8.
 QByteArray BytesOfPath(const QString& text);
+
+// The path of a name in a folder, with one separator between them: the folder "/" has its own.
+QString PathIn(const QString& folder, const QString& name);
+
+// The folder of a path, without a separator at its end; "/" for a path right below the root, empty for a path
+// without a separator.
+QString FolderOfPath(const QString& path);
+
+// What follows the last separator of a path; the whole path when it has none, empty for "/".
+QString NameOfPath(const QString& path);

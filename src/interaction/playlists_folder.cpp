@@ -1,6 +1,7 @@
 // Going to the folder of the saved playlists, and saving one there.
 #include "interaction/playlists_folder.h"
 
+#include "core/path_text.h"
 #include "library/create_list.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
@@ -29,7 +30,7 @@ void PutPlaceAside(Form_Main& form) {
 }
 
 void PointAtPlaylists(Form_Main& form) {
-    const QString folder = form.AppFolder + QStringLiteral("/playlists");
+    const QString folder = PathIn(form.AppFolder, QStringLiteral("playlists"));
     PointDir1(form, folder);
     PointFile1(form, folder);
     form.CurrentPath = folder;

@@ -2,6 +2,7 @@
 #include "interaction/touch_press.h"
 
 #include "core/conversions.h"
+#include "core/path_text.h"
 #include "interaction/cursor.h"
 #include "interaction/folder_moves.h"
 #include "interaction/menu_choices.h"
@@ -122,7 +123,7 @@ bool HitsNavigation(const Form_Main& form, Integer16 x, Integer16 y, Integer16 w
 void PressNavigation(Form_Main& form, const Point& point) {
     if (HitsNavigation(form, form.ZoneListNavigationBackx, form.ZoneListNavigationBackY,
                        form.ZoneListNavigationBackWidth, form.ZoneListNavigationBackHeight, point) &&
-        (form.DirLevel > 0 || form.Dir1.Path == form.AppFolder + QStringLiteral("/playlists"))) {
+        (form.DirLevel > 0 || form.Dir1.Path == PathIn(form.AppFolder, QStringLiteral("playlists")))) {
         Retour(form);
     }
     if (HitsNavigation(form, form.ZoneListNavigationPreviewPagex, form.ZoneListNavigationPreviewPageY,

@@ -2,6 +2,7 @@
 #include "interaction/valider_command.h"
 
 #include "core/conversions.h"
+#include "core/path_text.h"
 #include "interaction/open_config.h"
 #include "library/create_list.h"
 #include "rendering/command_block.h"
@@ -48,10 +49,10 @@ constexpr std::array kActions = {
 void WriteSetting(Form_Main& form, const ActionRow& row, const QString& value) {
     const QString key = QString::fromLatin1(row.key);
     if (row.scope == Scope::kFolder) {
-        WritePrivateProfileString(form, form.AppFolder + QStringLiteral("/pathconfig.ini"), form.Dir1.Path,
-                                  key, value);
+        WritePrivateProfileString(form, PathIn(form.AppFolder, QStringLiteral("pathconfig.ini")),
+                                  form.Dir1.Path, key, value);
     } else {
-        WritePrivateProfileString(form, form.AppFolder + QStringLiteral("/config.ini"),
+        WritePrivateProfileString(form, PathIn(form.AppFolder, QStringLiteral("config.ini")),
                                   QStringLiteral("Main"), key, value);
     }
 }

@@ -1,6 +1,7 @@
 // Covers in their order: files beside the music, then the pictures inside its tags.
 #include "library/covers.h"
 
+#include "core/path_text.h"
 #include "library/folder_names.h"
 #include "library/tag_covers.h"
 #include "shell/form_main.h"
@@ -11,14 +12,14 @@
 namespace {
 
 // Folder pictures, the one that is preferred first.
-constexpr std::array<QStringView, 2> kFolderPictures = {u"/folder.jpg", u"/folder.png"};
-constexpr std::array<QStringView, 2> kBigPictures = {u"/bigcover.jpg", u"/bigcover.png"};
+constexpr std::array<QStringView, 2> kFolderPictures = {u"folder.jpg", u"folder.png"};
+constexpr std::array<QStringView, 2> kBigPictures = {u"bigcover.jpg", u"bigcover.png"};
 
 // The first of these files that a folder has; empty when it has none.
 QString FindFirst(const FolderNames& names, const QString& folder,
                   const std::array<QStringView, 2>& pictures) {
     for (const QStringView picture : pictures) {
-        QString found = names.FindFile(folder + picture.toString());
+        QString found = names.FindFile(PathIn(folder, picture.toString()));
         if (!found.isEmpty()) {
             return found;
         }
@@ -31,10 +32,6 @@ QString FindFirst(const FolderNames& names, const QString& folder,
 // as x.fjpg. One expects x.jpg; folders hold pictures for their mp3 files by that rule.
 QString PictureBeside(const FolderNames& names, const QString& path) {
     return names.FindFile(path.left(std::max<qsizetype>(0, path.size() - 3)) + QStringLiteral("jpg"));
-}
-
-QString FolderOf(const QString& path) {
-    return path.left(path.lastIndexOf(u'/'));
 }
 
 // Draws a picture file into a rectangle of both caches.
@@ -96,7 +93,7 @@ bool DrawSlotCover(Form_Main& form, const SlotPlace& place, Integer16 slot, cons
 void LoadBigCover(Form_Main& form, Integer16 slot) {
     const QString path = form.InfoPath(slot);
     const bool isFolder = form.InfoType(slot) == u"dir";
-    const FolderNames names(form.files, isFolder ? path : FolderOf(path));
+    const FolderNames names(form.files, isFolder ? path : FolderOfPath(path));
     QString picture;
     if (isFolder) {
         picture = FindFirst(names, path, kFolderPictures);

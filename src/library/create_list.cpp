@@ -3,6 +3,7 @@
 
 #include "core/conversions.h"
 #include "core/media_kind.h"
+#include "core/path_text.h"
 #include "core/run_time_error.h"
 #include "library/file_pattern.h"
 #include "library/list_order.h"
@@ -45,9 +46,8 @@ std::vector<FolderEntry> EntriesOf(Form_Main& form, const QString& folder) {
 // The sub-folders as full paths. Sorting their bare names is the same and compares less.
 QStringList FolderPaths(const QString& folder, QStringList names) {
     SortNames(names);
-    const QString prefix = folder.endsWith(u'/') ? folder : folder + u'/';
     for (QString& name : names) {
-        name.prepend(prefix);
+        name = PathIn(folder, name);
     }
     return names;
 }
@@ -114,7 +114,7 @@ QString FolderOf(Form_Main& form, const QString& path) {
         }
     } else if (!folder.isEmpty()) {
         for (const QString& start : {form.AppFolder, form.files.RealPath(QStringLiteral("."))}) {
-            QString absolute = (start == QStringLiteral("/") ? QString() : start) + u'/' + folder;
+            QString absolute = PathIn(start, folder);
             if (form.files.IsFolder(absolute)) {
                 return absolute;
             }
@@ -124,8 +124,9 @@ QString FolderOf(Form_Main& form, const QString& path) {
 }
 
 QString FolderOrder(Form_Main& form) {
-    const QString order = Trim(GetPrivateProfileString(
-        form, form.AppFolder + QStringLiteral("/pathconfig.ini"), form.Dir1.Path, QStringLiteral("Order")));
+    const QString order =
+        Trim(GetPrivateProfileString(form, PathIn(form.AppFolder, QStringLiteral("pathconfig.ini")),
+                                     form.Dir1.Path, QStringLiteral("Order")));
     return order.isEmpty() ? form.DefaultOrder : order;
 }
 
@@ -149,7 +150,7 @@ public:
     explicit LineKeys(Form_Main& form) {
         const QString order = form.Order.toLower();
         if (order == QStringLiteral("playcount")) {
-            stats_ = &form.iniFiles.Open(form.files, form.AppFolder + QStringLiteral("/stats.ini"));
+            stats_ = &form.iniFiles.Open(form.files, PathIn(form.AppFolder, QStringLiteral("stats.ini")));
         }
         alpha_ = order == QStringLiteral("alpha");
     }
@@ -180,7 +181,7 @@ private:
 // are named by that.
 void AddFolder(Form_Main& form, const LineKeys& keys, const QString& path) {
     if (const auto key = keys.Key(path)) {
-        form.List_List.push_back({*key, QStringLiteral("dir"), path, path.mid(path.lastIndexOf(u'/') + 1)});
+        form.List_List.push_back({*key, QStringLiteral("dir"), path, NameOfPath(path)});
     }
     form.NumTrack += 1;
 }
@@ -191,7 +192,7 @@ void AddFile(Form_Main& form, const LineKeys& keys, const QString& name) {
         // as with music; only the exact ending, which the jukebox itself writes, makes one.
         const bool isPlaylist = name.endsWith(QStringLiteral(".vtxpl"));
         const QString type = isPlaylist ? QStringLiteral("playlist") : QStringLiteral("file");
-        form.List_List.push_back({*key, type, form.File1.Path + u'/' + name, name});
+        form.List_List.push_back({*key, type, PathIn(form.File1.Path, name), name});
     }
     form.NumTrack += 1;
 }

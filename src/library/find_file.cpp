@@ -1,10 +1,11 @@
 // Looking for a name without regard to case.
 #include "library/find_file.h"
 
+#include "core/path_text.h"
 #include "platform/files.h"
 
 QString FindFile(Files& files, const QString& folder, const QString& name) {
-    QString exact = folder + u'/' + name;
+    QString exact = PathIn(folder, name);
     if (FileExists(files, exact)) {
         return exact;
     }
@@ -18,7 +19,7 @@ QString FindFile(Files& files, const QString& folder, const QString& name) {
             found = entry.name;
         }
     }
-    return found.isEmpty() ? found : folder + u'/' + found;
+    return found.isEmpty() ? found : PathIn(folder, found);
 }
 
 bool FileExists(Files& files, const QString& path) {

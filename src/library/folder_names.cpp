@@ -1,6 +1,7 @@
 // The names of a folder's files, looked up without regard to case.
 #include "library/folder_names.h"
 
+#include "core/path_text.h"
 #include "library/find_file.h"
 #include "platform/files.h"
 
@@ -19,20 +20,19 @@ void FolderNames::Read() const {
 }
 
 bool FolderNames::HasFile(const QString& path) const {
-    const qsizetype separator = path.lastIndexOf(u'/');
-    if (path.left(separator) != folder_) {
+    if (FolderOfPath(path) != folder_) {
         return FileExists(files_, path);
     }
     Read();
-    return names_.contains(path.mid(separator + 1).toCaseFolded());
+    return names_.contains(NameOfPath(path).toCaseFolded());
 }
 
 QString FolderNames::FindFile(const QString& path) const {
     Read();
-    const QString name = path.mid(path.lastIndexOf(u'/') + 1);
+    const QString name = NameOfPath(path);
     const QStringList found = names_.value(name.toCaseFolded());
     if (found.isEmpty() || found.contains(name)) {
         return found.isEmpty() ? QString() : path;
     }
-    return folder_ + u'/' + *std::min_element(found.begin(), found.end());
+    return PathIn(folder_, *std::min_element(found.begin(), found.end()));
 }

@@ -2,6 +2,7 @@
 #include "playback/play_counts.h"
 
 #include "core/conversions.h"
+#include "core/path_text.h"
 #include "core/run_time_error.h"
 #include "settings/ini_file.h"
 #include "settings/profile.h"
@@ -33,7 +34,7 @@ QString Raised(const QString& path, const QString& key, const QString& count) {
 } // namespace
 
 void CountPick(Form_Main& form, int slot) {
-    const QString path = form.AppFolder + QStringLiteral("/stats.ini");
+    const QString path = PathIn(form.AppFolder, QStringLiteral("stats.ini"));
     ChangeProfile(form, path, [&](IniFile& file) {
         for (const QString& key : CountedKeys(form, slot)) {
             file.SetValue(kSection, key, Raised(path, key, file.Value(kSection, key)));

@@ -68,7 +68,7 @@ void ReadPlaylistFile(Form_Main& form, const QString& path) {
 }
 
 void WritePlaylistFile(Form_Main& form, const QString& name) {
-    const QString folder = form.AppFolder + QStringLiteral("/playlists");
+    const QString folder = PathIn(form.AppFolder, QStringLiteral("playlists"));
     if (!form.files.IsFolder(folder)) {
         throw RunTimeError(kPathNotFound, folder);
     }
@@ -77,7 +77,7 @@ void WritePlaylistFile(Form_Main& form, const QString& name) {
         bytes += Line(form.PlaylistPath(entry)) + Line(form.PlaylistTitre(entry));
     }
     const QString path =
-        folder + u'/' + name + QStringLiteral(" - ") + SaveDate(form) + QStringLiteral(".vtxpl");
+        PathIn(folder, name + QStringLiteral(" - ") + SaveDate(form) + QStringLiteral(".vtxpl"));
     // A separator in the name would lead out of the folder.
     if (name.contains(u'/') || !WriteFileSafely(form.files, path, bytes)) {
         throw RunTimeError(kPathFileAccess, path);

@@ -3,6 +3,7 @@
 
 #include "core/conversions.h"
 #include "core/media_kind.h"
+#include "core/path_text.h"
 #include "library/covers.h"
 #include "library/tag_covers.h"
 #include "platform/windows.h"
@@ -85,7 +86,7 @@ void DrawTouchMarks(Form_Main& form) {
         DrawNavigation(form, form.ZoneListNavigationNextPagex, form.ZoneListNavigationNextPageY,
                        form.ZoneListNavigationNextPageWidth, form.ZoneListNavigationNextPageHeight);
     }
-    if (form.Dir1.Path == form.AppFolder + QStringLiteral("/playlists") || form.DirLevel > 0) {
+    if (form.Dir1.Path == PathIn(form.AppFolder, QStringLiteral("playlists")) || form.DirLevel > 0) {
         DrawNavigation(form, form.ZoneListNavigationBackx, form.ZoneListNavigationBackY,
                        form.ZoneListNavigationBackWidth, form.ZoneListNavigationBackHeight);
     }

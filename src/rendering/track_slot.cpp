@@ -3,6 +3,7 @@
 
 #include "core/conversions.h"
 #include "core/media_kind.h"
+#include "core/path_text.h"
 #include "core/run_time_error.h"
 #include "core/text_file.h"
 #include "library/covers.h"
@@ -102,7 +103,7 @@ void DrawLabel(Form_Main& form, const SlotPlace& place) {
 
 // The name of a folder's only sub-folder as a second line, without what it repeats of the folder's own title.
 QString OnlyAlbum(const QString& path, const QString& title) {
-    QString name = path.mid(path.lastIndexOf(u'/') + 1).toUpper();
+    QString name = NameOfPath(path).toUpper();
     if (name == title + QStringLiteral(" - ") + title) {
         name = title;
     }

@@ -2,11 +2,13 @@
 #include "settings/config_values.h"
 
 #include "core/conversions.h"
+#include "core/path_text.h"
 #include "core/run_time_error.h"
 #include "shell/form_main.h"
 
 QString ConfigPlace(const Form_Main& form, QStringView section, QStringView key) {
-    return QStringLiteral("%1/config.ini, [%2] %3").arg(form.AppFolder, section, key);
+    return QStringLiteral("%1, [%2] %3")
+        .arg(PathIn(form.AppFolder, QStringLiteral("config.ini")), section, key);
 }
 
 double ConfigNumber(const Form_Main& form, QStringView key, const QString& value) {

@@ -2,6 +2,7 @@
 #include "settings/folder_settings.h"
 
 #include "core/conversions.h"
+#include "core/path_text.h"
 #include "shell/form_main.h"
 
 namespace {
@@ -10,8 +11,8 @@ namespace {
 class FolderSettings {
 public:
     explicit FolderSettings(Form_Main& form)
-        : folders_(form.iniFiles.Open(form.files, form.AppFolder + QStringLiteral("/pathconfig.ini"))),
-          cabinet_(form.iniFiles.Open(form.files, form.AppFolder + QStringLiteral("/config.ini"))),
+        : folders_(form.iniFiles.Open(form.files, PathIn(form.AppFolder, QStringLiteral("pathconfig.ini")))),
+          cabinet_(form.iniFiles.Open(form.files, PathIn(form.AppFolder, QStringLiteral("config.ini")))),
           folder_(form.Dir1.Path) {}
 
     // The folder's own value of a key, blanks trimmed; empty when it has none.

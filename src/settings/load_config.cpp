@@ -2,6 +2,7 @@
 #include "settings/load_config.h"
 
 #include "core/conversions.h"
+#include "core/path_text.h"
 #include "core/run_time_error.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
@@ -109,7 +110,7 @@ static_assert(1 + kScreenKeys.size() + kPlacementKeys.size() + kDisplayKeys.size
 static_assert(kKeyKeys.size() == 17 && kLedKeys.size() == 4);
 
 QString ConfigPath(const Form_Main& form) {
-    return form.AppFolder + QStringLiteral("/config.ini");
+    return PathIn(form.AppFolder, QStringLiteral("config.ini"));
 }
 
 void ReadKey(Form_Main& form, const IniFile& file, QStringView section, const ConfigKey& row) {

@@ -1,6 +1,7 @@
 // Replacing a file in one step.
 #include "settings/safe_write.h"
 
+#include "core/path_text.h"
 #include "platform/files.h"
 
 namespace {
@@ -22,11 +23,9 @@ bool Prepare(Files& files, const QString& path, const QString& temporary, const 
 
 bool WriteFileSafely(Files& files, const QString& path, const QByteArray& bytes) {
     const QString place = files.RealPath(path);
-    const qsizetype slash = place.lastIndexOf(u'/');
-    const QString folder = slash < 0    ? QStringLiteral(".")
-                           : slash == 0 ? QStringLiteral("/")
-                                        : place.left(slash);
-    const QString temporary = place.left(slash + 1) + u'.' + place.mid(slash + 1) + QStringLiteral(".new");
+    const QString above = FolderOfPath(place);
+    const QString folder = above.isEmpty() ? QStringLiteral(".") : above;
+    const QString temporary = PathIn(folder, u'.' + NameOfPath(place) + QStringLiteral(".new"));
     // What a power cut has left behind may be anything, a file that we may not write to included.
     files.Remove(temporary);
     if (!Prepare(files, place, temporary, folder, bytes) || !files.Rename(temporary, place)) {

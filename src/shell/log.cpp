@@ -1,6 +1,7 @@
 // Writing the text log.
 #include "shell/log.h"
 
+#include "core/path_text.h"
 #include "core/run_time_error.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -9,7 +10,7 @@
 namespace {
 
 QString LogPath(const Form_Main& form) {
-    return form.AppFolder + QStringLiteral("/vantorix.log");
+    return PathIn(form.AppFolder, QStringLiteral("vantorix.log"));
 }
 
 QByteArray Stamp(Form_Main& form) {

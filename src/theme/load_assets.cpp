@@ -1,6 +1,7 @@
 // Loading the fonts, pictures and sounds of a theme.
 #include "theme/load_assets.h"
 
+#include "core/path_text.h"
 #include "library/create_list.h"
 #include "platform/fonts.h"
 #include "platform/media_graph.h"
@@ -76,7 +77,7 @@ const QString kSystemFonts = QStringLiteral("/usr/share/fonts/");
 
 void InstallFont(Form_Main& form, const QString& name) {
     WriteLog(form, QStringLiteral(" : TTF ") + name);
-    const QString path = form.File1.Path + u'/' + name;
+    const QString path = PathIn(form.File1.Path, name);
     if (form.fonts.AddFontResource(path) > 0) {
         WriteLog(form, QStringLiteral(" : AddFontResource ") + path);
         return;

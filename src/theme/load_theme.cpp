@@ -2,6 +2,7 @@
 #include "theme/load_theme.h"
 
 #include "core/conversions.h"
+#include "core/path_text.h"
 #include "core/run_time_error.h"
 #include "library/create_list.h"
 #include "library/find_file.h"
@@ -173,12 +174,12 @@ void Load(Form_Main& form) {
 } // namespace
 
 QString ThemeFolder(const Form_Main& form) {
-    return form.AppFolder + QStringLiteral("/themes/") + form.Theme;
+    return PathIn(form.AppFolder, QStringLiteral("themes/") + form.Theme);
 }
 
 QString ThemeFile(Form_Main& form, const QString& name) {
     const QString found = FindFile(form.files, ThemeFolder(form), name);
-    return found.isEmpty() ? ThemeFolder(form) + u'/' + name : found;
+    return found.isEmpty() ? PathIn(ThemeFolder(form), name) : found;
 }
 
 void LoadTheme(Form_Main& form) {

@@ -1,4 +1,4 @@
-// Paths as text and back: not a byte is lost.
+// Paths as text and back without losing a byte, and the parts of a path.
 #include "core/path_text.h"
 
 #include <gtest/gtest.h>
@@ -33,6 +33,28 @@ TEST(PathText, RandomBytesSurvive) {
         }
         ASSERT_EQ(BytesOfPath(TextOfPath(bytes)), bytes) << bytes.toHex().toStdString();
     }
+}
+
+TEST(PathText, AFolderAndANameHaveOneSeparatorBetweenThem) {
+    EXPECT_EQ(PathIn(QStringLiteral("/music"), QStringLiteral("a.mp3")), QStringLiteral("/music/a.mp3"));
+    EXPECT_EQ(PathIn(QStringLiteral("/"), QStringLiteral("a.mp3")), QStringLiteral("/a.mp3"));
+    EXPECT_EQ(PathIn(QStringLiteral("/"), QStringLiteral("themes/default")),
+              QStringLiteral("/themes/default"));
+}
+
+TEST(PathText, TheFolderOfAPathHasNoSeparatorAtItsEndButTheRoot) {
+    EXPECT_EQ(FolderOfPath(QStringLiteral("/music/rock")), QStringLiteral("/music"));
+    EXPECT_EQ(FolderOfPath(QStringLiteral("/music")), QStringLiteral("/"));
+    EXPECT_EQ(FolderOfPath(QStringLiteral("/")), QStringLiteral("/"));
+    EXPECT_EQ(FolderOfPath(QStringLiteral("music")), QString());
+    EXPECT_EQ(FolderOfPath(QString()), QString());
+}
+
+TEST(PathText, TheNameOfAPathFollowsItsLastSeparator) {
+    EXPECT_EQ(NameOfPath(QStringLiteral("/music/rock")), QStringLiteral("rock"));
+    EXPECT_EQ(NameOfPath(QStringLiteral("/rock")), QStringLiteral("rock"));
+    EXPECT_EQ(NameOfPath(QStringLiteral("rock")), QStringLiteral("rock"));
+    EXPECT_EQ(NameOfPath(QStringLiteral("/")), QString());
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // Finding and filling the application folder.
 #include "app/cabinet/app_folder.h"
 
+#include "core/path_text.h"
 #include "platform/files.h"
 #include "settings/safe_write.h"
 
@@ -18,7 +19,8 @@ bool HasFile(Files& files, const QString& path) {
 }
 
 bool HoldsJukebox(Files& files, const QString& folder) {
-    return HasFile(files, folder + u'/' + kConfigFile) || files.IsFolder(folder + QStringLiteral("/themes"));
+    return HasFile(files, PathIn(folder, kConfigFile)) ||
+           files.IsFolder(PathIn(folder, QStringLiteral("themes")));
 }
 
 // Makes the folder and what is missing above it.
@@ -26,8 +28,8 @@ bool MakeFolders(Files& files, const QString& folder) {
     if (files.IsFolder(folder)) {
         return true;
     }
-    const qsizetype cut = folder.lastIndexOf(u'/');
-    return cut >= 0 && (cut == 0 || MakeFolders(files, folder.left(cut))) && files.MakeFolder(folder);
+    const QString above = FolderOfPath(folder);
+    return !above.isEmpty() && MakeFolders(files, above) && files.MakeFolder(folder);
 }
 
 bool CopyFile(Files& files, const QString& from, const QString& to) {
@@ -46,8 +48,8 @@ bool CopyTree(Files& files, const QString& from, const QString& to, int depth) {
     std::stable_partition(entries->begin(), entries->end(),
                           [](const FolderEntry& entry) { return entry.name != kConfigFile; });
     return std::all_of(entries->begin(), entries->end(), [&](const FolderEntry& entry) {
-        const QString source = from + u'/' + entry.name;
-        const QString target = to + u'/' + entry.name;
+        const QString source = PathIn(from, entry.name);
+        const QString target = PathIn(to, entry.name);
         return entry.isFolder ? CopyTree(files, source, target, depth + 1) : CopyFile(files, source, target);
     });
 }
@@ -69,13 +71,13 @@ AppFolderResult OwnFolder(Files& files, const AppFolderSources& sources) {
     // A relative XDG_DATA_HOME counts as unset, as the XDG Base Directory rules say.
     const QString data = sources.dataHome.startsWith(u'/')
                              ? sources.dataHome
-                             : sources.userHome + QStringLiteral("/.local/share");
-    const QString folder = data + QStringLiteral("/vantorix");
-    if (HasFile(files, folder + u'/' + kConfigFile)) {
+                             : PathIn(sources.userHome, QStringLiteral(".local/share"));
+    const QString folder = PathIn(data, QStringLiteral("vantorix"));
+    if (HasFile(files, PathIn(folder, kConfigFile))) {
         return {files.RealPath(folder), {}};
     }
     for (const QString& share :
-         {sources.shareFolder, sources.programFolder + QStringLiteral("/../share/vantorix")}) {
+         {sources.shareFolder, PathIn(sources.programFolder, QStringLiteral("../share/vantorix"))}) {
         if (HoldsJukebox(files, share)) {
             return FillAppFolder(files, share, folder)
                        ? AppFolderResult{files.RealPath(folder), {}}

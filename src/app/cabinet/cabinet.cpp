@@ -169,14 +169,14 @@ int Cabinet::TellStop(const ProgramStop& stop) {
          QStringLiteral(
              "What to do: put right what is named above, then start the jukebox again. The themes and the "
              "config.ini that were delivered with it are known to work."),
-         QStringLiteral("What it did before stands in %1/vantorix.log").arg(form_.AppFolder)},
+         QStringLiteral("What it did before stands in %1")
+             .arg(PathIn(form_.AppFolder, QStringLiteral("vantorix.log")))},
         QStringLiteral("Any key closes this page. It closes by itself after 15 seconds."), kStopPage);
     return kEndedByError;
 }
 
 QString ProgramFolder(Files& files) {
-    const QString program = files.RealPath(QStringLiteral("/proc/self/exe"));
-    return program.left(program.lastIndexOf(u'/'));
+    return FolderOfPath(files.RealPath(QStringLiteral("/proc/self/exe")));
 }
 
 AppFolderResult FindFolder(const CommandLine& line) {

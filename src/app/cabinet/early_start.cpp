@@ -1,6 +1,7 @@
 // The theme is guessed from config.ini as it stands; whatever is different later is loaded then.
 #include "app/cabinet/early_start.h"
 
+#include "core/path_text.h"
 #include "platform/gstreamer/start.h"
 #include "platform/qt/qt_fonts.h"
 #include "settings/ini_file.h"
@@ -11,8 +12,8 @@ namespace {
 constexpr std::int64_t kLargestConfig = 1 << 20;
 
 QString ThemeIn(Files& files, const QString& appFolder) {
-    const IniFile config(
-        files.ReadWhole(appFolder + QStringLiteral("/config.ini"), kLargestConfig).value_or(QByteArray()));
+    const IniFile config(files.ReadWhole(PathIn(appFolder, QStringLiteral("config.ini")), kLargestConfig)
+                             .value_or(QByteArray()));
     const QString theme = config.Value(u"Main", u"Theme").trimmed();
     return theme.isEmpty() ? QStringLiteral("default") : theme;
 }
@@ -24,10 +25,10 @@ EarlyStart::EarlyStart(const QString& appFolder)
           ReadSystemFonts();
           StartGStreamer();
       })) {
-    const QString folder = appFolder + QStringLiteral("/themes/") + ThemeIn(files_, appFolder) + u'/';
+    const QString folder = PathIn(appFolder, QStringLiteral("themes/") + ThemeIn(files_, appFolder));
     QStringList paths;
     for (const QString& name : ThemePictures()) {
-        paths += folder + name;
+        paths += PathIn(folder, name);
     }
     queue_->ReadAhead({files_, zlib_, pump_, pictures_}, paths);
 }

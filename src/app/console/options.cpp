@@ -68,7 +68,7 @@ QString CurrentFolder() {
 // Takes one option into `options`; what is wrong with it, or nothing.
 QString TakeOption(ConsoleOptions& options, const QString& name, const QString& value) {
     if (name == u"--home") {
-        options.home = QDir::cleanPath(value.startsWith(u'/') ? value : CurrentFolder() + u'/' + value);
+        options.home = QDir::cleanPath(value.startsWith(u'/') ? value : PathIn(CurrentFolder(), value));
         return value.isEmpty() ? QStringLiteral("--home needs a folder") : QString();
     }
     if (name == u"--screen") {

@@ -36,7 +36,7 @@ QString QSerialPortLine::DeviceOf(int number) const {
     if (given != devices_.end()) {
         return given->second;
     }
-    const QString inFolder = appFolder_ + QStringLiteral("/COM%1").arg(number);
+    const QString inFolder = PathIn(appFolder_, QStringLiteral("COM%1").arg(number));
     return Exists(inFolder) ? inFolder : QStringLiteral("/dev/ttyS%1").arg(number - 1);
 }
 
