@@ -63,7 +63,7 @@ tell_screen() {
 There is no display here: the jukebox runs on a virtual screen, $DISPLAY, 1920x1080.
   Look at it:    DISPLAY=$DISPLAY import -window root look.png
   Press a key:   DISPLAY=$DISPLAY xdotool key Down
-  The same jukebox without any screen, driven by text:
+  When it has ended, the same jukebox without any screen, driven by text:
                  printf 'key 40\nframe look.png\n' | build/vantorix-console --home build/home
 Ctrl-C ends it.
 WORDS

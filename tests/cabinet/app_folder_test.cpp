@@ -43,12 +43,30 @@ protected:
 } // namespace
 
 TEST_F(AppFolderTest, TheGivenFolderIsTakenAndLeftAsItIs) {
-    QDir().mkpath(Path("given"));
+    MakeFile("given/config.ini", "");
     sources.home = Path("given") + QStringLiteral("/../given/");
     const AppFolderResult found = Find();
     EXPECT_EQ(found.error, QString());
     EXPECT_EQ(found.folder, QFileInfo(Path("given")).canonicalFilePath());
-    EXPECT_TRUE(QDir(found.folder).isEmpty());
+    EXPECT_EQ(QDir(found.folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+              QStringList(QStringLiteral("config.ini")));
+}
+
+TEST_F(AppFolderTest, AGivenFolderWithThemesAndNoSettingsIsAFirstRun) {
+    MakeFile("given/themes/default/theme.ini", "");
+    sources.home = Path("given");
+    EXPECT_EQ(Find().error, QString());
+}
+
+TEST_F(AppFolderTest, AGivenFolderThatHoldsNoJukeboxIsRefusedAndLeftAsItIs) {
+    MakeShare("share");
+    QDir().mkpath(Path("given"));
+    sources.home = Path("given");
+    const AppFolderResult found = Find();
+    EXPECT_TRUE(found.error.contains(Path("given"))) << found.error.toStdString();
+    EXPECT_TRUE(found.error.contains(QStringLiteral("neither config.ini nor themes")))
+        << found.error.toStdString();
+    EXPECT_TRUE(QDir(Path("given")).isEmpty());
 }
 
 TEST_F(AppFolderTest, AGivenFolderThatIsMissingIsToldByItsName) {

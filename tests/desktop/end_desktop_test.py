@@ -4,6 +4,7 @@ import pty
 import select
 import signal
 import subprocess
+import tempfile
 import time
 import tty
 import unittest
@@ -55,6 +56,24 @@ class Ends(desk.DeskTest):
         self.screen.press("Down")
         self.see_change(self.screen.picture(), "the turning leaf")
         self.assertNotIn(" : RedrawJukebox", self.log()[before:])
+        self.signal()
+        self.assert_ends(0)
+
+
+class TwoOnOneHome(desk.DeskTest):
+    def test_the_second_one_says_which_process_has_the_folder_and_a_kill_frees_it(self):
+        self.start_and_see()
+        first = self.jukebox
+        before = self.log()
+        second = subprocess.run([desk.PROGRAM, "--home", str(self.home)], env=self.screen.environment,
+                                capture_output=True, text=True, timeout=desk.PATIENCE)
+        self.assertEqual((second.returncode, second.stdout), (2, ""))
+        self.assertIn(f'"{self.home}" is in use by vantorix, process {first.pid}', second.stderr)
+        self.assertEqual(self.log()[:len(before)], before)
+        self.assertEqual([line for line in self.log() if "Lancement" in line], before[:1])
+        first.kill()
+        first.wait()
+        self.start_and_see()
         self.signal()
         self.assert_ends(0)
 
@@ -143,6 +162,13 @@ class CommandLine(unittest.TestCase):
                 answer = self.run_with(*arguments)
                 self.assertEqual((answer.returncode, answer.stdout), (2, ""))
                 self.assertEqual(len(answer.stderr.splitlines()), 1, answer.stderr)
+
+    def test_a_home_without_a_jukebox_is_code_2_and_stays_as_it_is(self):
+        with tempfile.TemporaryDirectory() as folder:
+            answer = self.run_with("--home", folder)
+            self.assertEqual((answer.returncode, answer.stdout), (2, ""))
+            self.assertIn(f'"{folder}" is no application folder', answer.stderr)
+            self.assertEqual(os.listdir(folder), [])
 
     def test_without_a_display_it_says_so(self):
         home = str(desk.ROOT / "home")

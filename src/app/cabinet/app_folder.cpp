@@ -3,6 +3,7 @@
 
 #include "core/path_text.h"
 #include "platform/files.h"
+#include "settings/home_folder.h"
 #include "settings/safe_write.h"
 
 #include <algorithm>
@@ -16,11 +17,6 @@ const QString kConfigFile = QStringLiteral("config.ini");
 
 bool HasFile(Files& files, const QString& path) {
     return files.Identity(path).has_value();
-}
-
-bool HoldsJukebox(Files& files, const QString& folder) {
-    return HasFile(files, PathIn(folder, kConfigFile)) ||
-           files.IsFolder(PathIn(folder, QStringLiteral("themes")));
 }
 
 // Makes the folder and what is missing above it.
@@ -56,10 +52,8 @@ bool CopyTree(Files& files, const QString& from, const QString& to, int depth) {
 
 AppFolderResult GivenFolder(Files& files, const QString& home) {
     const QString folder = files.RealPath(home);
-    if (!files.IsFolder(folder)) {
-        return {{}, QStringLiteral("--home: there is no folder \"%1\"").arg(home)};
-    }
-    return {folder, {}};
+    const QString fault = FaultOfHome(files, folder, home);
+    return fault.isEmpty() ? AppFolderResult{folder, {}} : AppFolderResult{{}, fault};
 }
 
 AppFolderResult OwnFolder(Files& files, const AppFolderSources& sources) {

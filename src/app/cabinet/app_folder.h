@@ -27,9 +27,9 @@ struct AppFolderSources {
     QString shareFolder;
 };
 
-// The folder of --home; without it the program's folder if a config.ini or "themes" lies there; else
-// $XDG_DATA_HOME/vantorix, which is made and filled from the share folder while it holds no config.ini. No
-// separator at its end, the root excepted.
+// The folder of --home, which must hold a jukebox; without it the program's folder if that holds one; else
+// $XDG_DATA_HOME/vantorix, which is made and filled from the share folder while it has no config.ini. No
+// separator at its end, except for the root.
 AppFolderResult FindAppFolder(Files& files, const AppFolderSources& sources);
 
 // Copies every file of the delivered folder that is missing in the target, config.ini as the last one: a copy

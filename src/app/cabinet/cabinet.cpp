@@ -13,6 +13,7 @@
 #include "platform/gstreamer/media_graph.h"
 #include "platform/pictures/picture_loader.h"
 #include "platform/posix/dlopened_zlib.h"
+#include "platform/posix/folder_lock.h"
 #include "platform/posix/posix_files.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_display.h"
@@ -24,6 +25,7 @@
 #include "platform/qt/system_clock.h"
 #include "platform/qt/x11_screen.h"
 #include "platform/serial/qserialport_line.h"
+#include "settings/home_folder.h"
 #include "shell/form_main.h"
 #include "shell/handle_event.h"
 #include "shell/log.h"
@@ -196,6 +198,11 @@ int RunParsed(const CommandLine& line, char** argv) {
     if (!missing.isEmpty()) {
         TellStandardError(missing);
         return !found.error.isEmpty() && line.home ? kWrongCommandLine : kEndedByError;
+    }
+    const FolderLock lock(found.folder);
+    if (lock.IsTaken()) {
+        TellStandardError(HomeInUse(found.folder, lock.Holder()));
+        return kWrongCommandLine;
     }
     EarlyStart early(found.folder);
     return RunWithToolkit(

@@ -82,5 +82,6 @@ QString HelpText() {
         "  --help             this text\n"
         "  --version          the version\n"
         "\n"
-        "Exit code: 0 ended on request, 1 stopped by an error, 2 wrong command line.\n");
+        "Exit code: 0 ended on request, 1 stopped by an error, 2 wrong command line, or the application\n"
+        "folder is in use by another jukebox.\n");
 }

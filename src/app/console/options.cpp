@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <optional>
@@ -85,12 +86,21 @@ QString TakeOption(ConsoleOptions& options, const QString& name, const QString& 
     return QString();
 }
 
+bool Holds(std::span<const QByteArray> arguments, const char* option) {
+    return std::find(arguments.begin(), arguments.end(), option) != arguments.end();
+}
+
 } // namespace
 
 std::variant<ConsoleOptions, QString> ParseOptions(std::span<const QByteArray> arguments) {
     const QStringList optionNames = {QStringLiteral("--home"), QStringLiteral("--screen"),
                                      QStringLiteral("--clock"), QStringLiteral("--fail")};
     ConsoleOptions options;
+    options.showHelp = Holds(arguments, "--help") || Holds(arguments, "-h");
+    options.showVersion = Holds(arguments, "--version");
+    if (options.showHelp || options.showVersion) {
+        return options;
+    }
     QStringList given;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const QString name = TextOfPath(arguments[i]);
@@ -116,9 +126,31 @@ std::variant<ConsoleOptions, QString> ParseOptions(std::span<const QByteArray> a
 
 QString Usage() {
     return QStringLiteral(
-        "usage: vantorix-console --home DIR [--screen WxH[,WxH+X+Y...]] [--clock \"YYYY-MM-DD hh:mm:ss\"]\n"
-        "                        [--fail OPERATION]...\n"
-        "Runs the jukebox in DIR on a simulated machine. Commands come from standard input, one a line; each "
-        "is answered\n"
-        "by one line of JSON on standard output.\n");
+        "Usage: vantorix-console --home DIR [--screen WxH[,WxH+X+Y...]] [--clock \"YYYY-MM-DD hh:mm:ss\"]\n"
+        "                        [--fail OPERATION]...\n");
+}
+
+QString HelpText() {
+    return Usage() +
+           QStringLiteral(
+               "The jukebox on a simulated machine. Commands come from standard input, one a line; each is\n"
+               "answered by one line of JSON on standard output.\n"
+               "\n"
+               "  --home DIR         the application folder: config.ini, themes, playlists, the log, the "
+               "counts\n"
+               "  --screen LIST      the monitors, the first one primary: WxH or WxH+X+Y, separated by "
+               "commas.\n"
+               "                     Without it: 1280x720.\n"
+               "  --clock TIME       the local time at the start, \"YYYY-MM-DD hh:mm:ss\".\n"
+               "                     Without it: 2000-01-01 00:00:00.\n"
+               "  --fail OPERATION   this operation of the machine fails whenever it is called; may be "
+               "given\n"
+               "                     several times\n"
+               "  --help             this text\n"
+               "  --version          the version\n"
+               "\n"
+               "Exit code: 0 ended on request or at the end of the input, 1 stopped by an error, 2 wrong "
+               "command\n"
+               "line, or the application folder is in use by another jukebox, 3 waiting for something that\n"
+               "cannot come.\n");
 }

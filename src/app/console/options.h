@@ -16,10 +16,16 @@ struct ConsoleOptions {
     SimulationOptions simulation;
     // Words behind --fail that name no operation.
     QStringList unknownOperations;
+    bool showHelp = false;
+    bool showVersion = false;
 };
 
-// The arguments behind the program's name as options, or what is wrong with them.
+// The program's arguments as options, or what is wrong with them. With --help or --version nothing else
+// counts.
 std::variant<ConsoleOptions, QString> ParseOptions(std::span<const QByteArray> arguments);
 
-// How the program is called, several lines.
+// How the program is called, for the answer to a wrong command line.
 QString Usage();
+
+// The answer to --help.
+QString HelpText();

@@ -5,6 +5,8 @@
 #include "app/console/options.h"
 #include "app/console/surroundings.h"
 #include "core/path_text.h"
+#include "platform/posix/folder_lock.h"
+#include "settings/home_folder.h"
 #include "shell/form_main.h"
 
 #include <cstdio>
@@ -28,8 +30,14 @@ int RefuseCommandLine(const QString& reason) {
 
 int RunSession(const ConsoleOptions& options) {
     SimulatedPlatform platform(options.simulation);
-    if (!platform.realFiles.IsFolder(options.home)) {
-        return RefuseCommandLine(QStringLiteral("--home: no such folder: ") + options.home);
+    const QString fault = FaultOfHome(platform.realFiles, options.home, options.home);
+    if (!fault.isEmpty()) {
+        return RefuseCommandLine(fault);
+    }
+    const FolderLock lock(options.home);
+    if (lock.IsTaken()) {
+        WriteError(QStringLiteral("vantorix-console: ") + HomeInUse(options.home, lock.Holder()) + u'\n');
+        return kWrongCommandLine;
     }
     Form_Main form(platform.ports());
     form.AppFolder = options.home;
@@ -47,6 +55,15 @@ int RunConsoleProgram(int argc, char** argv) {
         return RefuseCommandLine(*reason);
     }
     const ConsoleOptions& options = std::get<ConsoleOptions>(parsed);
+    if (options.showHelp) {
+        std::fputs(HelpText().toLatin1().constData(), stdout);
+        return 0;
+    }
+    if (options.showVersion) {
+        std::printf("vantorix-console %d.%d.%d\n", VANTORIX_VERSION_MAJOR, VANTORIX_VERSION_MINOR,
+                    VANTORIX_VERSION_PATCH);
+        return 0;
+    }
     for (const QString& operation : options.unknownOperations) {
         WriteError(QStringLiteral("vantorix-console: --fail: no operation of this name can fail: ") +
                    operation + u'\n');

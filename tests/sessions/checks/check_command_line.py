@@ -2,6 +2,8 @@
 """The console's command line: what is taken, what is refused with code 2, and what only warns."""
 
 import os
+import re
+import subprocess
 
 import check_support
 
@@ -17,7 +19,7 @@ def check_refusals(given, checks, home):
         ["--home", home, "--home", home],
         ["--home", home, "more"],
         ["--home", home, "--loud", "1"],
-        ["--home", home, "--help"],
+        ["--home", home, "--versions"],
     ]
     refused += [["--home", home, "--screen", screen] for screen in
                 ("", "800", "800x", "x600", "0x600", "800x0", "800x600,", "800x600+1", "800x600+1+", "99999x600",
@@ -29,7 +31,7 @@ def check_refusals(given, checks, home):
         code, answers, errors = check_support.run(given, options)
         checks.equal("code of %s" % options, 2, code)
         checks.equal("answers of %s" % options, [], answers)
-        checks.equal("usage told for %s" % options, True, "usage: vantorix-console" in errors)
+        checks.equal("usage told for %s" % options, True, "Usage: vantorix-console" in errors)
 
 
 def check_screens(given, checks, home):
@@ -49,6 +51,54 @@ def check_home(given, checks, home):
     for folder, start in ((home + "/", "/"), (os.path.basename(home), os.path.dirname(home)), (".", home)):
         _, answers, _ = check_support.run(given, ["--home", folder], b"state AppFolder\n", cwd=start)
         checks.equal("home %s" % folder, home, answers[-1]["state"]["AppFolder"])
+
+
+def check_no_home(given, checks, home):
+    """A folder without config.ini and themes is refused, and nothing is written in it."""
+    folder = os.path.join(os.path.dirname(home), "no-home")
+    os.makedirs(os.path.join(folder, "playlists"), exist_ok=True)
+    code, answers, errors = check_support.run(given, ["--home", folder])
+    checks.equal("code without a jukebox", (2, []), (code, answers))
+    checks.equal("the folder is named", True, '"%s" is no application folder' % folder in errors)
+    checks.equal("files of the folder", ["playlists"], os.listdir(folder))
+
+
+def check_help(given, checks):
+    """--help and --version answer on standard output and need no folder."""
+    for options in (["--help"], ["-h"], ["--home", "/there is no such folder", "--help"]):
+        done = subprocess.run([given.console] + options, capture_output=True, text=True, check=False)
+        checks.equal("code and errors of %s" % options, (0, ""), (done.returncode, done.stderr))
+        for word in ("Usage: vantorix-console --home DIR", "--screen", "--clock", "--fail", "--help", "--version"):
+            checks.equal("%s in the answer to %s" % (word, options), True, word in done.stdout)
+        checks.equal("longest line of %s" % options, True, max(map(len, done.stdout.split("\n"))) <= 100)
+    done = subprocess.run([given.console, "--version"], capture_output=True, text=True, check=False)
+    checks.equal("code and errors of --version", (0, ""), (done.returncode, done.stderr))
+    checks.equal("the version", True, bool(re.fullmatch(r"vantorix-console \d+\.\d+\.\d+\n", done.stdout)))
+
+
+def listed(home):
+    return sorted(os.listdir(home))
+
+
+def check_second_jukebox(given, checks, home):
+    """A second jukebox on the same folder says which process has it; a killed one leaves no lock behind."""
+    before = listed(home)
+    first = subprocess.Popen([given.console, "--home", home], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+    checks.equal("the first one", b'{"ready":true}\n', first.stdout.readline())
+    with open(os.path.join(home, "vantorix.log"), "rb") as log:
+        written = log.read()
+    code, answers, errors = check_support.run(given, ["--home", home])
+    checks.equal("the second one", (2, []), (code, answers))
+    checks.equal("it says who has the folder", True, "process %d" % first.pid in errors and home in errors)
+    with open(os.path.join(home, "vantorix.log"), "rb") as log:
+        checks.equal("the log of the first one", written, log.read())
+    first.kill()
+    first.wait()
+    first.stdin.close()
+    first.stdout.close()
+    code, answers, _ = check_support.run(given, ["--home", home])
+    checks.equal("after a kill", (0, [{"ready": True}]), (code, answers))
+    checks.equal("files of the folder", before, listed(home))
 
 
 def check_clock_and_failures(given, checks, home):
@@ -74,6 +124,9 @@ def main():
     check_screens(given, checks, home)
     check_home(given, checks, home)
     check_clock_and_failures(given, checks, home)
+    check_no_home(given, checks, home)
+    check_help(given, checks)
+    check_second_jukebox(given, checks, home)
     checks.end()
 
 
