@@ -4,6 +4,7 @@
 #include "bench.h"
 #include "platform/simulated/simulated_platform.h"
 #include "rendering/page_anim.h"
+#include "rendering/playlist_block.h"
 #include "rendering/redraw_jukebox.h"
 #include "settings/ini_file.h"
 #include "shell/form_main.h"
@@ -221,7 +222,52 @@ void BenchTurn(const QString& title, const QString& delivered, double scale) {
               row(QStringLiteral("the closing frame"), works.back())});
 }
 
+// A queue of this length, in which no title is there twice.
+void FillQueue(Form_Main& form, int count) {
+    form.PlaylistCount = count;
+    form.PlaylistSelected = count;
+    for (int i = 1; i <= count; ++i) {
+        form.PlaylistTitre(i) =
+            QStringLiteral("Artist %1 - A Song With a Title That Is Too Long for Its Row %1.mp3").arg(i);
+        form.PlaylistPath(i) = QStringLiteral("/music/") + form.PlaylistTitre(i);
+    }
+}
+
+// What a patron waits for: the queue drawn with one more entry, and the frame.
+void DrawPick(Form_Main& form) {
+    form.PlaylistCount += 1;
+    form.PlaylistTitre(form.PlaylistCount) = QStringLiteral("Another Artist - Another Song.mp3");
+    DrawPlaylist(form);
+    RedrawJukebox(form);
+}
+
+// The queue's texts after a theme was loaded: none of them is known.
+void DrawUnknown(Form_Main& form) {
+    ForgetPlaylistTexts(form);
+    DrawPlaylist(form);
+}
+
 } // namespace
+
+void BenchQueue(const QString& homeFolder) {
+    constexpr int kShort = 50;
+    constexpr int kLong = 500;
+    BenchJukebox box(homeFolder, 1.0);
+    Form_Main& form = box.form;
+    const auto subject = [&](const QString& name, int count, void (*draw)(Form_Main&)) {
+        return Subject{name.arg(count), [&form, draw] { draw(form); },
+                       [&form, count] {
+                           FillQueue(form, count);
+                           DrawPlaylist(form);
+                       }};
+    };
+    const QString pick = QStringLiteral("a pick with %1 in the queue");
+    const QString unknown = QStringLiteral("DrawPlaylist of %1 unknown titles");
+    PrintRow(QStringLiteral("The queue, theme of 1920x1080"),
+             RunInTurn({subject(pick, kShort, DrawPick), subject(pick, kLong, DrawPick),
+                        subject(unknown, kShort, DrawUnknown), subject(unknown, kLong, DrawUnknown)},
+                       21));
+}
 
 void BenchFrames(const QString& homeFolder) {
     BenchFrame(QStringLiteral("A frame of 1920x1080, theme of 1920x1080"), homeFolder, 1.0);

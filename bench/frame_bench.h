@@ -9,3 +9,6 @@ void BenchFrames(const QString& homeFolder);
 
 // The same for the turn of a page: what each leaf of it costs, without the 6 ms of waiting behind it.
 void BenchTurns(const QString& homeFolder);
+
+// What a pick costs the queue's rows and the frame, with a short and with a long queue.
+void BenchQueue(const QString& homeFolder);

@@ -14,7 +14,7 @@
 namespace {
 
 constexpr char kUsage[] =
-    "vantorix-bench HOME_FOLDER DEMO_FOLDER [ini|list|png|tags|frame|turn|start]...\n"
+    "vantorix-bench HOME_FOLDER DEMO_FOLDER [ini|list|png|tags|frame|queue|turn|start]...\n"
     "  the folders home/ and demo/ of the repository; without a word every row is measured\n";
 
 } // namespace
@@ -47,6 +47,9 @@ int main(int argc, char** argv) {
     }
     if (wanted("frame")) {
         BenchFrames(home);
+    }
+    if (wanted("queue")) {
+        BenchQueue(home);
     }
     if (wanted("turn")) {
         BenchTurns(home);

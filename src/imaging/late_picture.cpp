@@ -100,7 +100,7 @@ LatePicture::LatePicture(LatePicture&&) noexcept = default;
 LatePicture& LatePicture::operator=(LatePicture&&) noexcept = default;
 
 void LatePicture::LoadPicture_File(const PicturePorts& ports, PictureQueue& queue, const QString& FileName) {
-    picture_.DestroyDIB();
+    picture_.reset();
     pending_ = queue.TakeAhead(FileName);
     if (!pending_) {
         auto bytes = ReadPictureFile(ports, FileName);
@@ -113,9 +113,12 @@ void LatePicture::LoadPicture_File(const PicturePorts& ports, PictureQueue& queu
     ports.pump.DoEvents();
 }
 
-const c32bppDIB& LatePicture::Settled() const {
+std::shared_ptr<const c32bppDIB> LatePicture::Shared() const {
     if (pending_) {
-        picture_ = std::exchange(pending_, nullptr)->Take();
+        picture_ = std::make_shared<c32bppDIB>(std::exchange(pending_, nullptr)->Take());
+    }
+    if (!picture_) {
+        picture_ = std::make_shared<c32bppDIB>();
     }
     return picture_;
 }

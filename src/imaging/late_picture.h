@@ -61,7 +61,9 @@ public:
     void LoadPicture_File(const PicturePorts& ports, PictureQueue& queue, const QString& FileName);
 
     // The image object.
-    const c32bppDIB& Settled() const;
+    const c32bppDIB& Settled() const { return *Shared(); }
+    // The same, for one who keeps it while this object loads another file.
+    std::shared_ptr<const c32bppDIB> Shared() const;
     operator const c32bppDIB&() const { return Settled(); } // NOLINT(google-explicit-constructor)
 
     int Width() const { return Settled().Width(); }
@@ -74,6 +76,6 @@ public:
     }
 
 private:
-    mutable c32bppDIB picture_;
+    mutable std::shared_ptr<c32bppDIB> picture_;
     mutable std::shared_ptr<PictureTask> pending_;
 };

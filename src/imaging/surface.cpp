@@ -6,9 +6,12 @@
 
 #include <QFont>
 #include <QFontMetrics>
+#include <QGlyphRun>
 #include <QPainter>
+#include <QTextLayout>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <vector>
@@ -91,22 +94,86 @@ QImage NewPicture(int width, int height) {
                              : QImage();
 }
 
-// Glyphs reach a little out of their boxes, so a text counts as beside the surface from one line height on.
+// The rectangle of the glyphs of a text with marks, from its base line on; empty for plain letters. The
+// font's metrics know the size of a mark, but not how high it is stacked.
+QRectF InkOfGlyphs(const QFont& font, const QString& text) {
+    constexpr char16_t kFirstMark = 0x300;
+    if (std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < kFirstMark; })) {
+        return {};
+    }
+    QTextLayout layout(text, font);
+    layout.beginLayout();
+    // A layout breaks the text at line ends, which are drawn as any other character.
+    while (layout.createLine().isValid()) {
+    }
+    layout.endLayout();
+    QRectF ink;
+    for (int i = 0; i < layout.lineCount(); ++i) {
+        const QTextLine line = layout.lineAt(i);
+        const QList<QGlyphRun> runs = line.glyphRuns();
+        for (const QGlyphRun& run : runs) {
+            ink |= run.boundingRect().translated(0, -line.ascent());
+        }
+    }
+    return ink;
+}
+
+// No letter of the text touches the surface. Letters reach a little out of their boxes, so a text within one
+// line height of the surface is always drawn.
 bool IsBeside(const Surface& surface, const SurfaceFont& font, int x, int y, const QString& text) {
     const std::int64_t line = font.metrics.height();
-    return x > surface.Width() + line || y > surface.Height() + line || y + 2 * line < 0 ||
-           std::int64_t{x} + font.metrics.horizontalAdvance(text) + line < 0;
+    if (x > surface.Width() + line ||
+        (x < 0 && std::int64_t{x} + font.metrics.horizontalAdvance(text) + line < 0)) {
+        return true;
+    }
+    if (y <= surface.Height() + line && y + 2 * line >= 0) {
+        return false;
+    }
+    const TextReach reach = ReachOfText(surface, text);
+    return std::int64_t{y} + reach.top >= surface.Height() || std::int64_t{y} + reach.bottom <= 0;
+}
+
+// The copy of `from` out of a picture of this height, of which `lines` holds line `top` first.
+void CopyStretched(Surface& target, const Box& to, const QImage& lines, int top, int height,
+                   const Box& from) {
+    const Stretch across = VisibleStretch(to.x, to.width, from.x, from.width, target.Width(), lines.width());
+    Stretch down = VisibleStretch(to.y, to.height, from.y, from.height, target.Height(), height);
+    if (across.IsEmpty() || down.IsEmpty()) {
+        return;
+    }
+    down.from -= top;
+    down.sourceSize = lines.height();
+    if (across.IsCopy() && down.IsCopy()) {
+        CopyRows(target.picture, lines, across, down);
+        return;
+    }
+    // A surface that is copied onto itself keeps its old pixels in this until the end, as writing makes new
+    // ones.
+    const QImage original = lines;
+    if (target.stretchMode == kStretchHalftone) {
+        QPainter painter(&target.picture);
+        PaintSmooth(painter, original, across, down);
+    } else {
+        StretchFast(target.picture, original, across, down);
+    }
 }
 
 } // namespace
 
-void Resize(Surface& surface, int width, int height) {
+QSize SurfaceSize(int width, int height) {
     width = std::max(0, width);
     height = std::max(0, height);
     if (std::int64_t{width} * height > kMostPixels) {
         throw RunTimeError(kOutOfMemory, SizeText(width, height));
     }
-    if (surface.picture.size() != QSize(width, height)) {
+    return width == 0 || height == 0 ? QSize(0, 0) : QSize(width, height);
+}
+
+void Resize(Surface& surface, int width, int height) {
+    const QSize size = SurfaceSize(width, height);
+    width = size.width();
+    height = size.height();
+    if (surface.picture.size() != size) {
         surface.picture = NewPicture(width, height);
         if (surface.picture.isNull() && width != 0 && height != 0) {
             throw RunTimeError(kOutOfMemory, SizeText(width, height));
@@ -124,25 +191,12 @@ void Cls(Surface& surface) {
 }
 
 void StretchBlt(Surface& target, const Box& to, const Surface& source, const Box& from) {
-    const Stretch across = VisibleStretch(to.x, to.width, from.x, from.width, target.Width(), source.Width());
-    const Stretch down =
-        VisibleStretch(to.y, to.height, from.y, from.height, target.Height(), source.Height());
-    if (across.IsEmpty() || down.IsEmpty()) {
-        return;
-    }
-    if (across.IsCopy() && down.IsCopy()) {
-        CopyRows(target.picture, source.picture, across, down);
-        return;
-    }
-    // A surface that is copied onto itself keeps its old pixels in this until the end, as writing makes new
-    // ones.
-    const QImage original = source.picture;
-    if (target.stretchMode == kStretchHalftone) {
-        QPainter painter(&target.picture);
-        PaintSmooth(painter, original, across, down);
-    } else {
-        StretchFast(target.picture, original, across, down);
-    }
+    CopyStretched(target, to, source.picture, 0, source.Height(), from);
+}
+
+void StretchBltLines(Surface& target, const Box& to, const Surface& lines, int top, int height,
+                     const Box& from) {
+    CopyStretched(target, to, lines.picture, top, height, from);
 }
 
 void BitBlt(Surface& target, const Box& to, const Surface& source, int fromX, int fromY) {
@@ -159,6 +213,18 @@ int BeginningWidth(const Surface& surface, const QString& text, qsizetype length
 
 int TextHeight(const Surface& surface, const QString& /*text*/) {
     return FontOf(surface).metrics.height();
+}
+
+TextReach ReachOfText(const Surface& surface, const QString& text) {
+    const SurfaceFont& font = FontOf(surface);
+    const QFontMetrics& metrics = font.metrics;
+    const QRectF ink = QRectF(metrics.tightBoundingRect(text)) | InkOfGlyphs(font.font, text);
+    // Smoothed edges pass the metrics of the letters a little.
+    const int margin = 2 + metrics.height() / 4;
+    const double top = metrics.ascent() + ink.top() - margin;
+    const double bottom = metrics.ascent() + ink.bottom() + margin;
+    return {std::min(0, static_cast<int>(std::floor(top))),
+            std::max(metrics.height(), static_cast<int>(std::ceil(bottom)))};
 }
 
 void TextOutA(Surface& surface, int x, int y, const QString& text) {

@@ -42,8 +42,11 @@ struct Surface {
     int Height() const { return picture.height(); }
 };
 
-// Gives the surface a new size and clears it. Negative sizes count as 0, and a size of 0 in one direction as
-// 0 in both. Raises 7 when the pixels would pass 1 GiB.
+// The size that a surface is given: negative sizes count as 0, and a size of 0 in one direction as 0 in both.
+// Raises 7 when the pixels would pass 1 GiB.
+QSize SurfaceSize(int width, int height);
+
+// Gives the surface a new size, see SurfaceSize, and clears it.
 void Resize(Surface& surface, int width, int height);
 
 // Fills the surface with black.
@@ -54,6 +57,11 @@ void Cls(Surface& surface);
 // rectangle copies nothing. The two surfaces may be the same. Where the size stays, pixels are copied as they
 // are in either mode.
 void StretchBlt(Surface& target, const Box& to, const Surface& source, const Box& from);
+
+// The same from a taller picture, of which `lines` holds what is copied, line `top` first. `height` is the
+// height of the whole picture. All lines of `from` that the picture has must be there.
+void StretchBltLines(Surface& target, const Box& to, const Surface& lines, int top, int height,
+                     const Box& from);
 
 // Copies a rectangle one to one.
 void BitBlt(Surface& target, const Box& to, const Surface& source, int fromX, int fromY);
@@ -66,6 +74,16 @@ int TextHeight(const Surface& surface, const QString& text);
 // Width of the first `length` characters of a text as they are drawn in front of the rest of it. Letters may
 // take another form, and another width, when they are the last ones.
 int BeginningWidth(const Surface& surface, const QString& text, qsizetype length);
+
+// The lines of pixels that the letters of a text reach, counted from its top: above it they are negative.
+struct TextReach {
+    int top = 0;
+    int bottom = 0;
+};
+
+// How far a text reaches up and down in the surface's font, no less than its line. Stacked marks and some
+// letters pass the line by any length.
+TextReach ReachOfText(const Surface& surface, const QString& text);
 
 // Writes a text with its top left corner at (x, y) in the surface's font and colour, the ground left as it
 // is, not clipped to anything but the surface.

@@ -2,6 +2,7 @@
 #include "rendering/playlist_block.h"
 
 #include "core/conversions.h"
+#include "core/run_time_error.h"
 #include "rendering/geometry.h"
 #include "rendering/text.h"
 #include "rendering/titles.h"
@@ -9,11 +10,14 @@
 #include "shell/log.h"
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 namespace {
 
-// Blank rows behind the last entry.
+// Blank rows after the last entry.
 constexpr int kTailRows = 7;
+constexpr int kTextsLeft = 5;
 
 // What a title loses here: the same endings as elsewhere, in an order of their own.
 const QStringList kEndingsOfRows = {QStringLiteral(".mp3"),  QStringLiteral(".flac"), QStringLiteral(".avi"),
@@ -24,45 +28,114 @@ int RowHeight(const Form_Main& form) {
     return form.ImgPlaylistPlaylistHilight.Height();
 }
 
-// The block's texture on both strips, the bar of the selected look on one.
-void DrawGround(Form_Main& form, int y) {
-    const int x = form.BlockPlaylistPlaylistX.value();
-    const int top = form.BlockPlaylistPlaylistY.value();
-    const int width = form.ImgPlaylistPlaylistHilight.Width();
-    const int height = RowHeight(form);
-    form.ImgPlaylist.Render(form.Picture_Playlist, 0, y, width, height, x, top, width, height);
-    form.ImgPlaylist.Render(form.Picture_PlaylistHilight, 0, y, width, height, x, top, width, height);
-    form.ImgPlaylistPlaylistHilight.Render(form.Picture_PlaylistHilight, 0, y);
+// One look of the queue while it is drawn.
+struct Look {
+    Strip& strip;
+    RowTexts& before;
+    TextStyle style;
+    Integer16 decal;
+    // Measures texts in the look's font.
+    Surface ruler;
+    // The texts of the rows drawn so far.
+    RowTexts texts;
+};
+
+Look MakeLook(Strip& strip, RowTexts& before, const TextStyle& style, Integer16 decal, Integer16 stripWidth) {
+    Look look{strip, before, style, decal, {}, {style.Typo, style.TypoSize, stripWidth, {}}};
+    look.ruler.FontName = style.Typo;
+    look.ruler.FontSize = style.TypoSize;
+    const RowTexts& texts = look.texts;
+    if (before.fontName != texts.fontName || before.fontSize != texts.fontSize ||
+        before.stripWidth != stripWidth) {
+        before = {};
+    }
+    return look;
 }
 
-// Title and artist of a row; the artist stands half a row below.
-void WriteRow(Form_Main& form, Surface& strip, int y, const TitleParts& parts, const TextStyle& style,
-              Integer16 decal) {
-    constexpr int kLeft = 5;
+Look NormalLook(Form_Main& form) {
+    const TextStyle style = {form.BlockPlaylistPlaylistFont, form.BlockPlaylistPlaylistFontSize,
+                             form.BlockPlaylistPlaylistFontColor};
+    return MakeLook(form.Picture_Playlist, form.playlistTexts, style, form.BlockPlaylistPlaylistFontDecal,
+                    form.BlockPlaylistPlaylistW);
+}
+
+Look SelectedLook(Form_Main& form) {
+    const TextStyle style = {form.BlockPlaylistPlaylistFontHilight, form.BlockPlaylistPlaylistFontSizeHilight,
+                             form.BlockPlaylistPlaylistFontColorHilight};
+    return MakeLook(form.Picture_PlaylistHilight, form.playlistHilightTexts, style,
+                    form.BlockPlaylistPlaylistFontDecalHilight, form.BlockPlaylistPlaylistW);
+}
+
+// Sizes a look's strip and gives it the pictures of its rows: the block's texture, and the bar of the
+// selected look. A row further than the strip is drawn as well.
+void BeginStrip(Form_Main& form, Look& look) {
+    const LatePicture& bar = form.ImgPlaylistPlaylistHilight;
+    ResizeStrip(look.strip, form.BlockPlaylistPlaylistW.value(),
+                (form.PlaylistCount.value() + kTailRows) * RowHeight(form), RowHeight(form));
+    StripDrawing& drawing = *look.strip.drawing;
+    drawing.fontName = look.style.Typo;
+    drawing.fontSize = look.style.TypoSize;
+    const Box texture{form.BlockPlaylistPlaylistX.value(), form.BlockPlaylistPlaylistY.value(), bar.Width(),
+                      bar.Height()};
+    drawing.ground.push_back({form.ImgPlaylist.Shared(), texture});
+    if (&look.strip == &form.Picture_PlaylistHilight) {
+        drawing.ground.push_back({bar.Shared(), {}});
+    }
+}
+
+std::shared_ptr<const StripLetters> LettersOf(Look& look, const QString& text, Integer16 width) {
+    std::shared_ptr<const StripLetters>& letters = look.texts.letters[text];
+    if (!letters) {
+        letters = look.before.letters.value(text);
+    }
+    if (!letters) {
+        const QString shortened = ShortenedText(look.ruler, text, width);
+        letters =
+            std::make_shared<const StripLetters>(StripLetters{shortened, ReachOfText(look.ruler, shortened)});
+    }
+    return letters;
+}
+
+void WriteText(LogBatch& log, Look& look, int row, const QString& text, const TextBox& box) {
     const QString left = QStringLiteral("left");
     const QString center = QStringLiteral("center");
-    // The width as the theme has it: without a picture of the bar a row has no height, and the strip no
-    // pixel.
-    const Integer16 width = form.BlockPlaylistPlaylistW - kLeft;
-    const double half = RowHeight(form) / 2.0;
-    const Integer16 titleTop = CInt16(static_cast<double>(y) + decal.value() + 1);
-    const Integer16 artistTop = CInt16(y + half + decal.value() - 1);
-    DrawText(form, strip, parts.Titre, {kLeft, titleTop, width, CInt16(half)}, style, left, center);
-    DrawText(form, strip, parts.Interprete, {kLeft, artistTop, width, CInt16(half)}, style, left, center);
+    log.Add(DrawTextLine(text, box, look.style, left, center));
+    EndsProgram("DrawText", [&] {
+        const auto letters = LettersOf(look, text, box.Width);
+        const PlacedText placed = PlaceText(look.ruler, letters->text, box, look.style, left, center);
+        look.strip.drawing->foreColor = placed.colour;
+        AddStripText(look.strip, {row, placed.x, placed.y, letters});
+    });
 }
 
-void DrawRow(Form_Main& form, int row) {
-    const int y = row * RowHeight(form);
-    DrawGround(form, y);
-    const TitleParts parts = BlockTitle(form.PlaylistTitre(row + 1), kEndingsOfRows);
-    WriteRow(form, form.Picture_Playlist, y, parts,
-             {form.BlockPlaylistPlaylistFont, form.BlockPlaylistPlaylistFontSize,
-              form.BlockPlaylistPlaylistFontColor},
-             form.BlockPlaylistPlaylistFontDecal);
-    WriteRow(form, form.Picture_PlaylistHilight, y, parts,
-             {form.BlockPlaylistPlaylistFontHilight, form.BlockPlaylistPlaylistFontSizeHilight,
-              form.BlockPlaylistPlaylistFontColorHilight},
-             form.BlockPlaylistPlaylistFontDecalHilight);
+// Title and artist of a row; the artist is half a row below.
+void WriteRow(const Form_Main& form, LogBatch& log, Look& look, int row, const TitleParts& parts) {
+    const double y = row * RowHeight(form);
+    const double half = RowHeight(form) / 2.0;
+    // The width as the theme has it: without a picture of the bar a row has no height, and the strip no
+    // pixel.
+    const Integer16 width = form.BlockPlaylistPlaylistW - kTextsLeft;
+    const Integer16 titleTop = CInt16(y + look.decal.value() + 1);
+    const Integer16 artistTop = CInt16(y + half + look.decal.value() - 1);
+    WriteText(log, look, row, parts.Titre, {kTextsLeft, titleTop, width, CInt16(half)});
+    WriteText(log, look, row, parts.Interprete, {kTextsLeft, artistTop, width, CInt16(half)});
+}
+
+void SetGroundRows(Look& normal, Look& selected, int rows) {
+    normal.strip.drawing->groundRows = rows;
+    selected.strip.drawing->groundRows = rows;
+}
+
+// An error leaves the rows before it drawn, and its own row as far as it came.
+void DrawRows(Form_Main& form, Look& normal, Look& selected) {
+    LogBatch log(form);
+    for (int row = 0; row < form.PlaylistCount.value(); ++row) {
+        SetGroundRows(normal, selected, row + 1);
+        const TitleParts parts = BlockTitle(form.PlaylistTitre(row + 1), kEndingsOfRows);
+        WriteRow(form, log, normal, row, parts);
+        WriteRow(form, log, selected, row, parts);
+    }
+    EndsProgram("DrawText", [&] { log.Close(); });
 }
 
 // An offset of the touch mode's window, kept between 0 and `most`; a short queue stays put.
@@ -93,31 +166,31 @@ void ShowTouchRows(Form_Main& form) {
 
 void DrawPlaylist(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : DrawPlaylist"));
-    const int count = form.PlaylistCount.value();
-    for (Surface* strip : {&form.Picture_Playlist, &form.Picture_PlaylistHilight}) {
-        Resize(*strip, form.BlockPlaylistPlaylistW.value(), (count + kTailRows) * RowHeight(form));
-    }
-    for (int row = 0; row < count; ++row) {
-        DrawRow(form, row);
-    }
-    for (int row = count; row <= count + kTailRows; ++row) {
-        DrawGround(form, row * RowHeight(form));
-    }
+    Look normal = NormalLook(form);
+    Look selected = SelectedLook(form);
+    BeginStrip(form, normal);
+    BeginStrip(form, selected);
+    DrawRows(form, normal, selected);
+    SetGroundRows(normal, selected, form.PlaylistCount.value() + kTailRows + 1);
+    form.playlistTexts = std::move(normal.texts);
+    form.playlistHilightTexts = std::move(selected.texts);
     if (form.TactileMode == u"true") {
         CopyPlaylistForTouch(form);
     }
 }
 
-void CopyPlaylistForTouch(Form_Main& form) {
-    const Surface& rows = form.Picture_Playlist;
-    Resize(form.Picture_PlaylistTmp, rows.Width(), rows.Height());
-    BitBlt(form.Picture_PlaylistTmp, {0, 0, rows.Width(), rows.Height()}, rows, 0, 0);
-    const int y = (form.PlaylistSelected.value() - 1) * RowHeight(form);
-    BitBlt(form.Picture_PlaylistTmp, {0, y, rows.Width(), RowHeight(form)}, form.Picture_PlaylistHilight, 0,
-           y);
+void ForgetPlaylistTexts(Form_Main& form) {
+    form.playlistTexts = {};
+    form.playlistHilightTexts = {};
 }
 
-void CopyPlaylistRows(Form_Main& form, const Surface& strip, double top, double height) {
+void CopyPlaylistForTouch(Form_Main& form) {
+    CopyStrip(form.Picture_PlaylistTmp, form.Picture_Playlist);
+    PasteStripLines(form.Picture_PlaylistTmp, form.Picture_PlaylistHilight,
+                    (form.PlaylistSelected.value() - 1) * RowHeight(form), RowHeight(form));
+}
+
+void CopyPlaylistRows(Form_Main& form, const Strip& strip, double top, double height) {
     const int width = form.BlockPlaylistPlaylistW.value();
     const Box to =
         ScaledBox(form, form.BlockPlaylistX.value() + form.BlockPlaylistPlaylistX.value(),

@@ -4,17 +4,20 @@
 #include "core/integer.h"
 
 struct Form_Main;
-struct Surface;
+struct Strip;
 
 // Prepares the rows of the queue in both looks.
 void DrawPlaylist(Form_Main& form);
+
+// Makes the next DrawPlaylist measure every text, as new fonts can change their widths.
+void ForgetPlaylistTexts(Form_Main& form);
 
 // Makes Picture_PlaylistTmp a copy of the rows with the selected one in its selected look, as the touch mode
 // shows it.
 void CopyPlaylistForTouch(Form_Main& form);
 
 // Copies `height` design pixels of a strip, from `top` on, to the queue's place on the frame.
-void CopyPlaylistRows(Form_Main& form, const Surface& strip, double top, double height);
+void CopyPlaylistRows(Form_Main& form, const Strip& strip, double top, double height);
 
 // Copies what of the queue fits its place, from `top` on.
 void CopyPlaylistWindow(Form_Main& form, double top);

@@ -23,21 +23,6 @@ constexpr QStringView kPlain    = u"AAAAAAaaaaaaOOOOOOooooooEEEEeeeeIIIIiiiiUUUU
 
 static_assert(kAccented.size() == 53 && kPlain.size() == 53);
 
-void LogDrawing(Form_Main& form, const QString& text, const TextBox& box, const TextStyle& style,
-                const QString& align, const QString& vAlign) {
-    const QStringList arguments = {text,
-                                   QString::number(box.Left.value()),
-                                   QString::number(box.Top.value()),
-                                   QString::number(box.Width.value()),
-                                   QString::number(box.Height.value()),
-                                   style.Typo,
-                                   QString::number(style.TypoSize.value()),
-                                   style.TypoColor,
-                                   align,
-                                   vAlign};
-    WriteLog(form, QStringLiteral(" : DrawText (") + arguments.join(u',') + u')');
-}
-
 bool FitsWithDots(const Surface& surface, const QString& text, qsizetype length, Integer16 width) {
     return TextWidth(surface, text.left(length) + kDots) <= width.value();
 }
@@ -142,9 +127,35 @@ QString ShortenedText(const Surface& surface, const QString& text, Integer16 wid
     return text.left(length) + kDots;
 }
 
+QString DrawTextLine(const QString& text, const TextBox& box, const TextStyle& style, const QString& align,
+                     const QString& vAlign) {
+    const QStringList arguments = {text,
+                                   QString::number(box.Left.value()),
+                                   QString::number(box.Top.value()),
+                                   QString::number(box.Width.value()),
+                                   QString::number(box.Height.value()),
+                                   style.Typo,
+                                   QString::number(style.TypoSize.value()),
+                                   style.TypoColor,
+                                   align,
+                                   vAlign};
+    return QStringLiteral(" : DrawText (") + arguments.join(u',') + u')';
+}
+
+PlacedText PlaceText(const Surface& surface, const QString& text, const TextBox& box, const TextStyle& style,
+                     const QString& align, const QString& vAlign) {
+    const QString left = QStringLiteral("left");
+    const QString across = align.toLower();
+    const int width = across == left ? 0 : TextWidth(surface, text);
+    const double x = Aligned(across, left, QStringLiteral("right"), box.Left, box.Width, width);
+    const double y = Aligned(vAlign.toLower(), QStringLiteral("top"), QStringLiteral("bottom"), box.Top,
+                             box.Height, TextHeight(surface, text));
+    return {CInt32(x).value(), CInt32(y).value(), Colour(style.TypoColor)};
+}
+
 void DrawText(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox& box, const TextStyle& style,
               const QString& TypoAlign, const QString& TypoVAlign) {
-    EndsProgram("DrawText", [&] { LogDrawing(form, Texte, box, style, TypoAlign, TypoVAlign); });
+    EndsProgram("DrawText", [&] { WriteLog(form, DrawTextLine(Texte, box, style, TypoAlign, TypoVAlign)); });
     DrawTextUnlogged(Pic, Texte, box, style, TypoAlign, TypoVAlign);
 }
 
@@ -154,12 +165,9 @@ void DrawTextUnlogged(Surface& Pic, const QString& Texte, const TextBox& box, co
         Pic.FontName = style.Typo;
         Pic.FontSize = style.TypoSize;
         const QString text = ShortenedText(Pic, Texte, box.Width);
-        const double x = Aligned(TypoAlign.toLower(), QStringLiteral("left"), QStringLiteral("right"),
-                                 box.Left, box.Width, TextWidth(Pic, text));
-        const double y = Aligned(TypoVAlign.toLower(), QStringLiteral("top"), QStringLiteral("bottom"),
-                                 box.Top, box.Height, TextHeight(Pic, text));
-        Pic.ForeColor = Colour(style.TypoColor);
-        TextOutA(Pic, CInt32(x).value(), CInt32(y).value(), text);
+        const PlacedText placed = PlaceText(Pic, text, box, style, TypoAlign, TypoVAlign);
+        Pic.ForeColor = placed.colour;
+        TextOutA(Pic, placed.x, placed.y, text);
     });
 }
 

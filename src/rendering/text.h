@@ -3,6 +3,7 @@
 
 #include "core/integer.h"
 
+#include <QRgb>
 #include <QString>
 
 struct Form_Main;
@@ -27,6 +28,22 @@ struct TextStyle {
 // A text as it fits a width in the surface's font: itself, or else its longest beginning that fits with "..."
 // after it. Raises 5 when not even the dots fit.
 QString ShortenedText(const Surface& surface, const QString& text, Integer16 width);
+
+// Where a text is written in a box, and in which colour.
+struct PlacedText {
+    int x = 0;
+    int y = 0;
+    QRgb colour = 0;
+};
+
+// Places a text that has been shortened, in the surface's font. Raises 6 for a box that leaves 16 bits; 13,
+// 6, 9 or 5 for a colour that is not three numbers.
+PlacedText PlaceText(const Surface& surface, const QString& text, const TextBox& box, const TextStyle& style,
+                     const QString& align, const QString& vAlign);
+
+// The line of the log about a text that is drawn.
+QString DrawTextLine(const QString& text, const TextBox& box, const TextStyle& style, const QString& align,
+                     const QString& vAlign);
 
 // Writes one line of text into a box, shortened with "..." to its width, aligned by the words "left",
 // "right", "top", "bottom" in any case; any other word centres. Logs all its arguments. Any fault ends the

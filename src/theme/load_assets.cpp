@@ -6,6 +6,7 @@
 #include "platform/fonts.h"
 #include "platform/media_graph.h"
 #include "platform/message_box.h"
+#include "rendering/playlist_block.h"
 #include "shell/form_main.h"
 #include "shell/log.h"
 #include "theme/load_theme.h"
@@ -79,6 +80,7 @@ void InstallFont(Form_Main& form, const QString& name) {
     WriteLog(form, QStringLiteral(" : TTF ") + name);
     const QString path = PathIn(form.File1.Path, name);
     if (form.fonts.AddFontResource(path) > 0) {
+        ForgetPlaylistTexts(form);
         WriteLog(form, QStringLiteral(" : AddFontResource ") + path);
         return;
     }

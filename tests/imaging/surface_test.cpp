@@ -380,6 +380,25 @@ TEST(SurfaceText, PlacesOutOfAllProportionAreSafe) {
     TextOutA(none, 0, 0, QStringLiteral("HHH"));
 }
 
+// Marks are stacked over any number of lines, so a text far below the surface can reach it.
+TEST(SurfaceText, StackedMarksReachTheSurfaceFromFarBelow) {
+    Surface whole = TextSurface();
+    Resize(whole, 60, 400);
+    whole.FontName = QStringLiteral("DejaVu Sans");
+    const QString text = QStringLiteral("a") + QString(40, QChar(0x301));
+    const int y = 300;
+    TextOutA(whole, 10, y, text);
+    const TextReach reach = ReachOfText(whole, text);
+    ASSERT_LT(y + reach.top, 200);
+    Surface upper = TextSurface();
+    Resize(upper, 60, 200);
+    const QImage clear = upper.picture.copy();
+    upper.FontName = whole.FontName;
+    TextOutA(upper, 10, y, text);
+    EXPECT_EQ(upper.picture, whole.picture.copy(0, 0, 60, 200));
+    EXPECT_NE(upper.picture, clear);
+}
+
 TEST(SurfaceText, EveryFontSizeIsSafe) {
     Surface surface = TextSurface();
     for (const int points : {-32'768, -1, 0, 1, 1000, 32'767}) {

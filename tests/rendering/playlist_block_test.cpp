@@ -30,8 +30,8 @@ protected:
             form.BlockPlaylistY.value() + form.BlockPlaylistPlaylistY.value(),
             form.BlockPlaylistPlaylistW.value(), form.BlockPlaylistPlaylistH.value());
     }
-    static QImage RowOf(const Surface& strip, int row) {
-        return strip.picture.copy(0, row * kRow, strip.Width(), kRow);
+    static QImage RowOf(const Strip& strip, int row) {
+        return PictureOf(strip).copy(0, row * kRow, strip.Width(), kRow);
     }
     static bool IsGround(const QImage& part) {
         QImage ground(part.size(), part.format());

@@ -48,6 +48,10 @@ QImage Part(const Surface& surface, int x, int y, int width, int height) {
     return surface.picture.copy(x, y, width, height);
 }
 
+QImage Part(const Strip& strip, int x, int y, int width, int height) {
+    return PictureOf(strip).copy(x, y, width, height);
+}
+
 TEST_F(Heartbeat, TheSlideEndsOnTheNextRowInItsSelectedLook) {
     StartWith(2);
     ASSERT_FALSE(TickAfter(2000));
@@ -118,7 +122,7 @@ TEST_F(Heartbeat, InTouchModeTheChangeRefreshesTheQueuesTouchPicture) {
     form.TactileMode = QStringLiteral("true");
     form.TrackChanging = 1;
     DrawPlaylist(form);
-    Resize(form.Picture_PlaylistTmp, 1, 1);
+    ResizeStrip(form.Picture_PlaylistTmp, 1, 1, 1);
     ASSERT_FALSE(TickAfter(6000));
     ASSERT_EQ(form.PlaylistCurrent, 2);
     const int width = form.Picture_Playlist.Width();

@@ -37,35 +37,44 @@ public:
     void Wait(double /*milliseconds*/) override {}
 };
 
+QImage PictureOf(const Surface& surface) {
+    return surface.picture;
+}
+
 struct SurfaceRow {
     const char* name;
-    Surface Form_Main::*surface;
+    QImage (*read)(const Form_Main& form);
 };
 
-using F = Form_Main;
+#define SURFACE(name)                                                                                        \
+    {                                                                                                        \
+#name, [](const Form_Main& form) { return PictureOf(form.name); }                                    \
+    }
 
 // clang-format off
 constexpr SurfaceRow kSurfaces[] = {
-    {"Picture_Main",            &F::Picture_Main},
-    {"Picture_Video",           &F::Picture_Video},
-    {"Picture_Cache",           &F::Picture_Cache},
-    {"Picture_CacheHilight",    &F::Picture_CacheHilight},
-    {"Picture_CacheTmp",        &F::Picture_CacheTmp},
-    {"Picture_CacheTmp2",       &F::Picture_CacheTmp2},
-    {"Picture_Playlist",        &F::Picture_Playlist},
-    {"Picture_PlaylistHilight", &F::Picture_PlaylistHilight},
-    {"Picture_PlaylistTmp",     &F::Picture_PlaylistTmp},
-    {"Picture_Command",         &F::Picture_Command},
-    {"Picture_CommandHilight",  &F::Picture_CommandHilight},
-    {"Picture_TmpCover",        &F::Picture_TmpCover},
-    {"Picture_Keyboard",        &F::Picture_Keyboard},
+    SURFACE(Picture_Main),
+    SURFACE(Picture_Video),
+    SURFACE(Picture_Cache),
+    SURFACE(Picture_CacheHilight),
+    SURFACE(Picture_CacheTmp),
+    SURFACE(Picture_CacheTmp2),
+    SURFACE(Picture_Playlist),
+    SURFACE(Picture_PlaylistHilight),
+    SURFACE(Picture_PlaylistTmp),
+    SURFACE(Picture_Command),
+    SURFACE(Picture_CommandHilight),
+    SURFACE(Picture_TmpCover),
+    SURFACE(Picture_Keyboard),
 };
 // clang-format on
 
-Surface Form_Main::*FindSurface(const QString& name) {
+#undef SURFACE
+
+const SurfaceRow* FindSurface(const QString& name) {
     for (const SurfaceRow& row : kSurfaces) {
         if (name == QLatin1String(row.name)) {
-            return row.surface;
+            return &row;
         }
     }
     return nullptr;
@@ -82,10 +91,10 @@ JsonObject WritePng(Console& console, const QImage& picture, const QString& file
     return written ? Ok() : RefusalObject(QStringLiteral("cannot be written: ") + file);
 }
 
-ParsedCommand WriteSurface(Surface Form_Main::*surface, const QString& file) {
+ParsedCommand WriteSurface(const SurfaceRow* surface, const QString& file) {
     const auto run = [surface, file](Console& console) {
         SettleTmpCover(console.form);
-        return WritePng(console, (console.form.*surface).picture, file);
+        return WritePng(console, surface->read(console.form), file);
     };
     return {run, QString()};
 }
@@ -192,7 +201,8 @@ ParsedCommand ParseCalls(const QStringList& words) {
 
 ParsedCommand ParseFrame(const QString& rest) {
     const QString file = rest.trimmed();
-    return file.isEmpty() ? Bad(QStringLiteral("frame takes a file")) : WriteSurface(&F::Picture_Main, file);
+    return file.isEmpty() ? Bad(QStringLiteral("frame takes a file"))
+                          : WriteSurface(FindSurface(QStringLiteral("Picture_Main")), file);
 }
 
 ParsedCommand ParseSurface(const QString& rest) {
@@ -200,7 +210,7 @@ ParsedCommand ParseSurface(const QString& rest) {
     const qsizetype blank = words.indexOf(u' ');
     const QString name = words.left(blank);
     const QString file = blank < 0 ? QString() : words.mid(blank).trimmed();
-    Surface Form_Main::*surface = FindSurface(name);
+    const SurfaceRow* surface = FindSurface(name);
     if (file.isEmpty()) {
         return Bad(QStringLiteral("surface takes a name and a file"));
     }
