@@ -7,7 +7,8 @@
 #include <cstdint>
 
 // A stream is named by its handle; 0 is no stream, and a handle that was freed is refused as 0 is. Bytes
-// count 16-bit stereo frames at 44100 Hz, 4 bytes a frame. Called on the event thread only.
+// count 16-bit stereo frames at 44100 Hz, 4 bytes a frame. Event thread only: the
+// adapter's own threads never call back.
 struct AudioLibrary {
     virtual ~AudioLibrary() = default;
 
@@ -17,8 +18,9 @@ struct AudioLibrary {
     virtual bool BASS_Init(int device, int frequency, int flags) = 0;
     // Frees every stream and the output. Harmless before BASS_Init.
     virtual void BASS_Free() = 0;
-    // Opens a file, not playing. 0 for a missing file, one that cannot be decoded, one without sound. With
-    // kSampleLoop in `flags` the stream begins anew, without a gap, whenever it ends.
+    // Opens a file, not playing. 0 for a missing file, one that cannot be decoded, one without sound, and for
+    // one that takes five seconds of CPU time, or, with the waits for its disk, fifteen seconds in all. With
+    // kSampleLoop in `flags` the stream starts over, without a gap, whenever it ends.
     virtual std::uint32_t BASS_StreamCreateFile(const QString& path, std::uint32_t flags) = 0;
     virtual bool BASS_StreamFree(std::uint32_t handle) = 0;
     virtual bool BASS_MusicFree(std::uint32_t handle) = 0;

@@ -122,6 +122,28 @@ inline bool Eventually(const std::function<bool()>& condition, double seconds = 
     return true;
 }
 
+// Compares a position in frames with the time that passes. A busy machine reads either of them late, now and
+// then; a position that runs at another speed leaves the time further behind with each second.
+class Pace {
+public:
+    void Start(std::int64_t frame) {
+        startFrame_ = frame;
+        start_ = SecondsNow();
+    }
+    // True once the position agrees with the time, within 0.15 s, after a second or more. False when it does
+    // not do so before ten seconds have passed.
+    bool IsReal(const std::function<std::int64_t()>& frame) const {
+        return Eventually([&] {
+            const double played = static_cast<double>(frame() - startFrame_) / 44100;
+            return played >= 1 && std::abs(SecondsNow() - start_ - played) < 0.15;
+        });
+    }
+
+private:
+    std::int64_t startFrame_ = 0;
+    double start_ = 0;
+};
+
 inline std::string BytesOf(const QString& path) {
     std::ifstream file(path.toStdString(), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};

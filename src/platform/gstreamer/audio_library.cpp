@@ -3,9 +3,12 @@
 
 #include "platform/gstreamer/audio_output.h"
 #include "platform/gstreamer/audio_stream.h"
+#include "platform/gstreamer/errand.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
+#include <utility>
 
 GstAudioLibrary::GstAudioLibrary(AudioOutputOptions options) : options_(std::move(options)) {}
 
@@ -33,8 +36,20 @@ void GstAudioLibrary::BASS_Free() {
     if (output_ != nullptr) {
         output_->Stop();
     }
-    streams_.clear();
+    End(std::exchange(streams_, {}));
     output_.reset();
+}
+
+// A stream whose file lies on a disk that does not answer is left to a thread of its own after a second.
+void GstAudioLibrary::End(Streams streams) {
+    constexpr std::chrono::seconds kEndLimit{1};
+    auto ending = std::make_shared<Streams>(std::move(streams));
+    if (ending->empty()) {
+        return;
+    }
+    if (const auto errand = Errand::Begin([owned = std::move(ending)]() mutable { owned.reset(); })) {
+        errand->WaitFor(kEndLimit);
+    }
 }
 
 std::uint32_t GstAudioLibrary::BASS_StreamCreateFile(const QString& path, std::uint32_t flags) {
@@ -70,7 +85,9 @@ bool GstAudioLibrary::BASS_StreamFree(std::uint32_t handle) {
         return false;
     }
     output_->Detach(*stream);
-    streams_.erase(handle);
+    Streams ending;
+    ending.insert(streams_.extract(handle));
+    End(std::move(ending));
     return true;
 }
 

@@ -38,11 +38,14 @@ public:
     bool IsSilent();
 
 private:
+    using Streams = std::map<std::uint32_t, std::unique_ptr<AudioStream>>;
+
     AudioStream* Find(std::uint32_t handle);
+    static void End(Streams streams);
     std::uint32_t NewHandle();
 
     const AudioOutputOptions options_;
     std::unique_ptr<AudioOutput> output_;
-    std::map<std::uint32_t, std::unique_ptr<AudioStream>> streams_;
+    Streams streams_;
     std::uint32_t lastHandle_ = 0;
 };

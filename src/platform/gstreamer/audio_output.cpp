@@ -5,6 +5,7 @@
 #include "platform/gstreamer/start.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -21,7 +22,7 @@ constexpr milliseconds kLongestWait{5000};
 constexpr milliseconds kSteadyAfter{10000};
 // A sink that takes nothing for so long is dead, even if it reports no error.
 constexpr milliseconds kStallLimit{3000};
-constexpr milliseconds kEndLimit{2000};
+constexpr milliseconds kEndLimit{1000};
 
 } // namespace
 
@@ -40,7 +41,11 @@ bool AudioOutput::Start() {
     }
     trialWait_ = kFirstWait;
     quit_ = false;
-    supervisor_ = std::thread([this] { Supervise(); });
+    try {
+        supervisor_ = std::thread([this] { Supervise(); });
+    } catch (const std::system_error&) {
+        return false; // there are no more threads
+    }
     return true;
 }
 
@@ -58,9 +63,10 @@ void AudioOutput::Stop() {
         const std::lock_guard lock(trial_->mutex);
         trial_->abandoned = true;
     }
+    const auto deadline = steady_clock::now() + kEndLimit;
     for (std::optional<Errand>* errand : {&trialErrand_, &retirement_}) {
         if (*errand) {
-            (*errand)->WaitFor(kEndLimit);
+            (*errand)->WaitFor(std::chrono::duration_cast<milliseconds>(deadline - steady_clock::now()));
         }
         errand->reset();
     }
@@ -79,13 +85,21 @@ bool AudioOutput::IsSilent() {
 
 void AudioOutput::BeginTrial() {
     trial_ = std::make_shared<Trial>();
-    trialErrand_.emplace([trial = trial_, options = options_, mixer = mixer_] {
+    trialErrand_ = Errand::Begin([trial = trial_, options = options_, mixer = mixer_] {
         std::unique_ptr<OutputPipeline> found = OutputPipeline::Open(options, options.sink, mixer);
         const std::lock_guard lock(trial->mutex);
         if (!trial->abandoned) {
             trial->found = std::move(found);
         }
     });
+    if (!trialErrand_) {
+        PutOffTrial(); // there are no more threads
+    }
+}
+
+void AudioOutput::PutOffTrial() {
+    nextTrial_ = steady_clock::now() + trialWait_;
+    trialWait_ = std::min(trialWait_ * 2, kLongestWait);
 }
 
 // True when the trial has found a device, which is in use then. A trial that has not ended goes on.
@@ -94,8 +108,7 @@ bool AudioOutput::EndTrial() {
         return false;
     }
     trialErrand_.reset();
-    nextTrial_ = steady_clock::now() + trialWait_;
-    trialWait_ = std::min(trialWait_ * 2, kLongestWait);
+    PutOffTrial();
     std::unique_ptr<OutputPipeline> found = std::move(trial_->found);
     const bool success = found != nullptr;
     if (success) {
@@ -124,7 +137,7 @@ void AudioOutput::FallSilent() {
 // Two are never retired at once, unless the first one does not come to an end.
 void AudioOutput::Retire(std::shared_ptr<OutputPipeline> pipeline) {
     if (pipeline != nullptr) {
-        retirement_.emplace([ending = std::move(pipeline)]() mutable { ending.reset(); });
+        retirement_ = Errand::Begin([ending = std::move(pipeline)]() mutable { ending.reset(); });
     }
 }
 
@@ -141,7 +154,7 @@ void AudioOutput::Supervise() {
 void AudioOutput::FindFirstDevice() {
     const auto deadline = steady_clock::now() + kStartLimit;
     BeginTrial();
-    while (!trialErrand_->WaitFor(kFirstLookEvery) && steady_clock::now() < deadline &&
+    while (trialErrand_ && !trialErrand_->WaitFor(kFirstLookEvery) && steady_clock::now() < deadline &&
            !QuitWithin(milliseconds(0))) {
     }
     if (!EndTrial()) {

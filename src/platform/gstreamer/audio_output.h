@@ -25,10 +25,11 @@ public:
     AudioOutput(const AudioOutput&) = delete;
     AudioOutput& operator=(const AudioOutput&) = delete;
 
-    // Looks for a device aside and returns at once. False when not even the silent sink is installed.
-    // Harmless when it runs.
+    // Looks for a device on a thread of its own and returns at once. False when not even the silent sink is
+    // installed, or there is no thread to be had. Harmless when it runs.
     bool Start();
-    // Harmless when it does not run. A server that does not answer within two seconds is left behind.
+    // Harmless when it does not run. Waits for a second at most: what a sound server holds longer is left to
+    // its own thread.
     void Stop();
     void Attach(SoundSource& source) { mixer_->Attach(source); }
     void Detach(SoundSource& source) { mixer_->Detach(source); }
@@ -40,7 +41,7 @@ public:
 private:
     using Time = std::chrono::steady_clock::time_point;
 
-    // A search for a device, carried out aside.
+    // A search for a device, carried out on a thread of its own.
     struct Trial {
         std::mutex mutex;
         bool abandoned = false;
@@ -48,6 +49,7 @@ private:
     };
 
     void BeginTrial();
+    void PutOffTrial();
     bool EndTrial();
     void Use(std::unique_ptr<OutputPipeline> pipeline, bool silent);
     void FallSilent();

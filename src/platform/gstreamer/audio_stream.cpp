@@ -4,6 +4,7 @@
 #include "platform/gstreamer/length_scan.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -25,27 +26,38 @@ std::size_t SlotOf(std::int64_t outputFrame) {
 
 } // namespace
 
-std::unique_ptr<AudioStream> AudioStream::Open(const QString& path, bool loops) {
-    QString reason;
-    std::unique_ptr<Decoder> decoder = Decoder::Open(path, reason);
-    if (decoder == nullptr) {
+struct AudioStream::OpenedFile {
+    std::unique_ptr<Decoder> decoder;
+    ScannedLength length;
+};
+
+AudioStream::OpenedFile AudioStream::OpenFile(const QString& path, const std::atomic<bool>& abandoned) {
+    MeasuredFile file = OpenAndMeasure(path, kLengthBudget, abandoned);
+    ScannedLength length{file.frames.value_or(0), true};
+    if (file.decoder != nullptr && length.frames == 0) {
+        length = ScanLength(path, abandoned, steady_clock::now() + kLengthBudget);
+    }
+    return {std::move(file.decoder), length};
+}
+
+std::unique_ptr<AudioStream> AudioStream::Open(const QString& path, bool loops, const OpeningLimits& limits) {
+    std::optional<OpenedFile> file = WithinLimits<OpenedFile>(
+        limits, [path](const std::atomic<bool>& abandoned) { return OpenFile(path, abandoned); });
+    if (!file || file->decoder == nullptr) {
         return nullptr;
     }
-    ScannedLength length{decoder->MeasuredLength(kLengthBudget).value_or(0), true};
-    if (length.frames == 0) {
-        const std::atomic<bool> never{false};
-        length = ScanLength(path, never, steady_clock::now() + kLengthBudget);
+    try {
+        return Start(path, loops, std::move(*file));
+    } catch (const std::system_error&) {
+        return nullptr; // there are no more threads
     }
-    if (!decoder->Seek(0)) {
-        decoder = Decoder::Open(path, reason);
-    }
-    if (decoder == nullptr) {
-        return nullptr;
-    }
+}
+
+std::unique_ptr<AudioStream> AudioStream::Start(const QString& path, bool loops, OpenedFile file) {
     // A file of which nothing is known but that it sounds counts as one second.
-    const std::int64_t frames = length.frames > 0 ? length.frames : kFramesPerSecond;
-    std::unique_ptr<AudioStream> stream(new AudioStream(path, loops, std::move(decoder), frames));
-    if (!length.complete) {
+    const std::int64_t frames = file.length.frames > 0 ? file.length.frames : kFramesPerSecond;
+    std::unique_ptr<AudioStream> stream(new AudioStream(path, loops, std::move(file.decoder), frames));
+    if (!file.length.complete) {
         stream->lengthThread_ = std::thread([self = stream.get()] { self->FindLength(); });
     }
     return stream;
@@ -202,7 +214,7 @@ bool AudioStream::WaitForWork() {
 void AudioStream::SeekDecoder(std::int64_t frame) {
     if (decoder_ == nullptr || !decoder_->Seek(frame)) {
         QString reason;
-        decoder_ = Decoder::Open(path_, reason);
+        decoder_ = Decoder::OpenWithin(OpeningLimits{}, path_, reason, &quit_);
         if (decoder_ != nullptr && frame > 0 && !decoder_->Seek(frame)) {
             decoder_.reset();
         }
@@ -240,7 +252,7 @@ void AudioStream::ReadBlock() {
 void AudioStream::SkipDamage() {
     QString reason;
     damageEnd_ = decoded_ + kFramesPerSecond;
-    decoder_ = damageEnd_ < Length() ? Decoder::Open(path_, reason) : nullptr;
+    decoder_ = damageEnd_ < Length() ? Decoder::OpenWithin(OpeningLimits{}, path_, reason, &quit_) : nullptr;
     if (decoder_ != nullptr && !decoder_->Seek(damageEnd_)) {
         decoder_.reset();
     }

@@ -20,9 +20,12 @@
 // thread.
 class AudioStream : public SoundSource {
 public:
-    // Null when the file does not open, see Decoder::Open. The length is exact or, in the case of a long file
-    // that does not tell it, an estimate that becomes exact within a second.
-    static std::unique_ptr<AudioStream> Open(const QString& path, bool loops);
+    // Null when the file does not open, see Decoder::Open, or not within the limits, and when the system has
+    // no more threads. The length is exact or, in the case of a long file that does not tell it, an estimate
+    // that becomes exact within a second.
+    static std::unique_ptr<AudioStream> Open(const QString& path, bool loops,
+                                             const OpeningLimits& limits = {});
+    // Waits for the threads of the stream, which a disk that does not answer may hold.
     ~AudioStream() override;
     AudioStream(const AudioStream&) = delete;
     AudioStream& operator=(const AudioStream&) = delete;
@@ -41,6 +44,10 @@ public:
     void Mix(std::span<std::int32_t> sums, std::int64_t firstFrame) override;
 
 private:
+    struct OpenedFile;
+
+    static OpenedFile OpenFile(const QString& path, const std::atomic<bool>& abandoned);
+    static std::unique_ptr<AudioStream> Start(const QString& path, bool loops, OpenedFile file);
     AudioStream(const QString& path, bool loops, std::unique_ptr<Decoder> decoder, std::int64_t length);
     void GoTo(std::int64_t frame);
     std::size_t TakeFrames(std::span<std::int32_t> sums, std::int64_t firstFrame);

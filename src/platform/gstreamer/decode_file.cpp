@@ -10,8 +10,6 @@ namespace {
 
 // A decoder that gives nothing for so long is given up.
 constexpr std::chrono::seconds kStallLimit{20};
-constexpr std::chrono::seconds kMeasureLimit{2};
-constexpr std::chrono::hours kCountLimit{1};
 
 std::size_t SampleLimit(double seconds) {
     constexpr double kMost = 24.0 * 3600;
@@ -23,7 +21,8 @@ std::size_t SampleLimit(double seconds) {
 
 std::optional<DecodedSound> DecodeFile(const QString& path, double maxSeconds, QString* reason) {
     QString ignored;
-    const std::unique_ptr<Decoder> decoder = Decoder::Open(path, reason != nullptr ? *reason : ignored);
+    const std::unique_ptr<Decoder> decoder =
+        Decoder::OpenWithin(OpeningLimits{}, path, reason != nullptr ? *reason : ignored);
     if (decoder == nullptr) {
         return std::nullopt;
     }
@@ -39,16 +38,8 @@ std::optional<DecodedSound> DecodeFile(const QString& path, double maxSeconds, Q
 }
 
 std::optional<std::int64_t> ProbeLength(const QString& path) {
-    QString reason;
-    std::unique_ptr<Decoder> decoder = Decoder::Open(path, reason);
-    if (decoder == nullptr) {
-        return std::nullopt;
-    }
-    std::optional<std::int64_t> frames = decoder->MeasuredLength(kMeasureLimit);
-    if (!frames) {
-        decoder = Decoder::Open(path, reason);
-        frames = decoder != nullptr ? decoder->CountToEnd(std::chrono::steady_clock::now() + kCountLimit)
-                                    : std::nullopt;
-    }
+    std::optional<MeasuredFile> file = WithinLimits<MeasuredFile>(
+        OpeningLimits{}, [path](const std::atomic<bool>& abandoned) { return OpenToCount(path, abandoned); });
+    const std::optional<std::int64_t> frames = file ? FramesOf(*file) : std::nullopt;
     return frames ? std::optional(*frames * kBytesPerFrame) : std::nullopt;
 }

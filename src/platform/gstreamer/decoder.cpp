@@ -12,11 +12,11 @@
 
 namespace {
 
-// A disk that sleeps takes ten seconds to wake up.
-constexpr std::chrono::seconds kOpenLimit{20};
-// How often a pipeline that gives nothing is looked at. Limits are counted in looks, so that a machine that
-// stood still for a while loses one and not the file.
-constexpr std::chrono::milliseconds kLookEvery{100};
+// The longest wait for a sample at a time. Waits are counted in looks, so that a machine that stood still for
+// a while loses one look and not the file.
+constexpr std::chrono::milliseconds kReadLook{100};
+constexpr std::chrono::seconds kMeasureLimit{2};
+constexpr std::chrono::hours kCountLimit{1};
 // A header that states other figures is damaged; resampling from billions of hertz, or from one, would take
 // minutes and gigabytes.
 constexpr const char* kSaneCaps = "audio/x-raw, rate=(int)[1000, 768000], channels=(int)[1, 64]";
@@ -62,7 +62,7 @@ QString TextOfError(GstMessage* message) {
 
 } // namespace
 
-std::unique_ptr<Decoder> Decoder::Open(const QString& path, QString& reason) {
+std::unique_ptr<Decoder> Decoder::Open(const QString& path, QString& reason, const std::atomic<bool>& stop) {
     const QByteArray bytes = BytesOfPath(path);
     if (!IsPlainFile(bytes, reason)) {
         return nullptr;
@@ -72,10 +72,24 @@ std::unique_ptr<Decoder> Decoder::Open(const QString& path, QString& reason) {
         reason = QStringLiteral("the decoders are not installed");
         return nullptr;
     }
-    if (!decoder->WaitForStart(reason) || !decoder->ReadFirst(reason)) {
+    if (!decoder->WaitForStart(reason, stop) || !decoder->ReadFirst(reason, stop)) {
         return nullptr;
     }
     return decoder;
+}
+
+std::unique_ptr<Decoder> Decoder::OpenWithin(const OpeningLimits& limits, const QString& path,
+                                             QString& reason, const std::atomic<bool>* stop) {
+    std::optional<MeasuredFile> opened = WithinLimits<MeasuredFile>(
+        limits,
+        [path](const std::atomic<bool>& abandoned) {
+            MeasuredFile file;
+            file.decoder = Open(path, file.reason, abandoned);
+            return file;
+        },
+        stop);
+    reason = opened ? opened->reason : OpeningTookTooLong();
+    return opened ? std::move(opened->decoder) : nullptr;
 }
 
 bool Decoder::Build(const QByteArray& path) {
@@ -110,11 +124,15 @@ bool Decoder::Build(const QByteArray& path) {
     return gst_element_link_many(gate, convert, resample, sink, nullptr) != FALSE;
 }
 
-bool Decoder::WaitForStart(QString& reason) {
+bool Decoder::WaitForStart(QString& reason, const std::atomic<bool>& stop) {
+    const auto verdicts = static_cast<GstMessageType>(GST_MESSAGE_ERROR | GST_MESSAGE_ASYNC_DONE |
+                                                      GST_MESSAGE_EOS | GST_MESSAGE_APPLICATION);
     // The text of an error reaches the bus a moment after the state change has failed.
     const bool refused =
         gst_element_set_state(pipeline_.get(), GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE;
-    const MessageHandle message = refused ? PopMessage(GST_MESSAGE_ERROR) : WaitForVerdict();
+    const MessageHandle message =
+        refused ? MessageHandle(gst_bus_timed_pop_filtered(bus_.get(), kLookEvery, GST_MESSAGE_ERROR))
+                : WaitForVerdict(pipeline_.get(), verdicts, stop);
     if (message == nullptr) {
         reason = QStringLiteral("the file cannot be decoded");
         return false;
@@ -131,32 +149,14 @@ bool Decoder::WaitForStart(QString& reason) {
     }
 }
 
-// Started, refused or without sound; null when neither will come, or comes in time.
-MessageHandle Decoder::WaitForVerdict() {
-    const auto verdicts = static_cast<GstMessageType>(GST_MESSAGE_ERROR | GST_MESSAGE_ASYNC_DONE |
-                                                      GST_MESSAGE_EOS | GST_MESSAGE_APPLICATION);
-    for (auto left = kOpenLimit / kLookEvery; left > 0 && !IsDead(); --left) {
-        if (MessageHandle message = PopMessage(verdicts)) {
-            return message;
-        }
-    }
-    return nullptr;
-}
-
-// Nothing ran at two looks on end: one thread may just be handing over to the next.
-bool Decoder::IsDead() {
-    idleLooks_ = AnythingRuns(pipeline_.get()) ? 0 : idleLooks_ + 1;
-    return idleLooks_ > 1;
-}
-
-MessageHandle Decoder::PopMessage(GstMessageType types) {
-    return MessageHandle(gst_bus_timed_pop_filtered(bus_.get(), Nanoseconds(kLookEvery), types));
-}
-
 // A file counts as one with sound when a frame of it has been seen.
-bool Decoder::ReadFirst(QString& reason) {
+bool Decoder::ReadFirst(QString& reason, const std::atomic<bool>& stop) {
     PcmBlock block;
-    if (Read(block, kOpenLimit) != Outcome::kFrames) {
+    Outcome outcome = Outcome::kNothingYet;
+    while (outcome == Outcome::kNothingYet && !stop) {
+        outcome = Read(block, kReadLook);
+    }
+    if (outcome != Outcome::kFrames) {
         reason = QStringLiteral("the file holds no sound");
         return false;
     }
@@ -177,7 +177,7 @@ Decoder::Outcome Decoder::Read(PcmBlock& block, std::chrono::milliseconds wait) 
         return Outcome::kFrames;
     }
     for (auto left = wait;;) {
-        const auto look = std::min(left, kLookEvery);
+        const auto look = std::min(left, kReadLook);
         const SampleHandle sample(gst_app_sink_try_pull_sample(sink_, Nanoseconds(look)));
         if (sample == nullptr) {
             const Outcome outcome = OutcomeWithoutSample();
@@ -187,7 +187,7 @@ Decoder::Outcome Decoder::Read(PcmBlock& block, std::chrono::milliseconds wait) 
             }
             continue;
         }
-        idleLooks_ = 0;
+        watch_.SeeWork();
         TakeSample(sample.get(), block);
         if (position_ < silentUntil_) {
             held_ = std::move(block);
@@ -202,7 +202,7 @@ Decoder::Outcome Decoder::Read(PcmBlock& block, std::chrono::milliseconds wait) 
 }
 
 Decoder::Outcome Decoder::OutcomeWithoutSample() {
-    const bool dead = IsDead();
+    const bool dead = watch_.IsDead(pipeline_.get());
     const bool ended = gst_app_sink_is_eos(sink_) != FALSE;
     failed_ = HasFailed() || (dead && !ended);
     return failed_ ? Outcome::kFailed : ended ? Outcome::kEnd : Outcome::kNothingYet;
@@ -277,7 +277,7 @@ bool Decoder::Seek(std::int64_t frame) {
         return false;
     }
     held_.reset();
-    idleLooks_ = 0;
+    watch_.SeeWork();
     silentUntil_ = 0;
     position_ = frame;
     placed_ = false;
@@ -339,4 +339,38 @@ bool Decoder::HasFailed() {
         failed_ = failed_ || GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_ERROR;
     }
     return failed_;
+}
+
+MeasuredFile OpenAndMeasure(const QString& path, std::chrono::milliseconds budget,
+                            const std::atomic<bool>& stop) {
+    MeasuredFile file;
+    file.decoder = Decoder::Open(path, file.reason, stop);
+    if (file.decoder == nullptr) {
+        return file;
+    }
+    file.frames = file.decoder->MeasuredLength(budget);
+    if (!file.decoder->Seek(0)) {
+        file.decoder = Decoder::Open(path, file.reason, stop);
+    }
+    return file;
+}
+
+// A decoder that has been moved about would count differently from DecodeFile, which starts with a fresh one.
+MeasuredFile OpenToCount(const QString& path, const std::atomic<bool>& stop) {
+    MeasuredFile file;
+    file.decoder = Decoder::Open(path, file.reason, stop);
+    if (file.decoder != nullptr) {
+        file.frames = file.decoder->MeasuredLength(kMeasureLimit);
+    }
+    if (file.decoder != nullptr && !file.frames) {
+        file.decoder = Decoder::Open(path, file.reason, stop);
+    }
+    return file;
+}
+
+std::optional<std::int64_t> FramesOf(MeasuredFile& file) {
+    if (file.decoder == nullptr || file.frames) {
+        return file.decoder != nullptr ? file.frames : std::nullopt;
+    }
+    return file.decoder->CountToEnd(std::chrono::steady_clock::now() + kCountLimit);
 }

@@ -2,12 +2,15 @@
 #pragma once
 
 #include "platform/gstreamer/handles.h"
+#include "platform/gstreamer/opening.h"
 #include "platform/gstreamer/pcm.h"
+#include "platform/gstreamer/pipeline_state.h"
 
 #include <QString>
 
 #include <gst/app/gstappsink.h>
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <optional>
@@ -18,8 +21,12 @@ public:
     enum class Outcome { kFrames, kEnd, kNothingYet, kFailed };
 
     // Opens a file, positioned at its beginning. Null, and a sentence in `reason`, for anything but a regular
-    // file that holds sound that can be decoded. Takes a few milliseconds, five seconds at most.
-    static std::unique_ptr<Decoder> Open(const QString& path, QString& reason);
+    // file that holds sound that can be decoded. Takes a few milliseconds as a rule, and as long as the disk
+    // and the file make it otherwise; `stop` ends it within a look, unless a system call hangs.
+    static std::unique_ptr<Decoder> Open(const QString& path, QString& reason, const std::atomic<bool>& stop);
+    // The same within limits, or until `stop` is set; then whatever still hangs is left to its own thread.
+    static std::unique_ptr<Decoder> OpenWithin(const OpeningLimits& limits, const QString& path,
+                                               QString& reason, const std::atomic<bool>* stop = nullptr);
 
     // The next frames. Waits so long for them and no longer.
     Outcome Read(PcmBlock& block, std::chrono::milliseconds wait);
@@ -38,12 +45,9 @@ public:
 private:
     Decoder() = default;
     bool Build(const QByteArray& path);
-    bool WaitForStart(QString& reason);
-    MessageHandle WaitForVerdict();
-    MessageHandle PopMessage(GstMessageType types);
-    bool ReadFirst(QString& reason);
+    bool WaitForStart(QString& reason, const std::atomic<bool>& stop);
+    bool ReadFirst(QString& reason, const std::atomic<bool>& stop);
     Outcome OutcomeWithoutSample();
-    bool IsDead();
     bool HasFailed();
     void TakeSample(GstSample* sample, PcmBlock& block);
     void Align(GstClockTime time, PcmBlock& block);
@@ -58,7 +62,25 @@ private:
     GstClockTime origin_ = 0;
     std::int64_t position_ = 0;
     std::int64_t silentUntil_ = 0;
-    int idleLooks_ = 0;
+    IdleWatch watch_;
     bool placed_ = false;
     bool failed_ = false;
 };
+
+// What is found out about a file when it is opened.
+struct MeasuredFile {
+    // At the file's beginning; null when the file does not open.
+    std::unique_ptr<Decoder> decoder;
+    // See Decoder::MeasuredLength.
+    std::optional<std::int64_t> frames;
+    // Why there is no decoder.
+    QString reason;
+};
+
+// Opens a file that is going to be played.
+MeasuredFile OpenAndMeasure(const QString& path, std::chrono::milliseconds budget,
+                            const std::atomic<bool>& stop);
+// Opens a file of which only the length is wanted.
+MeasuredFile OpenToCount(const QString& path, const std::atomic<bool>& stop);
+// The exact length: counted by decoding the whole file, for an hour at most, when it could not be measured.
+std::optional<std::int64_t> FramesOf(MeasuredFile& file);

@@ -1,18 +1,25 @@
-// Threads that nobody has to wait for.
+// Detached threads that report their end.
 #include "platform/gstreamer/errand.h"
 
+#include <system_error>
 #include <thread>
 #include <utility>
 
-Errand::Errand(std::function<void()> routine) {
-    std::thread([state = state_, work = std::move(routine)]() mutable {
-        work();
-        // What the routine held goes before its end is told.
-        work = nullptr;
-        const std::lock_guard lock(state->mutex);
-        state->done = true;
-        state->ended.notify_all();
-    }).detach();
+std::optional<Errand> Errand::Begin(std::function<void()> routine) {
+    const Errand errand;
+    try {
+        std::thread([state = errand.state_, work = std::move(routine)]() mutable {
+            work();
+            // What the routine owned is destroyed before the end is reported.
+            work = nullptr;
+            const std::lock_guard lock(state->mutex);
+            state->done = true;
+            state->ended.notify_all();
+        }).detach();
+    } catch (const std::system_error&) {
+        return std::nullopt;
+    }
+    return errand;
 }
 
 bool Errand::WaitFor(std::chrono::milliseconds time) const {

@@ -1,4 +1,4 @@
-// Work that may take for ever, done aside.
+// Work that may never end, done on a thread of its own.
 #pragma once
 
 #include <chrono>
@@ -6,15 +6,17 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 
-// Runs a routine on a thread of its own. One that has not come to an end when the errand is let go is left
-// behind, so the routine must hold whatever it uses.
+// A routine on a thread of its own. The thread goes on when the errand is destroyed first, so the routine
+// must own whatever it uses. It must not throw.
 class Errand {
 public:
-    explicit Errand(std::function<void()> routine);
+    // Nothing when the system has no more threads; the routine is destroyed then without having run.
+    static std::optional<Errand> Begin(std::function<void()> routine);
 
     bool IsDone() const { return WaitFor(std::chrono::milliseconds(0)); }
-    // Waits so long at most for the end. False when it has not come.
+    // Waits for the end, for so long at most. False when it has not come.
     bool WaitFor(std::chrono::milliseconds time) const;
 
 private:
@@ -23,5 +25,8 @@ private:
         std::condition_variable ended;
         bool done = false;
     };
+
+    Errand() = default;
+
     std::shared_ptr<State> state_ = std::make_shared<State>();
 };

@@ -98,13 +98,14 @@ ScannedLength ScanLength(const QString& path, const std::atomic<bool>& stop, Dea
     }
     const BusHandle bus(gst_element_get_bus(pipeline.get()));
     Seen seen;
+    IdleWatch watch;
     bool complete = false;
     while (!stop && std::chrono::steady_clock::now() < deadline) {
         const SampleHandle sample(gst_app_sink_try_pull_sample(sink, 20 * GST_MSECOND));
         if (sample != nullptr) {
             seen.Add(gst_sample_get_buffer(sample.get()));
         } else if (gst_app_sink_is_eos(sink) != FALSE || HasError(bus.get()) ||
-                   !AnythingRuns(pipeline.get())) {
+                   watch.IsDead(pipeline.get())) {
             complete = true;
             break;
         }

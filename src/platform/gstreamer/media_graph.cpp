@@ -5,6 +5,7 @@
 #include "platform/gstreamer/audio_output.h"
 #include "platform/gstreamer/decode_file.h"
 #include "platform/gstreamer/decode_mp3.h"
+#include "platform/gstreamer/opening.h"
 #include "platform/gstreamer/pcm.h"
 
 #include <algorithm>
@@ -14,6 +15,20 @@
 namespace {
 
 constexpr double kLongestSound = 60.0;
+
+struct Loaded {
+    std::optional<DecodedSound> sound;
+    QString reason;
+};
+
+Loaded LoadSound(const QString& path) {
+    Loaded file;
+    file.sound = DecodeMp3(path, kLongestSound);
+    if (!file.sound) {
+        file.sound = DecodeFile(path, kLongestSound, &file.reason);
+    }
+    return file;
+}
 
 class SoundGraph final : public MediaGraph, public SoundSource {
 public:
@@ -25,18 +40,16 @@ public:
     SoundGraph& operator=(const SoundGraph&) = delete;
 
     void RenderFile(const QString& path) override {
-        QString reason;
-        std::optional<DecodedSound> sound = DecodeMp3(path, kLongestSound);
-        if (!sound) {
-            sound = DecodeFile(path, kLongestSound, &reason);
+        std::optional<Loaded> file = WithinLimits<Loaded>(
+            OpeningLimits{}, [path](const std::atomic<bool>&) { return LoadSound(path); });
+        if (!file || !file->sound) {
+            throw RunTimeError(kInvalidProcedureCall,
+                               path + QStringLiteral(": ") + (file ? file->reason : OpeningTookTooLong()));
         }
-        if (!sound) {
-            throw RunTimeError(kInvalidProcedureCall, path + QStringLiteral(": ") + reason);
-        }
-        // Where no output can be had the sound is there and is not heard.
+        // Without an output the sound loads but stays silent.
         output_->Start();
         const std::lock_guard lock(mutex_);
-        samples_.swap(sound->samples);
+        samples_.swap(file->sound->samples);
         next_ = 0;
         running_ = false;
     }

@@ -25,3 +25,19 @@ bool AnythingRuns(GstElement* pipeline) {
     // A pipeline that changes while it is looked at runs.
     return found || result == GST_ITERATOR_RESYNC;
 }
+
+bool IdleWatch::IsDead(GstElement* pipeline) {
+    idleLooks_ = AnythingRuns(pipeline) ? 0 : idleLooks_ + 1;
+    return idleLooks_ > 1;
+}
+
+MessageHandle WaitForVerdict(GstElement* pipeline, GstMessageType verdicts, const std::atomic<bool>& stop) {
+    const BusHandle bus(gst_element_get_bus(pipeline));
+    IdleWatch watch;
+    while (!stop && !watch.IsDead(pipeline)) {
+        if (MessageHandle message{gst_bus_timed_pop_filtered(bus.get(), kLookEvery, verdicts)}) {
+            return message;
+        }
+    }
+    return nullptr;
+}

@@ -2,7 +2,7 @@
 #include "platform/gstreamer/probe_media.h"
 
 #include "core/path_text.h"
-#include "platform/gstreamer/decode_file.h"
+#include "platform/gstreamer/decoder.h"
 #include "platform/gstreamer/handles.h"
 #include "platform/gstreamer/local_source.h"
 #include "platform/gstreamer/pcm.h"
@@ -11,10 +11,6 @@
 
 namespace {
 
-// A file that has not opened after so many looks is given up: a disk that sleeps takes ten seconds to wake
-// up. Looks are counted, not the time that passes: a machine that stood still in between loses one.
-constexpr GstClockTime kLook = GST_SECOND / 10;
-constexpr int kOpenLooks = 200;
 constexpr const char* kNoStreams = "vantorix-no-streams";
 
 // What the streams of a file have told so far.
@@ -88,24 +84,18 @@ PipelineHandle BuildPipeline(const QByteArray& path, Opening& opening) {
 }
 
 // Waits until every stream has its first piece.
-bool Opens(GstElement* pipeline) {
+bool Opens(GstElement* pipeline, const std::atomic<bool>& stop) {
     if (gst_element_set_state(pipeline, GST_STATE_PAUSED) == GST_STATE_CHANGE_FAILURE) {
         return false;
     }
-    const BusHandle bus(gst_element_get_bus(pipeline));
     const auto events = static_cast<GstMessageType>(GST_MESSAGE_ERROR | GST_MESSAGE_ASYNC_DONE |
                                                     GST_MESSAGE_EOS | GST_MESSAGE_APPLICATION);
-    for (int look = 0; look < kOpenLooks; ++look) {
-        if (const MessageHandle message{gst_bus_timed_pop_filtered(bus.get(), kLook, events)}) {
-            return GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_ASYNC_DONE;
-        }
-    }
-    return false;
+    const MessageHandle message = WaitForVerdict(pipeline, events, stop);
+    return message != nullptr && GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_ASYNC_DONE;
 }
 
-} // namespace
-
-std::optional<MediaFacts> ProbeMedia(const QString& path) {
+// What the streams tell; without a length when that has to be measured.
+std::optional<MediaFacts> LookAtStreams(const QString& path, const std::atomic<bool>& stop) {
     const QByteArray bytes = BytesOfPath(path);
     QString ignored;
     if (!IsPlainFile(bytes, ignored) || !StartGStreamer()) {
@@ -113,7 +103,7 @@ std::optional<MediaFacts> ProbeMedia(const QString& path) {
     }
     Opening opening;
     const PipelineHandle pipeline = BuildPipeline(bytes, opening);
-    if (pipeline == nullptr || !Opens(pipeline.get())) {
+    if (pipeline == nullptr || !Opens(pipeline.get(), stop)) {
         return std::nullopt;
     }
     gst_element_foreach_src_pad(opening.source, LookAtStream, &opening);
@@ -121,13 +111,36 @@ std::optional<MediaFacts> ProbeMedia(const QString& path) {
     gst_element_query_duration(pipeline.get(), GST_FORMAT_TIME, &time);
     if (opening.facts.pictureHeight > 0 && time > 0) {
         opening.facts.seconds = static_cast<double>(time) / static_cast<double>(GST_SECOND);
-        return opening.facts;
     }
-    const std::optional<std::int64_t> length = ProbeLength(path);
-    if (!length) {
+    return opening.facts;
+}
+
+struct ProbedFile {
+    std::optional<MediaFacts> facts;
+    // Open when its length counts.
+    MeasuredFile sound;
+};
+
+ProbedFile OpenFile(const QString& path, const std::atomic<bool>& stop) {
+    ProbedFile file{LookAtStreams(path, stop), {}};
+    if (file.facts && file.facts->seconds == 0) {
+        file.sound = OpenToCount(path, stop);
+    }
+    return file;
+}
+
+} // namespace
+
+std::optional<MediaFacts> ProbeMedia(const QString& path) {
+    std::optional<ProbedFile> file = WithinLimits<ProbedFile>(
+        OpeningLimits{}, [path](const std::atomic<bool>& abandoned) { return OpenFile(path, abandoned); });
+    if (!file || !file->facts || file->facts->seconds > 0) {
+        return file ? file->facts : std::nullopt;
+    }
+    const std::optional<std::int64_t> frames = FramesOf(file->sound);
+    if (!frames) {
         return std::nullopt;
     }
-    opening.facts.seconds =
-        static_cast<double>(*length) / static_cast<double>(kBytesPerFrame * kFramesPerSecond);
-    return opening.facts;
+    file->facts->seconds = static_cast<double>(*frames) / static_cast<double>(kFramesPerSecond);
+    return file->facts;
 }
