@@ -216,46 +216,6 @@ std::size_t CountGlitches(const Samples& samples, std::size_t from, std::size_t 
     return glitches;
 }
 
-// A machine whose processors are all taken drops sound now and then, wherever it may be. What these tests
-// look for is there each time or never, so the first attempt that a busy machine leaves alone decides.
-bool OnceIn(int attempts, const std::function<bool()>& attempt) {
-    for (int i = 0; i < attempts; ++i) {
-        if (attempt()) {
-            return true;
-        }
-    }
-    return false;
-}
-
-std::size_t LongestSilence(const Samples& samples, std::size_t from, std::size_t to) {
-    std::size_t zeros = 0;
-    std::size_t longest = 0;
-    for (std::size_t i = from; i < to; ++i) {
-        zeros = samples[2 * i] == 0 ? zeros + 1 : 0;
-        longest = std::max(longest, zeros);
-    }
-    return longest;
-}
-
-TEST_F(GstreamerSound, SeamOfALoopIsNotHeard) {
-    ASSERT_TRUE(library.BASS_Init(-1, 44100, 0));
-    const std::uint32_t handle = Play("loop.wav", 441, 2);
-    // Four and a half seconds hold two seams at least.
-    constexpr std::size_t kLength = 44100 * 9 / 2;
-    EXPECT_TRUE(OnceIn(6, [&] {
-        EXPECT_TRUE(Eventually([&] { return Sounds(recording, 441, 0.5); }, 30));
-        const std::size_t from = recording.Frames() - kStretch / 2;
-        EXPECT_TRUE(Eventually([&] { return recording.Frames() > from + kLength; }, 30));
-        const Samples heard = recording.All();
-        const std::size_t silence = LongestSilence(heard, from, from + kLength);
-        const std::size_t glitches = CountGlitches(heard, from, from + kLength, 441);
-        std::cout << "two seconds in a loop: " << glitches << " irregular samples, longest silence "
-                  << static_cast<double>(silence) / 44.1 << " ms\n";
-        return silence <= 88 && glitches == 0;
-    }));
-    EXPECT_LE(library.BASS_ChannelGetPosition(handle), 2 * 176400);
-}
-
 // The first frame from `from` on at which the right channel sounds.
 std::optional<std::size_t> FirstOnTheRight(const Samples& samples, std::size_t from) {
     for (std::size_t i = from; i < samples.size() / 2; ++i) {
@@ -264,6 +224,54 @@ std::optional<std::size_t> FirstOnTheRight(const Samples& samples, std::size_t f
         }
     }
     return std::nullopt;
+}
+
+// What was heard around the moment at which a loop starts over.
+struct Seam {
+    // Irregular samples within ten milliseconds of the seam, and in the rest of the stretch around it.
+    std::size_t at = 0;
+    std::size_t around = 0;
+};
+
+Seam ExamineSeam(const Samples& samples, std::size_t seam, double frequency) {
+    constexpr std::size_t kNear = 441;
+    constexpr std::size_t kAround = 8820;
+    const std::size_t at = CountGlitches(samples, seam - kNear, seam + kNear, frequency);
+    return {at, CountGlitches(samples, seam - kAround, seam + kAround, frequency) - at};
+}
+
+// A machine whose processors are all taken drops sound now and then, wherever it may be. Such a stretch says
+// nothing about the seam in its middle and is left out; the first clean seam, or the third faulty one in a
+// stretch that is clean otherwise, decides.
+TEST_F(GstreamerSound, SeamOfALoopIsNotHeard) {
+    ASSERT_TRUE(library.BASS_Init(-1, 44100, 0));
+    // The left channel is a sine that runs on across the seam; on the right a mark begins with each pass.
+    Samples tone = media::Tone(441, 2, 0.5);
+    for (std::size_t i = 0; i < tone.size(); i += 2) {
+        tone[i + 1] = i < 8820 ? 16000 : 0;
+    }
+    const std::uint32_t handle =
+        library.BASS_StreamCreateFile(scratch.Write("loop.wav", media::WavBytes(tone)), kSampleLoop);
+    ASSERT_NE(handle, 0U);
+    library.BASS_ChannelPlay(handle, false);
+    std::size_t next = 44100; // the first pass begins before this
+    std::size_t faulty = 0;
+    bool clean = false;
+    const auto decide = [&] {
+        const Samples heard = recording.All();
+        const std::optional<std::size_t> mark = FirstOnTheRight(heard, next);
+        if (mark && heard.size() / 2 > *mark + 44100) {
+            const Seam seam = ExamineSeam(heard, *mark, 441);
+            std::cout << "seam: " << seam.at << " irregular samples, " << seam.around << " around it\n";
+            clean = seam.at == 0 && seam.around == 0;
+            faulty += seam.at > 0 && seam.around == 0 ? 1 : 0;
+            next = *mark + 44100;
+        }
+        return clean || faulty == 3;
+    };
+    EXPECT_TRUE(Eventually(decide, 120)) << "the machine is too busy to play anything";
+    EXPECT_TRUE(clean);
+    EXPECT_LE(library.BASS_ChannelGetPosition(handle), 2 * 176400);
 }
 
 TEST_F(GstreamerSound, ThemeSoundStartsWithin25Milliseconds) {
@@ -300,15 +308,14 @@ TEST_F(GstreamerSound, ThemeSoundStartsWithin25Milliseconds) {
             Eventually([&] { return (frame = FirstOnTheRight(recording.All(), from)).has_value(); }, 30));
         return recording.TimeOf(frame.value_or(0)) - start;
     };
-    EXPECT_TRUE(OnceIn(4, [&] {
-        std::vector<double> delays(15);
-        std::generate(delays.begin(), delays.end(), delay);
-        std::sort(delays.begin(), delays.end());
-        std::cout << "theme sound after " << delays[0] * 1000 << " to " << delays[14] * 1000 << " ms, median "
-                  << delays[7] * 1000 << " ms\n";
-        // Where the server had to drop sound the times are not to be trusted.
-        return delays[0] > 0 && delays[7] <= 0.025;
-    }));
+    // A busy machine makes a delay longer and never shorter, so the shortest one is that of our output.
+    std::vector<double> delays(15);
+    std::generate(delays.begin(), delays.end(), delay);
+    std::sort(delays.begin(), delays.end());
+    std::cout << "theme sound after " << delays[0] * 1000 << " to " << delays[14] * 1000 << " ms, median "
+              << delays[7] * 1000 << " ms\n";
+    EXPECT_GT(delays[0], 0);
+    EXPECT_LE(delays[0], 0.025);
 }
 
 TEST_F(GstreamerSound, ServerThatGoesAwayIsFoundAgainWhileTheStreamGoesOn) {
@@ -318,9 +325,9 @@ TEST_F(GstreamerSound, ServerThatGoesAwayIsFoundAgainWhileTheStreamGoesOn) {
     server.Stop();
     ASSERT_TRUE(Eventually([&] { return library.IsSilent(); }));
     const std::int64_t lost = library.BASS_ChannelGetPosition(handle);
-    const double start = SecondsNow();
-    ASSERT_TRUE(Eventually([&] { return library.BASS_ChannelGetPosition(handle) > lost + 176400; }));
-    EXPECT_NEAR(SecondsNow() - start, 1.0, 0.35);
+    media::Pace pace;
+    pace.Start(lost / 4);
+    EXPECT_TRUE(pace.IsReal([&] { return library.BASS_ChannelGetPosition(handle) / 4; }));
     std::array<float, 512> fft{};
     EXPECT_TRUE(library.BASS_ChannelGetData(handle, fft));
 
@@ -349,14 +356,13 @@ TEST_F(GstreamerSound, PauseIsHeardSoon) {
         library.BASS_ChannelPlay(handle, false);
         return recording.TimeOf(frame) - start;
     };
-    EXPECT_TRUE(OnceIn(4, [&] {
-        std::vector<double> delays(9);
-        std::generate(delays.begin(), delays.end(), delay);
-        std::sort(delays.begin(), delays.end());
-        std::cout << "pause is silence after " << delays[4] * 1000 << " ms (median), " << delays[8] * 1000
-                  << " ms (longest)\n";
-        return delays[4] <= 0.08;
-    }));
+    // As above, the shortest delay is that of our output.
+    std::vector<double> delays(9);
+    std::generate(delays.begin(), delays.end(), delay);
+    std::sort(delays.begin(), delays.end());
+    std::cout << "pause is silence after " << delays[0] * 1000 << " to " << delays[8] * 1000 << " ms, median "
+              << delays[4] * 1000 << " ms\n";
+    EXPECT_LE(delays[0], 0.08);
 }
 
 } // namespace
