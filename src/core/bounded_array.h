@@ -4,8 +4,6 @@
 #include "core/integer.h"
 #include "core/run_time_error.h"
 
-#include <QString>
-
 #include <cstddef>
 #include <map>
 #include <tuple>
@@ -22,7 +20,7 @@ public:
     // The subscript as an offset. Raises 9 unless it lies in 0..upper.
     std::size_t Within(int upper) const {
         if (index_ < 0 || index_ > upper) {
-            throw RunTimeError(kSubscriptOutOfRange, QString::number(index_));
+            RaiseOutside(kSubscriptOutOfRange, index_, 0, upper);
         }
         return static_cast<std::size_t>(index_);
     }

@@ -71,7 +71,7 @@ template <typename Integer>
 Integer Rounded(double value, const QString& detail) {
     const double rounded = RoundHalfToEven(value);
     if (!(std::abs(rounded) < 4e9)) {
-        throw RunTimeError(kOverflow, detail);
+        throw RunTimeError(kOverflow, QStringLiteral("%1 is too large").arg(detail));
     }
     return Integer::From(static_cast<std::int64_t>(rounded));
 }
@@ -97,7 +97,7 @@ double CDouble(const QString& text) {
     }
     const double value = ToDouble(number);
     if (!std::isfinite(value)) {
-        throw RunTimeError(kOverflow, text);
+        throw RunTimeError(kOverflow, QStringLiteral("%1 is too large").arg(text));
     }
     return value;
 }

@@ -47,7 +47,7 @@ public:
 private:
     static constexpr Rep Checked(std::int64_t value) {
         if (value < std::numeric_limits<Rep>::min() || value > std::numeric_limits<Rep>::max()) {
-            throw RunTimeError(kOverflow, QString::number(static_cast<qlonglong>(value)));
+            RaiseOutside(kOverflow, value, std::numeric_limits<Rep>::min(), std::numeric_limits<Rep>::max());
         }
         return static_cast<Rep>(value);
     }
@@ -62,7 +62,7 @@ using Integer32 = CheckedInteger<std::int32_t>;
 template <typename Rep>
 constexpr CheckedInteger<Rep> IntegerDivide(CheckedInteger<Rep> a, CheckedInteger<Rep> b) {
     if (b.value() == 0) {
-        throw RunTimeError(kDivisionByZero, QString());
+        throw RunTimeError(kDivisionByZero, QStringLiteral("%1 divided by 0").arg(a.value()));
     }
     return CheckedInteger<Rep>::From(std::int64_t{a.value()} / b.value());
 }

@@ -37,3 +37,10 @@ QString RunTimeErrorText(int number) {
     }
     return QStringLiteral("Application-defined or object-defined error");
 }
+
+void RaiseOutside(ErrorNumber number, std::int64_t value, std::int64_t lowest, std::int64_t highest) {
+    throw RunTimeError(number, QStringLiteral("%1 is not between %2 and %3")
+                                   .arg(static_cast<qlonglong>(value))
+                                   .arg(static_cast<qlonglong>(lowest))
+                                   .arg(static_cast<qlonglong>(highest)));
+}

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <cstdint>
 #include <exception>
 #include <utility>
 
@@ -39,6 +40,10 @@ public:
     int number;
     QString detail;
 };
+
+// Raises an error for a value that is not between two bounds, which the detail names.
+[[noreturn]] void RaiseOutside(ErrorNumber number, std::int64_t value, std::int64_t lowest,
+                               std::int64_t highest);
 
 // A run-time error in a routine whose faults end the program. It passes every handler border.
 class ProgramStop : public std::exception {
@@ -79,8 +84,8 @@ void PassOver(Statement&& statement) {
     }
 }
 
-// Runs a body and returns its result; a run-time error in it is told with `where` (file, section, key) in
-// front of its own detail.
+// Runs a body and returns its result. Prefixes the detail of a run-time error in it with `where`: file,
+// section, key, and what is expected there.
 template <typename Where, typename Body>
 decltype(auto) TellingWhere(const Where& where, Body&& body) {
     try {

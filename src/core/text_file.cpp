@@ -43,7 +43,9 @@ LineReader::LineReader(QByteArray bytes, QString path) : bytes_(std::move(bytes)
 QByteArray LineReader::Next() {
     line_ += 1;
     if (position_ >= bytes_.size()) {
-        throw RunTimeError(kInputPastEnd, QStringLiteral("%1, line %2").arg(path_, QString::number(line_)));
+        throw RunTimeError(
+            kInputPastEnd,
+            QStringLiteral("%1, line %2: the file ends before it").arg(path_, QString::number(line_)));
     }
     const qsizetype feed = bytes_.indexOf('\n', position_);
     qsizetype end = feed < 0 ? bytes_.size() : feed;

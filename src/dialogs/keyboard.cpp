@@ -7,10 +7,10 @@
 #include "dialogs/keyboard_drawing.h"
 #include "dialogs/keyboard_theme.h"
 #include "platform/display.h"
+#include "settings/config_values.h"
 #include "shell/form_main.h"
 #include "shell/log.h"
-
-#include <QLatin1StringView>
+#include "theme/load_theme.h"
 
 #include <algorithm>
 #include <array>
@@ -41,11 +41,13 @@ void Accept(Form_Main& form) {
 }
 
 // The character of a code: up to 255 that of the Windows-1252 set, for which the themes of older cabinets
-// were made, above that Unicode's. Raises 5 for a negative code.
+// were made, above that Unicode's.
+// Deliberate D-139: a code below 0 raises 5, which leaves KeyboardBusy set. One expects the key to do
+// nothing. No error restores anything, see D-25.
 QString CharacterOf(Integer16 code) {
     constexpr int kBytes = 256;
     if (code < 0) {
-        throw RunTimeError(kInvalidProcedureCall, QStringLiteral("key code %1").arg(code.value()));
+        throw RunTimeError(kInvalidProcedureCall, QStringLiteral("%1 is below 0").arg(code.value()));
     }
     return code < kBytes ? DecodeWindows1252(QByteArray(1, static_cast<char>(code.value())))
                          : QString(QChar(code.value()));
@@ -59,7 +61,13 @@ void ActOnSelected(Form_Main& form) {
     } else if (code == kAccept) {
         Accept(form);
     } else {
-        form.KeyboardText += CharacterOf(code);
+        const auto where = [&] {
+            return QStringLiteral("%1, [keyboard] KeyKey%2-%3 (expected a character's code)")
+                .arg(ThemeFile(form, QStringLiteral("theme.ini")),
+                     QString::number(form.KeyboardSelLine.value()),
+                     QString::number(form.KeyboardSelCol.value()));
+        };
+        form.KeyboardText += TellingWhere(where, [&] { return CharacterOf(code); });
     }
 }
 
@@ -129,7 +137,8 @@ const KeyRow* RowOf(const Form_Main& form, Integer16 code) {
     for (const KeyRow& row : kKeys) {
         const QString& binding = form.*row.binding;
         const auto where = [&] {
-            return QStringLiteral("config.ini, [Key] %1").arg(QLatin1StringView(row.name));
+            return ConfigPlace(form, u"Key", QString::fromLatin1(row.name)) +
+                   QStringLiteral(" (expected a key code)");
         };
         if (TellingWhere(where, [&] { return CInt16(binding); }) == code) {
             return &row;
@@ -171,7 +180,10 @@ std::optional<KeyPlace> KeyAt(const Form_Main& form, double x, double y) {
 void PlacePicture(Form_Main& form) {
     const int own = form.ImgKeyboard.Width();
     if (own == 0) {
-        throw RunTimeError(kDivisionByZero, QStringLiteral("keyboard.png of the theme is missing or broken"));
+        throw RunTimeError(
+            kDivisionByZero,
+            ThemeFile(form, QStringLiteral("keyboard.png")) +
+                QStringLiteral(": missing, or no picture (expected the keyboard): its width is 0"));
     }
     const Integer16 width = std::min(form.KeyboardMainWidth, Integer16(own));
     form.KeyboardScale = static_cast<double>(width) / own;

@@ -23,7 +23,7 @@ TextBox ScaledText(const Form_Main& form, Integer16 x, Integer16 y, Integer16 wi
 
 void Write(Form_Main& form, const QString& text, const TextBox& box, const TextStyle& style,
            const QString& align) {
-    DrawTextUnlogged(form.Picture_Keyboard, text.toUpper(), box,
+    DrawTextUnlogged(form, form.Picture_Keyboard, text.toUpper(), box,
                      {style.Typo, CInt16(style.TypoSize.value() * form.KeyboardScale), style.TypoColor},
                      align, QStringLiteral("center"));
 }

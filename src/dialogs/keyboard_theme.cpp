@@ -1,6 +1,7 @@
 // Loading the on-screen keyboard's pictures and reading its keys.
 #include "dialogs/keyboard_theme.h"
 
+#include "core/run_time_error.h"
 #include "shell/form_main.h"
 #include "theme/load_theme.h"
 #include "theme/theme_reader.h"
@@ -20,10 +21,18 @@ void ReadKey(Form_Main& form, const ThemeReader& reader, int line, int column) {
     KEYBOARD_TABLES(READ_TABLE)
 }
 
+// A count of lines or columns beyond the tables raises 9; the detail names the count's key.
+template <typename Access>
+void CheckRoom(const ThemeReader& reader, const QString& key, const Access& access) {
+    TellingWhere([&] { return reader.Place(kSection, key, QStringLiteral("up to 100")); }, access);
+}
+
 void ReadLine(Form_Main& form, const ThemeReader& reader, int line) {
-    form.KeyNbCols(line) =
-        reader.Integer(kSection, QStringLiteral("KeyNbCols%1").arg(line).toLatin1().constData());
+    const QString key = QStringLiteral("KeyNbCols%1").arg(line);
+    CheckRoom(reader, QStringLiteral("KeyNbLines"), [&] { form.KeyNbCols(line) = 0; });
+    form.KeyNbCols(line) = reader.Integer(kSection, key.toLatin1().constData());
     for (int column = 1; column <= form.KeyNbCols(line).value(); ++column) {
+        CheckRoom(reader, key, [&] { form.KeyX(line, column) = 0; });
         ReadKey(form, reader, line, column);
     }
 }
@@ -37,8 +46,7 @@ void LoadKeyboardPictures(Form_Main& form) {
 }
 
 void ReadKeyboardTheme(Form_Main& form) {
-    const QString path = ThemeFile(form, QStringLiteral("theme.ini"));
-    const ThemeReader reader(form.iniFiles.Open(form.files, path), path);
+    const ThemeReader reader(form);
     KEYBOARD_KEYS(READ_INTEGER, READ_TEXT)
     for (int line = 1; line <= form.KeyNbLines.value(); ++line) {
         ReadLine(form, reader, line);

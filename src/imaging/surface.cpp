@@ -33,7 +33,7 @@ constexpr int kDotsPerMeter = 3780;
 constexpr int kLargestFont = 4096;
 
 QString SizeText(int width, int height) {
-    return QStringLiteral("%1 x %2").arg(width).arg(height);
+    return QStringLiteral("a picture of %1 x %2 pixels").arg(width).arg(height);
 }
 
 // Each target pixel shows the source pixel under its middle.

@@ -1,6 +1,7 @@
 // Steps back: out of a folder, out of the playlists folder.
 #include "interaction/folder_moves.h"
 
+#include "core/run_time_error.h"
 #include "library/create_list.h"
 #include "rendering/page_anim.h"
 #include "rendering/playlist_block.h"
@@ -9,9 +10,14 @@
 #include "shell/form_main.h"
 #include "shell/log.h"
 
+// Deliberate D-127: when the list of playlists was not reached by the button "load", there is no saved place,
+// and this raises 76. One expects to stay in the folder. Playlists belong into their own folder.
 void ReturnToSavedPlace(Form_Main& form) {
-    PointDir1(form, form.SavedPath);
-    PointFile1(form, form.SavedPath);
+    const auto where = [] { return QStringLiteral("the folder left for the playlists (SavedPath)"); };
+    TellingWhere(where, [&] {
+        PointDir1(form, form.SavedPath);
+        PointFile1(form, form.SavedPath);
+    });
     form.CurrentPath = form.SavedPath;
     form.NbPages = form.SavedNbPages;
     CreateList(form);

@@ -19,6 +19,7 @@
 #include "rendering/geometry.h"
 #include "rendering/playlist_block.h"
 #include "rendering/redraw_jukebox.h"
+#include "settings/config_values.h"
 #include "shell/display_mode.h"
 #include "shell/exit.h"
 #include "shell/form_main.h"
@@ -132,7 +133,8 @@ void ActOnKey(Form_Main& form, Integer16 code, const CursorPlace& entry) {
     for (const KeyRow& row : kKeys) {
         const QString& binding = form.*row.binding;
         const auto where = [&] {
-            return QStringLiteral("config.ini, [Key] %1").arg(QLatin1StringView(row.name));
+            return ConfigPlace(form, u"Key", QString::fromLatin1(row.name)) +
+                   QStringLiteral(" (expected a key code)");
         };
         if (TellingWhere(where, [&] { return CInt16(binding); }) == code) {
             return row.action(form, entry);
@@ -146,8 +148,13 @@ void ActOnKey(Form_Main& form, Integer16 code, const CursorPlace& entry) {
 void Form_KeyDown(Form_Main& form, Integer16 KeyCode, Integer16 /*Shift*/) {
     form.VideoRunning = 0;
     const CursorPlace entry{form.SelX, form.SelY};
-    form.DirHistorySelX(form.DirLevel) = CInt16(static_cast<double>(form.SelX));
-    form.DirHistorySelY(form.DirLevel) = CInt16(static_cast<double>(form.SelY));
+    const auto where = [&] {
+        return form.CurrentPath + QStringLiteral(" (expected at most 100 folders inside one another)");
+    };
+    TellingWhere(where, [&] {
+        form.DirHistorySelX(form.DirLevel) = CInt16(static_cast<double>(form.SelX));
+        form.DirHistorySelY(form.DirLevel) = CInt16(static_cast<double>(form.SelY));
+    });
     if (form.InputBusy != 0) {
         return;
     }

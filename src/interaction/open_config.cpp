@@ -1,6 +1,7 @@
 // The ways into the configuration dialog.
 #include "interaction/open_config.h"
 
+#include "core/run_time_error.h"
 #include "library/create_list.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
@@ -9,6 +10,7 @@
 #include "rendering/redraw_jukebox.h"
 #include "rendering/track_zone.h"
 #include "rendering/video_surfaces.h"
+#include "settings/config_values.h"
 #include "settings/load_config.h"
 #include "shell/form_main.h"
 #include "shell/log.h"
@@ -44,8 +46,13 @@ void OpenConfigByMenu(Form_Main& form) {
     form.dialogs.ShowModal(QStringLiteral("Form_Config"));
     form.CurrentPath = form.StartPath;
     WriteLog(form, QStringLiteral(" : deplacement dir1 vers ") + form.CurrentPath);
-    PointDir1(form, form.CurrentPath);
-    PointFile1(form, form.CurrentPath);
+    const auto where = [&] {
+        return ConfigPlace(form, u"Main", u"StartPath") + QStringLiteral(" (expected a folder)");
+    };
+    TellingWhere(where, [&] {
+        PointDir1(form, form.CurrentPath);
+        PointFile1(form, form.CurrentPath);
+    });
     SetFile1Pattern(form, kMusicPattern.toString());
     LoadConfig(form);
     LoadTheme(form);

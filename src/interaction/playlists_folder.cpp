@@ -29,6 +29,8 @@ void PutPlaceAside(Form_Main& form) {
     form.SavedNbPages = form.NbPages;
 }
 
+// Deliberate D-129: without the folder this raises 76, which leaves InputBusy set. One expects the folder to
+// be made. It is delivered with the jukebox and nothing removes it.
 void PointAtPlaylists(Form_Main& form) {
     const QString folder = PathIn(form.AppFolder, QStringLiteral("playlists"));
     PointDir1(form, folder);

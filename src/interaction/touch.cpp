@@ -9,6 +9,7 @@
 #include "rendering/playlist_block.h"
 #include "rendering/redraw_jukebox.h"
 #include "shell/form_main.h"
+#include "theme/load_theme.h"
 
 #include <cmath>
 
@@ -33,15 +34,23 @@ void DragQueue(Form_Main& form, float y) {
 // The row under a tap: below the last entry beyond the queue, above the first one 0 or less.
 // Deliberate D-22: the row's height is not scaled. One expects it to be; taps are read so on cabinets in the
 // field.
-Integer16 TappedRow(const Form_Main& form, float y, double offset) {
+Integer16 TappedRow(Form_Main& form, float y, double offset) {
     const double rowHeight = form.ImgPlaylistPlaylistHilight.Height();
+    // Deliberate D-137: without the picture of the bar a tap raises 11, which leaves InputBusy set. One
+    // expects the tap to select nothing. Rows have the height of that picture.
     if (rowHeight == 0) {
-        throw RunTimeError(kDivisionByZero, QStringLiteral("the queue's row has no height"));
+        throw RunTimeError(
+            kDivisionByZero,
+            ThemeFile(form, QStringLiteral("playlist_playlisthilight.png")) +
+                QStringLiteral(
+                    ": missing, or no picture (expected the bar of a queue's row): its height is 0"));
     }
     const double top = form.BlockPlaylistY.value() + form.BlockPlaylistPlaylistY.value() - offset;
     return CInt16(std::trunc((static_cast<double>(y) - top * form.ZoneScaleY) / rowHeight) + 1);
 }
 
+// Deliberate D-141: a row above the first one is selected as well, and the buttons raise 9 for it. One
+// expects only entries to be selected. The release is compared with the last entry alone.
 void SelectTappedRow(Form_Main& form, float y, double offset) {
     const Integer16 row = TappedRow(form, y, offset);
     if (row <= form.PlaylistCount) {

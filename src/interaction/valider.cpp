@@ -1,6 +1,7 @@
 // What validating a folder, a playlist or a track does.
 #include "interaction/valider.h"
 
+#include "core/run_time_error.h"
 #include "interaction/folder_moves.h"
 #include "interaction/info_lines.h"
 #include "library/create_list.h"
@@ -66,6 +67,9 @@ void LoadPlaylist(Form_Main& form, Integer16 slot) {
     ReturnToSavedPlace(form);
 }
 
+// Deliberate D-133: an entry beyond the queue's 1000 raises 9 after the count was raised and the credit
+// taken. One expects the pick to be refused. The queue is a table of this size, and only a restart empties
+// it.
 void AppendToQueue(Form_Main& form, Integer16 slot) {
     form.PlaylistCount += 1;
     if (form.PlaylistSelected == 0) {
@@ -77,7 +81,10 @@ void AppendToQueue(Form_Main& form, Integer16 slot) {
             SetInfos(form, QStringLiteral("insertcoin"));
         }
     }
-    form.PlaylistPath(form.PlaylistCount) = form.InfoPath(slot);
+    const auto where = [&] {
+        return form.InfoPath(slot) + QStringLiteral(" for the queue (expected at most 1000 entries)");
+    };
+    TellingWhere(where, [&] { form.PlaylistPath(form.PlaylistCount) = form.InfoPath(slot); });
     form.PlaylistTitre(form.PlaylistCount) = form.InfoTitre(slot);
     form.PlaylistCredits(form.PlaylistCount) = 1;
     form.PlaylistPlayed(form.PlaylistCount) = 0;

@@ -13,9 +13,14 @@
 
 namespace {
 
+// Deliberate D-136: the buttons go by the name shown, which stays that of a video after its graph is gone.
+// That raises 91 and leaves InputBusy set. One expects nothing to happen. The name stays for the information
+// lines.
 MediaGraph& VideoGraph(const Form_Main& form) {
     if (!form.VideoControl) {
-        throw RunTimeError(kObjectNotSet, QStringLiteral("VideoControl"));
+        throw RunTimeError(
+            kObjectNotSet,
+            QStringLiteral("VideoControl: no video is loaded for \"%1\"").arg(form.NowPlayingPath));
     }
     return *form.VideoControl;
 }

@@ -120,7 +120,10 @@ QString FolderOf(Form_Main& form, const QString& path) {
             }
         }
     }
-    throw RunTimeError(kPathNotFound, path);
+    // Deliberate D-126: entering or leaving for a folder that has vanished ends the handler with InputBusy
+    // set. One expects the list to stay as it is. No error restores anything, see D-25.
+    throw RunTimeError(kPathNotFound, path.isEmpty() ? QStringLiteral("no folder is named")
+                                                     : path + QStringLiteral(": there is no such folder"));
 }
 
 QString FolderOrder(Form_Main& form) {
@@ -137,9 +140,7 @@ double PlayCount(const IniFile& stats, const QString& name) {
         return 0;
     }
     if (!IsNumeric(text)) {
-        throw RunTimeError(
-            kTypeMismatch,
-            QStringLiteral("stats.ini, PayingCount, %1: \"%2\" is not a number").arg(name, text));
+        throw RunTimeError(kTypeMismatch, QStringLiteral("\"%1\" is not a number").arg(text));
     }
     return CDouble(text);
 }
@@ -147,10 +148,10 @@ double PlayCount(const IniFile& stats, const QString& name) {
 // The keys of the list's lines in the order of the folder.
 class LineKeys {
 public:
-    explicit LineKeys(Form_Main& form) {
+    explicit LineKeys(Form_Main& form) : path_(PathIn(form.AppFolder, QStringLiteral("stats.ini"))) {
         const QString order = form.Order.toLower();
         if (order == QStringLiteral("playcount")) {
-            stats_ = &form.iniFiles.Open(form.files, PathIn(form.AppFolder, QStringLiteral("stats.ini")));
+            stats_ = &form.iniFiles.Open(form.files, path_);
         }
         alpha_ = order == QStringLiteral("alpha");
     }
@@ -160,7 +161,10 @@ public:
     // "alpha"; an empty page is what tells the operator of the misspelled word.
     std::optional<QString> Key(const QString& name) const {
         if (stats_ != nullptr) {
-            return PlayCountKey(PlayCount(*stats_, name));
+            const auto where = [&] {
+                return QStringLiteral("%1, [PayingCount] %2 (expected a number)").arg(path_, name);
+            };
+            return PlayCountKey(TellingWhere(where, [&] { return PlayCount(*stats_, name); }));
         }
         return alpha_ ? std::optional(name) : std::nullopt;
     }
@@ -172,9 +176,17 @@ private:
         return count == 0 ? noPlays : FormatZeros(kKeyOfNoPlays - count, kKeyDigits);
     }
 
+    QString path_;
     const IniFile* stats_ = nullptr;
     bool alpha_ = false;
 };
+
+void CountEntry(Form_Main& form) {
+    const auto where = [&] {
+        return form.Dir1.Path + QStringLiteral(" (expected at most 32767 folders and tracks)");
+    };
+    TellingWhere(where, [&] { form.NumTrack += 1; });
+}
 
 // Deliberate D-48: in the order "alpha" the folders stand as one block among the files, behind names that
 // begin with a sign. One expects them first, or sorted in by name; their key is the whole path, and libraries
@@ -183,7 +195,7 @@ void AddFolder(Form_Main& form, const LineKeys& keys, const QString& path) {
     if (const auto key = keys.Key(path)) {
         form.List_List.push_back({*key, QStringLiteral("dir"), path, NameOfPath(path)});
     }
-    form.NumTrack += 1;
+    CountEntry(form);
 }
 
 void AddFile(Form_Main& form, const LineKeys& keys, const QString& name) {
@@ -194,7 +206,7 @@ void AddFile(Form_Main& form, const LineKeys& keys, const QString& name) {
         const QString type = isPlaylist ? QStringLiteral("playlist") : QStringLiteral("file");
         form.List_List.push_back({*key, type, PathIn(form.File1.Path, name), name});
     }
-    form.NumTrack += 1;
+    CountEntry(form);
 }
 
 // An mp3 beside a video of the same name is the video's sound and is not shown.

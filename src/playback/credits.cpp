@@ -9,6 +9,8 @@
 
 void InsertCoin(Form_Main& form) {
     form.TrackNumberInput.clear();
+    // Deliberate D-140: coin 32768 raises 6, which leaves InputBusy set. One expects the counter to stay. It
+    // has 16 bits.
     form.Credits += 1;
     form.InfosTicks = 1;
     if (form.PlaylistCount == 0) {

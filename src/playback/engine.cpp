@@ -29,6 +29,8 @@ void DropVideo(Form_Main& form) {
     form.VideoWindow.reset();
 }
 
+// Deliberate D-135: a video that cannot be rendered raises 5, which leaves InputBusy set. One expects it to
+// be passed over, as an audio file is. Videos are checked before they are put on a cabinet.
 void PlayVideo(Form_Main& form, const QString& fileName) {
     DropVideo(form);
     form.VideoControl = form.graphs.CreateGraph(QStringLiteral("Video"));
@@ -97,7 +99,7 @@ bool PlayAudio(Form_Main& form, const QString& fileName) {
 
 MediaGraph& Existing(const std::shared_ptr<MediaGraph>& graph, const char* name) {
     if (!graph) {
-        throw RunTimeError(kObjectNotSet, QString::fromLatin1(name));
+        throw RunTimeError(kObjectNotSet, QStringLiteral("%1 is not loaded").arg(QLatin1StringView(name)));
     }
     return *graph;
 }

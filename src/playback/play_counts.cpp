@@ -25,8 +25,12 @@ QStringList CountedKeys(const Form_Main& form, int slot) {
     return keys;
 }
 
+// Deliberate D-130: a count that is no number raises 13. The track is in the queue and paid by then, and
+// InputBusy stays set. One expects the count to start again. Only an edited file holds such a count.
 QString Raised(const QString& path, const QString& key, const QString& count) {
-    const auto where = [&] { return path + QStringLiteral(", [PayingCount] ") + key; };
+    const auto where = [&] {
+        return QStringLiteral("%1, [PayingCount] %2 (expected a number)").arg(path, key);
+    };
     const double before = TellingWhere(where, [&] { return Trim(count).isEmpty() ? 0 : CDouble(count); });
     return NumberText(before + 1);
 }

@@ -48,21 +48,24 @@ QByteArray Line(const QString& text) {
 
 } // namespace
 
+// Deliberate D-128: a damaged file ends the handler, with the entries read so far in the queue and InputBusy
+// set. One expects the old queue. The queue is filled while the file is read, and no error restores anything.
 void ReadPlaylistFile(Form_Main& form, const QString& path) {
     const std::optional<QByteArray> bytes = form.files.ReadWhole(path, kLargestPlaylist);
     if (!bytes) {
-        throw RunTimeError(kPathFileAccess, path);
+        throw RunTimeError(kPathFileAccess, path + QStringLiteral(": the playlist cannot be read"));
     }
     LineReader lines(*bytes, path);
     const QString first = DecodeLine(lines.Next());
-    const Integer16 entries =
-        TellingWhere([&] { return path + QStringLiteral(", line 1"); }, [&] { return CInt16(first); });
+    const auto where = [&] { return path + QStringLiteral(", line 1 (expected the number of entries)"); };
+    const Integer16 entries = TellingWhere(where, [&] { return CInt16(first); });
     form.PlaylistCount = 0;
     for (Integer16 i = 1; i <= entries; i += 1) {
         const QString entryPath = ExistingPath(form, lines.Next());
         const QString title = Trim(DecodeLine(lines.Next()));
         if (!entryPath.isEmpty()) {
-            AppendEntry(form, entryPath, title);
+            TellingWhere([&] { return path + QStringLiteral(" (expected at most 1000 entries)"); },
+                         [&] { AppendEntry(form, entryPath, title); });
         }
     }
 }
@@ -70,7 +73,7 @@ void ReadPlaylistFile(Form_Main& form, const QString& path) {
 void WritePlaylistFile(Form_Main& form, const QString& name) {
     const QString folder = PathIn(form.AppFolder, QStringLiteral("playlists"));
     if (!form.files.IsFolder(folder)) {
-        throw RunTimeError(kPathNotFound, folder);
+        throw RunTimeError(kPathNotFound, folder + QStringLiteral(": there is no such folder"));
     }
     QByteArray bytes = ' ' + QByteArray::number(form.PlaylistCount.value()) + " \r\n";
     for (int entry = 1; entry <= form.PlaylistCount.value(); ++entry) {
@@ -79,7 +82,9 @@ void WritePlaylistFile(Form_Main& form, const QString& name) {
     const QString path =
         PathIn(folder, name + QStringLiteral(" - ") + SaveDate(form) + QStringLiteral(".vtxpl"));
     // A separator in the name would lead out of the folder.
+    // Deliberate D-132: a file that cannot be written ends the handler with InputBusy set and the heartbeat
+    // off. One expects a message. No error restores anything, see D-25.
     if (name.contains(u'/') || !WriteFileSafely(form.files, path, bytes)) {
-        throw RunTimeError(kPathFileAccess, path);
+        throw RunTimeError(kPathFileAccess, path + QStringLiteral(": the playlist cannot be written"));
     }
 }

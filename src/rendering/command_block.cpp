@@ -59,7 +59,11 @@ void RefreshChoices(Form_Main& form) {
 QString ChoiceLabel(const Form_Main& form, int row) {
     const Integer16 choice = form.CommandChoice(form.CommandCurrentMenu, row);
     if (choice < 0 || choice > kMostChoices) {
-        throw RunTimeError(kSubscriptOutOfRange, QStringLiteral("choice %1").arg(choice.value()));
+        throw RunTimeError(kSubscriptOutOfRange,
+                           QStringLiteral("the menu's row %1, choice %2 (expected 0 to %3)")
+                               .arg(row)
+                               .arg(choice.value())
+                               .arg(kMostChoices));
     }
     return form.CommandChoiceLabel(form.CommandCurrentMenu, row, choice);
 }

@@ -1,6 +1,7 @@
 // Turning the page: the old leaf folds into the spine, the new one opens out of it.
 #include "rendering/page_anim.h"
 
+#include "core/run_time_error.h"
 #include "platform/event_pump.h"
 #include "playback/engine.h"
 #include "rendering/geometry.h"
@@ -102,8 +103,15 @@ void PageAnim(Form_Main& form, const QString& Direction) {
         PlaySound(form, ThemeSound::kPageTurn);
     }
     Fold(form, Direction == u"+" ? kRight : kLeft);
-    form.DirHistoryPage(form.DirLevel) = form.CurrentPage;
-    form.DirHistoryPath(form.DirLevel) = form.Dir1.Path;
+    // Deliberate D-138: folder 101 inside one another raises 9, which leaves InputBusy set. One expects the
+    // folder not to be entered. The history has a fixed size.
+    const auto where = [&] {
+        return form.Dir1.Path + QStringLiteral(" (expected at most 100 folders inside one another)");
+    };
+    TellingWhere(where, [&] {
+        form.DirHistoryPage(form.DirLevel) = form.CurrentPage;
+        form.DirHistoryPath(form.DirLevel) = form.Dir1.Path;
+    });
     if (form.ZoneScaleX != 1.0) {
         form.Picture_Main.stretchMode = kStretchHalftone;
     }

@@ -83,42 +83,45 @@ void BeginStrip(Form_Main& form, Look& look) {
     }
 }
 
-std::shared_ptr<const StripLetters> LettersOf(Look& look, const QString& text, Integer16 width) {
+std::shared_ptr<const StripLetters> LettersOf(Form_Main& form, Look& look, const QString& text,
+                                              const TextBox& box) {
     std::shared_ptr<const StripLetters>& letters = look.texts.letters[text];
     if (!letters) {
         letters = look.before.letters.value(text);
     }
     if (!letters) {
-        const QString shortened = ShortenedText(look.ruler, text, width);
+        const QString shortened = ShortenedText(form, look.ruler, text, box, look.style);
         letters =
             std::make_shared<const StripLetters>(StripLetters{shortened, ReachOfText(look.ruler, shortened)});
     }
     return letters;
 }
 
-void WriteText(LogBatch& log, Look& look, int row, const QString& text, const TextBox& box) {
+void WriteText(Form_Main& form, LogBatch& log, Look& look, int row, const QString& text, const TextBox& box) {
     const QString left = QStringLiteral("left");
     const QString center = QStringLiteral("center");
     log.Add(DrawTextLine(text, box, look.style, left, center));
     EndsProgram("DrawText", [&] {
-        const auto letters = LettersOf(look, text, box.Width);
-        const PlacedText placed = PlaceText(look.ruler, letters->text, box, look.style, left, center);
+        const auto letters = LettersOf(form, look, text, box);
+        const PlacedText placed = PlaceText(form, look.ruler, letters->text, box, look.style, left, center);
         look.strip.drawing->foreColor = placed.colour;
         AddStripText(look.strip, {row, placed.x, placed.y, letters});
     });
 }
 
 // Title and artist of a row; the artist is half a row below.
-void WriteRow(const Form_Main& form, LogBatch& log, Look& look, int row, const TitleParts& parts) {
+void WriteRow(Form_Main& form, LogBatch& log, Look& look, int row, const TitleParts& parts) {
     const double y = row * RowHeight(form);
     const double half = RowHeight(form) / 2.0;
     // The width as the theme has it: without a picture of the bar a row has no height, and the strip no
     // pixel.
     const Integer16 width = form.BlockPlaylistPlaylistW - kTextsLeft;
+    // Deliberate D-125: a row beyond 16 bits of pixels raises 6, so the height of the bar limits the queue.
+    // One expects 1000 entries whatever the height. Text boxes have 16 bits, here as in theme.ini.
     const Integer16 titleTop = CInt16(y + look.decal.value() + 1);
     const Integer16 artistTop = CInt16(y + half + look.decal.value() - 1);
-    WriteText(log, look, row, parts.Titre, {kTextsLeft, titleTop, width, CInt16(half)});
-    WriteText(log, look, row, parts.Interprete, {kTextsLeft, artistTop, width, CInt16(half)});
+    WriteText(form, log, look, row, parts.Titre, {kTextsLeft, titleTop, width, CInt16(half)});
+    WriteText(form, log, look, row, parts.Interprete, {kTextsLeft, artistTop, width, CInt16(half)});
 }
 
 void SetGroundRows(Look& normal, Look& selected, int rows) {

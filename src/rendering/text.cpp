@@ -6,6 +6,7 @@
 #include "imaging/surface.h"
 #include "shell/form_main.h"
 #include "shell/log.h"
+#include "theme/style_places.h"
 
 #include <QStringList>
 
@@ -92,14 +93,15 @@ double Aligned(const QString& word, const QString& atStart, const QString& atEnd
 
 int ColourElement(const QStringList& elements, int i, const QString& colour) {
     if (i >= elements.size()) {
-        throw RunTimeError(kSubscriptOutOfRange,
-                           QStringLiteral("colour \"%1\" (expected red,green,blue)").arg(colour));
+        throw RunTimeError(
+            kSubscriptOutOfRange,
+            QStringLiteral("\"%1\" has %2 of 3 numbers").arg(colour, QString::number(elements.size())));
     }
-    const auto where = [&] { return QStringLiteral("colour \"%1\"").arg(colour); };
+    const auto where = [&] { return QStringLiteral("\"%1\"").arg(colour); };
     const int value = TellingWhere(where, [&] { return CInt16(elements[i]).value(); });
     if (value < 0) {
         throw RunTimeError(kInvalidProcedureCall,
-                           QStringLiteral("colour \"%1\": %2").arg(colour, QString::number(value)));
+                           QStringLiteral("\"%1\": %2 is below 0").arg(colour, QString::number(value)));
     }
     return std::min(value, 255);
 }
@@ -111,6 +113,20 @@ QRgb Colour(const QString& text) {
     const int green = ColourElement(elements, 1, text);
     const int blue = ColourElement(elements, 2, text);
     return qRgb(red, green, blue);
+}
+
+// Where the colour of a style is in the theme.
+QString PlaceOfColour(Form_Main& form, const TextStyle& style) {
+    return PlacesOfColour(form, style.Typo, style.TypoColor) + QStringLiteral(" (expected red,green,blue)");
+}
+
+// A text in its box, and where its style is in the theme.
+QString PlaceOfText(Form_Main& form, const QString& text, const TextBox& box, const TextStyle& style) {
+    return QStringLiteral(
+               "the text \"%1\" in a box of %2x%3 at %4,%5, font \"%6\" of %7 points, colour of %8")
+        .arg(text, QString::number(box.Width.value()), QString::number(box.Height.value()),
+             QString::number(box.Left.value()), QString::number(box.Top.value()), style.Typo,
+             QString::number(style.TypoSize.value()), PlacesOfColour(form, style.Typo, style.TypoColor));
 }
 
 } // namespace
@@ -125,6 +141,12 @@ QString ShortenedText(const Surface& surface, const QString& text, Integer16 wid
         throw RunTimeError(kInvalidProcedureCall, QStringLiteral("the text box has no room for \"...\""));
     }
     return text.left(length) + kDots;
+}
+
+QString ShortenedText(Form_Main& form, const Surface& surface, const QString& text, const TextBox& box,
+                      const TextStyle& style) {
+    const auto inBox = [&] { return PlaceOfText(form, text, box, style); };
+    return TellingWhere(inBox, [&] { return ShortenedText(surface, text, box.Width); });
 }
 
 QString DrawTextLine(const QString& text, const TextBox& box, const TextStyle& style, const QString& align,
@@ -142,30 +164,36 @@ QString DrawTextLine(const QString& text, const TextBox& box, const TextStyle& s
     return QStringLiteral(" : DrawText (") + arguments.join(u',') + u')';
 }
 
-PlacedText PlaceText(const Surface& surface, const QString& text, const TextBox& box, const TextStyle& style,
-                     const QString& align, const QString& vAlign) {
+PlacedText PlaceText(Form_Main& form, const Surface& surface, const QString& text, const TextBox& box,
+                     const TextStyle& style, const QString& align, const QString& vAlign) {
     const QString left = QStringLiteral("left");
     const QString across = align.toLower();
     const int width = across == left ? 0 : TextWidth(surface, text);
-    const double x = Aligned(across, left, QStringLiteral("right"), box.Left, box.Width, width);
-    const double y = Aligned(vAlign.toLower(), QStringLiteral("top"), QStringLiteral("bottom"), box.Top,
-                             box.Height, TextHeight(surface, text));
-    return {CInt32(x).value(), CInt32(y).value(), Colour(style.TypoColor)};
+    const auto inBox = [&] { return PlaceOfText(form, text, box, style); };
+    const double x = TellingWhere(
+        inBox, [&] { return Aligned(across, left, QStringLiteral("right"), box.Left, box.Width, width); });
+    const double y = TellingWhere(inBox, [&] {
+        return Aligned(vAlign.toLower(), QStringLiteral("top"), QStringLiteral("bottom"), box.Top, box.Height,
+                       TextHeight(surface, text));
+    });
+    const auto inTheme = [&] { return PlaceOfColour(form, style); };
+    const QRgb colour = TellingWhere(inTheme, [&] { return Colour(style.TypoColor); });
+    return {CInt32(x).value(), CInt32(y).value(), colour};
 }
 
 void DrawText(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox& box, const TextStyle& style,
               const QString& TypoAlign, const QString& TypoVAlign) {
     EndsProgram("DrawText", [&] { WriteLog(form, DrawTextLine(Texte, box, style, TypoAlign, TypoVAlign)); });
-    DrawTextUnlogged(Pic, Texte, box, style, TypoAlign, TypoVAlign);
+    DrawTextUnlogged(form, Pic, Texte, box, style, TypoAlign, TypoVAlign);
 }
 
-void DrawTextUnlogged(Surface& Pic, const QString& Texte, const TextBox& box, const TextStyle& style,
-                      const QString& TypoAlign, const QString& TypoVAlign) {
+void DrawTextUnlogged(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox& box,
+                      const TextStyle& style, const QString& TypoAlign, const QString& TypoVAlign) {
     EndsProgram("DrawText", [&] {
         Pic.FontName = style.Typo;
         Pic.FontSize = style.TypoSize;
-        const QString text = ShortenedText(Pic, Texte, box.Width);
-        const PlacedText placed = PlaceText(Pic, text, box, style, TypoAlign, TypoVAlign);
+        const QString text = ShortenedText(form, Pic, Texte, box, style);
+        const PlacedText placed = PlaceText(form, Pic, text, box, style, TypoAlign, TypoVAlign);
         Pic.ForeColor = placed.colour;
         TextOutA(Pic, placed.x, placed.y, text);
     });

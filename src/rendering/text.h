@@ -29,6 +29,10 @@ struct TextStyle {
 // after it. Raises 5 when not even the dots fit.
 QString ShortenedText(const Surface& surface, const QString& text, Integer16 width);
 
+// The same for the width of a box; an error's detail names the text, its box and its style in the theme.
+QString ShortenedText(Form_Main& form, const Surface& surface, const QString& text, const TextBox& box,
+                      const TextStyle& style);
+
 // Where a text is written in a box, and in which colour.
 struct PlacedText {
     int x = 0;
@@ -37,9 +41,9 @@ struct PlacedText {
 };
 
 // Places a text that has been shortened, in the surface's font. Raises 6 for a box that leaves 16 bits; 13,
-// 6, 9 or 5 for a colour that is not three numbers.
-PlacedText PlaceText(const Surface& surface, const QString& text, const TextBox& box, const TextStyle& style,
-                     const QString& align, const QString& vAlign);
+// 6, 9 or 5 for a colour that is not three numbers. The detail names the key in the theme.
+PlacedText PlaceText(Form_Main& form, const Surface& surface, const QString& text, const TextBox& box,
+                     const TextStyle& style, const QString& align, const QString& vAlign);
 
 // The line of the log about a text that is drawn.
 QString DrawTextLine(const QString& text, const TextBox& box, const TextStyle& style, const QString& align,
@@ -53,8 +57,8 @@ void DrawText(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox
               const QString& TypoAlign, const QString& TypoVAlign);
 
 // The same without the line in the log.
-void DrawTextUnlogged(Surface& Pic, const QString& Texte, const TextBox& box, const TextStyle& style,
-                      const QString& TypoAlign, const QString& TypoVAlign);
+void DrawTextUnlogged(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox& box,
+                      const TextStyle& style, const QString& TypoAlign, const QString& TypoVAlign);
 
 // DrawText centred both ways.
 void DrawCentred(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox& box,

@@ -76,7 +76,11 @@ void DrawTrackNumber(Form_Main& form, const SlotPlace& place, const QString& num
 QString PageLetter(const Form_Main& form, int column) {
     const Integer16 code = form.CurrentPage * 2 + (64 + column);
     if (code < 0 || code > 255) {
-        throw RunTimeError(kInvalidProcedureCall, QStringLiteral("page letter %1").arg(code.value()));
+        throw RunTimeError(
+            kInvalidProcedureCall,
+            QStringLiteral("page %1 of the folder needs the letter of code %2 (expected up to 255)")
+                .arg(form.CurrentPage.value() + 1)
+                .arg(code.value()));
     }
     return DecodeWindows1252(QByteArray(1, static_cast<char>(code.value())));
 }

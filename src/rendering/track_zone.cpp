@@ -8,10 +8,16 @@
 #include "settings/folder_settings.h"
 #include "shell/form_main.h"
 #include "shell/log.h"
+#include "theme/load_theme.h"
 
 #include <algorithm>
 
 namespace {
+
+QString PlaceOfRows(Form_Main& form) {
+    return QStringLiteral("%1, [zonelist] ZoneListNbTracksParColonne (expected 1 to 10)")
+        .arg(ThemeFile(form, QStringLiteral("theme.ini")));
+}
 
 void ClearInfos(Form_Main& form) {
     const Integer16 last = form.ZoneListNbTracksParColonne * 2;
@@ -32,7 +38,8 @@ void DrawBackgrounds(Form_Main& form) {
 void CountPages(Form_Main& form) {
     const auto entries = static_cast<int>(form.List_List.size());
     const Integer32 perPage = 2 * form.ZoneListNbTracksParColonne.value();
-    const int whole = IntegerDivide(Integer32(entries), perPage).value();
+    const int whole = TellingWhere([&] { return PlaceOfRows(form); },
+                                   [&] { return IntegerDivide(Integer32(entries), perPage).value(); });
     const bool rest = static_cast<double>(entries) / perPage.value() > whole;
     form.NbPages = rest ? whole + 1 : whole;
 }
@@ -59,6 +66,14 @@ void FillPage(Form_Main& form) {
     }
 }
 
+// The section of theme.ini that places a slot, and what the slot shows.
+QString PlaceOfSlot(Form_Main& form, int column, int row, Integer16 slot) {
+    return QStringLiteral("%1, [%2%3], showing \"%4\"")
+        .arg(ThemeFile(form, QStringLiteral("theme.ini")),
+             column == 1 ? QStringLiteral("zonelistGauche") : QStringLiteral("zonelistDroite"),
+             QString::number(row), form.InfoPath(slot));
+}
+
 void DrawSlots(Form_Main& form) {
     const FolderNames names(form.files, form.Dir1.Path);
     const int rows = form.ZoneListNbTracksParColonne.value();
@@ -66,7 +81,8 @@ void DrawSlots(Form_Main& form) {
     for (int column = 1; column <= 2; ++column) {
         for (int row = 1; row <= rows; ++row) {
             if (FirstOfPage(form) + slot.value() < form.NumTrack.value()) {
-                DrawSlot(form, {column, row}, slot, names);
+                const auto where = [&] { return PlaceOfSlot(form, column, row, slot); };
+                TellingWhere(where, [&] { DrawSlot(form, {column, row}, slot, names); });
             }
             slot += 1;
         }
@@ -77,7 +93,7 @@ void Draw(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : DrawZoneList"));
     ReadFolderSettings(form);
     DrawCommand(form);
-    ClearInfos(form);
+    TellingWhere([&] { return PlaceOfRows(form); }, [&] { ClearInfos(form); });
     DrawBackgrounds(form);
     CountPages(form);
     FillPage(form);

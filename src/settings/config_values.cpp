@@ -12,5 +12,8 @@ QString ConfigPlace(const Form_Main& form, QStringView section, QStringView key)
 }
 
 double ConfigNumber(const Form_Main& form, QStringView key, const QString& value) {
-    return TellingWhere([&] { return ConfigPlace(form, u"Main", key); }, [&] { return CDouble(value); });
+    const auto where = [&] {
+        return ConfigPlace(form, u"Main", key) + QStringLiteral(" (expected a number)");
+    };
+    return TellingWhere(where, [&] { return CDouble(value); });
 }

@@ -17,8 +17,11 @@ QByteArray Stamp(Form_Main& form) {
     return form.clock.LocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toLatin1();
 }
 
+// Deliberate D-131: a line that cannot be written ends the program in the routines whose faults do so.
+// Elsewhere it ends the handler with InputBusy set. One expects the jukebox to go on without a log; a log
+// with gaps would mislead after a crash.
 [[noreturn]] void LogFailed(const Form_Main& form) {
-    throw RunTimeError(kPathFileAccess, LogPath(form));
+    throw RunTimeError(kPathFileAccess, LogPath(form) + QStringLiteral(": the log cannot be written"));
 }
 
 } // namespace

@@ -24,7 +24,8 @@ constexpr std::uint32_t kAudioLibraryVersion = 0x0204;
 
 void EnumerateMonitors(Form_Main& form) {
     for (const QRect& monitor : form.display.EnumDisplayMonitors()) {
-        form.MonitorWidth(form.MonitorCount) = monitor.width();
+        TellingWhere([] { return QStringLiteral("the monitors (expected at most 11)"); },
+                     [&] { form.MonitorWidth(form.MonitorCount) = monitor.width(); });
         form.MonitorHeight(form.MonitorCount) = monitor.height();
         form.MonitorCount += 1;
     }
@@ -53,7 +54,10 @@ void OpenLedController(Form_Main& form) {
     if (form.RGBLedsActive != u"true") {
         return;
     }
-    const auto where = [&] { return ConfigPlace(form, u"RGBLeds", u"Commport"); };
+    const auto where = [&] {
+        return ConfigPlace(form, u"RGBLeds", u"Commport") +
+               QStringLiteral(" (expected the number of a serial port)");
+    };
     TellingWhere(where, [&] {
         SerialSettings line;
         line.commPort = CInt16(form.RGBLedsCommport);
@@ -70,8 +74,13 @@ void OpenStartFolder(Form_Main& form) {
     }
     form.CurrentPath = form.StartPath;
     WriteLog(form, QStringLiteral(" : deplacement dir1 vers ") + form.CurrentPath);
-    PointDir1(form, form.CurrentPath);
-    PointFile1(form, form.CurrentPath);
+    const auto where = [&] {
+        return ConfigPlace(form, u"Main", u"StartPath") + QStringLiteral(" (expected a folder)");
+    };
+    TellingWhere(where, [&] {
+        PointDir1(form, form.CurrentPath);
+        PointFile1(form, form.CurrentPath);
+    });
     SetFile1Pattern(form, kMusicPattern.toString());
     form.DirLevel = 0;
     form.DirHistoryPage(0) = form.CurrentPage;

@@ -2,6 +2,7 @@
 #include "theme/load_assets.h"
 
 #include "core/path_text.h"
+#include "core/run_time_error.h"
 #include "library/create_list.h"
 #include "platform/fonts.h"
 #include "platform/media_graph.h"
@@ -122,11 +123,18 @@ void LoadImages(Form_Main& form) {
     form.pictureQueue->ForgetAhead();
 }
 
+void RenderThemeSound(Form_Main& form, MediaGraph& graph, const QString& name) {
+    const auto where = [&] {
+        return QStringLiteral("a sound of the theme \"%1\" (expected a sound file)").arg(form.Theme);
+    };
+    TellingWhere(where, [&] { graph.RenderFile(ThemeFile(form, name)); });
+}
+
 void LoadSounds(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : Chargement des sons"));
     for (const SoundRow& row : kSounds) {
         form.*row.member = form.graphs.CreateGraph(QString::fromLatin1(row.name));
-        (form.*row.member)->RenderFile(ThemeFile(form, QString::fromLatin1(row.file)));
+        RenderThemeSound(form, *(form.*row.member), QString::fromLatin1(row.file));
         if (row.position != nullptr) {
             form.*row.position = form.*row.member;
         }

@@ -4,6 +4,7 @@
 #include <QStringList>
 
 struct Form_Main;
+struct MediaGraph;
 
 // The names of a theme's pictures, in the order in which they are loaded.
 QStringList ThemePictures();
@@ -14,5 +15,8 @@ void InstallFonts(Form_Main& form);
 // Loads the pictures; one that is missing or broken leaves its object empty.
 void LoadImages(Form_Main& form);
 
-// Makes the graphs of the sounds anew. Raises 5 for a sound that is missing or cannot be decoded.
+// Gives a graph a sound file of the theme. Raises 5 when the file is missing or cannot be decoded.
+void RenderThemeSound(Form_Main& form, MediaGraph& graph, const QString& name);
+
+// Makes new graphs for the sounds. Raises 5 for a sound that is missing or cannot be decoded.
 void LoadSounds(Form_Main& form);

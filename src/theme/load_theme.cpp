@@ -61,22 +61,47 @@ Size ThemeSize(const Form_Main& form) {
             static_cast<double>(form.BlockCommandY) + form.ImgMain.Height()};
 }
 
-// `divisor` tells what was 0.
-double Divide(double a, double b, QStringView divisor) {
+// `place` says where the divisor comes from.
+template <typename Place>
+double Divide(double a, double b, const Place& place) {
     if (b == 0) {
-        throw RunTimeError(kDivisionByZero, divisor.toString() + QStringLiteral(" is 0"));
+        throw RunTimeError(kDivisionByZero, place() + QStringLiteral(": it is 0"));
     }
     return a / b;
 }
 
-constexpr QStringView kThemeWidth = u"the theme's width";
-constexpr QStringView kThemeHeight = u"the theme's height";
+// What a size of the theme is made of: a key of the track zone, or with the Main block the corner of a block
+// and its picture.
+QString PlaceOfSize(Form_Main& form, const char* zone, const char* corner, const char* size) {
+    const QString file = ThemeFile(form, QStringLiteral("theme.ini"));
+    if (form.ShowMainZone != u"true") {
+        return QStringLiteral("%1, [zonelist] %2 (expected 1 or more)").arg(file, QLatin1StringView(zone));
+    }
+    const bool isHorizontal = form.Orientation == u"horizontal";
+    return QStringLiteral("%1, [%2] %3 and the %4 of main.png (expected a sum of 1 or more)")
+        .arg(file, isHorizontal ? QStringLiteral("horitontal") : QStringLiteral("vertical"),
+             QLatin1StringView(corner), QLatin1StringView(size));
+}
+
+auto PlaceOfWidth(Form_Main& form) {
+    return [&form] { return PlaceOfSize(form, "ZoneListWidth", "BlockMainX", "width"); };
+}
+
+auto PlaceOfHeight(Form_Main& form) {
+    return [&form] { return PlaceOfSize(form, "ZoneListHeight", "BlockCommandY", "height"); };
+}
+
+// Converts a length that came from a key of config.ini to whole pixels.
+int Pixels(const Form_Main& form, QStringView key, double length) {
+    const auto where = [&] { return ConfigPlace(form, u"Main", key) + QStringLiteral(" (expected pixels)"); };
+    return TellingWhere(where, [&] { return CInt32(length).value(); });
+}
 
 // The smallest PositionWidth and PositionHeight that count.
 constexpr double kSmallestArea = 480;
 
 // The size of the picture area in screen pixels.
-Size PictureSize(const Form_Main& form, const Size& theme) {
+Size PictureSize(Form_Main& form, const Size& theme) {
     const Size window{static_cast<double>(form.MainWindow.Width),
                       static_cast<double>(form.MainWindow.Height)};
     const bool given = !form.PositionWidth.isEmpty() && !form.PositionHeight.isEmpty();
@@ -85,8 +110,8 @@ Size PictureSize(const Form_Main& form, const Size& theme) {
         return {ConfigNumber(form, u"PositionWidth", form.PositionWidth),
                 ConfigNumber(form, u"PositionHeight", form.PositionHeight)};
     }
-    const double ratio = Divide(theme.width, theme.height, kThemeHeight);
-    if (Divide(window.width, ratio, kThemeWidth) <= window.height) {
+    const double ratio = Divide(theme.width, theme.height, PlaceOfHeight(form));
+    if (Divide(window.width, ratio, PlaceOfWidth(form)) <= window.height) {
         return window;
     }
     // Deliberate D-06: an area that was given too small is corrected by a division. One expects the
@@ -96,20 +121,24 @@ Size PictureSize(const Form_Main& form, const Size& theme) {
 
 void PlacePictureArea(Form_Main& form, const Size& theme) {
     const Size area = PictureSize(form, theme);
-    Resize(form.Picture_Main, CInt32(area.width).value(), CInt32(area.height).value());
+    const int width = Pixels(form, u"PositionWidth", area.width);
+    const int height = Pixels(form, u"PositionHeight", area.height);
+    TellingWhere(
+        [&] { return ConfigPlace(form, u"Main", u"PositionWidth") + QStringLiteral(" and PositionHeight"); },
+        [&] { Resize(form.Picture_Main, width, height); });
     const double left = form.PositionLeft.isEmpty()
                             ? form.MainWindow.Width / 2.0 - form.Picture_Main.Width() / 2.0
                             : ConfigNumber(form, u"PositionLeft", form.PositionLeft);
     const double top = form.PositionTop.isEmpty()
                            ? form.MainWindow.Height / 2.0 - form.Picture_Main.Height() / 2.0
                            : ConfigNumber(form, u"PositionTop", form.PositionTop);
-    form.Picture_Main.Left = CInt32(left).value();
-    form.Picture_Main.Top = CInt32(top).value();
+    form.Picture_Main.Left = Pixels(form, u"PositionLeft", left);
+    form.Picture_Main.Top = Pixels(form, u"PositionTop", top);
 }
 
 // A place of the video in whole pixels; `otherwise` when it is not set.
 int VideoPlace(const Form_Main& form, QStringView key, const QString& value, int otherwise) {
-    return value.isEmpty() ? otherwise : CInt32(ConfigNumber(form, key, value)).value();
+    return value.isEmpty() ? otherwise : Pixels(form, key, ConfigNumber(form, key, value));
 }
 
 void PlaceVideoSurface(Form_Main& form) {
@@ -128,8 +157,14 @@ void PlaceVideoSurface(Form_Main& form) {
 }
 
 void PrepareCaches(Form_Main& form) {
-    Resize(form.Picture_Cache, form.ZoneListWidth.value(), form.ZoneListHeight.value());
-    Resize(form.Picture_CacheHilight, form.ZoneListWidth.value(), form.ZoneListHeight.value());
+    const auto where = [&] {
+        return ThemeFile(form, QStringLiteral("theme.ini")) +
+               QStringLiteral(", [zonelist] ZoneListWidth and ZoneListHeight");
+    };
+    TellingWhere(where, [&] {
+        Resize(form.Picture_Cache, form.ZoneListWidth.value(), form.ZoneListHeight.value());
+        Resize(form.Picture_CacheHilight, form.ZoneListWidth.value(), form.ZoneListHeight.value());
+    });
     form.Picture_Cache.stretchMode = kStretchHalftone;
     form.Picture_CacheHilight.stretchMode = kStretchHalftone;
     form.Picture_CacheTmp.stretchMode = kStretchHalftone;
@@ -137,8 +172,8 @@ void PrepareCaches(Form_Main& form) {
 }
 
 void FitScale(Form_Main& form, const Size& theme) {
-    form.ZoneScaleX = Divide(form.Picture_Main.Width(), theme.width, kThemeWidth);
-    form.ZoneScaleY = Divide(form.Picture_Main.Height(), theme.height, kThemeHeight);
+    form.ZoneScaleX = Divide(form.Picture_Main.Width(), theme.width, PlaceOfWidth(form));
+    form.ZoneScaleY = Divide(form.Picture_Main.Height(), theme.height, PlaceOfHeight(form));
     if (form.ZoneScaleX <= form.ZoneScaleY) {
         form.ZoneScaleY = form.ZoneScaleX;
     } else {
@@ -151,8 +186,7 @@ void FitScale(Form_Main& form, const Size& theme) {
 
 void Load(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : Chargement du theme ") + form.Theme + QStringLiteral(" (LoadTheme)"));
-    const QString path = ThemeFile(form, QStringLiteral("theme.ini"));
-    ReadThemeRecord(form, ThemeReader(form.iniFiles.Open(form.files, path), path));
+    ReadThemeRecord(form, ThemeReader(form));
     WriteLog(form, QStringLiteral(" : Position Pistes"));
     LoadThemePositionPistes(form);
     InstallFonts(form);

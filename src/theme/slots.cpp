@@ -22,8 +22,7 @@ void ReadSlot(Form_Main& form, const ThemeReader& reader, const QString& section
 
 void ReadSlots(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : LoadThemePositionPistes"));
-    const QString path = ThemeFile(form, QStringLiteral("theme.ini"));
-    const ThemeReader reader(form.iniFiles.Open(form.files, path), path);
+    const ThemeReader reader(form);
     const QString bases[] = {QStringLiteral("zonelistGauche"), QStringLiteral("zonelistDroite")};
     for (int column = 1; column <= 2; ++column) {
         for (int row = 1; row <= kRowsInFile; ++row) {

@@ -3,17 +3,42 @@
 
 #include "core/conversions.h"
 #include "core/run_time_error.h"
-#include "settings/ini_file.h"
+#include "settings/config_values.h"
+#include "shell/form_main.h"
+#include "theme/load_theme.h"
+
+ThemeReader::ThemeReader(Form_Main& form)
+    : form_(form), path_(ThemeFile(form, QStringLiteral("theme.ini"))),
+      file_(form.iniFiles.Open(form.files, path_)) {}
 
 Integer16 ThemeReader::Integer(const QString& section, const char* key) const {
     const QString value = Text(section, key);
-    const auto where = [&] {
-        return QStringLiteral("%1, [%2] %3 (expected a whole number)")
-            .arg(path_, section, QString::fromLatin1(key));
+    const auto place = [&] {
+        return Place(section, QString::fromLatin1(key), QStringLiteral("a whole number"));
     };
-    return TellingWhere(where, [&] { return CInt16(value); });
+    if (value.isEmpty()) {
+        throw RunTimeError(kTypeMismatch, WhatIsMissing(place()));
+    }
+    return TellingWhere(place, [&] { return CInt16(value); });
 }
 
 QString ThemeReader::Text(const QString& section, const char* key) const {
     return Trim(file_.Value(section, QString::fromLatin1(key)));
+}
+
+QString ThemeReader::Place(const QString& section, const QString& key, const QString& expected) const {
+    return QStringLiteral("%1, [%2] %3 (expected %4)").arg(path_, section, key, expected);
+}
+
+QString ThemeReader::WhatIsMissing(const QString& place) const {
+    if (!form_.files.IsFolder(ThemeFolder(form_))) {
+        return QStringLiteral("%1 (expected the folder of a theme): there is no folder \"%2\"")
+            .arg(ConfigPlace(form_, u"Main", u"Theme"), ThemeFolder(form_));
+    }
+    if (!form_.files.Open(path_)) {
+        return QStringLiteral(
+                   "%1 (expected the keys of the theme): there is no such file, or it cannot be read")
+            .arg(path_);
+    }
+    return place + QStringLiteral(": the key is missing or empty");
 }

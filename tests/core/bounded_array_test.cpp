@@ -21,7 +21,7 @@ TEST(BoundedArray, OutsideRaises9WithTheSubscript) {
         FAIL();
     } catch (const RunTimeError& error) {
         EXPECT_EQ(error.number, kSubscriptOutOfRange);
-        EXPECT_EQ(error.detail, QStringLiteral("11"));
+        EXPECT_EQ(error.detail, QStringLiteral("11 is not between 0 and 10"));
     }
     EXPECT_EQ(ErrorOf([&] { array(-1); }), kSubscriptOutOfRange);
 }

@@ -37,7 +37,7 @@ TEST(LineReader, PastTheEndRaises62WithPathAndLine) {
         FAIL();
     } catch (const RunTimeError& error) {
         EXPECT_EQ(error.number, kInputPastEnd);
-        EXPECT_EQ(error.detail, QStringLiteral("/p/x.vtxpl, line 2"));
+        EXPECT_EQ(error.detail, QStringLiteral("/p/x.vtxpl, line 2: the file ends before it"));
     }
 }
 

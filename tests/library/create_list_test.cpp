@@ -431,7 +431,7 @@ TEST_F(PointTest, NoFolderIsError76WithThePath) {
         PointDir1(form, QStringLiteral("/no/such"));
         FAIL();
     } catch (const RunTimeError& error) {
-        EXPECT_EQ(error.detail, QStringLiteral("/no/such"));
+        EXPECT_EQ(error.detail, QStringLiteral("/no/such: there is no such folder"));
     }
 }
 

@@ -142,7 +142,7 @@ TEST_F(RootFolderTest, AnErrorNamesAFileByOneSeparator) {
         CountPick(form, 0);
         FAIL() << "a count that is no number is an error";
     } catch (const RunTimeError& error) {
-        EXPECT_TRUE(error.detail.startsWith(u"/stats.ini, [PayingCount] /: "_s))
+        EXPECT_TRUE(error.detail.startsWith(u"/stats.ini, [PayingCount] / (expected a number): "_s))
             << error.detail.toStdString();
     }
 }

@@ -1,6 +1,7 @@
 // Coins at the end of their range, and the blinking of the counter.
 #include "playback/credits.h"
 
+#include "interaction/key_dispatcher.h"
 #include "support/error_of.h"
 #include "support/jukebox.h"
 
@@ -14,6 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// Deliberate D-140: the counter has 16 bits.
 TEST(InsertCoin, The32768thCoinIsError6) {
     Jukebox box;
     box.Start();
@@ -27,6 +29,19 @@ TEST(InsertCoin, The32768thCoinIsError6) {
     EXPECT_EQ(box.form.Credits, 32767);
     EXPECT_EQ(box.form.TrackNumberInput, QString());
     EXPECT_EQ(box.form.BlockMainInfos, u"charging"_s);
+}
+
+TEST(InsertCoin, AfterThe32768thCoinNoKeyIsTaken) {
+    Jukebox box;
+    box.SetKey(u"config.ini"_s, u"Main"_s, u"ManageCoin"_s, u"true"_s);
+    box.Start();
+    box.form.Credits = 32767;
+    constexpr int kCoinKey = 45;
+    EXPECT_EQ(ErrorOf([&] { Form_KeyDown(box.form, kCoinKey, 0); }), kOverflow);
+    EXPECT_EQ(box.form.InputBusy, 1);
+    box.form.Credits = 5;
+    Form_KeyDown(box.form, kCoinKey, 0);
+    EXPECT_EQ(box.form.Credits, 5);
 }
 
 struct CreditRow {

@@ -330,6 +330,34 @@ TEST_F(DrawTextTest, BlanksAndFurtherElementsOfAColourDoNoHarm) {
     EXPECT_EQ(pic.picture, Written(QStringLiteral("A"), 2, 3));
 }
 
+TEST_F(DrawTextTest, AWrongColourNamesTheKeysThatHaveItBesideTheSameFont) {
+    box.form.BlockMainRemainFont = kFont;
+    box.form.BlockMainRemainFontColor = QStringLiteral("1,2");
+    box.form.BlockMainInsertCoinFont = QStringLiteral("Other");
+    box.form.BlockMainInsertCoinFontColor = QStringLiteral("1,2");
+    box.form.ZoneListPisteTitreTitreFontHilight = kFont;
+    box.form.ZoneListPisteTitreTitreFontColorHilight = QStringLiteral("1,2");
+    style.TypoColor = QStringLiteral("1,2");
+    const auto stop = StopOfDraw(QStringLiteral("A"), {0, 0, 60, 20});
+    ASSERT_TRUE(stop);
+    const QString keys = QStringLiteral("theme.ini, [BlockMain] BlockMainRemainFontColor or [zonelist] "
+                                        "ZoneListPisteTitreTitreFontColorHilight (expected red,green,blue): "
+                                        "\"1,2\" has 2 of 3 numbers");
+    EXPECT_TRUE(stop->error.detail.endsWith(keys)) << stop->error.detail.toStdString();
+}
+
+TEST_F(DrawTextTest, ABoxWithoutRoomNamesTheTextTheBoxAndTheStyle) {
+    box.form.ZoneListPisteNumSaisieFont = kFont;
+    box.form.ZoneListPisteNumSaisieFontColor = style.TypoColor;
+    const auto stop = StopOfDraw(QStringLiteral("ABCDE"), {1, 2, 10, 20});
+    ASSERT_TRUE(stop);
+    for (const char* words : {"\"ABCDE\"", "10x20 at 1,2", "\"Vantorix Test\" of 9 points",
+                              "[zonelist] ZoneListPisteNumSaisieFontColor"}) {
+        EXPECT_TRUE(stop->error.detail.contains(QLatin1StringView(words)))
+            << stop->error.detail.toStdString();
+    }
+}
+
 struct ColourRow {
     const char* colour;
     int error;

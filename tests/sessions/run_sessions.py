@@ -28,6 +28,7 @@ quoted; paths may hold @HOME@ and @MUSIC@, and lie in the application folder whe
   folder PATH                     makes a folder, and those above it
   empty PATH...                   makes empty files
   text PATH TEXT                  makes a file of a text with the escapes \\n, \\r, \\t, \\xHH and \\\\
+  playlist PATH COUNT TRACK       makes a playlist file of so many entries of one track
   tone PATH SECONDS [HZ]          makes a WAV file, 16-bit stereo at 44100 Hz, of a sine (440 Hz) at half of full scale
   media NAME PATH                 copies tests/sessions/media/NAME: tone.mp3 (3 s), tone.flac (1 s), film.avi (10 s)
   copy NAME PATH                  copies a file of the repository, NAME from its tests folder on
@@ -69,6 +70,11 @@ def write_tone(path, seconds, hertz):
                        b"data", len(samples))
     with open(path, "wb") as file:
         file.write(head + samples)
+
+
+def write_playlist(path, count, track):
+    with open(path, "wb") as file:
+        file.write(" {} \r\n".format(count).encode() + "{}\r\n{}\r\n".format(track, os.path.basename(track)).encode() * count)
 
 
 def unescape(text):
@@ -167,6 +173,7 @@ class Session:
             "folder": lambda path: os.makedirs(self.path(path), exist_ok=True),
             "empty": lambda *paths: [open(self.path(path), "wb").close() for path in paths],
             "text": lambda path, text: open(self.path(path), "wb").write(unescape(text)),
+            "playlist": lambda path, count, track: write_playlist(self.path(path), int(count), track),
             "tone": lambda path, seconds, hertz="440": write_tone(self.path(path), float(seconds), float(hertz)),
             "media": lambda name, path: shutil.copy(os.path.join(SESSIONS, "media", name), self.path(path)),
             "copy": lambda name, path: shutil.copy(os.path.join(TESTS, name), self.path(path)),

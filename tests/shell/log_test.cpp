@@ -83,7 +83,7 @@ TEST(LogOfARun, ALineThatIsLostEndsTheHandlerAndLeavesItsGuardUp) {
     const std::optional<RunTimeError> error = HandleEvent(jukebox.form, key);
     ASSERT_TRUE(error);
     EXPECT_EQ(error->number, kPathFileAccess);
-    EXPECT_EQ(error->detail, jukebox.Home(QStringLiteral("vantorix.log")));
+    EXPECT_EQ(error->detail, jukebox.Home(QStringLiteral("vantorix.log: the log cannot be written")));
     EXPECT_EQ(jukebox.form.InputBusy, 1);
 }
 

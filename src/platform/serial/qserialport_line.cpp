@@ -42,11 +42,12 @@ QString QSerialPortLine::DeviceOf(int number) const {
 
 void QSerialPortLine::Open(const SerialSettings& settings) {
     if (port_.isOpen()) {
-        throw RunTimeError(kPortAlreadyOpen, QStringLiteral("COM%1").arg(settings.commPort.value()));
+        throw RunTimeError(kPortAlreadyOpen,
+                           QStringLiteral("COM%1 is open already").arg(settings.commPort.value()));
     }
     const int number = settings.commPort.value();
     if (number < 1) {
-        throw RunTimeError(kInvalidPortNumber, QStringLiteral("[RGBLeds] Commport %1").arg(number));
+        throw RunTimeError(kInvalidPortNumber, QStringLiteral("there is no port COM%1").arg(number));
     }
     const QString device = DeviceOf(number);
     port_.setPortName(device);
@@ -56,9 +57,9 @@ void QSerialPortLine::Open(const SerialSettings& settings) {
     port_.setStopBits(QSerialPort::OneStop);
     port_.setFlowControl(QSerialPort::NoFlowControl);
     if (!port_.open(QIODevice::ReadWrite)) {
-        throw RunTimeError(kInvalidPortNumber,
-                           QStringLiteral("[RGBLeds] Commport %1, %2: %3")
-                               .arg(QString::number(number), device, port_.errorString()));
+        throw RunTimeError(
+            kInvalidPortNumber,
+            QStringLiteral("COM%1, %2: %3").arg(QString::number(number), device, port_.errorString()));
     }
     stalled_ = false;
     Apply(settings);
@@ -92,7 +93,7 @@ void QSerialPortLine::DeviceGone() {
 
 void QSerialPortLine::Output(const QByteArray& bytes) {
     if (!port_.isOpen()) {
-        throw RunTimeError(kPortNotOpen, QStringLiteral("Output"));
+        throw RunTimeError(kPortNotOpen, QStringLiteral("the serial port is closed: nothing can be sent"));
     }
     if (stalled_ && !asleep_.hasExpired()) {
         return;
@@ -134,7 +135,8 @@ void QSerialPortLine::DropOutput() {
 
 QByteArray QSerialPortLine::Input() {
     if (!port_.isOpen()) {
-        throw RunTimeError(kPortNotOpen, QStringLiteral("Input"));
+        throw RunTimeError(kPortNotOpen,
+                           QStringLiteral("the serial port is closed: nothing can be received"));
     }
     QByteArray arrived = port_.readAll();
     while (arrived.size() < kMostInput && port_.waitForReadyRead(0)) {

@@ -31,7 +31,8 @@ public:
         record_.Add({name_, QStringLiteral("RenderFile"), path});
         const std::optional<MediaFacts> facts = failures_.Has("RenderFile") ? std::nullopt : ProbeMedia(path);
         if (!facts) {
-            throw RunTimeError(kInvalidProcedureCall, path);
+            throw RunTimeError(kInvalidProcedureCall,
+                               path + QStringLiteral(": missing, or no sound or video"));
         }
         duration_ = facts->seconds;
         picture_ = QSize(facts->pictureWidth, facts->pictureHeight);

@@ -12,10 +12,10 @@ void SimulatedSerial::Open(const SerialSettings& settings) {
     const int port = settings.commPort.value();
     const QString name = QStringLiteral("COM%1").arg(port);
     if (open_) {
-        throw RunTimeError(kPortAlreadyOpen, name);
+        throw RunTimeError(kPortAlreadyOpen, name + QStringLiteral(" is open already"));
     }
     if (failures_.Has("PortOpen") || port < 1 || port > kPorts) {
-        throw RunTimeError(kInvalidPortNumber, name);
+        throw RunTimeError(kInvalidPortNumber, QStringLiteral("there is no port %1").arg(name));
     }
     settings_ = settings;
     open_ = true;
@@ -29,7 +29,7 @@ void SimulatedSerial::Close() {
 void SimulatedSerial::Output(const QByteArray& bytes) {
     record_.Add({QStringLiteral("Output"), QString::fromLatin1(bytes)});
     if (!open_ || failures_.Has("Output")) {
-        throw RunTimeError(kPortNotOpen, QStringLiteral("Output"));
+        throw RunTimeError(kPortNotOpen, QStringLiteral("the serial port is closed: nothing can be sent"));
     }
     if (!controllerAnswers) {
         return;
@@ -43,7 +43,8 @@ void SimulatedSerial::Output(const QByteArray& bytes) {
 
 QByteArray SimulatedSerial::Input() {
     if (!open_ || failures_.Has("Input")) {
-        throw RunTimeError(kPortNotOpen, QStringLiteral("Input"));
+        throw RunTimeError(kPortNotOpen,
+                           QStringLiteral("the serial port is closed: nothing can be received"));
     }
     return std::exchange(waiting_, QByteArray());
 }
