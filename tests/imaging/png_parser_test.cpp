@@ -339,4 +339,29 @@ TEST(PngLimits, CountPixelsRowsAndWhatTheDataCanFill) {
     EXPECT_FALSE(isAffordable({7680, 4320, 8, kPngColour, 0}, 7680 * 4320 * 3 / 1040));
 }
 
+// Counts how often it is called, and refuses all data.
+struct RefusingZlib : ZlibLibrary {
+    bool Has(const char* routine) override { return std::string(routine) == "uncompress"; }
+    int Uncompress(std::span<std::uint8_t> /*target*/, std::size_t& /*written*/,
+                   std::span<const std::uint8_t> /*source*/) override {
+        ++calls;
+        return -3;
+    }
+    std::uint32_t Crc32(std::uint32_t start, std::span<const std::uint8_t> /*bytes*/) override {
+        return start;
+    }
+    int calls = 0;
+};
+
+// It inflates in one piece: 8 bytes a pixel beside the 4 of the picture.
+TEST(PngLimits, TheLibraryIsNotCalledWhereItsDataDoNotFitBesideThePixels) {
+    c32bppDIB image;
+    const QByteArray damaged(400'000, '\x7');
+    for (const auto& [width, calls] : {std::pair(4800, 1), std::pair(4900, 0)}) {
+        RefusingZlib zlib;
+        EXPECT_FALSE(Load(PngOf(width, 4800, 16, kPngColourAlpha, damaged), image, zlib));
+        EXPECT_EQ(zlib.calls, calls) << width;
+    }
+}
+
 } // namespace
