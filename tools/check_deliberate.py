@@ -8,7 +8,6 @@ stands in the tree.
 
 import re
 import sys
-from pathlib import PurePosixPath
 
 from check_support import arguments, files_below, numbered, report, text_of
 
@@ -34,13 +33,13 @@ def marks_of(root):
 def tests_of(root):
     """For each number the tests that name it; a session is named by its folder."""
     tests = {}
+    sessions = {path.parent for path in files_below(root, "tests/sessions") if path.name == "session.txt"}
     for path in files_below(root, "tests"):
         if path.parts[:2] == ("tests", "tools"):
             continue
-        pure = PurePosixPath(path)
-        name = str(PurePosixPath(*pure.parts[:3])) if pure.parts[1] == "sessions" and len(pure.parts) > 3 else str(pure)
+        test = next((folder for folder in path.parents if folder in sessions), path)
         for number in NUMBER.findall(text_of(root / path) or ""):
-            tests.setdefault(number, set()).add(name)
+            tests.setdefault(number, set()).add(test.as_posix())
     return tests
 
 

@@ -3,10 +3,10 @@
 
     run_sessions.py --console PROGRAM --work FOLDER [--accept] SESSION...
 
-A session is a folder of this kind:
+A session is a folder of this kind, <subject>/<behaviour>/ in this place:
 
-  session.txt      the commands, one a line, as the console reads them. "@HOME@" and "@MUSIC@" stand for the session's
-                   application folder and music folder.
+  session.txt      the rule that the session shows, as a comment, and the commands, one a line, as the console reads
+                   them. "@HOME@" and "@MUSIC@" stand for the session's application folder and music folder.
   home.txt         how these folders are made and the program is called; see below.
   expected.jsonl   what the console must answer: one JSON value a line, in the order of the answers, the first one being
                    {"ready":true}. Blank lines and lines that begin with "#" are skipped. The same words are replaced.
@@ -119,11 +119,17 @@ def members(pairs):
 class Session:
     def __init__(self, folder, work):
         self.folder = os.path.abspath(folder)
-        self.name = os.path.basename(self.folder)
+        self.name = self.name_of(self.folder)
         self.root = os.path.join(os.path.abspath(work), self.name)
         self.home = os.path.join(self.root, "home")
         self.music = os.path.join(self.root, "music")
         self.options = []
+
+    @staticmethod
+    def name_of(folder):
+        """Subject and behaviour for one of the sessions here, else the folder's own name."""
+        inside = os.path.commonpath([folder, SESSIONS]) == SESSIONS
+        return os.path.relpath(folder, SESSIONS) if inside else os.path.basename(folder)
 
     def fill_in(self, text):
         return text.replace("@HOME@", self.home).replace("@MUSIC@", self.music)

@@ -48,7 +48,7 @@ REGISTER = """# Not bugs
 
 | Number | Symptom | Why | Where | Test |
 |---|---|---|---|---|
-| D-01 | It is odd. | It is used. | `src/pause.cpp` | `tests/pause_test.cpp`, `tests/sessions/a-pause` |
+| D-01 | It is odd. | It is used. | `src/pause.cpp` | `tests/pause_test.cpp`, `tests/sessions/queue/a-pause` |
 """
 
 MARKED = "// Deliberate D-01: it is odd. One expects otherwise.\n"
@@ -155,7 +155,7 @@ class Deliberate(TreeTest):
         self.write("docs/deliberate.md", REGISTER)
         self.write("src/pause.cpp", "int a;\n" + MARKED)
         self.write("tests/pause_test.cpp", "// D-01\n")
-        self.write("tests/sessions/a-pause/session.txt", "# D-01\nkey 13\n")
+        self.write("tests/sessions/queue/a-pause/session.txt", "# D-01\nkey 13\n")
 
     def test_clean(self):
         self.assert_passes("check_deliberate")
@@ -179,7 +179,7 @@ class Deliberate(TreeTest):
 
     def test_row_without_test(self):
         self.write("tests/pause_test.cpp", "\n")
-        (self.root / "tests/sessions/a-pause/session.txt").unlink()
+        (self.root / "tests/sessions/queue/a-pause/session.txt").unlink()
         self.assert_finds("check_deliberate", "D-01 stands in no test")
 
     def test_test_of_another_name(self):

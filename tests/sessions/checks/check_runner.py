@@ -39,6 +39,13 @@ def check_comparison(checks):
         checks.equal("%r and %r differ" % (expected, actual), True, run_sessions.compare(expected, actual, "") != "")
 
 
+def check_work_folders(given, checks):
+    """Sessions of one name under two subjects may run at the same time."""
+    for folder, name in (("queue/same", "queue/same"), ("touch/same", "touch/same"), ("../frames/same", "same")):
+        session = run_sessions.Session(os.path.join(run_sessions.SESSIONS, folder), given.work)
+        checks.equal("the work folder of %s" % folder, os.path.join(os.path.abspath(given.work), name), session.root)
+
+
 def check_sessions(given, checks):
     checks.equal("a good session", (True, ""), run_session(given, "good", GOOD))
     for name, expected in (("wrong value", GOOD.replace('"SelX":1', '"SelX":2')), ("one too few", GOOD.split("\n")[0]),
@@ -61,6 +68,7 @@ def main():
     given = check_support.arguments()
     checks = check_support.Checks()
     check_comparison(checks)
+    check_work_folders(given, checks)
     check_sessions(given, checks)
     checks.end()
 
