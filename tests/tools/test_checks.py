@@ -205,6 +205,88 @@ class Deliberate(TreeTest):
         self.assertEqual((self.root / "docs/deliberate.md").read_text(encoding="utf-8"), REGISTER)
 
 
+class Behaviour(TreeTest):
+    def setUp(self):
+        super().setUp()
+        (self.root / "docs").mkdir()
+        self.write("tests/sessions/about.txt", "The rules\n\nWhat it does.\n\nqueue\ntouch\n")
+        self.write("tests/sessions/queue/about.txt", "The queue\n\nHow it grows.\n\nsecond\nfirst\n")
+        self.write("tests/sessions/touch/about.txt", "Touch\n\nWhat a press does.\n\npress\n")
+        for name, text in (("queue/first", "# A pick joins the queue,\n# and starts.\n\n# Pick.\nkey 13\n"),
+                           ("queue/second", "# Deliberate D-07: The end is *cut*.\nkey 13\n"),
+                           ("touch/press", "# `PressAt` acts at_once.\ndown 1 1\n# See D-08.\nup 1 1\n")):
+            self.write(f"tests/sessions/{name}/session.txt", text)
+        self.write("tests/sessions/media/tone.mp3", b"\0")
+        self.assert_passes("make_behaviour")
+
+    def page(self):
+        return (self.root / "docs/behaviour.md").read_text(encoding="utf-8")
+
+    def assert_page_finds(self, *words):
+        """Neither --check nor writing lets the fault pass, and the page stays as it is."""
+        before = self.page()
+        self.assert_finds("make_behaviour", *words, options=["--check"])
+        self.assert_finds("make_behaviour", *words)
+        self.assertEqual(self.page(), before)
+
+    def test_page(self):
+        self.assertIn("3 sessions", self.assert_passes("make_behaviour", ["--check"]))
+        self.assertIn("# The rules\n\nWhat it does.\n\n", self.page())
+        self.assertIn("- [The queue](#the-queue)\n- [Touch](#touch)\n\n## The queue\n\nHow it grows.\n\n"
+                      "- The end is \\*cut\\*. ([session](../tests/sessions/queue/second), deliberate: "
+                      "[D-07](deliberate.md))\n"
+                      "- A pick joins the queue, and starts. ([session](../tests/sessions/queue/first))\n\n"
+                      "## Touch\n\nWhat a press does.\n\n"
+                      "- `PressAt` acts at\\_once. ([session](../tests/sessions/touch/press), deliberate: "
+                      "[D-08](deliberate.md))\n", self.page())
+
+    def test_page_that_says_something_else(self):
+        self.write("tests/sessions/touch/press/session.txt", "# A press waits.\ndown 1 1\n")
+        self.assert_finds("make_behaviour", "docs/behaviour.md:21: not what the sessions say", options=["--check"])
+        self.assertNotIn("waits", self.page())
+        self.assert_passes("make_behaviour")
+        self.assertIn("- A press waits. (", self.page())
+
+    def test_missing_page(self):
+        (self.root / "docs/behaviour.md").unlink()
+        self.assert_finds("make_behaviour", "docs/behaviour.md:1: not what", options=["--check"])
+
+    def test_session_without_rule(self):
+        for text in ("key 13\n# Too late.\n", "\n# Too late.\nkey 13\n", "# Deliberate D-07: \nkey 13\n"):
+            with self.subTest(text=text):
+                self.write("tests/sessions/queue/first/session.txt", text)
+                self.assert_page_finds("tests/sessions/queue/first/session.txt:1: has no rule")
+
+    def test_rule_that_is_no_sentence(self):
+        for rule in ("first the queue, then the track.", "The queue", "Deliberate D-07: the queue."):
+            with self.subTest(rule=rule):
+                self.write("tests/sessions/queue/first/session.txt", f"# {rule}\nkey 13\n")
+                self.assert_page_finds("tests/sessions/queue/first/session.txt:1: the rule is not a sentence")
+
+    def test_subject_without_introduction(self):
+        (self.root / "tests/sessions/touch/about.txt").unlink()
+        self.assert_page_finds("tests/sessions/touch/about.txt:1: missing")
+        self.write("tests/sessions/touch/about.txt", "Touch\n\npress\n")
+        self.assert_page_finds("tests/sessions/touch/about.txt:1: needs a heading")
+
+    def test_session_that_is_not_listed(self):
+        self.write("tests/sessions/queue/third/session.txt", "# A third rule.\nkey 13\n")
+        self.assert_page_finds("tests/sessions/queue/about.txt:1: third is not listed")
+
+    def test_subject_that_is_not_listed(self):
+        self.write("tests/sessions/lights/about.txt", "Lights\n\nLamps.\n\nblink\n")
+        self.write("tests/sessions/lights/blink/session.txt", "# They blink.\nkey 13\n")
+        self.assert_page_finds("tests/sessions/about.txt:1: lights is not listed")
+
+    def test_list_with_a_wrong_name(self):
+        self.write("tests/sessions/queue/about.txt", "The queue\n\nHow it grows.\n\nsecond\nfirst\nsecond\nlast\n")
+        self.assert_page_finds("second is listed twice", "last is listed and does not exist")
+
+    def test_session_without_subject(self):
+        self.write("tests/sessions/stray/session.txt", "# A stray rule.\nkey 13\n")
+        self.assert_page_finds("tests/sessions/stray/session.txt:1: a session belongs in the folder of a subject")
+
+
 class Words(TreeTest):
     # In pieces, so that this file passes the check itself.
     PLANTED = [
