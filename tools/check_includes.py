@@ -28,7 +28,7 @@ TOOLKITS = [
                    r"(Box|Grid|Form|VBox|HBox|Stacked)?Layout|StackedWidget|ScrollArea|Frame|Style|StyleFactory)"),
     ("Qt Gui", r"Q(GuiApplication|Window|Screen|Image|ImageReader|ImageWriter|Pixmap|Bitmap|Painter|PainterPath|Pen|"
                r"Brush|Color|Rgb|RgbaFloat|Font|FontDatabase|FontInfo|FontMetrics|FontMetricsF|TextOption|TextLayout|"
-               r"Transform|Polygon|Region|Cursor|Icon|Palette|\w+Event|KeySequence|InputMethod|Clipboard|RawFont|"
+               r"GlyphRun|Transform|Polygon|Region|Cursor|Icon|Palette|\w+Event|KeySequence|InputMethod|Clipboard|RawFont|"
                r"StaticText|BackingStore)"),
     ("Qt Core", r"Qt|QtGlobal|Q(String|StringView|StringList|StringDecoder|StringEncoder|Utf8StringView|"
                 r"Latin1StringView|AnyStringView|Char|ByteArray|ByteArrayView|Rect|RectF|Size|SizeF|Point|PointF|Date|"

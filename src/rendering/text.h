@@ -2,12 +2,11 @@
 #pragma once
 
 #include "core/integer.h"
+#include "imaging/surface.h"
 
-#include <QRgb>
 #include <QString>
 
 struct Form_Main;
-struct Surface;
 
 // A box in pixels of the surface it is drawn on. Making one from other numbers rounds half to even and raises
 // 6 outside 16 bits.
