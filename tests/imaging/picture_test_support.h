@@ -8,8 +8,8 @@
 #include "platform/pictures/picture_loader.h"
 #include "platform/posix/dlopened_zlib.h"
 #include "platform/posix/posix_files.h"
-#include "platform/simulated/failing_files.h"
 #include "platform/simulated/simulated_zlib.h"
+#include "support/failing_files.h"
 
 #include <QCryptographicHash>
 #include <QString>

@@ -1,7 +1,7 @@
 // Every tag of the ledger, and what comes of tags that are cut and changed.
 #include "imaging/tag_test_support.h"
 
-#include "platform/simulated/failing_files.h"
+#include "support/failing_files.h"
 
 #include <gtest/gtest.h>
 

@@ -3,10 +3,10 @@
 
 #include "imaging/tag_test_support.h"
 #include "library/tag_covers.h"
-#include "platform/simulated/failing_files.h"
 #include "rendering/redraw_jukebox.h"
 #include "rendering/track_zone.h"
 #include "support/error_of.h"
+#include "support/failing_files.h"
 #include "support/jukebox.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #include "library/find_file.h"
 
 #include "library/folder_names.h"
-#include "platform/simulated/failing_files.h"
+#include "support/failing_files.h"
 #include "support/home_folder.h"
 
 #include <gtest/gtest.h>

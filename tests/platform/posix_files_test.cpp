@@ -1,7 +1,7 @@
 // The machine's file system behind the port.
 #include "platform/posix/posix_files.h"
 
-#include "platform/simulated/failing_files.h"
+#include "support/failing_files.h"
 #include "support/home_folder.h"
 
 #include <gtest/gtest.h>

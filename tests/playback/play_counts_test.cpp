@@ -1,8 +1,8 @@
 // Counting a pick: what is counted, in how many writes, and what a bad count leaves.
 #include "playback/play_counts.h"
 
-#include "platform/simulated/failing_files.h"
 #include "support/error_of.h"
+#include "support/failing_files.h"
 #include "support/jukebox.h"
 
 #include <gtest/gtest.h>

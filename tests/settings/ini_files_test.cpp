@@ -2,7 +2,7 @@
 #include "settings/ini_files.h"
 
 #include "core/run_time_error.h"
-#include "platform/simulated/failing_files.h"
+#include "support/failing_files.h"
 #include "support/home_folder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Replacing files safely: each step that fails leaves the old file.
 #include "settings/safe_write.h"
 
-#include "platform/simulated/failing_files.h"
+#include "support/failing_files.h"
 #include "support/home_folder.h"
 
 #include <gtest/gtest.h>

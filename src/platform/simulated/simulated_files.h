@@ -3,13 +3,15 @@
 
 #include "platform/files.h"
 
-class Failures;
+#include <functional>
+#include <utility>
 
 // Hands every operation on. A failing one does nothing and answers as its port says of a failure.
 class SimulatedFiles : public Files {
 public:
-    // The real files and the failures outlive this object.
-    SimulatedFiles(Files& real, const Failures& failures) : real_(real), failures_(failures) {}
+    // `fails` is called at each operation that can fail, with its name. The real files outlive this object.
+    SimulatedFiles(Files& real, std::function<bool(const char* operation)> fails)
+        : real_(real), fails_(std::move(fails)) {}
 
     std::optional<QByteArray> ReadWhole(const QString& path, std::int64_t limit) override;
     std::unique_ptr<OpenFile> Open(const QString& path) override;
@@ -27,5 +29,5 @@ public:
 
 private:
     Files& real_;
-    const Failures& failures_;
+    std::function<bool(const char* operation)> fails_;
 };

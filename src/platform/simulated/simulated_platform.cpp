@@ -4,7 +4,8 @@
 SimulatedPlatform::SimulatedPlatform(const SimulationOptions& options)
     : clock(options.clock), pump(clock, calls), audio(clock, calls, failures), graphs(clock, calls, failures),
       serial(calls, failures), display(options.screens, calls, failures), windows(calls),
-      files(realFiles, failures), fonts(files, calls, failures), messageBox(calls), zlib(realZlib, failures),
+      files(realFiles, [this](const char* operation) { return failures.Has(operation); }),
+      fonts(files, calls, failures), messageBox(calls), zlib(realZlib, failures),
       pictures(realPictures, failures) {
     for (const QString& operation : options.failing) {
         failures.Add(operation);
