@@ -35,8 +35,6 @@ public:
     // The bytes of a picture; they stay until the next load. Bytes that the tag claims behind its own end are
     // missing. Nothing when there is no picture of this number, or none of its bytes lies in the tag.
     std::optional<std::span<const std::uint8_t>> ExtractImageData(int Index) const;
-    // Bytes of the tag that are kept, 0 without one.
-    int ExtractTag() const { return static_cast<int>(tag_.size()); }
 
 private:
     void ReadTag(Files& files, const QString& FileName);

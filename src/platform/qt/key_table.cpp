@@ -189,11 +189,3 @@ std::optional<int> VirtualKeyOf(const SystemKey& pressed) {
     const KeyRow* row = RowOf(pressed);
     return row == nullptr ? std::nullopt : std::optional(row->code);
 }
-
-std::optional<SystemKey> KeyOfVirtualKey(int code) {
-    const KeyRow* row = FindRow([&](const KeyRow& candidate) { return candidate.code == code; });
-    if (row == nullptr || row->key == kNoKey) {
-        return std::nullopt;
-    }
-    return SystemKey{row->key, row->keypad, row->scanCode};
-}

@@ -1,4 +1,4 @@
-// Keys: from what the window system reports to the virtual-key codes of config.ini, and back.
+// Keys: from what the window system reports to the virtual-key codes of config.ini.
 #pragma once
 
 #include <Qt>
@@ -17,6 +17,3 @@ struct SystemKey {
 // named keys go by what they are, the digit row and keys of foreign alphabets by their place on the board.
 // Nothing for a key that has no code.
 std::optional<int> VirtualKeyOf(const SystemKey& pressed);
-
-// The key that sends a virtual-key code. Nothing for a code without a key (the mouse buttons, for instance).
-std::optional<SystemKey> KeyOfVirtualKey(int code);

@@ -17,7 +17,6 @@ void SimulatedSerial::Open(const SerialSettings& settings) {
     if (failures_.Has("PortOpen") || port < 1 || port > kPorts) {
         throw RunTimeError(kInvalidPortNumber, QStringLiteral("there is no port %1").arg(name));
     }
-    settings_ = settings;
     open_ = true;
 }
 

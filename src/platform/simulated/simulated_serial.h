@@ -27,8 +27,6 @@ public:
 
     // These bytes arrive. False, and nothing arrives, when they do not fit.
     bool Arrive(const QByteArray& bytes);
-    // The settings of the last successful Open.
-    const SerialSettings& Settings() const { return settings_; }
 
     // Whether the controller answers "AT+R-0" by itself.
     bool controllerAnswers = true;
@@ -38,7 +36,6 @@ public:
 private:
     CallRecord& record_;
     const Failures& failures_;
-    SerialSettings settings_;
     QByteArray waiting_;
     bool open_ = false;
 };
