@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -36,8 +37,6 @@ protected:
                                               [&](const InputEvent& event) { return event.kind == kind; }));
     }
 
-    // A hang-up that whoever started the tests ignores would stay ignored.
-    const sighandler_t hangUp = std::signal(SIGHUP, SIG_DFL);
     QtEventPump pump;
     std::vector<InputEvent> handed;
     EventSink onEvent;
@@ -210,42 +209,98 @@ TEST_F(EventPumpTest, WaitingForInputEndsByTimeAndByTheWishToClose) {
     EXPECT_EQ(CountOf(InputKind::kClose), 1) << "the wish stays for the jukebox";
 }
 
-TEST_F(EventPumpTest, EachTerminationSignalAsksForTheEnd) {
-    int expected = 0;
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        ASSERT_EQ(std::raise(signal), 0);
-        QElapsedTimer time;
-        time.start();
-        ++expected;
-        while (CountOf(InputKind::kClose) < expected && time.elapsed() < 10'000) {
+// The signals are watched once in a process, and for good: each of these tests is a process of its own.
+class TerminationSignalsTest : public testing::Test {
+protected:
+    TerminationSignalsTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+
+    static void Send(int number) { kill(getpid(), number); }
+    [[noreturn]] static void Hang() {
+        for (;;) {
+            pause();
+        }
+    }
+};
+
+TEST_F(TerminationSignalsTest, EachSignalAsksForTheEnd) {
+    const auto askedForEach = [] {
+        std::signal(SIGHUP, SIG_DFL);
+        WatchTerminationSignals();
+        QtEventPump pump;
+        int asked = 0;
+        pump.SetSink([&asked](const InputEvent& event) { asked += event.kind == InputKind::kClose ? 1 : 0; });
+        int expected = 0;
+        for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+            Send(number);
+            ++expected; // it was answered, so that the next one asks again
+            while (asked < expected) {
+                pump.DoEvents();
+            }
+        }
+        _exit(asked == expected ? 3 : 4);
+    };
+    EXPECT_EXIT(askedForEach(), testing::ExitedWithCode(3), "");
+}
+
+TEST_F(TerminationSignalsTest, ASignalBeforeTheEventLoopIsPassedOn) {
+    const auto askedLater = [] {
+        WatchTerminationSignals();
+        Send(SIGTERM);
+        while (!TerminationWish::HasCome()) {
+        }
+        QtEventPump pump;
+        pump.SetSink([](const InputEvent&) { _exit(3); });
+        for (;;) {
             pump.DoEvents();
         }
-        EXPECT_EQ(CountOf(InputKind::kClose), expected)
-            << "and it was answered, so that the next one asks again";
-    }
+    };
+    EXPECT_EXIT(askedLater(), testing::ExitedWithCode(3), "");
 }
 
-TEST(TerminationSignalsTest, AnIgnoredHangUpStaysIgnored) {
-    std::signal(SIGHUP, SIG_IGN);
-    {
-        const TerminationSignals signals([] {});
-        struct sigaction now = {};
-        sigaction(SIGHUP, nullptr, &now);
-        EXPECT_EQ(now.sa_handler, SIG_IGN);
-        sigaction(SIGTERM, nullptr, &now);
-        EXPECT_NE(now.sa_handler, SIG_DFL);
-    }
-    struct sigaction after = {};
-    sigaction(SIGTERM, nullptr, &after);
-    EXPECT_EQ(after.sa_handler, SIG_DFL) << "everything is put back";
+TEST_F(TerminationSignalsTest, ASecondSignalEndsTheProcessAtOnce) {
+    const auto second = [] {
+        WatchTerminationSignals();
+        Send(SIGTERM);
+        while (!TerminationWish::HasCome()) {
+        }
+        Send(SIGINT);
+        Hang();
+    };
+    EXPECT_EXIT(second(), testing::ExitedWithCode(128 + SIGINT), "");
 }
 
-TEST_F(EventPumpTest, ASecondSignalEndsTheProcessAtOnce) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(
-        {
-            std::raise(SIGTERM);
-            std::raise(SIGTERM);
-        },
-        testing::ExitedWithCode(128 + SIGTERM), "");
+TEST_F(TerminationSignalsTest, AnEventThreadThatHangsIsEndedByOneSignal) {
+    const auto hung = [] {
+        std::signal(SIGHUP, SIG_DFL);
+        WatchTerminationSignals();
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_BLOCK, &all, nullptr);
+        Send(SIGHUP);
+        Hang();
+    };
+    EXPECT_EXIT(hung(), testing::ExitedWithCode(128 + SIGHUP), "");
+}
+
+TEST_F(TerminationSignalsTest, AnIgnoredHangUpStaysIgnored) {
+    const auto ignored = [] {
+        std::signal(SIGHUP, SIG_IGN);
+        WatchTerminationSignals();
+        struct sigaction hangUp = {};
+        struct sigaction end = {};
+        sigaction(SIGHUP, nullptr, &hangUp);
+        sigaction(SIGTERM, nullptr, &end);
+        _exit(hangUp.sa_handler == SIG_IGN && end.sa_handler != SIG_DFL ? 3 : 4);
+    };
+    EXPECT_EXIT(ignored(), testing::ExitedWithCode(3), "");
+}
+
+TEST_F(TerminationSignalsTest, OnlyTheseSignalsAreBlockedInTheEventThread) {
+    const auto unblocked = [] {
+        WatchTerminationSignals();
+        sigset_t here;
+        pthread_sigmask(SIG_BLOCK, nullptr, &here);
+        _exit(sigismember(&here, SIGTERM) == 1 && sigismember(&here, SIGCHLD) == 0 ? 3 : 4);
+    };
+    EXPECT_EXIT(unblocked(), testing::ExitedWithCode(3), "");
 }

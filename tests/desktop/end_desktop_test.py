@@ -78,6 +78,55 @@ class TwoOnOneHome(desk.DeskTest):
         self.assert_ends(0)
 
 
+class Hangs(desk.DeskTest):
+    """A signal ends the jukebox within five seconds, whatever hangs. The bound leaves room for a busy machine."""
+    BOUND = 20
+
+    def assert_ends_soon(self, code):
+        start = time.monotonic()
+        self.signal()
+        self.assert_ends(code)
+        seconds = time.monotonic() - start
+        print(f"{self.id()}: ended after {seconds:.1f} s", flush=True)
+        self.assertLess(seconds, self.BOUND)
+
+    def hang_in(self, folder):
+        """Gives two files: once the first one exists, listing this folder never returns; the second one is there as soon
+        as that has begun."""
+        on, mark = self.folder / "on", self.folder / "hangs"
+        self.screen.environment.update(LD_PRELOAD=os.environ["HUNG_FOLDER_LIBRARY"], HUNG_FOLDER=str(folder),
+                                       HUNG_FOLDER_ON=str(on), HUNG_FOLDER_MARK=str(mark))
+        return on, mark
+
+    def test_a_signal_ends_it_in_a_folder_that_does_not_answer(self):
+        on, mark = self.hang_in(self.music / "First Album")
+        self.start_and_see()
+        on.touch()
+        self.press_until("Return", mark.exists, "the folder is listed")
+        self.assert_ends_soon(128 + signal.SIGTERM)
+
+    def test_a_signal_ends_a_start_that_does_not_come_to_its_end(self):
+        on, mark = self.hang_in(self.music)
+        on.touch()
+        self.start()
+        desk.wait_until(mark.exists, "the music is listed")
+        self.assert_ends_soon(128 + signal.SIGTERM)
+
+    def test_a_signal_ends_it_while_the_sound_server_stands_still(self):
+        folder = self.folder / "pulse"
+        script = str(desk.ROOT / "tests" / "desktop" / "pulse.sh")
+        subprocess.run([script, "start", str(folder)], check=True, stdout=subprocess.DEVNULL, timeout=desk.PATIENCE)
+        self.addCleanup(subprocess.run, [script, "stop", str(folder)], check=True)
+        server = int((folder / "pid").read_text())
+        self.screen.environment["PULSE_SERVER"] = f"unix:{folder}/native"
+        self.start_and_see()
+        self.press_until_log("Return", " : Some Artist - First Track.wav")
+        self.press_until("Return", lambda: self.log().count(" : Valider") > 1, "the pick")
+        os.kill(server, signal.SIGSTOP)
+        self.addCleanup(os.kill, server, signal.SIGCONT)
+        self.assert_ends_soon(0)
+
+
 class Stops(desk.DeskTest):
     def break_theme(self):
         theme = self.home / "themes" / "default" / "theme.ini"

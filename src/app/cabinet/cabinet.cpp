@@ -23,6 +23,7 @@
 #include "platform/qt/qt_windows.h"
 #include "platform/qt/screens.h"
 #include "platform/qt/system_clock.h"
+#include "platform/qt/termination_signals.h"
 #include "platform/qt/x11_screen.h"
 #include "platform/serial/qserialport_line.h"
 #include "settings/home_folder.h"
@@ -163,6 +164,9 @@ int Cabinet::TellStop(const ProgramStop& stop) {
     const QString words = WordsOf(stop.error);
     TellStandardError(QStringLiteral("%1 stopped by run-time error %2").arg(stop.routine, words));
     Log(QStringLiteral(" : Arrêt de %1 : erreur %2").arg(stop.routine, words));
+    if (TerminationWish::HasCome()) {
+        return kEndedByError; // a page would outlive the time that is left
+    }
     const QString error =
         QStringLiteral("Error %1: %2").arg(stop.error.number).arg(RunTimeErrorText(stop.error.number));
     messageBox_.ShowPage(
@@ -192,6 +196,7 @@ AppFolderResult FindFolder(const CommandLine& line) {
 
 int RunParsed(const CommandLine& line, char** argv) {
     TuneAllocator();
+    WatchTerminationSignals();
     PinEnvironment();
     const AppFolderResult found = FindFolder(line);
     const QString missing = found.error.isEmpty() ? MissingDisplay() : found.error;

@@ -5,6 +5,8 @@
 
 #include <gst/gst.h>
 
+#include <csignal>
+
 namespace {
 
 // The search for a sound device is to leave JACK out, and OpenAL, which tries JACK as well: its library waits
@@ -18,8 +20,20 @@ void LeaveOutJack() {
     }
 }
 
+// The scanner of new plugins, a program of its own, inherits the signal mask. It must end by SIGTERM even if
+// the signals of this program are blocked.
+bool InitialiseWithSignals() {
+    sigset_t none;
+    sigset_t before;
+    sigemptyset(&none);
+    pthread_sigmask(SIG_SETMASK, &none, &before);
+    const bool done = gst_init_check(nullptr, nullptr, nullptr) != FALSE;
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    return done;
+}
+
 bool Start() {
-    if (gst_init_check(nullptr, nullptr, nullptr) == FALSE) {
+    if (!InitialiseWithSignals()) {
         return false;
     }
     LeaveOutJack();

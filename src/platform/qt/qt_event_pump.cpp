@@ -51,7 +51,7 @@ private:
 
 } // namespace
 
-QtEventPump::QtEventPump() : signals_([this] { Post({.kind = InputKind::kClose}); }) {
+QtEventPump::QtEventPump() : wish_([this] { Post({.kind = InputKind::kClose}); }) {
     timer1_.setTimerType(Qt::PreciseTimer);
     QObject::connect(&timer1_, &QTimer::timeout, [this] { Post({.kind = InputKind::kTimer1}); });
     tmrSpectrum_.setTimerType(Qt::PreciseTimer);
@@ -102,7 +102,7 @@ void QtEventPump::Deliver(const InputEvent& event) {
     const Flag closing(closeRuns_, event.kind == InputKind::kClose);
     sink_(event);
     if (event.kind == InputKind::kClose) {
-        TerminationSignals::Answered();
+        TerminationWish::Answered();
     }
 }
 

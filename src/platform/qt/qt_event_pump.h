@@ -68,5 +68,5 @@ private:
     bool closeRuns_ = false;
     QTimer timer1_;
     QTimer tmrSpectrum_;
-    TerminationSignals signals_;
+    TerminationWish wish_;
 };

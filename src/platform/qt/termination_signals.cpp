@@ -1,79 +1,152 @@
-// Bringing signals to the event loop through a pipe.
+// From a signal handler through a thread of its own to the event loop.
 #include "platform/qt/termination_signals.h"
 
 #include <array>
+#include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <fcntl.h>
+#include <optional>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <system_error>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
 namespace {
 
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+constexpr std::array kSignals = {SIGTERM, SIGINT, SIGHUP};
+// An orderly end takes at most three seconds: a sound server and a disk that do not answer are waited for.
+constexpr std::chrono::seconds kEndLimit{4};
+
 // A signal handler has nothing but static storage to work on.
-volatile std::sig_atomic_t wakeDescriptor = -1;
-volatile std::sig_atomic_t signalsUnanswered = 0;
+volatile std::sig_atomic_t signalPipe = -1;
+// Read by the event loop. Both descriptors stay open as long as the process lives.
+int wishDescriptor = -1;
+std::atomic<bool> unanswered{false};
+std::atomic<bool> hasCome{false};
 
 void OnSignal(int number) {
     const int savedError = errno;
-    if (signalsUnanswered != 0) {
-        _exit(128 + number);
-    }
-    signalsUnanswered = 1;
-    const char wake = 1;
-    if (write(wakeDescriptor, &wake, 1) != 1) {
+    const auto byte = static_cast<char>(number);
+    if (write(signalPipe, &byte, 1) != 1) {
         _exit(128 + number);
     }
     errno = savedError;
 }
 
-} // namespace
-
-TerminationSignals::TerminationSignals(std::function<void()> asked) : asked_(std::move(asked)) {
-    std::array<int, 2> ends = {-1, -1};
-    if (pipe2(ends.data(), O_NONBLOCK | O_CLOEXEC) != 0) {
-        return; // without a pipe the signals keep their usual effect: they end the process
+sigset_t TerminationSet() {
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int number : kSignals) {
+        sigaddset(&set, number);
     }
-    readEnd_ = ends[0];
-    writeEnd_ = ends[1];
-    notifier_ = std::make_unique<QSocketNotifier>(readEnd_, QSocketNotifier::Read);
-    QObject::connect(notifier_.get(), &QSocketNotifier::activated, [this] {
-        std::array<char, 16> bytes = {};
-        while (read(readEnd_, bytes.data(), bytes.size()) > 0) {
-        }
-        asked_();
-    });
-    signalsUnanswered = 0;
-    wakeDescriptor = writeEnd_;
-    Catch();
+    return set;
 }
 
-void TerminationSignals::Catch() {
+void PassOn(int number) {
+    if (unanswered.exchange(true)) {
+        _exit(128 + number);
+    }
+    hasCome = true;
+    const std::uint64_t one = 1;
+    if (write(wishDescriptor, &one, sizeof(one)) != sizeof(one)) {
+        _exit(128 + number);
+    }
+}
+
+// The next signal's number; 0 when the deadline comes first.
+int NextSignal(int readEnd, std::optional<steady_clock::time_point> deadline) {
+    char number = 0;
+    while (read(readEnd, &number, 1) != 1) {
+        const auto left =
+            deadline ? std::chrono::ceil<milliseconds>(*deadline - steady_clock::now()).count() : -1;
+        if (deadline && left <= 0) {
+            return 0;
+        }
+        pollfd wanted = {readEnd, POLLIN, 0};
+        poll(&wanted, 1, static_cast<int>(left));
+    }
+    return number;
+}
+
+[[noreturn]] void Watch(int readEnd) {
+    const sigset_t set = TerminationSet();
+    pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
+    const int first = NextSignal(readEnd, std::nullopt);
+    PassOn(first);
+    const auto deadline = steady_clock::now() + kEndLimit;
+    while (const int next = NextSignal(readEnd, deadline)) {
+        PassOn(next);
+    }
+    _exit(128 + first);
+}
+
+bool BeginWatch(int readEnd) {
+    try {
+        std::thread([readEnd] { Watch(readEnd); }).detach();
+        return true;
+    } catch (const std::system_error&) {
+        return false;
+    }
+}
+
+void Catch() {
     struct sigaction action = {};
     action.sa_handler = OnSignal;
     action.sa_flags = SA_RESTART;
     sigemptyset(&action.sa_mask);
-    for (std::size_t i = 0; i < kSignals.size(); ++i) {
-        sigaction(kSignals[i], nullptr, &before_[i]);
-        if (kSignals[i] != SIGHUP || before_[i].sa_handler != SIG_IGN) {
-            sigaction(kSignals[i], &action, nullptr);
+    for (const int number : kSignals) {
+        struct sigaction before = {};
+        sigaction(number, nullptr, &before);
+        if (number != SIGHUP || before.sa_handler != SIG_IGN) {
+            sigaction(number, &action, nullptr);
         }
     }
 }
 
-TerminationSignals::~TerminationSignals() {
-    if (writeEnd_ < 0) {
+} // namespace
+
+void WatchTerminationSignals() {
+    std::array<int, 2> ends = {-1, -1};
+    const int wish = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+    if (wish < 0 || pipe2(ends.data(), O_NONBLOCK | O_CLOEXEC) != 0) {
         return;
     }
-    for (std::size_t i = 0; i < kSignals.size(); ++i) {
-        sigaction(kSignals[i], &before_[i], nullptr);
+    wishDescriptor = wish;
+    signalPipe = ends[1];
+    const sigset_t set = TerminationSet();
+    pthread_sigmask(SIG_BLOCK, &set, nullptr);
+    if (BeginWatch(ends[0])) {
+        Catch();
+    } else {
+        pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
     }
-    notifier_.reset();
-    wakeDescriptor = -1;
-    close(readEnd_);
-    close(writeEnd_);
 }
 
-void TerminationSignals::Answered() {
-    signalsUnanswered = 0;
+TerminationWish::TerminationWish(std::function<void()> asked) : asked_(std::move(asked)) {
+    if (wishDescriptor < 0) {
+        return;
+    }
+    notifier_ = std::make_unique<QSocketNotifier>(wishDescriptor, QSocketNotifier::Read);
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, [this] {
+        std::uint64_t count = 0;
+        if (read(wishDescriptor, &count, sizeof(count)) == sizeof(count)) {
+            asked_();
+        }
+    });
+}
+
+void TerminationWish::Answered() {
+    unanswered = false;
+}
+
+bool TerminationWish::HasCome() {
+    return hasCome;
 }

@@ -3,33 +3,30 @@
 
 #include <QSocketNotifier>
 
-#include <array>
-#include <csignal>
 #include <functional>
 #include <memory>
 
-// Catches the signals for as long as it lives; one object at a time, on the event thread. The first signal
-// calls `asked` from the event loop. A second one ends the process at once, with code 128 + its number,
-// unless Answered() has been called in between.
-class TerminationSignals {
-public:
-    explicit TerminationSignals(std::function<void()> asked);
-    ~TerminationSignals();
-    TerminationSignals(const TerminationSignals&) = delete;
-    TerminationSignals& operator=(const TerminationSignals&) = delete;
+// Makes a thread that takes the signals, and blocks them in the calling thread and in all threads that it
+// makes later; so it is called before any other thread is made, and once. The first signal is passed on to
+// the TerminationWish. The process ends at once, with code 128 + the signal's number, when a second signal
+// comes before TerminationWish::Answered, and when it has not ended by itself four seconds after a signal: a
+// system call that hangs on a dead disk holds the event thread and nothing else. Without another thread or a
+// pipe the signals keep their usual effect. SIGHUP stays ignored when it was ignored at the start.
+void WatchTerminationSignals();
 
-    // The wish has been dealt with and the program still runs: the next signal asks anew.
+// The event loop's side, on the event thread. A signal that came before this object was made is passed on,
+// too.
+class TerminationWish {
+public:
+    // `asked` is called from the event loop for each signal that is passed on.
+    explicit TerminationWish(std::function<void()> asked);
+
+    // The wish has been dealt with and the program still runs: the next signal is passed on again.
     static void Answered();
+    // A signal has come at some time; the program has seconds to live.
+    static bool HasCome();
 
 private:
-    static constexpr std::array kSignals = {SIGTERM, SIGINT, SIGHUP};
-
-    void Catch();
-
-    int readEnd_ = -1;
-    int writeEnd_ = -1;
     std::unique_ptr<QSocketNotifier> notifier_;
     std::function<void()> asked_;
-    // What the signals did before.
-    std::array<struct sigaction, kSignals.size()> before_ = {};
 };
