@@ -19,6 +19,11 @@ public:
         const auto range = Read(1);
         return range ? std::optional((*range)[0]) : std::nullopt;
     }
+    std::optional<std::uint16_t> ReadBigEndian16() {
+        const auto range = Read(2);
+        return range ? std::optional(static_cast<std::uint16_t>((*range)[0] << 8 | (*range)[1]))
+                     : std::nullopt;
+    }
     std::optional<std::uint32_t> ReadBigEndian32() {
         const auto range = Read(4);
         return range ? std::optional(Join((*range)[0], (*range)[1], (*range)[2], (*range)[3])) : std::nullopt;
