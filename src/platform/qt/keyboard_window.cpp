@@ -2,23 +2,11 @@
 #include "platform/qt/keyboard_window.h"
 
 #include "platform/input_event.h"
-#include "platform/qt/key_table.h"
 #include "platform/qt/qt_event_pump.h"
+#include "platform/qt/window_events.h"
 
-#include <QCloseEvent>
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-
-namespace {
-
-// The toolkit's numbers of the three usual buttons are the customary ones: 1 left, 2 right, 4 middle.
-int ButtonNumber(Qt::MouseButton button) {
-    const bool known = button == Qt::LeftButton || button == Qt::RightButton || button == Qt::MiddleButton;
-    return known ? static_cast<int>(button) : 0;
-}
-
-} // namespace
 
 KeyboardWindow::KeyboardWindow(QtEventPump& pump) : pump_(pump) {
     setWindowTitle(QStringLiteral("Vantorix Jukebox - keyboard"));
@@ -51,16 +39,11 @@ void KeyboardWindow::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void KeyboardWindow::closeEvent(QCloseEvent* event) {
-    event->ignore();
-    pump_.Post({.kind = InputKind::kClose});
+    PostClose(pump_, *event);
 }
 
 void KeyboardWindow::keyPressEvent(QKeyEvent* event) {
-    const SystemKey pressed{event->key(), event->modifiers().testFlag(Qt::KeypadModifier),
-                            event->nativeScanCode()};
-    if (const std::optional<int> code = VirtualKeyOf(pressed)) {
-        pump_.Post({.kind = InputKind::kKeyDown, .code = *code});
-    }
+    PostKeyDown(pump_, *event);
 }
 
 void KeyboardWindow::mousePressEvent(QMouseEvent* event) {

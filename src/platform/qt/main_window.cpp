@@ -2,11 +2,9 @@
 #include "platform/qt/main_window.h"
 
 #include "platform/input_event.h"
-#include "platform/qt/key_table.h"
 #include "platform/qt/qt_event_pump.h"
+#include "platform/qt/window_events.h"
 
-#include <QCloseEvent>
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -16,17 +14,6 @@
 namespace {
 
 constexpr int kBytesPerPixel = 4;
-
-// The customary numbers: 1 left, 2 right, 4 middle. Other buttons have none.
-int ButtonNumber(Qt::MouseButtons buttons) {
-    if (buttons.testFlag(Qt::LeftButton)) {
-        return 1;
-    }
-    if (buttons.testFlag(Qt::RightButton)) {
-        return 2;
-    }
-    return buttons.testFlag(Qt::MiddleButton) ? 4 : 0;
-}
 
 } // namespace
 
@@ -125,16 +112,11 @@ void MainWindow::FitCanvas() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    event->ignore();
-    pump_.Post({.kind = InputKind::kClose});
+    PostClose(pump_, *event);
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
-    const SystemKey pressed{event->key(), event->modifiers().testFlag(Qt::KeypadModifier),
-                            event->nativeScanCode()};
-    if (const std::optional<int> code = VirtualKeyOf(pressed)) {
-        pump_.Post({.kind = InputKind::kKeyDown, .code = *code});
-    }
+    PostKeyDown(pump_, *event);
 }
 
 // On a page of words the positions are those of the window.

@@ -1,11 +1,9 @@
 // Painting the window of the video.
 #include "platform/qt/video_window.h"
 
-#include "platform/input_event.h"
 #include "platform/qt/main_window.h"
-#include "platform/qt/qt_event_pump.h"
+#include "platform/qt/window_events.h"
 
-#include <QCloseEvent>
 #include <QPainter>
 
 VideoWindow::VideoWindow(QtEventPump& pump) : pump_(pump) {
@@ -32,6 +30,5 @@ void VideoWindow::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void VideoWindow::closeEvent(QCloseEvent* event) {
-    event->ignore();
-    pump_.Post({.kind = InputKind::kClose});
+    PostClose(pump_, *event);
 }
