@@ -1,6 +1,8 @@
 // The texts of the run-time errors.
 #include "core/run_time_error.h"
 
+#include <new>
+
 namespace {
 
 struct ErrorText {
@@ -16,6 +18,7 @@ constexpr ErrorText kErrorTexts[] = {
     {kSubscriptOutOfRange,  "Subscript out of range"},
     {kDivisionByZero,       "Division by zero"},
     {kTypeMismatch,         "Type mismatch"},
+    {kInternalError,        "Internal error"},
     {kFileNotFound,         "File not found"},
     {kInputPastEnd,         "Input past end of file"},
     {kPathFileAccess,       "Path/File access error"},
@@ -43,4 +46,14 @@ void RaiseOutside(ErrorNumber number, std::int64_t value, std::int64_t lowest, s
                                    .arg(static_cast<qlonglong>(value))
                                    .arg(static_cast<qlonglong>(lowest))
                                    .arg(static_cast<qlonglong>(highest)));
+}
+
+RunTimeError RunTimeErrorOf(const std::exception& exception) {
+    if (const auto* error = dynamic_cast<const RunTimeError*>(&exception)) {
+        return *error;
+    }
+    if (dynamic_cast<const std::bad_alloc*>(&exception) != nullptr) {
+        return {kOutOfMemory, QString()};
+    }
+    return {kInternalError, QString::fromLocal8Bit(exception.what())};
 }

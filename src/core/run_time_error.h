@@ -15,6 +15,7 @@ enum ErrorNumber : int {
     kSubscriptOutOfRange = 9,
     kDivisionByZero = 11,
     kTypeMismatch = 13,
+    kInternalError = 51,
     kFileNotFound = 53,
     kInputPastEnd = 62,
     kPathFileAccess = 75,
@@ -44,6 +45,10 @@ public:
 // Raises an error for a value that is not between two bounds, which the detail names.
 [[noreturn]] void RaiseOutside(ErrorNumber number, std::int64_t value, std::int64_t lowest,
                                std::int64_t highest);
+
+// Any exception as a run-time error: a RunTimeError is itself, exhausted memory is 7, all others are 51 with
+// the exception's own words as detail.
+RunTimeError RunTimeErrorOf(const std::exception& exception);
 
 // A run-time error in a routine whose faults end the program. It passes every handler border.
 class ProgramStop : public std::exception {

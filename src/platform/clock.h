@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+// Event thread only: the console's clock is moved there.
 struct Clock {
     virtual ~Clock() = default;
 

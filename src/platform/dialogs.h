@@ -3,6 +3,7 @@
 
 #include <QString>
 
+// Event thread only.
 struct Dialogs {
     virtual ~Dialogs() = default;
 

@@ -14,6 +14,7 @@ struct DisplayMode {
 // What ChangeDisplaySettings answers.
 enum class DisplayChange : int { kSuccessful = 0, kRestart = 1, kRefused = -2 };
 
+// Event thread only.
 struct Display {
     virtual ~Display() = default;
 

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+// Event thread only.
 struct Fonts {
     virtual ~Fonts() = default;
 

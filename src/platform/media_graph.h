@@ -5,7 +5,7 @@
 
 #include <memory>
 
-// One file's graph. Called on the event thread only.
+// One file's graph. Event thread only.
 struct MediaGraph {
     virtual ~MediaGraph() = default;
 
@@ -24,6 +24,7 @@ struct MediaGraph {
     virtual int Height() = 0;
 };
 
+// Event thread only.
 struct MediaGraphs {
     virtual ~MediaGraphs() = default;
 

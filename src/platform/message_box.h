@@ -3,6 +3,7 @@
 
 #include <QString>
 
+// Event thread only.
 struct MessageBox {
     virtual ~MessageBox() = default;
 

@@ -13,6 +13,7 @@ struct SerialSettings {
     bool dtrEnable = false;
 };
 
+// Event thread only.
 struct SerialPort {
     virtual ~SerialPort() = default;
 

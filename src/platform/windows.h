@@ -9,6 +9,7 @@ class QImage;
 // Pointer numbers.
 enum Pointer : int { kPointerDefault = 0, kPointerArrow = 1, kPointerHourglass = 11, kPointerCustom = 99 };
 
+// Event thread only.
 struct Windows {
     virtual ~Windows() = default;
 

@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <new>
+#include <system_error>
+
 namespace {
 
 TEST(RunTimeErrorText, KnowsTheCustomaryNumbers) {
@@ -40,6 +44,17 @@ TEST(TellingWhere, PutsThePlaceInFrontOfTheDetail) {
     } catch (const RunTimeError& error) {
         EXPECT_EQ(error.detail, QStringLiteral("file, [section] key: \"x\""));
     }
+}
+
+TEST(RunTimeErrorOf, EveryExceptionHasANumber) {
+    const RunTimeError known = RunTimeErrorOf(RunTimeError(13, QStringLiteral("key")));
+    EXPECT_EQ(known.number, 13);
+    EXPECT_EQ(known.detail, QStringLiteral("key"));
+    EXPECT_EQ(RunTimeErrorOf(std::bad_alloc()).number, kOutOfMemory);
+    EXPECT_EQ(RunTimeErrorOf(std::bad_array_new_length()).number, kOutOfMemory);
+    const RunTimeError other = RunTimeErrorOf(std::system_error(EAGAIN, std::generic_category(), "thread"));
+    EXPECT_EQ(other.number, kInternalError);
+    EXPECT_TRUE(other.detail.startsWith(QStringLiteral("thread"))) << other.detail.toStdString();
 }
 
 } // namespace

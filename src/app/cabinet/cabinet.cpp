@@ -33,9 +33,9 @@
 #include "shell/start_up.h"
 
 #include <cstdio>
+#include <exception>
 #include <future>
 #include <memory>
-#include <new>
 
 namespace {
 
@@ -77,7 +77,7 @@ private:
 
     // Needed by the first cover; the settings and the theme are read meanwhile. Waits for its routine at the
     // end.
-    std::future<void> jpeg_ = std::async(std::launch::async, PrepareJpeg);
+    std::future<void> jpeg_ = RunAlongside(PrepareJpeg);
     PosixFiles files_;
     DlopenedZlib zlib_;
     PictureLoader pictures_;
@@ -152,10 +152,8 @@ int Cabinet::Live() {
         return end.exitCode;
     } catch (const ProgramStop& stop) {
         return TellStop(stop);
-    } catch (const RunTimeError& error) {
-        return TellStop(ProgramStop(error, QStringLiteral("vantorix")));
-    } catch (const std::bad_alloc&) {
-        return TellStop(ProgramStop(RunTimeError(kOutOfMemory, QString()), QStringLiteral("vantorix")));
+    } catch (const std::exception& error) {
+        return TellStop(ProgramStop(RunTimeErrorOf(error), QStringLiteral("vantorix")));
     }
 }
 
@@ -198,6 +196,7 @@ int RunParsed(const CommandLine& line, char** argv) {
     TuneAllocator();
     WatchTerminationSignals();
     PinEnvironment();
+    PinLocale(argv);
     const AppFolderResult found = FindFolder(line);
     const QString missing = found.error.isEmpty() ? MissingDisplay() : found.error;
     if (!missing.isEmpty()) {
@@ -216,7 +215,7 @@ int RunParsed(const CommandLine& line, char** argv) {
 
 } // namespace
 
-int RunCabinet(int argc, char** argv) {
+int RunCabinet(int argc, char** argv) try {
     QStringList arguments;
     for (int i = 1; i < argc; ++i) {
         arguments.append(TextOfPath(argv[i]));
@@ -236,4 +235,7 @@ int RunCabinet(int argc, char** argv) {
         return 0;
     }
     return RunParsed(line, argv);
+} catch (const std::exception& error) {
+    TellStandardError(QStringLiteral("run-time error ") + WordsOf(RunTimeErrorOf(error)));
+    return kEndedByError;
 }

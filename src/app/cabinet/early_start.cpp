@@ -7,6 +7,9 @@
 #include "settings/ini_file.h"
 #include "theme/load_assets.h"
 
+#include <system_error>
+#include <utility>
+
 namespace {
 
 constexpr std::int64_t kLargestConfig = 1 << 20;
@@ -20,8 +23,16 @@ QString ThemeIn(Files& files, const QString& appFolder) {
 
 } // namespace
 
+std::future<void> RunAlongside(std::function<void()> routine) {
+    try {
+        return std::async(std::launch::async, std::move(routine));
+    } catch (const std::system_error&) {
+        return {};
+    }
+}
+
 EarlyStart::EarlyStart(const QString& appFolder)
-    : libraries_(std::async(std::launch::async, [] {
+    : libraries_(RunAlongside([] {
           ReadSystemFonts();
           StartGStreamer();
       })) {

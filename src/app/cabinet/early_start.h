@@ -9,8 +9,13 @@
 
 #include <QString>
 
+#include <functional>
 #include <future>
 #include <memory>
+
+// Runs a routine that only saves time later on a thread of its own; does nothing when the system has no more
+// threads. The result waits for the routine at its end.
+std::future<void> RunAlongside(std::function<void()> routine);
 
 // While the toolkit connects to the screen the processor has time: the fonts and the decoders' registry are
 // read, and the pictures of the theme that config.ini names are decoded. Outlives the jukebox.

@@ -62,6 +62,14 @@ void PinEnvironment() {
         qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     }
     std::signal(SIGPIPE, SIG_IGN);
+    qInstallMessageHandler(OnToolkitMessage);
+}
+
+// The toolkit sets the locale when the first application object of the process is made, and only then.
+void PinLocale(char** argv) {
+    int count = 1;
+    { const QCoreApplication first(count, argv); }
+    std::setlocale(LC_NUMERIC, "C");
 }
 
 QString MissingDisplay() {
@@ -79,13 +87,10 @@ QString MissingDisplay() {
 }
 
 int RunWithToolkit(char** argv, const std::function<int()>& program) {
-    qInstallMessageHandler(OnToolkitMessage);
     // The toolkit's own options stay out of reach: a start script cannot turn on its debugging aids by
     // chance.
     int count = 1;
     const QApplication application(count, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    // The toolkit has taken over the user's locale; numbers stay as they are written in the files.
-    std::setlocale(LC_NUMERIC, "C");
     return program();
 }

@@ -9,7 +9,7 @@
 #include "shell/start_up.h"
 
 #include <cstdio>
-#include <new>
+#include <exception>
 #include <utility>
 
 namespace {
@@ -135,10 +135,10 @@ int RunConsole(Console& console) {
         return end.exitCode;
     } catch (const ProgramStop& stop) {
         return Exit(kStopped, QStringLiteral("error"), ErrorObject(stop.error));
-    } catch (const std::bad_alloc&) {
-        return Exit(kStopped, QStringLiteral("error"), ErrorObject(RunTimeError(kOutOfMemory, QString())));
     } catch (const SimulatedHang& hang) {
         WriteAnswer(JsonObject().Add(QStringLiteral("exit"), kHung).Add(QStringLiteral("hung"), hang.wait));
         return kHung;
+    } catch (const std::exception& error) {
+        return Exit(kStopped, QStringLiteral("error"), ErrorObject(RunTimeErrorOf(error)));
     }
 }

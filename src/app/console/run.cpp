@@ -5,17 +5,20 @@
 #include "app/console/options.h"
 #include "app/console/surroundings.h"
 #include "core/path_text.h"
+#include "core/run_time_error.h"
 #include "platform/posix/folder_lock.h"
 #include "settings/home_folder.h"
 #include "shell/form_main.h"
 
 #include <cstdio>
+#include <exception>
 #include <vector>
 
 #include <unistd.h>
 
 namespace {
 
+constexpr int kStopped = 1;
 constexpr int kWrongCommandLine = 2;
 
 void WriteError(const QString& text) {
@@ -48,7 +51,7 @@ int RunSession(const ConsoleOptions& options) {
 
 } // namespace
 
-int RunConsoleProgram(int argc, char** argv) {
+int RunConsoleProgram(int argc, char** argv) try {
     const std::vector<QByteArray> arguments(argv + 1, argv + argc);
     const std::variant<ConsoleOptions, QString> parsed = ParseOptions(arguments);
     if (const QString* reason = std::get_if<QString>(&parsed)) {
@@ -70,4 +73,9 @@ int RunConsoleProgram(int argc, char** argv) {
     }
     const Surroundings surroundings;
     return RunSession(options);
+} catch (const std::exception& error) {
+    const RunTimeError known = RunTimeErrorOf(error);
+    WriteError(
+        QStringLiteral("vantorix-console: run-time error %1: %2\n").arg(known.number).arg(known.detail));
+    return kStopped;
 }
