@@ -25,7 +25,8 @@ std::unique_ptr<SystemPicture> Load(const QByteArray& file) {
 }
 
 TEST(PictureLoader, ReadsBitmapsAndJpegAsColours) {
-    for (const char* const name : {"bmp/depth-1.bmp", "bmp/depth-16.bmp", "bmp/depth-8.bmp", "bmp/grey.jpg"}) {
+    for (const char* const name :
+         {"bmp/depth-1.bmp", "bmp/depth-16.bmp", "bmp/depth-8.bmp", "bmp/grey.jpg"}) {
         const auto picture = Load(Picture(name));
         ASSERT_TRUE(picture) << name;
         EXPECT_EQ(picture->bitCount, 32);

@@ -11,8 +11,8 @@
 void PinEnvironment();
 
 // Takes over the user's locale, but for numbers, which stay as they are written in the files. Changing the
-// locale is not safe beside other threads that read it, so this is called before any of those is made; the toolkit
-// does not change it later.
+// locale is not safe beside other threads that read it, so this is called before any of those is made; the
+// toolkit does not change it later.
 void PinLocale(char** argv);
 
 // Why no window can be shown, for a person; empty when nothing is known to be in the way.
