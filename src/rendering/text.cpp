@@ -34,16 +34,25 @@ qsizetype ShorterLength(const QString& text, qsizetype length) {
     return length - (isPair ? 2 : 1);
 }
 
+// How many characters in front of a cut can change their width by it. Letters take other forms, ligatures and
+// pairs come apart. The shaper matches at most 64 glyphs at a time; ligatures of plain Latin letters are
+// short.
+qsizetype ChangedByCut(const QString& text) {
+    constexpr char16_t kFirstMark = 0x300;
+    const bool isPlain =
+        std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < kFirstMark; });
+    return isPlain ? 16 : 64;
+}
+
 // A length below which every fitting length is; the text's size when that is not proved of a smaller one.
-//
-// Cutting a text changes the glyphs in front of the cut: letters take other forms, ligatures and pairs come
-// apart. The shaper matches at most 64 glyphs at a time, so a glyph further away keeps its width. A beginning
-// that is too wide by itself therefore proves that no cut 64 characters after it, or later, can fit.
+// A beginning that is too wide by itself proves that no cut so far after it that it cannot change the
+// beginning's width, or further, can fit.
 qsizetype FittingLimit(const Surface& surface, const QString& text, Integer16 width) {
-    constexpr qsizetype kContext = 64;
-    for (qsizetype begin = 8; begin + kContext < text.size(); begin += begin / 4 + 8) {
-        if (BeginningWidth(surface, text.left(begin + kContext), begin) > width.value()) {
-            return begin + kContext;
+    constexpr qsizetype kLong = 1024;
+    const qsizetype changed = ChangedByCut(text);
+    for (qsizetype begin = 8; begin + changed < text.size(); begin += begin < kLong ? begin / 4 + 8 : begin) {
+        if (BeginningWidth(surface, text.left(begin + changed), begin) > width.value()) {
+            return begin + changed;
         }
     }
     return text.size();
