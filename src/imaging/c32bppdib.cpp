@@ -91,7 +91,7 @@ bool c32bppDIB::LoadPicture_File(const PicturePorts& ports, const QString& FileN
     return isLoaded;
 }
 
-bool c32bppDIB::LoadPicture_Stream(const PicturePorts& ports, std::span<const std::uint8_t> inStream,
+bool c32bppDIB::LoadPicture_Stream(const DecodingPorts& ports, std::span<const std::uint8_t> inStream,
                                    int iconCx, int iconCy, std::size_t streamStart, std::size_t streamLength,
                                    bool SaveFormat) {
     // The stream may be this object's own original bytes, which end with the picture.
@@ -114,7 +114,8 @@ bool c32bppDIB::LoadPicture_Stream(const PicturePorts& ports, std::span<const st
 }
 
 // The order is fixed by what the parsers ask of the bytes; a file's name plays no part.
-bool c32bppDIB::Load(const PicturePorts& ports, std::span<const std::uint8_t> bytes, int iconCx, int iconCy) {
+bool c32bppDIB::Load(const DecodingPorts& ports, std::span<const std::uint8_t> bytes, int iconCx,
+                     int iconCy) {
     iconCx = std::max(0, iconCx);
     iconCy = std::max(0, iconCy);
     try {

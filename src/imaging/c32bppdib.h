@@ -19,12 +19,20 @@ struct Surface;
 struct SystemPictures;
 struct ZlibLibrary;
 
+// What decoding bytes needs from the platform. Both may be called from any thread.
+struct DecodingPorts {
+    ZlibLibrary& zlib;
+    SystemPictures& pictures;
+};
+
 // What loading a picture needs from the platform.
 struct PicturePorts {
     Files& files;
     ZlibLibrary& zlib;
     EventPump& pump;
     SystemPictures& pictures;
+
+    operator DecodingPorts() const { return {zlib, pictures}; } // NOLINT(google-explicit-constructor)
 };
 
 // A picture file may be this large: 57 bytes to 256 MiB.
@@ -36,6 +44,7 @@ std::optional<QByteArray> ReadPictureFile(const PicturePorts& ports, const QStri
 // Source kinds of a loaded picture.
 enum ImageKind : int { kImageNone = 0, kImageBitmap = 1, kImageGif = 9, kImagePng = 10, kImageIcon = 11 };
 
+// One thread at a time uses an object, its const members included: drawing keeps the form in which it draws.
 class c32bppDIB {
 public:
     c32bppDIB();
@@ -52,10 +61,10 @@ public:
     bool LoadPicture_File(const PicturePorts& ports, const QString& FileName, int iconCx = 0, int iconCy = 0,
                           bool SaveFormat = false);
     // The same from `streamLength` bytes at `streamStart`; a length of 0 means to the end. No file is read
-    // and no event runs.
-    bool LoadPicture_Stream(const PicturePorts& ports, std::span<const std::uint8_t> inStream, int iconCx = 0,
-                            int iconCy = 0, std::size_t streamStart = 0, std::size_t streamLength = 0,
-                            bool SaveFormat = false);
+    // and no event runs, so this may be called on any thread.
+    bool LoadPicture_Stream(const DecodingPorts& ports, std::span<const std::uint8_t> inStream,
+                            int iconCx = 0, int iconCy = 0, std::size_t streamStart = 0,
+                            std::size_t streamLength = 0, bool SaveFormat = false);
 
     // Empties the object and makes a zero-filled buffer. False for a height of 0, a width below 1 or more
     // than 1 GiB of pixels; a negative height counts by its absolute value.
@@ -110,7 +119,7 @@ public:
 
 private:
     bool Allocate(int width, int height, void* (*allocate)(std::size_t bytes));
-    bool Load(const PicturePorts& ports, std::span<const std::uint8_t> bytes, int iconCx, int iconCy);
+    bool Load(const DecodingPorts& ports, std::span<const std::uint8_t> bytes, int iconCx, int iconCy);
     PictureDrawing& DrawingOf() const;
     void KeepRows(bool isTurned) const;
 

@@ -1,41 +1,60 @@
-// Decoding pictures beside the event thread.
+// Decoding pictures on a worker thread.
 #include "imaging/late_picture.h"
 
 #include "platform/event_pump.h"
 
 #include <atomic>
+#include <exception>
 #include <future>
+#include <new>
+#include <system_error>
 #include <utility>
 
-// One file's bytes on their way to pixels. Whoever begins it first decodes it, the queue or the one who asks.
+// One file's bytes on their way to pixels. The first thread that begins it decodes it: the queue's, or the
+// one that needs the picture.
 class PictureTask {
 public:
-    PictureTask(const PicturePorts& ports, QByteArray bytes) : ports_(ports), bytes_(std::move(bytes)) {}
+    PictureTask(const DecodingPorts& ports, QByteArray bytes) : ports_(ports), bytes_(std::move(bytes)) {}
 
-    // Decodes, unless that has been begun.
-    void Run() {
+    // Decodes, unless that has been begun. Never throws: an error is raised by Take.
+    void Run() noexcept {
         if (begun_.exchange(true)) {
             return;
         }
-        c32bppDIB picture;
-        const auto* first = reinterpret_cast<const std::uint8_t*>(bytes_.constData());
-        picture.LoadPicture_Stream(ports_, {first, static_cast<std::size_t>(bytes_.size())});
-        picture.PrepareRender();
-        decoded_.set_value(std::move(picture));
+        try {
+            decoded_.set_value(Decode());
+        } catch (...) {
+            decoded_.set_exception(std::current_exception());
+        }
     }
 
-    // The picture, once; waits until it is there.
+    // The picture, once; waits until it is there. Raises what decoding raised.
     c32bppDIB Take() {
         Run();
         return decoded_.get_future().get();
     }
 
 private:
-    PicturePorts ports_;
+    // Without memory the picture is empty, as after any load that fails.
+    c32bppDIB Decode() const {
+        c32bppDIB picture;
+        try {
+            const auto* first = reinterpret_cast<const std::uint8_t*>(bytes_.constData());
+            picture.LoadPicture_Stream(ports_, {first, static_cast<std::size_t>(bytes_.size())});
+            picture.PrepareRender();
+        } catch (const std::bad_alloc&) {
+            picture.DestroyDIB();
+        }
+        return picture;
+    }
+
+    DecodingPorts ports_;
     QByteArray bytes_;
     std::atomic<bool> begun_ = false;
     std::promise<c32bppDIB> decoded_;
 };
+
+PictureQueue::PictureQueue() : start_([](auto routine) { return std::jthread(std::move(routine)); }) {}
 
 PictureQueue::~PictureQueue() {
     worker_.request_stop();
@@ -47,9 +66,20 @@ void PictureQueue::Add(std::shared_ptr<PictureTask> task) {
         tasks_.push_back(std::move(task));
     }
     if (!worker_.joinable()) {
-        worker_ = std::jthread([this](const std::stop_token& stop) { Work(stop); });
+        try {
+            worker_ = start_([this](const std::stop_token& stop) { Work(stop); });
+        } catch (const std::system_error&) {
+            WorkHere();
+        }
     }
     changed_.notify_one();
+}
+
+// Only without a worker, so no other thread takes tasks.
+void PictureQueue::WorkHere() {
+    for (const std::shared_ptr<PictureTask>& task : std::exchange(tasks_, {})) {
+        task->Run();
+    }
 }
 
 void PictureQueue::ReadAhead(const PicturePorts& ports, const QStringList& paths) {

@@ -1,4 +1,4 @@
-// A picture that is decoded beside the event thread and is there when it is first asked for.
+// A picture that is decoded on a worker thread; its first use waits for it.
 #pragma once
 
 #include "imaging/c32bppdib.h"
@@ -9,6 +9,7 @@
 
 #include <condition_variable>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -17,16 +18,22 @@
 
 class PictureTask;
 
-// Decodes pictures one after another on a thread of its own. Pictures that nobody asks for are decoded as
-// well, so that the first look at them does not wait.
+// Decodes pictures one after another on a thread of its own. Pictures that are not used yet are decoded as
+// well, so that their first use does not wait.
 class PictureQueue {
 public:
-    PictureQueue() = default;
+    // Starts a thread that runs a routine. Raises std::system_error when there can be none.
+    using ThreadStarter = std::function<std::jthread(std::function<void(const std::stop_token&)> routine)>;
+
+    PictureQueue();
+    // With another way to start the thread.
+    explicit PictureQueue(ThreadStarter start) : start_(std::move(start)) {}
     // Waits for the picture under way; the others are dropped.
     ~PictureQueue();
     PictureQueue(const PictureQueue&) = delete;
     PictureQueue& operator=(const PictureQueue&) = delete;
 
+    // Without a thread the task is carried out before this returns.
     void Add(std::shared_ptr<PictureTask> task);
 
     // Reads and decodes files that are about to be loaded; what is missing is passed over. The ports must
@@ -39,7 +46,9 @@ public:
 
 private:
     void Work(const std::stop_token& stop);
+    void WorkHere();
 
+    const ThreadStarter start_;
     std::mutex mutex_;
     std::condition_variable_any changed_;
     std::deque<std::shared_ptr<PictureTask>> tasks_;
@@ -47,8 +56,9 @@ private:
     std::jthread worker_;
 };
 
-// An image object whose file is read at once and decoded later. Every question waits for the pixels: a
-// picture that the queue has not begun is decoded by whoever asks.
+// An image object whose file is read at once and decoded later. Each use waits for the pixels; a picture that
+// the queue has not begun is decoded on the caller's thread. A run-time error in the worker is raised by the
+// first use, and leaves an empty object.
 class LatePicture {
 public:
     LatePicture();

@@ -1,6 +1,7 @@
 // Port: the points at which a running handler lets pending events run.
 #pragma once
 
+// Called on the event thread alone.
 struct EventPump {
     virtual ~EventPump() = default;
 

@@ -37,8 +37,8 @@ struct OpenFile {
     virtual bool Read(std::span<std::uint8_t> to) = 0;
 };
 
-// Paths are text made by TextOfPath. No operation raises an error unless it says so; failure is told in the
-// result.
+// Paths are text made by TextOfPath. No operation raises an error unless it says so; the result reports a
+// failure. Called on the event thread alone.
 struct Files {
     virtual ~Files() = default;
 

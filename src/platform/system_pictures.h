@@ -35,6 +35,6 @@ struct SystemPictures {
 
     // The picture in the bytes of a BMP, JPEG or GIF file, told by its content; a GIF gives its first frame
     // in palette indices, at the frame's own size. Nothing for any other file, a damaged one and one whose
-    // pixels are too many. May be called from any thread.
+    // pixels are too many. May be called from any thread, by several at once.
     virtual std::unique_ptr<SystemPicture> OleLoadPicture(std::span<const std::uint8_t> bytes) = 0;
 };

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <span>
 
+// May be called from any thread, by several at once.
 struct ZlibLibrary {
     virtual ~ZlibLibrary() = default;
 

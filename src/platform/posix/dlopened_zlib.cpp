@@ -26,6 +26,7 @@ DlopenedZlib::~DlopenedZlib() {
 }
 
 void* DlopenedZlib::Find(const char* routine) {
+    const std::lock_guard lock(mutex_);
     if (handle_ == nullptr) {
         handle_ = dlopen(library_.c_str(), RTLD_NOW | RTLD_LOCAL);
     }

@@ -3,10 +3,11 @@
 
 #include "platform/zlib_library.h"
 
+#include <mutex>
 #include <string>
 
 // Opens the library when it is first needed and keeps it until the object goes. A library that is missing is
-// looked for again at the next question.
+// looked for again at the next call.
 class DlopenedZlib : public ZlibLibrary {
 public:
     explicit DlopenedZlib(std::string library = "libz.so.1");
@@ -24,6 +25,8 @@ public:
 private:
     void* Find(const char* routine);
 
-    std::string library_;
+    const std::string library_;
+    // Guards the handle: pictures are decoded on several threads.
+    std::mutex mutex_;
     void* handle_ = nullptr;
 };
