@@ -26,7 +26,7 @@ TOOLKITS = [
     ("Qt Widgets", r"Q(Application|Widget|Dialog|MessageBox|FileDialog|Label|LineEdit|ListWidget|ListView|TreeView|"
                    r"TableView|TableWidget|PushButton|CheckBox|ComboBox|RadioButton|SpinBox|Slider|TabWidget|GroupBox|"
                    r"(Box|Grid|Form|VBox|HBox|Stacked)?Layout|StackedWidget|ScrollArea|Frame|Style|StyleFactory)"),
-    ("Qt Gui", r"Q(GuiApplication|Window|Screen|Image|ImageReader|ImageWriter|Pixmap|Bitmap|Painter|PainterPath|Pen|"
+    ("Qt Gui", r"Q(GuiApplication|GlyphRun|Window|Screen|Image|ImageReader|ImageWriter|Pixmap|Bitmap|Painter|PainterPath|Pen|"
                r"Brush|Color|Rgb|RgbaFloat|Font|FontDatabase|FontInfo|FontMetrics|FontMetricsF|TextOption|TextLayout|"
                r"GlyphRun|Transform|Polygon|Region|Cursor|Icon|Palette|\w+Event|KeySequence|InputMethod|Clipboard|RawFont|"
                r"StaticText|BackingStore)"),

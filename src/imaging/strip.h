@@ -3,6 +3,9 @@
 
 #include "imaging/surface.h"
 
+#include <QHash>
+#include <QString>
+
 #include <memory>
 #include <optional>
 #include <vector>
@@ -69,6 +72,15 @@ struct Strip {
 
     int Width() const { return drawing ? drawing->width : 0; }
     int Height() const { return drawing ? drawing->height : 0; }
+};
+
+// The texts of a strip's rows as they were shortened and measured last, by the whole text, for one font and
+// one width of the strip. Measuring is slow, and most rows stay as they are.
+struct StripTexts {
+    QString fontName;
+    Integer16 fontSize;
+    Integer16 stripWidth;
+    QHash<QString, std::shared_ptr<const StripLetters>> letters;
 };
 
 // Gives the strip a new size and clears it. Sizes count and raise as those of Resize do.

@@ -149,7 +149,7 @@ void CopyStretched(Surface& target, const Box& to, const QImage& lines, int top,
     }
     // A surface that is copied onto itself keeps its old pixels in this until the end, as writing makes new
     // ones.
-    const QImage original = lines;
+    const QImage original = lines; // NOLINT(performance-unnecessary-copy-initialization)
     if (target.stretchMode == kStretchHalftone) {
         QPainter painter(&target.picture);
         PaintSmooth(painter, original, across, down);

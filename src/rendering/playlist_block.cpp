@@ -31,20 +31,21 @@ int RowHeight(const Form_Main& form) {
 // One look of the queue while it is drawn.
 struct Look {
     Strip& strip;
-    RowTexts& before;
+    StripTexts& before;
     TextStyle style;
     Integer16 decal;
     // Measures texts in the look's font.
     Surface ruler;
     // The texts of the rows drawn so far.
-    RowTexts texts;
+    StripTexts texts;
 };
 
-Look MakeLook(Strip& strip, RowTexts& before, const TextStyle& style, Integer16 decal, Integer16 stripWidth) {
+Look MakeLook(Strip& strip, StripTexts& before, const TextStyle& style, Integer16 decal,
+              Integer16 stripWidth) {
     Look look{strip, before, style, decal, {}, {style.Typo, style.TypoSize, stripWidth, {}}};
     look.ruler.FontName = style.Typo;
     look.ruler.FontSize = style.TypoSize;
-    const RowTexts& texts = look.texts;
+    const StripTexts& texts = look.texts;
     if (before.fontName != texts.fontName || before.fontSize != texts.fontSize ||
         before.stripWidth != stripWidth) {
         before = {};

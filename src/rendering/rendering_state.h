@@ -7,10 +7,7 @@
 #include "imaging/strip.h"
 #include "imaging/surface.h"
 
-#include <QHash>
 #include <QString>
-
-#include <memory>
 
 // A place that a video is shown in, in screen pixels; the media graph draws the pixels itself.
 struct VideoSurface {
@@ -19,15 +16,6 @@ struct VideoSurface {
     int Width = 0;
     int Height = 0;
     bool Visible = false;
-};
-
-// The texts of a strip's rows as they were shortened and measured last, by the whole text, for one font and
-// one width of the strip. Measuring is slow, and most rows of the queue stay as they are.
-struct RowTexts {
-    QString fontName;
-    Integer16 fontSize;
-    Integer16 stripWidth;
-    QHash<QString, std::shared_ptr<const StripLetters>> letters;
 };
 
 struct RenderingState {
@@ -46,8 +34,8 @@ struct RenderingState {
     Strip Picture_PlaylistHilight;
     Strip Picture_PlaylistTmp;
     // The texts of the first two.
-    RowTexts playlistTexts;
-    RowTexts playlistHilightTexts;
+    StripTexts playlistTexts;
+    StripTexts playlistHilightTexts;
     // The rows of the menu, normal and selected.
     Surface Picture_Command;
     Surface Picture_CommandHilight;

@@ -13,6 +13,7 @@ SOURCE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", ".
 # Objects are shown by their members: the type, and what stands behind the dot.
 OBJECTS = {
     "Surface": ["Left", "Top", "Width", "Height", "Visible"],
+    "Strip": ["Left", "Top", "Width", "Height", "Visible"],
     "c32bppDIB": ["Width", "Height"],
     "LatePicture": ["Width", "Height"],
     "CoverPicture": ["Width", "Height"],
@@ -30,6 +31,8 @@ CALLED = {
     "TaggedImages": None,  # the last tag that was read, no variable
     "readyCovers": None,  # covers ready to be drawn, no variable
     "tmpCoverSource": None,  # a picture still to be decoded, no variable
+    "playlistTexts": None,  # measured texts, no variable
+    "playlistHilightTexts": None,  # measured texts, no variable
     "pictureQueue": None,  # pictures still being read, no variable
 }
 
