@@ -5,6 +5,7 @@
 #include "platform/gstreamer_media.h"
 
 #include <QFile>
+#include <QProcess>
 
 #include <sys/prctl.h>
 #include <sys/resource.h>
