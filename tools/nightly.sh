@@ -11,7 +11,7 @@ tools/fuzz.sh "${1:-1}"
 LSAN_OPTIONS="suppressions=$PWD/tests/leaks.supp:print_suppressions=0" QT_QPA_PLATFORM=offscreen \
     python3 tests/sessions/soak.py --console build/sanitize/vantorix-console --work build/sanitize/tests/soak \
     --commands 200000 --run 2000 --megabytes 1000
-# Few coins keep the queue short: every entry takes memory for its drawn rows.
+# Few coins keep the queue short, so that its entries hardly count.
 tools/soak_window.py --minutes 12 --settle 6 --coins 0.5 --limit 12
 
 # Races. ThreadSanitizer needs addresses that are not randomised too much (setarch -R). What is heard is left out: it is
