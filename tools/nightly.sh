@@ -14,10 +14,12 @@ LSAN_OPTIONS="suppressions=$PWD/tests/leaks.supp:print_suppressions=0" QT_QPA_PL
 # Few coins keep the queue short, so that its entries hardly count.
 tools/soak_window.py --minutes 12 --settle 6 --coins 0.5 --limit 12
 
-# Races. ThreadSanitizer needs addresses that are not randomised too much (setarch -R). What is heard is left out: it is
-# measured in milliseconds, and a program with the sanitizer is ten times slower.
+# Races. ThreadSanitizer needs addresses that are not randomised too much (setarch -R). Left out is what a program that is
+# ten times slower cannot pass: sounds measured in milliseconds, and keys typed one after the other. The locale test counts
+# threads, of which the sanitizer has one of its own. GLib's own allocator would hide who has given memory to whom.
 tools/build.sh thread build/thread
-TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:die_after_fork=0:exitcode=66" setarch -R \
+VANTORIX_PATIENCE=300 G_SLICE=always-malloc \
+    TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:die_after_fork=0:report_thread_leaks=0:exitcode=66" setarch -R \
     ctest --test-dir build/thread --output-on-failure --no-tests=error --timeout 1800 \
     -R '^(core|imaging|settings|theme|library|playback|interaction|rendering|dialogs|shell|platform|cabinet|desktop)/' \
-    -E 'GstreamerSound|desktop/heard'
+    -E 'GstreamerSound|desktop/(heard|start|story|keyboard)'

@@ -15,7 +15,7 @@ import wave
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 PROGRAM = os.environ.get("VANTORIX", str(ROOT / "build" / "vantorix"))
 # Seconds that anything may take; nothing waits for them unless something is wrong.
-PATIENCE = 60
+PATIENCE = int(os.environ.get("VANTORIX_PATIENCE", "60"))
 
 SCREEN_SIZE = (1280, 720)
 
