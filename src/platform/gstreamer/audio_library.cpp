@@ -40,7 +40,7 @@ void GstAudioLibrary::BASS_Free() {
     output_.reset();
 }
 
-// A stream whose file lies on a disk that does not answer is left to a thread of its own after a second.
+// A stream whose disk does not answer is left to a thread of its own after a second.
 void GstAudioLibrary::End(Streams streams) {
     constexpr std::chrono::seconds kEndLimit{1};
     auto ending = std::make_shared<Streams>(std::move(streams));

@@ -26,7 +26,7 @@ public:
     AudioOutput& operator=(const AudioOutput&) = delete;
 
     // Looks for a device on a thread of its own and returns at once. False when not even the silent sink is
-    // installed, or there is no thread to be had. Harmless when it runs.
+    // installed, or the system has no more threads. Harmless when it runs.
     bool Start();
     // Harmless when it does not run. Waits for a second at most: what a sound server holds longer is left to
     // its own thread.
