@@ -12,8 +12,8 @@
 
 namespace {
 
-// The longest wait for a sample at a time. Waits are counted in looks, so that a machine that stood still for
-// a while loses one look and not the file.
+// The longest wait for a sample at a time. Waits are counted in looks, so that a machine that was suspended
+// loses one look and not the file.
 constexpr std::chrono::milliseconds kReadLook{100};
 constexpr std::chrono::seconds kMeasureLimit{2};
 constexpr std::chrono::hours kCountLimit{1};

@@ -8,8 +8,8 @@
 #include <mutex>
 #include <optional>
 
-// A routine on a thread of its own. The thread goes on when the errand is destroyed first, so the routine
-// must own whatever it uses. It must not throw.
+// A routine on a thread of its own. The thread keeps running when the errand is destroyed first, so the
+// routine must own whatever it uses. It must not throw.
 class Errand {
 public:
     // Nothing when the system has no more threads; the routine is destroyed then without having run.
