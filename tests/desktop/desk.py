@@ -80,6 +80,12 @@ class Screen:
     def window(self, name="Vantorix Jukebox"):
         return int(self.run("xdotool", "search", "--name", f"^{name}$").split()[0])
 
+    def focus(self):
+        """The name of the window that keys go to; empty while there is none."""
+        with contextlib.suppress(subprocess.CalledProcessError):
+            return self.run("xdotool", "getwindowfocus", "getwindowname").decode().strip()
+        return ""
+
 
 class ClientMessage(ctypes.Structure):
     """XClientMessageEvent of Xlib.h."""
@@ -139,6 +145,8 @@ def memory_of(pid):
     return sizes
 
 
+# The title of the on-screen keyboard's window.
+KEYBOARD = "Vantorix Jukebox - keyboard"
 # Codes of the on-screen keyboard's keys that are no characters.
 ACCEPT = 13
 DELETE = 8
@@ -253,6 +261,13 @@ class DeskTest(unittest.TestCase):
             lines = (self.home / "vantorix.log").read_bytes().decode().split("\r\n")
             return [line[19:] for line in lines if line]
         return []
+
+    def see_keyboard(self):
+        """Waits until the on-screen keyboard has the focus: a key pressed before that goes to the frame behind it."""
+        def focused():
+            self.fail_if_ended("the keyboard's focus")
+            return self.screen.focus() == KEYBOARD
+        wait_until(focused, "the keyboard's focus")
 
     def see_log(self, line):
         def has_line():

@@ -155,6 +155,7 @@ class Evening(desk.DeskTest):
         queue = self.see_change(page, "the focus on the queue")
         self.take("Return")
         self.see_log(" : Fenetre Clavier")
+        self.see_keyboard()
         keyboard = self.see_change(queue, "the keyboard")
         self.type_by_keys("MIX")
         self.see_log(" : Saisie MIX")
@@ -248,6 +249,7 @@ class Evening(desk.DeskTest):
         queue = self.screen.picture()
         self.touch_queue_button("Save")
         self.see_log(" : Fenetre Clavier")
+        self.see_keyboard()
         keyboard = self.see_change(queue, "the keyboard")
         for letter in "MIX":
             self.screen.click(*self.board.middle(ord(letter)))
