@@ -15,7 +15,6 @@ fi
 
 passed=0
 failed=0
-jobs=$(nproc)
 
 finish() {
     echo "$passed passed, $failed failed"
@@ -40,11 +39,12 @@ build() {
     fi
 }
 
-# Runs the tests of a build folder and counts them by ctest's last line. A run without tests is a failure.
+# run_tests FOLDER JOBS: runs the tests of a build folder and counts them by ctest's last line. A run without tests is a
+# failure.
 run_tests() {
     local log=$1/ctest.log summary
     tools/progress.sh "Testing in $1" "$log" \
-        ctest --test-dir "$1" --output-on-failure --no-tests=error -j "$jobs"
+        ctest --test-dir "$1" --output-on-failure --no-tests=error -j "$2"
     summary=$(grep -E '^[0-9]+% tests passed, [0-9]+ tests failed out of [0-9]+' "$log" | tail -n 1)
     if [[ $summary =~ ,\ ([0-9]+)\ tests\ failed\ out\ of\ ([0-9]+) ]]; then
         passed=$((passed + BASH_REMATCH[2] - BASH_REMATCH[1]))
@@ -83,7 +83,7 @@ run_sanitized() {
     # Leaks of libraries, which cannot be repaired here, are listed one by one; any other leak is ours.
     export LSAN_OPTIONS="suppressions=$PWD/tests/leaks.supp:print_suppressions=0"
     export UBSAN_OPTIONS=print_stacktrace=1
-    if run_tests build/sanitize; then
+    if run_tests build/sanitize "$(nproc)"; then
         echo "$now" >"$stamp"
     fi
 }
@@ -101,7 +101,8 @@ if ! tools/install_packages.sh build run test; then
 fi
 build release build
 check_format
-run_tests build
+# These tests wait for a screen or a sound as long as they work.
+run_tests build $((2 * $(nproc)))
 if [ "$all" = yes ]; then
     run_sanitized
     run_tidy

@@ -63,9 +63,10 @@ class Failure(Exception):
 
 
 def write_tone(path, seconds, hertz):
-    frames = round(seconds * 44100)
     turn = 2 * math.pi * hertz / 44100
-    samples = b"".join(struct.pack("<hh", *[round(16384 * math.sin(turn * i))] * 2) for i in range(frames))
+    # Whole hertz begin anew every second.
+    second = b"".join(struct.pack("<hh", *[round(16384 * math.sin(turn * i))] * 2) for i in range(44100))
+    samples = (second * math.ceil(seconds))[:4 * round(seconds * 44100)]
     head = struct.pack("<4sI4s4sIHHIIHH4sI", b"RIFF", len(samples) + 36, b"WAVE", b"fmt ", 16, 1, 2, 44100, 176400, 4, 16,
                        b"data", len(samples))
     with open(path, "wb") as file:
@@ -180,7 +181,7 @@ class Session:
             "empty": lambda *paths: [open(self.path(path), "wb").close() for path in paths],
             "text": lambda path, text: open(self.path(path), "wb").write(unescape(text)),
             "playlist": lambda path, count, track: write_playlist(self.path(path), int(count), track),
-            "tone": lambda path, seconds, hertz="440": write_tone(self.path(path), float(seconds), float(hertz)),
+            "tone": lambda path, seconds, hertz="440": write_tone(self.path(path), float(seconds), int(hertz)),
             "media": lambda name, path: shutil.copy(os.path.join(SESSIONS, "media", name), self.path(path)),
             "copy": lambda name, path: shutil.copy(os.path.join(TESTS, name), self.path(path)),
             "remove": lambda path: self.remove(self.path(path)),
