@@ -19,7 +19,7 @@ tools/soak_window.py --minutes 12 --settle 6 --coins 0.5 --limit 12
 # threads, of which the sanitizer has one of its own. GLib's own allocator would hide who has given memory to whom.
 tools/build.sh thread build/thread
 VANTORIX_PATIENCE=300 G_SLICE=always-malloc \
-    TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:die_after_fork=0:report_thread_leaks=0:exitcode=66" setarch -R \
+    TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:die_after_fork=0:report_thread_leaks=0:exitcode=66:atexit_sleep_ms=0" setarch -R \
     ctest --test-dir build/thread --output-on-failure --no-tests=error --timeout 1800 \
     -R '^(core|imaging|settings|theme|library|playback|interaction|rendering|dialogs|shell|platform|cabinet|desktop)/' \
     -E 'GstreamerSound|desktop/(heard|start|story|keyboard)'
