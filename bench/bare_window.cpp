@@ -1,4 +1,4 @@
-// A bare full-screen window with one picture: what the start of the jukebox is measured against.
+// A bare full-screen window with one picture: the reference for the start time of the jukebox.
 #include <QApplication>
 #include <QImage>
 #include <QPainter>

@@ -1,4 +1,4 @@
-// Measuring in turn and printing ratios.
+// Takes measurements in turn and prints ratios.
 #include "bench.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The time of one whole frame, and of a turning page, beside one copy of the screen.
+// The time of one whole frame and of a page turn, compared with one copy of the screen.
 #include "frame_bench.h"
 
 #include "bench.h"
@@ -7,8 +7,9 @@
 #include "rendering/playlist_block.h"
 #include "rendering/redraw_jukebox.h"
 #include "settings/ini_file.h"
-#include "shell/form_main.h"
+#include "shell/hand_down.h"
 #include "shell/start_up.h"
+#include "state/form_main.h"
 
 #include <QDir>
 #include <QFile>
@@ -44,7 +45,7 @@ QByteArray ReadFile(const QString& path) {
     return file.readAll();
 }
 
-// A number of theme.ini times the scale; anything else as it is.
+// Scales a number of theme.ini; anything else is unchanged.
 QByteArray ScaledLine(const QByteArray& line, double scale) {
     const qsizetype equals = line.indexOf('=');
     bool number = false;
@@ -78,7 +79,7 @@ void ScaleTheme(const QString& from, const QString& to, double scale) {
     }
 }
 
-// A home with the delivered configuration, a theme at the scale, and a music folder of 40 tracks.
+// A home with the default configuration, a theme at the scale, and a music folder of 40 tracks.
 void MakeHome(const QString& delivered, const QString& home, double scale) {
     const QString music = home + QStringLiteral("/music");
     QDir().mkpath(music);
@@ -99,9 +100,10 @@ void MakeHome(const QString& delivered, const QString& home, double scale) {
 // A jukebox on a simulated machine with a screen of 1920x1080.
 class BenchJukebox {
 public:
-    BenchJukebox(const QString& delivered, double scale) : platform(OneScreen()), form(platform.ports()) {
+    BenchJukebox(const QString& delivered, double scale)
+        : platform(OneScreen()), form(platform.ports(), HandDown()) {
         MakeHome(delivered, folder_.path(), scale);
-        form.AppFolder = folder_.path();
+        form.shell.AppFolder = folder_.path();
         Form_Load(form);
     }
 
@@ -150,16 +152,15 @@ double MillisecondsSince(std::chrono::steady_clock::time_point start) {
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
-// Turns to the other of two pages. The milliseconds from one point at which events are let through to the
-// next: the first reaches from the covering picture to the first leaf, which is painted with the whole new
-// page before it; the others are each the work of one leaf, the last the closing frame. The waits of 6 ms
-// take no time here.
+// Turns to the other of two pages. Returns the milliseconds between successive points at which pending events
+// run: the covering picture; the whole new page with the first leaf; one leaf each; the closing frame. The
+// waits of 6 ms take no time here.
 Times TurnPage(BenchJukebox& box) {
     Times works;
     auto start = std::chrono::steady_clock::now();
     bool waited = false;
     box.platform.pump.runPending = [&] {
-        // Each leaf is followed by the point of its wait and by one more, between which nothing is done.
+        // Each leaf is followed by the point of its wait and by another one, with no work in between.
         if (!waited) {
             works.push_back(MillisecondsSince(start));
         }
@@ -168,14 +169,14 @@ Times TurnPage(BenchJukebox& box) {
         return false;
     };
     box.platform.pump.Stirred();
-    box.form.CurrentPage = box.form.CurrentPage == 0 ? 1 : 0;
+    box.form.library.CurrentPage = box.form.library.CurrentPage == 0 ? 1 : 0;
     PageAnim(box.form, QStringLiteral("+"));
     box.platform.pump.runPending = {};
     works.push_back(MillisecondsSince(start));
     return works;
 }
 
-// How long one piece of work took in each of the turns, at its median.
+// The median duration of one step over all turns.
 Times MediansOf(const std::vector<Times>& turns) {
     Times medians;
     for (std::size_t i = 0; i < turns.front().size(); ++i) {
@@ -204,7 +205,7 @@ void BenchTurn(const QString& title, const QString& delivered, double scale) {
     }
     const Times works = MediansOf(turns);
     const double unit = MedianOf(copies);
-    // The covering picture, the new page with the first leaf, the further leaves, the closing frame.
+    // The covering picture, the new page with the first leaf, the other leaves, the closing frame.
     const Times leaves(works.begin() + 2, works.end() - 1);
     double slowest = 0;
     for (const Times& turn : turns) {
@@ -222,26 +223,26 @@ void BenchTurn(const QString& title, const QString& delivered, double scale) {
               row(QStringLiteral("the closing frame"), works.back())});
 }
 
-// A queue of this length, in which no title is there twice.
+// A queue of this length in which no title occurs twice.
 void FillQueue(Form_Main& form, int count) {
-    form.PlaylistCount = count;
-    form.PlaylistSelected = count;
+    form.queue.PlaylistCount = count;
+    form.queue.PlaylistSelected = count;
     for (int i = 1; i <= count; ++i) {
-        form.PlaylistTitre(i) =
+        form.queue.PlaylistTitre(i) =
             QStringLiteral("Artist %1 - A Song With a Title That Is Too Long for Its Row %1.mp3").arg(i);
-        form.PlaylistPath(i) = QStringLiteral("/music/") + form.PlaylistTitre(i);
+        form.queue.PlaylistPath(i) = QStringLiteral("/music/") + form.queue.PlaylistTitre(i);
     }
 }
 
-// What a patron waits for: the queue drawn with one more entry, and the frame.
+// The delay that a patron notices: drawing the queue with one more entry, and the frame.
 void DrawPick(Form_Main& form) {
-    form.PlaylistCount += 1;
-    form.PlaylistTitre(form.PlaylistCount) = QStringLiteral("Another Artist - Another Song.mp3");
+    form.queue.PlaylistCount += 1;
+    form.queue.PlaylistTitre(form.queue.PlaylistCount) = QStringLiteral("Another Artist - Another Song.mp3");
     DrawPlaylist(form);
     RedrawJukebox(form);
 }
 
-// The queue's texts after a theme was loaded: none of them is known.
+// The queue's texts after a theme was loaded, when none has been measured yet.
 void DrawUnknown(Form_Main& form) {
     ForgetPlaylistTexts(form);
     DrawPlaylist(form);

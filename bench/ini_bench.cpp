@@ -4,7 +4,7 @@
 #include "bench.h"
 #include "platform/posix/posix_files.h"
 #include "settings/ini_file.h"
-#include "theme/theme_keys.h"
+#include "state/theme_keys.h"
 
 #include <QFile>
 #include <QSettings>
@@ -26,11 +26,11 @@ namespace {
 
 constexpr int kRounds = 300;
 constexpr std::int64_t kLongestFile = std::int64_t{16} * 1024 * 1024;
-// The theme's own keys and 22 fields for each of the 20 slots, nearly all of them with a value.
+// The theme's own keys and 22 fields for each of the 20 slots, nearly all with a value.
 constexpr std::size_t kThemeKeys = 171 + 22 * 20;
 constexpr qsizetype kShortestValues = 1000;
 
-// A key as each of the readers takes it.
+// A key in the form that each reader takes.
 struct WantedKey {
     QString section;
     QString key;
@@ -46,27 +46,27 @@ void Want(std::vector<WantedKey>& wanted, const QString& section, const char* ke
 
 std::vector<WantedKey> ThemeKeys() {
     std::vector<WantedKey> wanted;
-#define WANT_NUMBER(section, key) Want(wanted, QStringLiteral(section), #key);
-#define WANT_TEXT(section, key) Want(wanted, QStringLiteral(section), #key);
-#define WANT_PAGE(section, key, array, index) Want(wanted, QStringLiteral(section), #key);
-    THEME_ZONE_KEYS(WANT_NUMBER, WANT_TEXT, WANT_PAGE)
-    THEME_HORIZONTAL_KEYS(WANT_NUMBER, WANT_TEXT, WANT_PAGE)
-    THEME_VERTICAL_KEYS(WANT_NUMBER, WANT_TEXT, WANT_PAGE)
-    THEME_NAVIGATION_KEYS(WANT_NUMBER, WANT_TEXT, WANT_PAGE)
-    THEME_PLAYLIST_KEYS(WANT_NUMBER, WANT_TEXT, WANT_PAGE)
-    THEME_MAIN_KEYS(WANT_NUMBER, WANT_TEXT, WANT_PAGE)
-    THEME_PLAYLIST_BUTTON_KEYS(WANT_NUMBER, WANT_TEXT, WANT_PAGE)
-    THEME_SLOT_STYLE_KEYS(WANT_NUMBER, WANT_TEXT, WANT_PAGE)
-    THEME_COMMAND_KEYS(WANT_NUMBER, WANT_TEXT, WANT_PAGE)
-#undef WANT_NUMBER
-#undef WANT_TEXT
-#undef WANT_PAGE
+#define WANT_KEY(section, key, member, part) Want(wanted, QStringLiteral(section), key);
+#define WANT(kind, section, name) KEYS_OF_##kind(WANT_KEY, WANT_KEY, section, name)
+    THEME_ZONE_KEYS(WANT)
+    THEME_HORIZONTAL_KEYS(WANT)
+    THEME_VERTICAL_KEYS(WANT)
+    THEME_NAVIGATION_KEYS(WANT)
+    THEME_PLAYLIST_KEYS(WANT)
+    THEME_MAIN_KEYS(WANT)
+    THEME_PLAYLIST_BUTTON_KEYS(WANT)
+    THEME_SLOT_STYLE_KEYS(WANT)
+    THEME_COMMAND_KEYS(WANT)
+#undef WANT_KEY
+#undef WANT
     for (const QString& side : {QStringLiteral("zonelistGauche"), QStringLiteral("zonelistDroite")}) {
         for (int row = 1; row <= 10; ++row) {
             const QString section = side + QString::number(row);
-#define WANT_FIELD(key) Want(wanted, section, #key);
-            SLOT_KEYS(WANT_FIELD, WANT_FIELD)
-#undef WANT_FIELD
+#define WANT_KEY(section, key, member, part) Want(wanted, section, key);
+#define WANT(kind, name) KEYS_OF_##kind(WANT_KEY, WANT_KEY, section, name)
+            SLOT_KEYS(WANT)
+#undef WANT_KEY
+#undef WANT
         }
     }
     return wanted;
@@ -77,15 +77,15 @@ std::vector<WantedKey> ThemeKeys() {
     std::exit(1);
 }
 
-// The small blocks that one reader frees are joined by the next large request, whoever makes it: this one,
-// which is not measured.
+// The next large allocation merges the small blocks that a reader has freed. This allocation, which is not
+// measured, does so before the next reader is measured.
 void TidyHeap() {
     volatile char* const large = new char[std::size_t{64} * 1024];
     *large = 1;
     delete[] large;
 }
 
-// A reader, which answers with the length of all values together.
+// A reader; it returns the total length of all values.
 Subject Reader(const QString& name, qsizetype expected, const std::function<qsizetype()>& reader) {
     const auto work = [=] {
         if (reader() != expected) {
@@ -109,7 +109,7 @@ qsizetype QSettingsWay(const QString& path, const std::vector<WantedKey>& wanted
     qsizetype length = 0;
     for (const WantedKey& key : wanted) {
         const QVariant value = settings.value(key.path);
-        // A comma makes a list of a value.
+        // QSettings turns a value with a comma into a list.
         const bool isList = value.typeId() == QMetaType::QStringList;
         length += isList ? value.toStringList().join(u',').size() : value.toString().size();
     }
@@ -157,8 +157,8 @@ void BenchIni(const QString& themeIni) {
     subjects.push_back(Reader(QStringLiteral("SimpleIni, CSimpleIniA"), length,
                               [&] { return SimpleIniWay(themeIni, wanted); }));
 #endif
-    // QSettings keeps what it has parsed for a path: each run has a copy of its own, made before the clock
-    // runs.
+    // QSettings caches what it has parsed by path, so each run has its own copy, made before the measurement
+    // starts.
     const QTemporaryDir copies;
     int left = kRounds + 1;
     for (int copy = 1; copy <= left; ++copy) {

@@ -4,7 +4,8 @@
 #include "bench.h"
 #include "library/create_list.h"
 #include "platform/simulated/simulated_platform.h"
-#include "shell/form_main.h"
+#include "shell/hand_down.h"
+#include "state/form_main.h"
 
 #include <QCollator>
 #include <QDir>
@@ -32,7 +33,7 @@ const QStringList& Patterns() {
     return patterns;
 }
 
-// A folder as a library has it: names of several words, one in eight with accents.
+// A folder like those in real libraries: names of several words, one in eight with accents.
 QString MakeFolder(const QString& scratch, int files) {
     static const QStringList words =
         QStringLiteral("Love Night Blue Road Moon Dance Fire Rain Street River Été Noël Garçon Ça")
@@ -54,7 +55,7 @@ QString MakeFolder(const QString& scratch, int files) {
     return folder;
 }
 
-// The line of an entry in the order "alpha".
+// The sort key of an entry in the order "alpha".
 QString LineOf(const QString& folder, const QString& name, bool isFolder) {
     const QString path = folder + u'/' + name;
     return (isFolder ? path : name) + (isFolder ? QStringLiteral("|dir|") : QStringLiteral("|file|")) + path +
@@ -62,7 +63,7 @@ QString LineOf(const QString& folder, const QString& name, bool isFolder) {
 }
 
 QCollator RootCollator() {
-    // In the C locale QCollator compares numbers of characters; English has the root's order.
+    // In the C locale QCollator compares character codes; English has the order of the root locale.
     QCollator collator(QLocale(QLocale::English, QLocale::UnitedStates));
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     return collator;
@@ -95,7 +96,7 @@ qsizetype BySortKeys(const QString& folder) {
     return static_cast<qsizetype>(lines.size());
 }
 
-// The names alone, which is less than what has to be sorted.
+// Only the names, which is less than what has to be sorted.
 qsizetype NamesByCompare(const QString& folder) {
     QStringList names = QDir(folder).entryList(Patterns(), QDir::Files, QDir::NoSort);
     const QCollator collator = RootCollator();
@@ -146,19 +147,19 @@ void WriteSettings(const QString& scratch, const QString& folder, const QStringL
     }
 }
 
-// A form that shows one folder of a number of files.
+// A form that shows one folder with a number of files.
 class Shown {
 public:
     Shown(const QString& scratch, int files) : folder_(MakeFolder(scratch, files)) {
-        form_.AppFolder = scratch;
-        form_.DefaultOrder = QStringLiteral("alpha");
+        form_.shell.AppFolder = scratch;
+        form_.settings.DefaultOrder = QStringLiteral("alpha");
         Open();
     }
 
     const QString& folder() const { return folder_; }
-    const QStringList& names() const { return form_.File1.List; }
+    const QStringList& names() const { return form_.library.File1.List; }
     void List() { CreateList(form_); }
-    // Opening a folder as a patron does: both lists are pointed at it, then it is listed.
+    // Opens a folder like the jukebox: both lists are set to it, then it is listed.
     void Open() {
         PointDir1(form_, folder_);
         PointFile1(form_, folder_);
@@ -168,7 +169,7 @@ public:
 private:
     QString folder_;
     SimulatedPlatform platform_;
-    Form_Main form_{platform_.ports()};
+    Form_Main form_{platform_.ports(), HandDown()};
 };
 
 void BenchPeers(Shown& shown) {

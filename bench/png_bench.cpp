@@ -1,11 +1,11 @@
-// The time of opening PNG pictures, each reader in turn: two of the screen's size, and all pictures of a
-// theme.
+// The time to open PNG pictures, for each reader in turn: two pictures of the screen's size, and all pictures
+// of a theme.
 #include "png_bench.h"
 
 #include "bench.h"
-#include "imaging/c32bppdib.h"
-#include "imaging/inflate.h"
-#include "imaging/png_parser.h"
+#include "imaging/picture_pixels.h"
+#include "imaging/png/inflate.h"
+#include "imaging/png/parser.h"
 #include "platform/posix/dlopened_zlib.h"
 
 #include <QBuffer>
@@ -42,7 +42,7 @@ constexpr int kRounds = 15;
 constexpr int kWidth = 1920;
 constexpr int kHeight = 1080;
 
-// Slopes with a little noise, as a theme's background has them; transparent towards the right.
+// Gradients with a little noise, as in a theme's background; transparent towards the right.
 QByteArray MakePng(bool isTransparent) {
     QImage picture(kWidth, kHeight, isTransparent ? QImage::Format_ARGB32 : QImage::Format_RGB32);
     std::minstd_rand dice(1);
@@ -68,7 +68,7 @@ void Require(bool isDone, const char* reader) {
     }
 }
 
-void LoadOurs(const QByteArray& png, c32bppDIB& image, ZlibLibrary& zlib) {
+void LoadOurs(const QByteArray& png, PicturePixels& image, ZlibLibrary& zlib) {
     const std::span bytes(reinterpret_cast<const std::uint8_t*>(png.constData()),
                           static_cast<std::size_t>(png.size()));
     Require(cPNGparser().LoadStream(bytes, image, 0, bytes.size(), zlib), "the own decoder");
@@ -106,8 +106,8 @@ void LoadBySpng(const QByteArray& png) {
 }
 #endif
 
-// What no reader can do without that uses zlib: its `uncompress` over the data of all chunks in one piece,
-// and one copy of the pixels.
+// The minimum work of any reader that uses zlib: `uncompress` over the data of all chunks in one piece, and
+// one copy of the pixels.
 struct Floor {
     QByteArray compressed;
     std::vector<std::uint8_t> inflated;
@@ -124,9 +124,9 @@ Floor FloorOf(const QByteArray& png, ZlibLibrary& zlib) {
         }
         at += length + 12;
     }
-    c32bppDIB image;
+    PicturePixels image;
     LoadOurs(png, image, zlib);
-    const std::size_t bytes = image.ScanWidth() * static_cast<std::size_t>(image.Height());
+    const std::size_t bytes = image.ByteCount();
     floor.pixels.resize(bytes);
     floor.copy.resize(bytes);
     floor.inflated.resize(bytes * 2 + static_cast<std::size_t>(image.Height()));
@@ -164,7 +164,7 @@ std::vector<Figure> Measure(const QByteArray& png) {
     const auto reading = [&png](const char* name, auto reader) {
         return Subject{QString::fromLatin1(name), [&png, reader] { reader(png); }};
     };
-    c32bppDIB image;
+    PicturePixels image;
     const std::vector<Subject> subjects = {
         reading("our decoder", [&](const QByteArray& file) { LoadOurs(file, image, zlib); }),
         reading("our decoder, no zlib", [&](const QByteArray& file) { LoadOurs(file, image, missing); }),
@@ -209,7 +209,7 @@ double BestPeer(const std::vector<Figure>& figures) {
         ->ratio;
 }
 
-// The geometric mean over the pictures of what `value` tells of one.
+// The geometric mean of `value` over the pictures.
 template <typename Value>
 double Mean(const std::vector<std::vector<Figure>>& all, Value value) {
     double sum = 0;
@@ -219,8 +219,8 @@ double Mean(const std::vector<std::vector<Figure>>& all, Value value) {
     return std::exp(sum / static_cast<double>(all.size()));
 }
 
-// Lets the program keep what it has freed. Else whoever comes first in a round pays for the pages that the
-// last one has given back to the system.
+// Lets the program keep freed memory. Otherwise the first reader of a round pays for the pages that the
+// previous one returned to the system.
 void KeepFreedMemory() {
     constexpr int kMost = 1 << 30;
     mallopt(M_MMAP_THRESHOLD, kMost);

@@ -1,5 +1,4 @@
-// The time from the start of a program to its first frame on the screen: the middle of the screen is no
-// longer black.
+// The time from the start of a program to its first frame: when the middle of the screen is no longer black.
 #include "start_bench.h"
 
 #include "bench.h"
@@ -23,12 +22,12 @@ namespace {
 
 constexpr int kLongestStart = 20000;
 
-// One pixel of the screen, read again and again.
+// Reads one pixel of the screen repeatedly.
 class ScreenPixel {
 public:
     explicit ScreenPixel(Display* display) : display_(display) {}
 
-    // True when the pixel is, or is not, black before the time limit.
+    // True if the pixel becomes black, or stops being black, before the time limit.
     bool Await(bool black) const {
         QElapsedTimer timer;
         timer.start();

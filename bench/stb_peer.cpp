@@ -1,4 +1,4 @@
-// stb_image as a peer, compiled in a source of its own.
+// stb_image for comparison, compiled in a separate source.
 #include "stb_peer.h"
 
 #include <cstdio>

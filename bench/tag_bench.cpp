@@ -2,13 +2,14 @@
 #include "tag_bench.h"
 
 #include "bench.h"
-#include "imaging/tagged_images.h"
+#include "imaging/tags/tagged_images.h"
 #include "platform/posix/posix_files.h"
 #include "platform/simulated/simulated_platform.h"
 #include "rendering/track_zone.h"
 #include "settings/ini_file.h"
-#include "shell/form_main.h"
+#include "shell/hand_down.h"
 #include "shell/start_up.h"
+#include "state/form_main.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -35,7 +36,7 @@
 namespace {
 
 constexpr int kFiles = 1000;
-// MPEG frames of 128 kbit/s behind the tag, and the bytes of one.
+// MPEG frames of 128 kbit/s after the tag, and the size of one in bytes.
 constexpr int kSoundFrames = 150;
 constexpr int kSoundFrameBytes = 417;
 constexpr int kPadding = 1024;
@@ -67,7 +68,7 @@ QByteArray Frame(const char* name, const QByteArray& body) {
     return name + BigEndian(body.size(), 8) + QByteArray(2, '\0') + body;
 }
 
-// An mp3 with the usual frames, version 2.3, and a picture behind them.
+// An mp3 with the usual frames, version 2.3, and a picture after them.
 QByteArray TaggedTrack(const QByteArray& picture) {
     QByteArray frames;
     for (const char* const name : {"TIT2", "TPE1", "TALB", "TRCK", "TYER", "TCON", "TPE2", "TPOS"}) {
@@ -93,7 +94,7 @@ std::vector<QString> MakeTracks(const QString& folder, int pictureBytes) {
     return paths;
 }
 
-// What no reader can do without: the bytes of the tag, by the system's own calls into one buffer.
+// The minimum work of any reader: reading the bytes of the tag into one buffer with system calls.
 void ReadBytes(const QByteArray& path, std::vector<char>& buffer) {
     const int file = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
     std::array<char, 10> header{};
@@ -123,20 +124,20 @@ void ReadByTagLib(TagLib::MPEG::File& file) {
     Require(frame != nullptr && !frame->picture().isEmpty(), "TagLib reads no picture");
 }
 
-// As TagLib opens a file by itself, with the properties of the sound.
+// TagLib's default, with the audio properties.
 void OpenByTagLib(const QByteArray& path) {
     TagLib::MPEG::File file(path.constData());
     ReadByTagLib(file);
 }
 
-// With the tag alone.
+// With the tag only.
 void OpenTagByTagLib(const QByteArray& path) {
     TagLib::MPEG::File file(path.constData(), false);
     ReadByTagLib(file);
 }
 #endif
 
-// A photograph's share of detail: about 600 KB.
+// About as detailed as a photograph: 600 KB.
 QByteArray LargeJpeg() {
     QImage picture(kSide, kSide, QImage::Format_RGB32);
     std::minstd_rand dice(2);
@@ -152,7 +153,7 @@ QByteArray LargeJpeg() {
     return file.data();
 }
 
-// A home with the delivered theme and a page of covers; the paths of the files that hold them.
+// A home with the default theme and a page of covers, and the paths of the files that hold them.
 std::vector<QString> MakeCovers(const QString& delivered, const QString& home) {
     const QString music = home + QStringLiteral("/music");
     const QString theme = QStringLiteral("/themes/default");
@@ -183,7 +184,7 @@ std::vector<QString> MakeCovers(const QString& delivered, const QString& home) {
     return covers;
 }
 
-// Makes every file a changed one, so that nothing that is kept of it counts.
+// Marks every file as changed, so that nothing cached for it is used.
 void Touch(const std::vector<QString>& paths) {
     static qint64 seconds = 1'000'000;
     ++seconds;
@@ -234,8 +235,8 @@ void BenchCovers(const QString& delivered) {
     SimulationOptions options;
     options.screens = {QRect(0, 0, 1920, 1080)};
     SimulatedPlatform platform(options);
-    Form_Main form(platform.ports());
-    form.AppFolder = folder.path();
+    Form_Main form(platform.ports(), HandDown());
+    form.shell.AppFolder = folder.path();
     Form_Load(form);
     const auto draw = [&] { DrawZoneList(form); };
     PrintRow(QStringLiteral("Covers, a page of 20 of 1400 x 1400"),

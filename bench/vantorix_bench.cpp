@@ -1,4 +1,5 @@
-// vantorix-bench: the speed of the jukebox beside peers, measured in turn in one run and printed as ratios.
+// vantorix-bench: the speed of the jukebox compared with other libraries, measured in turn in one run and
+// printed as ratios.
 #include "frame_bench.h"
 #include "ini_bench.h"
 #include "list_bench.h"

@@ -1,9 +1,8 @@
 #!/usr/bin/python3
 """Checks the register of deliberate oddities, docs/deliberate.md, against the marks in src/ and tests/.
 
-Each number of the register stands at a line of src/ ("Deliberate D-07: ..."), in the file that its row names, and in
-at least one test, and each mark in src/ has its row. With --fill the columns Where and Test are written anew from what
-stands in the tree.
+Each number of the register must mark a line of src/ ("Deliberate D-07: ...") in the file that its row names, and occur
+in at least one test. Each mark in src/ must have a row. --fill rewrites the columns Where and Test from the tree.
 """
 
 import re
@@ -21,7 +20,7 @@ COLUMNS = 5  # number, symptom, why, where, test
 
 
 def marks_of(root):
-    """(number as it stands, path, line) of every mark in src/, and of every attempt at one."""
+    """(number as written, path, line) of every mark in src/, including malformed ones."""
     for path in files_below(root, "src"):
         for line, text in numbered(text_of(root / path) or ""):
             for number in MARK.findall(text):
@@ -31,7 +30,7 @@ def marks_of(root):
 
 
 def tests_of(root):
-    """For each number the tests that name it; a session is named by its folder."""
+    """The tests that name each number; a session is named by its folder."""
     tests = {}
     sessions = {path.parent for path in files_below(root, "tests/sessions") if path.name == "session.txt"}
     for path in files_below(root, "tests"):
@@ -56,7 +55,7 @@ def listed(paths):
 
 
 class Register:
-    """The rows of the register and what the tree says of them."""
+    """The rows of the register, and the marks and tests in the tree."""
 
     def __init__(self, root):
         self.root, self.findings = root, []
@@ -77,7 +76,7 @@ class Register:
         if len(cells) != COLUMNS:
             self.findings.append((REGISTER, line, f"{cells[0]} has {len(cells)} columns, not {COLUMNS}"))
         elif cells[0] in self.rows:
-            self.findings.append((REGISTER, line, f"{cells[0]} stands twice"))
+            self.findings.append((REGISTER, line, f"{cells[0]} occurs twice"))
         else:
             self.rows[cells[0]] = (line, cells)
 
@@ -87,26 +86,26 @@ class Register:
         for number, places in self.places.items():
             for path, line in places.items():
                 if number not in self.rows:
-                    self.findings.append((path, line, f"{number} does not stand in {REGISTER}"))
+                    self.findings.append((path, line, f"{number} is not in {REGISTER}"))
         for number in self.tests.keys() - self.rows.keys():
             for test in self.tests[number]:
-                self.findings.append((test, 1, f"{number} does not stand in {REGISTER}"))
+                self.findings.append((test, 1, f"{number} is not in {REGISTER}"))
 
     def check_row(self, number, line, cells):
         _, symptom, reason, where, test = cells
         if not symptom or not reason:
             self.findings.append((REGISTER, line, f"{number} needs a symptom and a reason"))
         if number not in self.places:
-            self.findings.append((REGISTER, line, f"{number} stands at no line of src/"))
+            self.findings.append((REGISTER, line, f"{number} is not marked in src/"))
         elif paths_in(where) != set(self.places[number]):
-            self.findings.append((REGISTER, line, f"{number} stands in {listed(self.places[number])}, not {where}"))
+            self.findings.append((REGISTER, line, f"{number} is marked in {listed(self.places[number])}, not {where}"))
         if number not in self.tests:
-            self.findings.append((REGISTER, line, f"{number} stands in no test"))
+            self.findings.append((REGISTER, line, f"{number} is named by no test"))
         elif paths_in(test) != self.tests[number]:
             self.findings.append((REGISTER, line, f"{number} is tested by {listed(self.tests[number])}, not {test}"))
 
     def fill(self):
-        """Writes the columns Where and Test of every row anew."""
+        """Rewrites the columns Where and Test of every row."""
         for number, (line, cells) in self.rows.items():
             found = [listed(self.places.get(number, {})), listed(self.tests.get(number, set()))]
             self.lines[line - 1] = "| " + " | ".join(cells[:3] + found) + " |"

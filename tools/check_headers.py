@@ -1,8 +1,8 @@
 #!/usr/bin/python3
-"""Checks that every header below src/ compiles by itself, with the flags of a source beside it.
+"""Checks that every header below src/ compiles by itself, with the flags of a nearby source.
 
-The flags come from compile_commands.json of a build folder. What has passed is noted there and looked at again when the
-header, a file that it includes, or a flag has changed.
+The flags come from compile_commands.json of a build folder. Headers that pass are noted there and checked again when
+the header, a file that it includes, or a flag has changed.
 """
 
 import hashlib
@@ -23,7 +23,7 @@ DROPPED = {"-c", "-MD", "-MMD", "-MP", "-Winvalid-pch"}
 
 
 def flags_of(command, source):
-    """What is left of a compile command without its source, its products and its precompiled headers."""
+    """The rest of a compile command without its source, its outputs and its precompiled headers."""
     words, flags = iter(shlex.split(command)), []
     for word in words:
         if word in WITH_VALUE:
@@ -45,7 +45,8 @@ def all_flags(root, build):
 
 
 def nearest(header, flags):
-    """The source whose flags are taken: that of the same name, else one of the same folder or the nearest one above."""
+    """The source whose flags are used: the one with the same name, otherwise one in the same folder or the nearest
+    above."""
     own = header.with_suffix(".cpp")
     if own in flags:
         return own
@@ -57,13 +58,13 @@ def nearest(header, flags):
 
 
 def dependencies(rule):
-    """The files named in a rule for make."""
+    """The files named in a make rule."""
     text = rule.partition(":")[2].replace("\\\n", " ").strip()
     return [name.replace("\\ ", " ") for name in re.split(r"(?<!\\)\s+", text) if name]
 
 
 class Headers:
-    """The headers of a tree, their flags, and what is known of them."""
+    """The headers of a tree, their flags and their notes."""
 
     def __init__(self, root, build):
         self.root, self.flags = root, all_flags(root, build)
@@ -72,7 +73,7 @@ class Headers:
         self.times = {}
 
     def modified(self, name):
-        """When a file was changed last; for ever in the future when it is gone."""
+        """The modification time of a file; infinity if it no longer exists."""
         if name not in self.times:
             try:
                 self.times[name] = os.stat(self.root / name).st_mtime
@@ -94,7 +95,7 @@ class Headers:
         """Findings for one header."""
         source = nearest(header, self.flags)
         if source is None:
-            return [(header, 1, "no source with flags for it")]
+            return [(header, 1, "no nearby source to take the flags from")]
         flags = self.flags[source]
         mark = hashlib.sha256("\0".join(flags).encode()).hexdigest()
         if self.has_passed(header, mark):
@@ -121,7 +122,7 @@ def main():
     )
     root, build = options.root.resolve(), options.build.resolve()
     if not (build / "compile_commands.json").is_file():
-        print(f"check_headers: {build} holds no compile_commands.json; configure a build there first", file=sys.stderr)
+        print(f"check_headers: {build} has no compile_commands.json; configure a build there first", file=sys.stderr)
         return 2
     headers = Headers(root, build)
     paths = files_below(root, "src", ".h")

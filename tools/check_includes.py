@@ -1,9 +1,11 @@
 #!/usr/bin/python3
-"""Checks who includes whom in src/ against the table in docs/architecture.md.
+"""Checks the includes in src/ against the table in docs/architecture.md.
 
-The first row of the table that matches a file gives its kind and its rights. An entry of "May include" is a kind, a
-kind of some rooms ("header of shell settings"), a kind of the file's own folder ("own state"), a pattern of paths, or
-"everything". Toolkits that end in "only" hold for everything a file reaches through our headers as well.
+The table lists the folders of src/ from the ground up. A file may include its own folder and what its row names: "all
+above" (every folder above it in the table), or single folders and headers above it, so that folders never form a cycle;
+programs may include "everything". No header includes the main form, and a room's header includes another room's only
+for a type that it needs. Toolkits that end in "only" also apply to everything that a file includes indirectly through
+our headers.
 """
 
 import re
@@ -14,13 +16,14 @@ from check_support import arguments, files_below, numbered, report, table_below,
 
 TABLE = "docs/architecture.md"
 HEADING = "Who may include whom"
+FORM = PurePosixPath("state/form_main.h")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 TYPE = re.compile(r"\b(?:struct|class|union|enum(?:\s+class)?)\s+(\w+)[^;{}()]*\{|\busing\s+(\w+)\s*=")
 COMMENT = re.compile(r"//[^\n]*|/\*.*?\*/", re.DOTALL)
 
-# Which toolkit a system header belongs to; the first match counts. A header that is not here is a finding, so that
-# nobody brings in a toolkit unseen.
+# The toolkit of each system header; the first match counts. A header that matches none is a finding, so that no new
+# toolkit is used unnoticed.
 TOOLKITS = [
     ("Qt SerialPort", r"QSerialPort(Info)?"),
     ("Qt Widgets", r"Q(Application|Widget|Dialog|MessageBox|FileDialog|Label|LineEdit|ListWidget|ListView|TreeView|"
@@ -45,8 +48,8 @@ TOOLKITS = [
     ("giflib", r"gif_lib\.h"),
     ("zlib", r"zlib\.h"),
     ("POSIX", r"(unistd|fcntl|dirent|dlfcn|poll|termios|pty|signal|time|pthread|malloc)\.h|sys/.*|linux/.*"),
-    ("", r"immintrin\.h"),  # the compiler's own names for the processor's vectors
-    ("", r"[a-z][a-z0-9_]*"),  # the standard library, which everyone may use
+    ("", r"immintrin\.h"),  # the compiler's own names for vector instructions
+    ("", r"[a-z][a-z0-9_]*"),  # the standard library, which every file may use
 ]
 
 
@@ -54,39 +57,22 @@ class Row:
     """One row of the table."""
 
     def __init__(self, line, cells):
-        kind, files, may_include, toolkits = cells
-        self.line, self.kind = line, kind
-        self.files = re.findall(r"`([^`]+)`", files)
-        self.may_include = [item.strip() for item in may_include.split(",")]
+        folder, _, sees, toolkits = cells
+        self.line, self.folder = line, folder.strip("`")
+        self.sees = [item.strip(" `") for item in sees.split(",") if item.strip()]
         self.reaches_only = toolkits.endswith(" only")
         self.toolkits = {name.strip() for name in toolkits.removesuffix(" only").split(",")} | {""}
 
-    def covers(self, path):
-        return any(matches(path, pattern) for pattern in self.files)
-
-    def allows(self, includer, target, kind):
-        """Whether a file of this row may include `target`, which is of that kind."""
-        return any(self.item_allows(item, includer, target, kind) for item in self.may_include)
-
-    @staticmethod
-    def item_allows(item, includer, target, kind):
-        if item.startswith("`"):
-            return matches(target, item.strip("`"))
-        if item.startswith("own "):
-            return kind == item[4:] and target.parent == includer.parent
-        name, _, rooms = item.partition(" of ")
-        return item == "everything" or (kind == name and (not rooms or target.parts[0] in rooms.split()))
-
-
-def matches(path, pattern):
-    """A pattern of paths below src/: "*" stands for anything within one name, {a,b} for either."""
-    expression = re.escape(pattern).replace(r"\*", "[^/]*")
-    expression = re.sub(r"\\\{(.*?)\\\}", lambda choice: "(" + choice[1].replace(",", "|") + ")", expression)
-    return re.fullmatch(expression, str(path)) is not None
+    def allows(self, target, other):
+        """Whether a file of this row may include `target`, which is of the row `other`."""
+        if other is self or "everything" in self.sees:
+            return True
+        named = {"all above", other.folder, str(target)} & set(self.sees)
+        return bool(named) and other.line < self.line
 
 
 def toolkit_of(header):
-    """The toolkit of a system header, "" for the standard library; nothing when it is not known."""
+    """The toolkit of a system header: "" for the standard library, None if it is unknown."""
     for name, pattern in TOOLKITS:
         if re.fullmatch(pattern, header):
             return name
@@ -94,7 +80,7 @@ def toolkit_of(header):
 
 
 class Source:
-    """One file of src/ with what it includes."""
+    """One file of src/ with its includes."""
 
     def __init__(self, root, path):
         text = text_of(root / "src" / path) or ""
@@ -109,7 +95,7 @@ class Source:
 
 
 class Check:
-    """The files of src/ against the rows of the table."""
+    """The files of src/, checked against the rows of the table."""
 
     def __init__(self, root):
         rows = table_below((root / TABLE).read_text(encoding="utf-8"), HEADING)
@@ -119,7 +105,7 @@ class Check:
         self.findings = []
 
     def row_of(self, path):
-        return next((row for row in self.rows if row.covers(path)), None)
+        return next((row for row in self.rows if row.folder == str(path.parent)), None)
 
     def find(self, path, line, text):
         self.findings.append((f"src/{path}", line, text))
@@ -131,25 +117,32 @@ class Check:
         for source in self.sources.values():
             row = self.row_of(source.path)
             if row is None:
-                self.find(source.path, 1, f"no row of the table in {TABLE} covers this file")
+                self.find(source.path, 1, f"the table in {TABLE} has no row for this folder")
                 continue
             self.check_ours(source, row)
             self.check_toolkits(source, row)
         for row in self.rows:
             if not any(self.row_of(path) is row for path in self.sources):
-                self.findings.append((TABLE, row.line, f"no file is of this kind: {row.kind}"))
+                self.findings.append((TABLE, row.line, f"this folder has no files: {row.folder}"))
 
     def check_ours(self, source, row):
+        is_header = source.path.suffix == ".h"
         for line, target in source.ours:
             if target not in self.sources:
                 self.find(source.path, line, f'there is no "{target}" in src/')
                 continue
             other = self.row_of(target)
-            kind = other.kind if other else "?"
-            if not row.allows(source.path, target, kind):
-                self.find(source.path, line, f'"{row.kind}" may not include "{target}" ({kind}); {TABLE}:{row.line}')
-            elif row.kind == kind == "header" and not self.needs_type(source, target):
-                self.find(source.path, line, f'takes no type from "{target}": a header includes another one only then')
+            if other and not row.allows(target, other):
+                self.find(source.path, line, f'"{row.folder}" may not include "{target}"; {TABLE}:{row.line}')
+            elif is_header and target == FORM and not row.folder.startswith("app"):
+                self.find(source.path, line, f'a header declares the form and does not include "{FORM}"')
+            elif is_header and self.are_rooms(row, other) and not self.needs_type(source, target):
+                self.find(source.path, line, f'a header may include "{target}" only for a type, and uses none')
+
+    def are_rooms(self, *rows):
+        """Folders above the form that are not adapters: their headers declare routines that take the form."""
+        form = next((row.line for row in self.rows if row.folder == str(FORM.parent)), 0)
+        return all(row and row.line > form and "/" not in row.folder for row in rows)
 
     def needs_type(self, source, target):
         words = set(re.findall(r"\w+", source.code))
@@ -159,15 +152,15 @@ class Check:
         for line, header in source.system:
             toolkit = toolkit_of(header)
             if toolkit is None:
-                self.find(source.path, line, f"<{header}> belongs to no toolkit that this check knows")
+                self.find(source.path, line, f"<{header}> belongs to no toolkit known to this check")
             elif toolkit not in row.toolkits:
-                self.find(source.path, line, f'"{row.kind}" may not use {toolkit} (<{header}>); {TABLE}:{row.line}')
+                self.find(source.path, line, f'"{row.folder}" may not use {toolkit} (<{header}>); {TABLE}:{row.line}')
         if row.reaches_only:
             for line, target in source.ours:
                 self.check_reach(source, row, line, target)
 
     def check_reach(self, source, row, line, target):
-        """What comes along with one of our headers, followed to its end."""
+        """The system headers that one of our headers includes, directly or indirectly."""
         seen, waiting = set(), [target]
         while waiting:
             path = waiting.pop()
@@ -177,7 +170,7 @@ class Check:
             waiting += [name for _, name in self.sources[path].ours]
             for _, header in self.sources[path].system:
                 if toolkit_of(header) not in row.toolkits:
-                    self.find(source.path, line, f'"{row.kind}" may not reach <{header}> through "{path}"')
+                    self.find(source.path, line, f'"{row.folder}" may not reach <{header}> through "{path}"')
 
 
 def main():

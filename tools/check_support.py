@@ -1,4 +1,4 @@
-"""What the checks of this repository share: the files they look at, and how they tell what they found."""
+"""Shared by the checks of this repository: the files that they read, and how they report findings."""
 
 import argparse
 import re
@@ -12,21 +12,21 @@ ROOT = Path(__file__).resolve().parent.parent
 def arguments(description, *options):
     """The command line of a check: --root, and options as (names, settings)."""
     parser = argparse.ArgumentParser(description=description)
-    parser.add_argument("--root", type=Path, default=ROOT, help="the tree to look at (default: this one)")
+    parser.add_argument("--root", type=Path, default=ROOT, help="the tree to check (default: this one)")
     for names, settings in options:
         parser.add_argument(*names, **settings)
     return parser.parse_args()
 
 
 def files_below(root, folder, *endings):
-    """Every file of these endings below a folder, as paths relative to the root, in order."""
+    """Every file below a folder with one of these endings, as sorted paths relative to the root."""
     place = root / folder
     found = (path for path in place.rglob("*") if path.is_file() and "__pycache__" not in path.parts)
     return sorted(path.relative_to(root) for path in found if not endings or path.suffix in endings)
 
 
 def kept_files(root):
-    """Every file that git keeps or would keep; outside of a repository every file that is not hidden."""
+    """Every file that git tracks or would add; outside a repository every file that is not hidden."""
     command = ["git", "-C", str(root), "ls-files", "-z", "--cached", "--others", "--exclude-standard"]
     listing = subprocess.run(command, capture_output=True, check=False)
     if listing.returncode == 0:
@@ -36,7 +36,7 @@ def kept_files(root):
 
 
 def text_of(path):
-    """A file's text; nothing for one that holds bytes which are no text."""
+    """A file's text, or None if it is not a text file."""
     data = path.read_bytes()
     return None if b"\0" in data else data.decode("utf-8", "replace")
 
@@ -47,7 +47,7 @@ def numbered(text):
 
 
 def table_below(text, heading):
-    """The first Markdown table below a heading: (line number, cells) of each row behind its head."""
+    """The first Markdown table below a heading: (line number, cells) of each row after its header."""
     inside, rows = False, []
     for number, line in numbered(text):
         if line.startswith("#"):
@@ -62,7 +62,7 @@ def table_below(text, heading):
 
 
 def report(name, findings, looked_at):
-    """Prints findings of (path, line, text), or what was looked at. Gives the exit code."""
+    """Prints findings of (path, line, text), or the summary if there are none. Returns the exit code."""
     for path, line, text in sorted(findings, key=lambda finding: (str(finding[0]), finding[1], finding[2])):
         print(f"{path}:{line}: {text}")
     if findings:

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""Checks every kept file for words that do not belong here, and sources for their length.
+"""Checks every tracked file for words that do not belong in the repository, and sources for their length.
 
-The patterns are put together from pieces, so that this file does not find itself.
+The patterns are joined from pieces, so that this file does not match itself.
 """
 
 import re
@@ -19,16 +19,16 @@ def rule(reason, *pieces):
 
 
 RULES = [
-    rule("comments and texts speak for themselves, they refer to no other document",
+    rule("comments and texts must not refer to other documents",
          r"(^|[^0-9A-Za-z_])([Ss]pe", r"cs?|[Ss]peci", r"fications?|Par", r"ts? [0-9]+\.[0-9]+)([^0-9A-Za-z_]|$)"),
     rule("a path of one machine", r"/(wo", r"rk|fa", r"rm)/"),
-    rule("work that is left over belongs into the tracker", r"\b(TO", r"DO|FIX", r"ME|XX", r"X|HA", r"CK)\b"),
-    rule("a test runs or does not exist", r"\bGTEST_", r"SKIP|\bDISA", r"BLED_"),
+    rule("unfinished work belongs in the tracker", r"\b(TO", r"DO|FIX", r"ME|XX", r"X|HA", r"CK)\b"),
+    rule("tests are not disabled", r"\bGTEST_", r"SKIP|\bDISA", r"BLED_"),
 ]
 
 
 def findings_in(path, text):
-    """Every line of a file, and its name, that breaks a rule."""
+    """Every line of a file that breaks a rule, and its name if that does."""
     for reason, pattern in RULES:
         hit = pattern.search("/" + str(path))
         if hit:
@@ -50,7 +50,7 @@ def main():
         findings += findings_in(path, text)
         lines = text.count("\n")
         if path.suffix in SOURCES and lines > LONGEST_SOURCE:
-            findings.append((path, lines, f"{lines} lines; a source has {LONGEST_SOURCE} at most"))
+            findings.append((path, lines, f"{lines} lines; a source has at most {LONGEST_SOURCE}"))
     return report("check_words", findings, f"{count} files")
 
 

@@ -1,15 +1,15 @@
-"""The melodies of the demo library, all long in the public domain, written down as notes.
+"""The melodies of the demo library, all long in the public domain, written as notes.
 
-A melody is a row of tokens: a note name, its octave when it changes, and "*" and its length in beats when that is not
-one; "-" is a rest and "|" a bar line for the eye. Chords are written the same way ("N" for none) and last as long as
-the melody in all.
+A melody is a sequence of tokens: a note name, its octave if that changes, and "*" and its length in beats if that is
+not one. "-" is a rest, and "|" marks a bar for the reader only. Chords are written the same way ("N" for none); in
+total they last as long as the melody.
 """
 
 from typing import NamedTuple
 
 
 class Melody(NamedTuple):
-    """Beats a minute, the tune, and its chords."""
+    """Beats per minute, the tune, and its chords."""
 
     tempo: int
     tune: str

@@ -1,4 +1,4 @@
-"""Draws the covers of the demo library and the frames of its videos: flat shapes and type, no two alike."""
+"""Draws the covers of the demo library and the frames of its videos: flat shapes and lettering, all different."""
 
 import math
 import random
@@ -12,9 +12,9 @@ from PIL import Image, ImageDraw, ImageFont
 sys.path.insert(0, str(Path(__file__).resolve().parent / "theme"))
 from light import CONDENSED, SCRIPT  # noqa: E402
 
-FINE = 3  # painted this many times larger and averaged
+FINE = 3  # drawn this many times larger and averaged
 
-# Ground, two shapes, type.
+# Background, two shapes, text.
 PALETTES = (
     ((28, 44, 74), (236, 178, 62), (214, 84, 56), (255, 246, 224)),
     ((92, 22, 30), (240, 196, 120), (196, 72, 44), (255, 244, 226)),
@@ -146,7 +146,7 @@ def fit(draw, text, file, width, largest):
 
 
 def cover(title, artist, motif, palette, size=360):
-    """A square cover. What it shows follows from its words, so that it comes out the same at every run."""
+    """A square cover. Its design depends only on its words, so that it is the same on every run."""
     s = size * FINE
     ground, one, two, ink = PALETTES[palette % len(PALETTES)]
     rng = random.Random(f"{title}|{artist}|{motif}")
@@ -167,7 +167,7 @@ def jpeg(image, quality=82):
 
 
 def video_frame(title, artist, palette, position, level, size=(320, 240)):
-    """A frame of a video: a turning record, bars that follow the sound (0 to 1), title and artist."""
+    """A frame of a video: a spinning record, bars that follow the sound (0 to 1), title and artist."""
     w, h = size[0] * 2, size[1] * 2
     ground, one, two, ink = PALETTES[palette % len(PALETTES)]
     image = Image.new("RGB", (w, h), ground)

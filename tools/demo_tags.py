@@ -3,11 +3,12 @@
 import struct
 import uuid
 
-# Frames of ID3v2.2; the others have them under four letters (id3.org: id3v2-00, id3v2.3.0, id3v2.4.0-structure).
+# Frames of ID3v2.2; the other versions have four-letter names for them (id3.org: id3v2-00, id3v2.3.0,
+# id3v2.4.0-structure).
 SHORT_NAMES = {"TIT2": "TT2", "TPE1": "TP1", "TALB": "TAL", "TRCK": "TRK", "APIC": "PIC"}
 ENCODING_LATIN, FRONT_COVER = 0, 3
-# Zeros behind the frames. The jukebox does not read the last ten bytes of a tag, and a tag of version 2.2 or 2.4 whose
-# frames reach into them may be broken to it.
+# Zeros after the frames. The jukebox does not read the last ten bytes of a tag, and treats a tag of version 2.2 or 2.4
+# whose frames extend into them as broken.
 PADDING = bytes(256)
 ASF_CONTENT = uuid.UUID("d2d0a440-e307-11d2-97f0-00a0c95ea850").bytes_le
 ASF_FILE = uuid.UUID("8cabdca1-a947-11cf-8ee4-00c00c205365").bytes_le

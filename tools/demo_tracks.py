@@ -1,7 +1,7 @@
-"""What lies in the demo library: folders, their covers, and each track with its band and melody.
+"""The contents of the demo library: folders, their covers, and each track with its band and melody.
 
-The names show every shape that the jukebox takes apart: number, artist and title in all their combinations, underscores
-for blanks, no blanks around the dash, an album in between, an ending in capitals, long, short and accented titles.
+The names show every form that the jukebox splits: number, artist and title in all combinations, underscores for blanks,
+no blanks around the dash, an album in between, an ending in capitals, long, short and accented titles.
 """
 
 from typing import NamedTuple
@@ -46,7 +46,7 @@ FOLDERS = {
     "Pictures In Motion": Folder("In Motion", "Two Short Films", "stripes", 7, "folder.jpg"),
 }
 
-# Folder: (file, band, melody). A "+" before a file gives it a cover of its own beside it.
+# Folder: (file, band, melody). "+" before a file gives the track its own cover next to it.
 TRACKS = {
     "": (
         ("01 - The Tin Whistles - Auld Lang Syne.mp3", WHISTLES, tunes.AULD_LANG_SYNE),
@@ -152,7 +152,7 @@ VIDEOS = (
     ("Pictures In Motion/Clockwork Orchestra - Minuet In G.mpg", CLOCK, tunes.MINUET, 2),
 )
 
-# The saved playlist, by paths below the library.
+# The saved playlist, as paths below the library.
 PARTY = (
     "Brass Band/01 - Late Night Brass Band - When The Saints Go Marching In.mp3",
     "Saturday Night/06 - The Tin Whistles - Drunken Sailor.mp3",

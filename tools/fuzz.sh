@@ -1,6 +1,6 @@
 #!/bin/sh
 # Fuzzes every subject of tests/fuzz for MINUTES each, one after the other: fuzz.sh MINUTES [NAME]...
-# Needs clang with libFuzzer (Debian: clang). What is found lies in build/fuzz/found/NAME; the exit code is 1 then.
+# Needs clang with libFuzzer (Debian: clang). Findings are written to build/fuzz/found/NAME; the exit code is then 1.
 set -eu
 
 if [ $# -lt 1 ]; then
@@ -17,7 +17,7 @@ if ! command -v clang++ >/dev/null; then
 fi
 if ! echo 'extern "C" int LLVMFuzzerTestOneInput(const char*, unsigned long) { return 0; }' |
     clang++ -fsanitize=fuzzer,address,undefined -x c++ - -o /dev/null 2>/dev/null; then
-    echo "fuzz.sh: clang++ is here without libFuzzer; install the package libclang-rt-14-dev" >&2
+    echo "fuzz.sh: clang++ has no libFuzzer; install the package libclang-rt-14-dev" >&2
     exit 2
 fi
 
@@ -31,7 +31,7 @@ for source in "$root"/tests/fuzz/*_fuzz.cpp; do
     case " ${*:-$name} " in *" $name "*) ;; *) continue ;; esac
     folder=$(sed -n "s|^$name ||p" "$root/tests/fuzz/seeds.txt")
     mkdir -p "$build/corpus/$name" "$build/found/$name"
-    # Files of the corpus are added to the first folder alone, the seeds stay as they are.
+    # libFuzzer adds new inputs only to the first folder; the seeds stay unchanged.
     QT_QPA_PLATFORM=offscreen "$build/${name}_fuzz" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2500 \
         -max_len=20000 -print_final_stats=1 -artifact_prefix="$build/found/$name/" "$build/corpus/$name" \
         "$root/tests/${folder:-images/$name}" >"$build/$name.log" 2>&1 && result=good || result=FAILED

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Installs what is missing of the groups of packages.txt; says nothing when nothing is.
+# Installs the missing packages of groups in packages.txt; prints nothing if none is missing.
 # Usage: install_packages.sh GROUP...
 set -euo pipefail
 here=$(cd -- "$(dirname -- "$0")" && pwd)
@@ -23,7 +23,7 @@ if [ ${#missing[@]} -eq 0 ]; then
 fi
 
 give_up() {
-    echo "These packages are missing and cannot be installed from here ($1):" >&2
+    echo "These packages are missing and cannot be installed automatically ($1):" >&2
     echo "  ${missing[*]}" >&2
     echo "On Debian 12, as root: apt-get install ${missing[*]}" >&2
     exit 1
@@ -36,9 +36,9 @@ become=()
 if [ "$(id -u)" -ne 0 ]; then
     command -v sudo >/dev/null || give_up "this is not root, and there is no sudo"
     become=(sudo)
-    # Without a terminal nobody can type a password; on one it is asked for before the progress is shown.
+    # Without a terminal nobody can type a password; on a terminal sudo asks for it before the progress is shown.
     if [ -t 0 ]; then
-        sudo -v || give_up "sudo refused"
+        sudo -v || give_up "sudo failed"
     else
         become=(sudo -n)
     fi
@@ -57,7 +57,7 @@ install_missing() {
 }
 
 echo "Installing ${#missing[@]} packages: ${missing[*]}"
-# Package lists that are missing or out of date make the first try fail.
+# Missing or outdated package lists make the first attempt fail.
 if ! install_missing; then
     if ! run_apt "Updating the package lists" update || ! install_missing; then
         tail -n 15 "$log" >&2

@@ -1,5 +1,6 @@
 #!/bin/sh
-# Makes everything that our scripts draw and play: test font, themes, sounds, demo library. The files come out the same.
+# Makes everything that our scripts generate: test font, themes, sounds, demo library. The files are the same on every
+# run.
 set -eu
 cd "$(dirname "$0")"
 ./install_packages.sh assets

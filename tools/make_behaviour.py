@@ -2,9 +2,8 @@
 """Writes docs/behaviour.md, the rules of the jukebox, from the sessions in tests/sessions/.
 
 A session begins with its rule, a comment of one to three sentences. A subject's about.txt holds a heading, an
-introduction and the names of its sessions in the order of the page, with blank lines in between.
-tests/sessions/about.txt does the same for the page and its subjects. With --check nothing is written: the page has to
-be up to date.
+introduction and the names of its sessions in the order of the page, separated by blank lines. tests/sessions/about.txt
+does the same for the page and its subjects. With --check nothing is written; the page must be up to date.
 """
 
 import re
@@ -16,7 +15,7 @@ from check_support import arguments, report
 
 PAGE = Path("docs/behaviour.md")
 SESSIONS = Path("tests/sessions")
-MADE = "This page is made by `tools/make_behaviour.py`; change the sessions and the `about.txt` beside them instead."
+MADE = "`tools/make_behaviour.py` writes this page; edit the sessions and their `about.txt` instead."
 WIDTH = 120
 NUMBER = re.compile(r"\bD-\d{2,3}\b")
 MARK = re.compile(r"^Deliberate D-\d{2,3}[:.]?\s*")
@@ -29,7 +28,7 @@ class About:
     def __init__(self, root, path, findings):
         self.path, self.heading, self.introduction, self.names = path, "", "", []
         if not (root / path).is_file():
-            findings.append((path, 1, "missing: a heading, an introduction, the names in their order"))
+            findings.append((path, 1, "missing; it needs a heading, an introduction and a list of names"))
             return
         parts = re.split(r"\n{2,}", (root / path).read_text(encoding="utf-8").strip())
         if len(parts) < 3 or "\n" in parts[0]:
@@ -38,7 +37,7 @@ class About:
         self.heading, self.introduction, self.names = parts[0], " ".join(parts[1:-1]), parts[-1].split("\n")
 
     def compare(self, folders, findings):
-        """The list has to name each folder once."""
+        """The list must name each folder once."""
         for name in sorted(set(folders) - set(self.names)):
             findings.append((self.path, 1, f"{name} is not listed"))
         for name in sorted(set(self.names)):
@@ -49,7 +48,7 @@ class About:
 
 
 def rule_of(text):
-    """The comment lines at the top of a session, as one line."""
+    """The comment lines at the top of a session, joined into one line."""
     lines = []
     for line in text.split("\n"):
         if not line.startswith("# "):
@@ -61,13 +60,13 @@ def rule_of(text):
 def faults_of(rule):
     rest = MARK.sub("", rule)
     if not rest:
-        yield "has no rule: the first lines have to be a comment that states it"
+        yield "has no rule: the first lines must be a comment that states it"
     elif rest[0].islower() or not rest.endswith("."):
         yield "the rule is not a sentence: it needs a capital and a full stop"
 
 
 def escaped(text):
-    """Markdown for a text that may hold code in backticks."""
+    """Markdown for a text that may contain code in backticks."""
     pieces = re.split(r"(`[^`]*`)", text)
     return "".join(piece if piece.startswith("`") else SPECIAL.sub(r"\\\1", piece) for piece in pieces)
 
@@ -102,7 +101,7 @@ def page_of(root, about, subjects):
 
 
 def look(root, findings):
-    """Checks the sessions and what is said about them. Gives the page, and how many sessions there are."""
+    """Checks the sessions and the about.txt files. Returns the page and the number of sessions."""
     files = sorted(path.relative_to(root) for path in (root / SESSIONS).glob("*/*/session.txt"))
     for path in sorted((root / SESSIONS).glob("*/session.txt")):
         findings.append((path.relative_to(root), 1, "a session belongs in the folder of a subject"))
@@ -126,7 +125,7 @@ def first_difference(old, new):
 
 
 def main():
-    options = arguments(__doc__, (["--check"], {"action": "store_true", "help": "compare and write nothing"}))
+    options = arguments(__doc__, (["--check"], {"action": "store_true", "help": "only compare, write nothing"}))
     findings = []
     page, count = look(options.root, findings)
     place = options.root / PAGE
@@ -134,7 +133,7 @@ def main():
     if not findings and page != old:
         if options.check:
             line = first_difference(old, page)
-            findings.append((PAGE, line, "not what the sessions say; run tools/make_behaviour.py"))
+            findings.append((PAGE, line, "does not match the sessions; run tools/make_behaviour.py"))
         else:
             place.write_text(page, encoding="utf-8")
     return report("make_behaviour", findings, f"{count} sessions")

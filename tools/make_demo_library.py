@@ -1,6 +1,8 @@
 #!/usr/bin/python3
-"""Makes demo/, a music library to try the jukebox with: melodies in the public domain on our own synthesiser, covers and
-two videos from our own brush. The same bytes come out at every run of the same lame and ffmpeg.
+"""Makes demo/, a music library for trying out the jukebox.
+
+It contains public-domain melodies played by our own synthesiser, with covers and two videos that we draw. The bytes are
+the same on every run with the same lame and ffmpeg.
 """
 
 import argparse
@@ -18,14 +20,14 @@ from synth import RATE, encode_ffmpeg, encode_mp3, envelope, level, note, resamp
 
 TARGET = Path(__file__).resolve().parents[1] / "demo"
 LOUDNESS = -19.0  # dB RMS
-SHORTEST = 16.0  # seconds; a shorter tune is played again
+SHORTEST = 16.0  # seconds; a shorter tune is repeated
 CHORDS = {"": (0, 4, 7), "m": (0, 3, 7)}
 VIDEO_RATE = 12
 VIDEO_SIZE = (320, 240)
 
 
 def struck(partials, decay):
-    """An instrument that is struck or plucked: each partial dies away, the higher ones faster."""
+    """A struck or plucked instrument: each partial decays, the higher ones faster."""
 
     def play(frequency, seconds):
         time = numpy.arange(round((seconds + 0.15) * RATE)) / RATE
@@ -40,7 +42,7 @@ def struck(partials, decay):
 
 
 def blown(partials, attack, depth):
-    """An instrument that holds its note, with a little vibrato once it stands."""
+    """An instrument that sustains its note, with a little vibrato after the attack."""
 
     def play(frequency, seconds):
         time = numpy.arange(round(seconds * 0.97 * RATE)) / RATE
@@ -73,7 +75,7 @@ INSTRUMENTS = {
 
 
 class Band:
-    """Who plays: the instrument of the tune, its octaves away from what is written, and how the chords go below it."""
+    """A band: the instrument of the tune, its octaves relative to the notes, and how the chords are played below it."""
 
     def __init__(self, instrument, octaves, manner, accompanist="piano"):
         self.play, self.octaves, self.manner = INSTRUMENTS[instrument], octaves, manner
@@ -100,7 +102,7 @@ def read_tokens(text):
 
 
 def tune_notes(text):
-    """Frequency, or 0 for a rest, and beats of each note of a tune; the octave stays until another is written."""
+    """Frequency (0 for a rest) and beats of each note of a tune; an octave applies until the next one."""
     octave = 4
     for name, beats in read_tokens(text):
         if name == "-":
@@ -127,7 +129,7 @@ def add(track, start, sound):
 
 
 def held(track, band, chord, start, beats, beat):
-    """The chord as long as it lasts, with its root an octave lower."""
+    """The chord for its whole length, with its root an octave lower."""
     for i, frequency in enumerate(chord):
         add(track, start, 0.13 * tone(frequency, beats * beat, (1.0, 0.25, 0.08), 0.08, 0.15))
         if i == 0:
@@ -135,7 +137,7 @@ def held(track, band, chord, start, beats, beat):
 
 
 def march(track, band, chord, start, beats, beat):
-    """Bass on the beat, the chord behind it; two chords after each bass where the bar has three beats."""
+    """Bass on the beat, the chord after it; two chords after each bass if the bar has three beats."""
     three = beats % 3 == 0
     for i in range(int(beats)):
         on = i % (3 if three else 2) == 0
@@ -159,7 +161,7 @@ MANNERS = {"held": held, "march": march, "broken": broken}
 
 
 def room(track, seed):
-    """The same in a room: a soft tail of a second."""
+    """The same sound in a room: a soft tail of a second."""
     length = round(0.9 * RATE)
     time = numpy.arange(length) / RATE
     tail = numpy.random.default_rng(seed).standard_normal(length) * numpy.exp(-time * 7.5)
@@ -171,7 +173,7 @@ def room(track, seed):
 
 
 def perform(name, melody):
-    """The samples of a tune played by a band, again in a fuller manner where it is short."""
+    """The samples of a tune played by a band; a short tune is repeated in a fuller arrangement."""
     band = BANDS[name]
     beat = 60 / melody.tempo
     beats = sum(length for _, length in read_tokens(melody.tune))
@@ -198,7 +200,7 @@ def perform(name, melody):
 
 
 def encode(sound, path):
-    """Writes the file in the format of its ending, each as small as still sounds well."""
+    """Writes the file in the format of its ending, each at the smallest size that still sounds good."""
     path.parent.mkdir(parents=True, exist_ok=True)
     kind = path.suffix.lower()
     if kind == ".mp3":
@@ -218,7 +220,7 @@ def plain_title(file):
 
 
 def tag(path, number, band, folder):
-    """A tag of one of its versions, with a cover of the track's own on every second one."""
+    """A tag in one of the versions; every second track has its own cover."""
     title = plain_title(path.name)
     motifs = ("sunburst", "record", "stripes", "waves", "gears", "stars", "hills", "blocks", "pipes", "keys")
     picture = cover(title, band, motifs[(number * 7 + len(title)) % len(motifs)], folder.palette + number, 240)
@@ -231,7 +233,8 @@ def tag(path, number, band, folder):
 
 
 def slot_banner(picture):
-    """A big cover is stretched over a whole slot: its picture stands behind the label, and fades where the title begins."""
+    """A big cover is stretched over a whole slot: its picture is behind the label and fades out where the title
+    begins."""
     width, height = 1208, 196
     side = round(width * 0.31)
     art = picture.crop((0, picture.height * 3 // 10, picture.width, picture.height)).resize((side, height))
@@ -243,7 +246,7 @@ def slot_banner(picture):
 
 
 def make_folder(target, name, folder):
-    """Covers and tracks of one folder; returns how many tracks."""
+    """Makes the covers and tracks of one folder; returns the number of tracks."""
     place = target / name
     place.mkdir(parents=True, exist_ok=True)
     if folder.file:
@@ -263,7 +266,7 @@ def make_folder(target, name, folder):
 
 
 def loudness_bars(sound, position, bars=8):
-    """How loud eight bands of the sound are at a moment, 0 to 1."""
+    """The level of eight frequency bands of the sound at a moment, 0 to 1."""
     at = round(position * RATE)
     part = sound[at : at + 4096]
     if len(part) < 4096:
@@ -274,7 +277,7 @@ def loudness_bars(sound, position, bars=8):
 
 
 def make_video(path, band, melody, palette):
-    """A turning record with bars to the music."""
+    """A spinning record with bars that follow the music."""
     path.parent.mkdir(parents=True, exist_ok=True)
     sound = perform(band, melody)
     with tempfile.NamedTemporaryFile(suffix=".wav") as music:
@@ -300,7 +303,7 @@ def make_video(path, band, melody, palette):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--out", type=Path, default=TARGET)
-    parser.add_argument("--only", help="one folder alone, by its path below the library")
+    parser.add_argument("--only", help="make only this folder, given by its path below the library")
     args = parser.parse_args()
     count = 0
     for name, folder in FOLDERS.items():
@@ -309,10 +312,10 @@ def main():
     for name, band, melody, palette in VIDEOS:
         if args.only in (None, str(Path(name).parent)):
             make_video(args.out / name, band, melody, palette)
-    # make_home.sh makes the saved playlist of it, which holds whole paths.
+    # make_home.sh turns this list into the saved playlist, which contains full paths.
     (args.out / "playlist.txt").write_text("".join(f"{path}\n" for path in PARTY), encoding="utf-8")
     total = sum(file.stat().st_size for file in args.out.rglob("*") if file.is_file())
-    print(f"{count} tracks, {total} bytes in all")
+    print(f"{count} tracks, {total} bytes in total")
 
 
 if __name__ == "__main__":

@@ -1,7 +1,7 @@
 #!/bin/bash
-# Makes an application folder from the delivered one, or brings it up to date, and points it at a music folder.
+# Makes an application folder from the default one, or updates it, and sets its music folder.
 # Usage: make_home.sh DELIVERED_FOLDER HOME_FOLDER MUSIC_FOLDER
-# Files that are missing or older are copied; a config.ini that somebody has changed keeps everything but its StartPath.
+# Files that are missing or older are copied; in an edited config.ini only StartPath is changed.
 set -euo pipefail
 mkdir -p "$2"
 delivered=$(realpath -- "$1")
@@ -18,13 +18,13 @@ unchanged() {
     find . -mindepth 1 -type d -print0 | (cd -- "$home" && xargs -0r mkdir -p)
     find . -type f ! -path ./config.ini -print0 | xargs -0r cp -u --parents -t "$home"
 )
-# A font that is not installed here is left out: the text then comes in another one.
+# A font that is not installed is left out; another font is then used for its text.
 while read -r theme font; do
     if [[ $theme != "#"* ]] && [ -f "$font" ] && [ -d "$home/themes/$theme" ]; then
         cp -u "$font" "$home/themes/$theme/"
     fi
 done <"$(dirname -- "$0")/theme_fonts.txt"
-# The demo library names the tracks of a saved playlist; such a file holds whole paths. A new home gets it, once.
+# The demo library lists the tracks of a saved playlist; a playlist file contains full paths. A new home gets it once.
 party="$home/playlists/Demo Party - 05 Dec 2026.vtxpl"
 if [ -f "$music/playlist.txt" ] && [ ! -f "$home/config.ini" ]; then
     mkdir -p "$home/playlists"
@@ -40,7 +40,7 @@ if [ ! -f "$home/config.ini" ] || unchanged; then
     cp "$delivered/config.ini" "$as_delivered"
 fi
 
-# Sets the first StartPath of [Main], wherever it stands; every other line stays as it is.
+# Sets the first StartPath in [Main]; every other line stays unchanged.
 changed=$home/config.ini.new
 MUSIC=$music LC_ALL=C awk '
     function value(line_end) { return "StartPath=" ENVIRON["MUSIC"] line_end }

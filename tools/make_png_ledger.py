@@ -1,13 +1,13 @@
 #!/usr/bin/python3
 """Writes the PNG fixtures of tests/images/png and their ledger.
 
-The encoder and the rules for the expected pixels are this script's own: it never asks the decoder under test. Where the
-rules are those of the format, every expected pixel is compared with what Pillow reads. Run from anywhere, no arguments;
-the output is the same on every run.
+The script has its own encoder and its own rules for the expected pixels; it never uses the decoder under test. Where
+the rules are those of the format, every expected pixel is compared with Pillow's. Run from anywhere, no arguments; the
+output is the same on every run.
 
-A line of the ledger: what a machine with the compression library makes of the file (OK or BAD), what one without it
-makes, the SHA-256 of the pixels (bottom-up rows, blue green red alpha, colour multiplied by alpha), whether the image
-object's `alpha` is set, the file. "-" stands where neither has a picture.
+A line of the ledger: the result for the file on a machine with the compression library (OK or BAD), the result without
+it, the SHA-256 of the pixels (bottom-up rows, blue green red alpha, colour multiplied by alpha), whether the image
+object's `alpha` is set, the file. "-" means that there is no picture either way.
 """
 
 import hashlib
@@ -50,7 +50,7 @@ class Picture:
         if kind == PALETTE:
             self.palette = [tuple(dice.randrange(256) for _ in range(3)) for _ in range(entries)]
         self.trns = None
-        if kind in (GREY_ALPHA, COLOUR_ALPHA):  # the ends of the alpha range have rules of their own
+        if kind in (GREY_ALPHA, COLOUR_ALPHA):  # the ends of the alpha range have special rules
             for row, value in ((0, 0), (1, 2**depth - 1)):
                 self.rows[row % height][0] = self.rows[row % height][0][:-1] + (value,)
 
@@ -64,7 +64,7 @@ class Picture:
         return b"".join(bytes(entry) for entry in self.palette)
 
     def raw(self):
-        """The data before they are compressed: filter bytes and filtered rows of each pass."""
+        """The data before compression: filter bytes and filtered rows of each pass."""
         if not self.interlace:
             return self.filtered(self.rows)
         parts = []
@@ -85,7 +85,7 @@ class Picture:
         return b"".join(out)
 
     def png(self, before=(), between=(), data=None, ihdr=None):
-        """The whole file. `before` are chunks ahead of IDAT, `between` ahead of IEND."""
+        """The whole file. `before` are chunks before IDAT, `between` those before IEND."""
         parts = [SIGNATURE, chunk(b"IHDR", self.ihdr() if ihdr is None else ihdr)]
         if self.palette is not None:
             parts.append(chunk(b"PLTE", self.plte()))
@@ -155,7 +155,7 @@ def colours_of(picture):
 
 
 def buffer_of(colours):
-    """The image object's bytes: bottom-up, premultiplied and cut."""
+    """The image object's bytes: bottom-up, premultiplied and rounded down."""
     out = bytearray()
     for row in reversed(colours):
         for red, green, blue, alpha in row:
@@ -175,7 +175,7 @@ def check_with_pillow(name, data, colours):
         pixels = list(image.convert("RGBA").getdata())
     ours = [colour for row in colours for colour in row]
     for i, (expected, seen) in enumerate(zip(ours, pixels)):
-        # Pillow keeps the colour of a transparent pixel, which premultiplying takes away.
+        # Pillow keeps the colour of a transparent pixel; premultiplying removes it.
         assert expected == seen or expected[3] == seen[3] == 0, (name, i, expected, seen)
     assert len(ours) == len(pixels), name
 
@@ -213,7 +213,7 @@ class Ledger:
 
 
 def transparencies(kind, depth):
-    """Contents of tRNS that hit a pixel of the picture, each with whether Pillow follows the same rule."""
+    """Contents of tRNS that match a pixel of the picture, each with whether Pillow follows the same rule."""
     picture = Picture(kind, depth)
     first = picture.rows[3][4]
     if kind == GREY:
@@ -347,7 +347,7 @@ def write_headers(ledger):
              "one-row-too-many-for-a-gigabyte": {"width": 16384, "height": 16385, "depth": 1, "kind": 0},
              "one-row-too-many-for-a-gigabyte-adam7": {"width": 16384, "height": 16385, "depth": 1, "kind": 0,
                                                        "interlace": 1}}
-    # These have more pixels than their data can fill, and the last one more than any picture may have.
+    # The files are too small for their pixels, and the last one has more pixels than any picture may have.
     cases |= {"few-bytes-for-many-pixels": {"width": 4096, "height": 4097},
               "few-bytes-for-many-pixels-adam7": {"width": 4096, "height": 4097, "interlace": 1}}
     for name, fields in cases.items():
@@ -407,7 +407,8 @@ def write_palettes(ledger):
     data = SIGNATURE + chunk(b"PLTE", early.plte()) + replaced(early, b"PLTE", b"")[8:]
     colours = [[(255,) * 4 if pixel[0] else (0, 0, 0, 255) for pixel in row] for row in early.rows]
     ledger.good("palette-before-the-header-is-ignored", early, data, colours)
-    # A header that comes later makes a grey picture of one that has a palette already: its samples are looked up there.
+    # A later header turns a picture that already has a palette into a grey one: its samples are looked up in the
+    # palette.
     grey = Picture(GREY, 8)
     entries = [((i * 7) & 255, (i * 5) & 255, i) for i in range(256)]
     colours = [[entries[pixel[0]] + (255,) for pixel in row] for row in grey.rows]
@@ -437,8 +438,8 @@ def write_data(ledger):
     ledger.good("data-cut-in-their-adler", picture, picture.png(data=data[:-2]))
     ledger.good("data-with-bytes-behind-them", picture, picture.png(data=data + b"anything"))
     ledger.good("data-of-a-window-too-small", picture, picture.png(data=b"\x08\x1d" + data[2:]))
-    # The library refuses a stream that asks for a dictionary; the own Inflate skips the header's two bytes, and takes
-    # the name of a dictionary for a block.
+    # The library refuses a stream that requires a dictionary. Our own Inflate skips the header's two bytes and reads
+    # the dictionary's identifier as a block.
     ledger.good("data-that-ask-for-a-dictionary-without-naming-it", picture, picture.png(data=b"\x78\xbb" + data[2:]))
     ledger.bad("data-with-a-dictionary", picture.png(data=with_dictionary(raw)))
     endless = zlib.compressobj(9)
@@ -480,7 +481,7 @@ def write_data(ledger):
 
 
 def with_dictionary(raw):
-    """A stream with a dictionary whose name begins like a block of a type that does not exist."""
+    """A stream with a dictionary whose identifier begins like a block of a type that does not exist."""
     dictionary = next(word for word in (bytes([i]) * 40 for i in range(1, 256)) if zlib.adler32(word) >> 24 & 6 == 6)
     packer = zlib.compressobj(9, zlib.DEFLATED, 15, 9, zlib.Z_DEFAULT_STRATEGY, dictionary)
     return packer.compress(raw) + packer.flush()

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Makes the five sounds of our themes: short synthesised notes, matched in loudness and encoded as MP3 with lame.
 
-    make_sounds.py          writes them to the delivered themes and, a tenth of a second long, to the tests' themes
+    make_sounds.py          writes them to the included themes and, a tenth of a second long, to the tests' themes
 """
 
 import argparse
@@ -14,13 +14,13 @@ from synth import RATE, encode_mp3, envelope, level, momentary, note, silence, t
 ROOT = Path(__file__).resolve().parents[1]
 THEMES = (ROOT / "home/themes/default", ROOT / "home/themes/touch")
 TEST_THEMES = (ROOT / "tests/homes/plain/themes/default", ROOT / "tests/homes/plain/themes/small")
-LOUDNESS = -20.0  # of the tests' sounds: dB RMS over the sounding part
+LOUDNESS = -20.0  # of the tests' sounds: dB RMS over the audible part
 MOMENTARY = -21.0  # LUFS of the loudest 400 ms, the same for all
 PEAK = 0.6
 
 
 def bell(name, seconds):
-    """A soft bell: a few partials that are not quite harmonic, the high ones fading first."""
+    """A soft bell: a few slightly inharmonic partials, of which the high ones fade first."""
     partials = ((1.0, 1.0), (2.0, 0.5), (3.01, 0.22), (4.23, 0.1), (5.4, 0.05))
     length = round(seconds * RATE)
     time = numpy.arange(length) / RATE
@@ -32,7 +32,7 @@ def bell(name, seconds):
 
 
 def mixed(*parts):
-    """Sounds that begin at given seconds, added up."""
+    """The sum of sounds that begin at the given seconds."""
     length = max(round(start * RATE) + len(sound) for start, sound in parts)
     total = numpy.zeros(length)
     for start, sound in parts:
@@ -42,7 +42,7 @@ def mixed(*parts):
 
 
 def modes(frequency, ratios, decay, seconds):
-    """A struck piece of metal: its modes are no harmonics, and the high ones die first."""
+    """A struck piece of metal: its modes are inharmonic, and the high ones fade first."""
     time = numpy.arange(round(seconds * RATE)) / RATE
     sound = sum(
         numpy.sin(2 * numpy.pi * frequency * ratio * time + i) * numpy.exp(-time * decay * ratio**0.8) / (i + 1) ** 0.5
@@ -69,7 +69,7 @@ def charge():
 
 
 def insert_coin():
-    """A coin: it strikes the slot, bounces twice inside, and a bell says that it was taken."""
+    """A coin: it strikes the slot, bounces twice inside, and a bell confirms it."""
     disc = (1.0, 1.73, 2.33, 3.91, 4.11)
     parts = []
     for start, strength, pitch in ((0.0, 1.0, 2860.0), (0.085, 0.62, 2940.0), (0.142, 0.4, 2790.0), (0.178, 0.24, 2900.0)):
@@ -79,12 +79,12 @@ def insert_coin():
 
 
 def move():
-    """A tick of wood."""
+    """A wooden tick."""
     return modes(820.0, (1, 2.6), 55.0, 0.09)
 
 
 def no_credit():
-    """A refusal that offends nobody: two soft low notes, falling."""
+    """A gentle refusal: two soft low notes, falling."""
     low = [tone(note(name), length, (1.0, 0.35, 0.2, 0.06), 0.012, 0.12) for name, length in (("F3", 0.2), ("D3", 0.34))]
     return mixed((0.0, low[0]), (0.19, low[1]))
 
@@ -115,7 +115,7 @@ def main():
     argparse.ArgumentParser(description=__doc__.splitlines()[0]).parse_args()
     for name, make in SOUNDS.items():
         sound = numpy.concatenate([make(), silence(0.03)])
-        # A tick is too short to be as loud as the others: its peak is the limit.
+        # A tick is too short to be as loud as the others: it is limited by its peak.
         sound *= min(10 ** ((MOMENTARY - momentary(sound)) / 20), PEAK / abs(sound).max())
         for folder in THEMES:
             encode_mp3(sound, folder / name, 96)

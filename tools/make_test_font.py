@@ -1,22 +1,21 @@
 #!/usr/bin/python3
 """Makes tests/fonts/vantorix_test.ttf, our own 5x7 pixel font for pictures that are compared by pixel.
 
-Each glyph is drawn in the table below on a cell of 6x12 pixels; at 12 pixels (9 points at 96 dpi) one pixel of the
-drawing is one pixel of the screen. A capital stands in rows 2 to 8, marks above it in rows 0 and 1, descenders in
-rows 9 to 11.
+Each glyph is drawn in the table below in a cell of 6x12 pixels; at 12 pixels (9 points at 96 dpi) one pixel of the
+drawing is one pixel of the screen. Capitals use rows 2 to 8, marks above them rows 0 and 1, descenders rows 9 to 11.
 """
 
 import argparse
 import os
 from pathlib import Path
 
-UNIT = 100  # font units of one pixel of the drawing
+UNIT = 100  # font units per pixel of the drawing
 CELL_WIDTH, CELL_HEIGHT, BASELINE = 6, 12, 9
 FAMILY = "Vantorix Test"
-STAMP = 3_786_912_000  # seconds since 1904, the first of January 2024: the same bytes at every run
+STAMP = 3_786_912_000  # seconds since 1904, the first of January 2024: the same bytes on every run
 TARGET = Path(__file__).resolve().parents[1] / "tests/fonts/vantorix_test.ttf"
 
-# Seven rows from the top of the capitals to the base line; more rows go below it.
+# Seven rows from the top of the capitals to the base line; further rows are below it.
 DRAWINGS = r"""
   | ..... ..... ..... ..... ..... ..... .....
 ! | ..#.. ..#.. ..#.. ..#.. ..#.. ..... ..#..
@@ -117,7 +116,7 @@ z | ..... ..... ##### ...#. ..#.. .#... #####
 ø | ..... ..... .###. #..## #.#.# ##..# .###.
 """
 
-# Two rows that stand above a capital, or above a small letter two rows further down.
+# Two rows above a capital, or above a small letter two rows further down.
 MARKS = {
     "grave": (".#...", "..#.."),
     "acute": ("...#.", "..#.."),
@@ -128,7 +127,7 @@ MARKS = {
 }
 CEDILLA = ("..#..", ".##..")
 
-# Letters made of a base letter and a mark; those with a stroke are drawn above.
+# Letters made of a base letter and a mark; letters with a stroke are drawn above.
 ACCENTED = {
     "grave": "ÀAàaÒOòoÈEèeÌIìiÙUùu",
     "acute": "ÁAáaÓOóoÉEéeÍIíiÚUúu",
@@ -155,7 +154,7 @@ def read_drawings():
     for mark, letters in ACCENTED.items():
         for letter, base in zip(letters[::2], letters[1::2]):
             body = cells[base]
-            if base == "i":  # its dot makes room for the mark
+            if base == "i":  # its dot is replaced by the mark
                 body = cell(body[4:], 4)
             cells[letter] = merged(body, cell(MARKS[mark], 0 if base.isupper() else 2))
     for letter, base in ("ÇC", "çc"):

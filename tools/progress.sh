@@ -1,13 +1,13 @@
 #!/bin/bash
-# Runs a command with its output in a file and shows how far it is: on a terminal in a line that moves, elsewhere in a
-# line every few seconds. Exits with the command's own code; showing the file after a failure is up to the caller.
+# Runs a command with its output in a file and shows its progress: on a terminal in a line that is updated, elsewhere in
+# a line every few seconds. Exits with the command's own code; after a failure the caller shows the file.
 # Usage: progress.sh LABEL LOG_FILE COMMAND...
 set -u
 readonly label=$1 log=$2
 shift 2
-readonly seconds_between_lines=5 # where there is no terminal
+readonly seconds_between_lines=5 # without a terminal
 
-# The last line that the command has written, without control characters.
+# The last line of the command's output, without control characters.
 last_line() {
     tail -c 2000 -- "$log" | tr '\r' '\n' | tr -dc '[:print:]\n' | grep . | tail -n 1
 }
@@ -23,7 +23,7 @@ show() {
     fi
 }
 
-# The command itself runs in the foreground, so that Ctrl-C reaches it. The display ends with this shell.
+# The command runs in the foreground, so that Ctrl-C reaches it. The display ends with this shell.
 keep_showing() {
     while sleep 1 >/dev/null 2>&1 && kill -0 $$ 2>/dev/null; do
         show

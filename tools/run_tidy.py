@@ -1,14 +1,14 @@
 #!/usr/bin/env python3
-"""Runs clang-tidy over the sources of a built tree, two runs at a time, and only over what has changed.
+"""Runs clang-tidy over the changed sources of a built tree, two processes at a time.
 
 Usage: run_tidy.py BUILD_FOLDER [SOURCE...]
 
-Most of the time of a run goes into the toolkit's headers. So sources of one folder whose unnamed namespaces do not clash
-are checked as one file, in groups of at most ten; a group that does not compile is halved. Sources named on the command
-line are checked one by one. The precompiled headers are those of g++ and are left out.
+Most of the time of a run is spent on the toolkit's headers. Therefore sources of one folder whose unnamed namespaces do
+not clash are checked as one file, in groups of at most ten; a group that does not compile is halved. Sources named on
+the command line are checked one by one. The precompiled headers belong to g++ and are left out.
 
-A group that was clean has a stamp in BUILD_FOLDER/tidy with a hash of what decides the answer: the sources and every
-header of ours that they include, their compile commands, the list of checks. Exit code 1 when anything was found.
+A clean group gets a stamp in BUILD_FOLDER/tidy with a hash of everything that affects the result: the sources and all
+our headers that they include, their compile commands, the list of checks. Exit code 1 if anything was found.
 """
 import concurrent.futures
 import hashlib
@@ -28,7 +28,7 @@ DECLARED_NAME = re.compile(r"\b([A-Za-z_]\w*)\s*(?:\(|=|\{|\[|;)")
 
 
 def read_dependencies(build):
-    """Object file to the files that it was made from, as ninja remembers them."""
+    """Maps each object file to the files that it was made from, according to ninja."""
     lines = subprocess.run(["ninja", "-C", build, "-t", "deps"], capture_output=True, text=True, check=True).stdout
     dependencies = {}
     current = None
@@ -41,7 +41,7 @@ def read_dependencies(build):
 
 
 class Source:
-    """A source with its compile flags and the files that decide what clang-tidy says of it."""
+    """A source with its compile flags and the files that affect clang-tidy's findings."""
 
     def __init__(self, entry, build, dependencies):
         self.path = pathlib.Path(entry["file"]).resolve()
@@ -59,7 +59,7 @@ class Source:
         self.files = {file for file in files if file.is_relative_to(ROOT) and not file.is_relative_to(build)}
 
     def unnamed(self):
-        """The names in its unnamed namespaces: what clashes when two sources become one."""
+        """The names in its unnamed namespaces, which can clash when two sources become one."""
         names = set()
         for body in UNNAMED_NAMESPACE.findall(self.text):
             for line in body.splitlines():
@@ -69,7 +69,7 @@ class Source:
 
 
 def grouped(sources):
-    """Sources of one folder and with the same flags, in groups without a clash of names."""
+    """Sources of one folder with the same flags, in groups without a clash of names."""
     groups = []
     for source in sorted(sources, key=lambda source: source.name):
         names = source.unnamed()
@@ -85,7 +85,7 @@ def grouped(sources):
 
 
 def hash_of(group, version):
-    """What decides the answer for a group; nothing when ninja does not know the headers of a source."""
+    """The input of the hash for a group; None if ninja does not know the headers of a source."""
     if not all(source.files for source in group):
         return None
     digest = hashlib.sha256(version.encode())
@@ -103,12 +103,12 @@ def tidy(path, flags, *options):
 
 
 def compiles(path, flags):
-    """Whether a source compiles. The one check is there because clang-tidy does not run without any."""
+    """Whether a source compiles. clang-tidy needs at least one check to run."""
     return tidy(path, flags, "--checks=-*,readability-misleading-indentation").returncode == 0
 
 
 def joined(group):
-    """The text of several sources as one. What an earlier source has included is not included again."""
+    """The text of several sources as one. An include that an earlier source already has is left out."""
     included = set()
     lines = []
     for source in group:
@@ -124,7 +124,7 @@ def check_one_by_one(group):
 
 
 def check(group, folder):
-    """What clang-tidy finds in a group; nothing when it is clean. A group that does not compile is halved."""
+    """clang-tidy's findings in a group; empty if it is clean. A group that does not compile is halved."""
     if len(group) == 1:
         return check_one_by_one(group)
     whole = folder / (group[0].name.replace("/", "__") + ".group.cpp")
@@ -133,7 +133,7 @@ def check(group, folder):
     if not compiles(whole, flags):
         half = len(group) // 2
         return check(group[:half], folder) + check(group[half:], folder)
-    # Only the single sources give a finding its place.
+    # Only single sources give a finding its location.
     return "" if tidy(whole, flags).returncode == 0 else check_one_by_one(group)
 
 
@@ -171,7 +171,7 @@ def main():
                 print(findings, flush=True)
             elif key is not None:
                 stamp.write_text(key)
-    print(f"clang-tidy: {count} sources checked, findings in {found} groups of them")
+    print(f"clang-tidy: {count} sources checked, findings in {found} groups")
     return 1 if found else 0
 
 

@@ -1,4 +1,4 @@
-"""A small additive synthesiser on numpy, and encoders that write the same bytes at every run."""
+"""A small additive synthesiser on numpy, and encoders that write the same bytes on every run."""
 
 import subprocess
 import wave
@@ -18,7 +18,7 @@ def note(name):
 
 
 def envelope(length, attack, release):
-    """Rises and falls smoothly in these seconds at the two ends, 1 in between."""
+    """Fades in and out smoothly over these seconds, 1 in between."""
     shape = numpy.ones(length)
     for seconds, forward in ((attack, True), (release, False)):
         n = min(round(seconds * RATE), length // 2)
@@ -45,14 +45,14 @@ def silence(seconds):
 
 
 def level(sound, decibels, peak=0.8):
-    """Scales to an RMS level over the part that sounds; a peak above `peak` is brought down to it."""
+    """Scales to an RMS level over the audible part; a peak above `peak` is reduced to it."""
     loud = abs(sound) > abs(sound).max() * 0.05
     sound = sound * (10 ** (decibels / 20) / numpy.sqrt(numpy.mean(sound[loud] ** 2)))
     return sound * min(1.0, peak / abs(sound).max())
 
 
 def k_weight(frequency):
-    """How ITU-R BS.1770 weights these frequencies in Hz: its two filters, which are given for 48 kHz."""
+    """The weights of these frequencies in Hz by ITU-R BS.1770: its two filters, which are defined for 48 kHz."""
     z = numpy.exp(-2j * numpy.pi * frequency / 48000)
     shelf = (1.53512485958697 - 2.69169618940638 * z + 1.19839281085285 * z**2) / (
         1 - 1.69065929318241 * z + 0.73248077421585 * z**2
@@ -62,7 +62,7 @@ def k_weight(frequency):
 
 
 def momentary(sound):
-    """Loudness of a mono sound in LUFS: its loudest 400 ms, a shorter one followed by silence."""
+    """Loudness of a mono sound in LUFS: its loudest 400 ms; a shorter sound is padded with silence."""
     window = round(0.4 * RATE)
     padded = numpy.concatenate([sound, numpy.zeros(window)])
     spectrum = numpy.fft.rfft(padded) * k_weight(numpy.fft.rfftfreq(len(padded), 1 / RATE))
@@ -82,14 +82,14 @@ def wav_bytes(sound, rate=RATE):
 
 
 def resample(sound, rate):
-    """Samples at another rate, by the spectrum."""
+    """Resamples in the frequency domain."""
     length = round(len(sound) * rate / RATE)
     spectrum = numpy.fft.rfft(sound)[: length // 2 + 1]
     return numpy.fft.irfft(spectrum, length) * (length / len(sound))
 
 
 def encode_mp3(sound, path, kilobits):
-    """Mono MP3 of constant bit rate, without tags."""
+    """Mono MP3 at a constant bit rate, without tags."""
     path = Path(path)
     path.parent.mkdir(parents=True, exist_ok=True)
     command = ["lame", "--quiet", "-m", "m", "--cbr", "-b", str(kilobits), "-q", "2", "-", str(path)]

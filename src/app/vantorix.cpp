@@ -1,4 +1,4 @@
-// The jukebox of the cabinet.
+// The program vantorix: the jukebox of the cabinet.
 #include "app/cabinet/cabinet.h"
 
 int main(int argc, char** argv) {

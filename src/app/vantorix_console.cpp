@@ -1,4 +1,4 @@
-// The console program.
+// The program vantorix-console.
 #include "app/console/run.h"
 
 int main(int argc, char** argv) {

@@ -1,4 +1,4 @@
-// Arrays with given bounds, read with checked parentheses: a subscript outside them is run-time error 9.
+// Arrays with fixed bounds and checked access: a subscript out of bounds raises run-time error 9.
 #pragma once
 
 #include "core/integer.h"
@@ -10,14 +10,14 @@
 #include <utility>
 #include <vector>
 
-// A subscript as every array takes it: a 16-bit integer or a plain int.
+// A subscript of the arrays below. Converts implicitly from a 16-bit or 32-bit integer and from a plain int.
 class Subscript {
 public:
     constexpr Subscript(int index) : index_(index) {}               // NOLINT(google-explicit-constructor)
     constexpr Subscript(Integer16 index) : index_(index.value()) {} // NOLINT(google-explicit-constructor)
     constexpr Subscript(Integer32 index) : index_(index.value()) {} // NOLINT(google-explicit-constructor)
 
-    // The subscript as an offset. Raises 9 unless it lies in 0..upper.
+    // Returns the subscript as an offset. Raises 9 unless it is in 0..upper.
     std::size_t Within(int upper) const {
         if (index_ < 0 || index_ > upper) {
             RaiseOutside(kSubscriptOutOfRange, index_, 0, upper);
@@ -30,7 +30,7 @@ private:
     int index_;
 };
 
-// An array 0..Upper.
+// An array with the bounds 0..Upper.
 template <typename Element, int Upper>
 class BoundedArray {
 public:
@@ -41,7 +41,7 @@ private:
     std::vector<Element> elements_ = std::vector<Element>(Upper + 1);
 };
 
-// A table 0..UpperA, 0..UpperB.
+// A table with the bounds 0..UpperA and 0..UpperB.
 template <typename Element, int UpperA, int UpperB>
 class BoundedTable {
 public:
@@ -58,8 +58,8 @@ private:
         std::vector<Element>(static_cast<std::size_t>(UpperA + 1) * static_cast<std::size_t>(UpperB + 1));
 };
 
-// A cube 0..Upper in three directions of which only the written cells take room. A cell never written reads
-// as the element's empty value.
+// A cube with the bounds 0..Upper in each direction. Only written cells take memory; a cell that was never
+// written reads as `Element()`.
 template <typename Element, int Upper>
 class SparseCube {
 public:

@@ -1,4 +1,4 @@
-// A reader over bytes from outside that cannot pass their end.
+// A reader over untrusted bytes that cannot read past their end.
 #pragma once
 
 #include <cstddef>
@@ -6,8 +6,8 @@
 #include <optional>
 #include <span>
 
-// Reads forward through a range of bytes. Every read either succeeds whole or gives nothing and leaves the
-// position where it was. The method's name tells the byte order.
+// Reads forward through a range of bytes. A read either succeeds completely or returns nothing and leaves the
+// position unchanged. Each method's name gives the byte order.
 class ByteReader {
 public:
     explicit ByteReader(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
@@ -37,7 +37,7 @@ public:
         const auto range = Read(4);
         return range ? std::optional(Join((*range)[3], (*range)[2], (*range)[1], (*range)[0])) : std::nullopt;
     }
-    // The next `count` bytes, without a copy.
+    // Returns the next `count` bytes without copying them.
     std::optional<std::span<const std::uint8_t>> Read(std::size_t count) {
         if (count > remaining()) {
             return std::nullopt;

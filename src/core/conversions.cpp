@@ -1,4 +1,4 @@
-// Conversions between text and numbers by one grammar: sign, digits, point, exponent.
+// Conversions between text and numbers that share one grammar: sign, digits, point, exponent.
 #include "core/conversions.h"
 
 #include "core/run_time_error.h"
@@ -26,7 +26,7 @@ qsizetype SkipSign(const QString& text, qsizetype at) {
     return at < text.size() && (text[at] == u'+' || text[at] == u'-') ? at + 1 : at;
 }
 
-// The end of the exponent that begins at `at`, or `at` when none stands there.
+// Returns the end of the exponent that starts at `at`, or `at` when there is none.
 qsizetype SkipExponent(const QString& text, qsizetype at) {
     if (at >= text.size() || (text[at] != u'e' && text[at] != u'E')) {
         return at;
@@ -36,7 +36,7 @@ qsizetype SkipExponent(const QString& text, qsizetype at) {
     return end > digits ? end : at;
 }
 
-// How many characters from the start make a number; 0 when none do.
+// Returns the length of the number at the start of the text, 0 when there is none.
 qsizetype NumericPrefix(const QString& text) {
     const qsizetype start = SkipSign(text, 0);
     qsizetype at = SkipDigits(text, start);

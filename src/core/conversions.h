@@ -1,35 +1,38 @@
-// Named conversions between text and numbers. The locale never plays a part.
+// Conversions between text and numbers, independent of the locale.
 #pragma once
 
 #include "core/integer.h"
 
 #include <QString>
 
-// Blanks (code 32 only) cut from both ends.
+// Removes blanks (code 32 only) from both ends.
 QString Trim(const QString& text);
 
-// Text as a 16-bit or 32-bit integer: blanks trimmed, sign, decimals rounded half to even, exponent allowed.
-// Raises 13 when the text is empty or no number, 6 when it lies outside the width.
+// Converts text to a 16-bit or 32-bit integer: blanks are trimmed, a sign and an exponent are allowed,
+// decimals are rounded half to even. Raises 13 when the text is empty or not a number, 6 when the value does
+// not fit the width.
 Integer16 CInt16(const QString& text);
 Integer32 CInt32(const QString& text);
 
-// Text as a double, by the same rule. Raises 13 when the text is empty or no number, 6 when it is too large.
+// Converts text to a double by the same rules. Raises 13 when the text is empty or not a number, 6 when the
+// value is too large.
 double CDouble(const QString& text);
 
-// A double rounded half to even. Raises 6 outside the width, and for a value that is no number.
+// Rounds a double half to even. Raises 6 when the result does not fit the width, and for NaN.
 Integer16 CInt16(double value);
 Integer32 CInt32(double value);
 
-// The whole text would be taken by CDouble.
+// Whether CDouble converts the text without an error.
 bool IsNumeric(const QString& text);
 
-// The longest numeric prefix of the text as a double, 0 when there is none. Never fails.
+// Returns the longest numeric prefix of the text as a double, 0 when there is none. Never fails: a value that
+// is too large becomes the largest double.
 double Val(const QString& text);
 
-// A whole number with at least `digits` digits, zeros in front, "-" before a negative one. Decimals are
-// rounded half away from zero.
+// Returns the value as a whole number of at least `digits` digits, padded with zeros, with "-" before a
+// negative one. Decimals are rounded half away from zero.
 QString FormatZeros(double value, int digits);
 
-// A double with the fewest digits that read back as the same value, without exponent for whole numbers below
-// 1e15.
+// Returns the fewest digits that read back as the same value. Whole numbers below 1e15 are written without an
+// exponent.
 QString NumberText(double value);

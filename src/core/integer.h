@@ -1,4 +1,4 @@
-// Signed integers of a given width whose every result is checked: leaving the width is run-time error 6.
+// Signed integers of a fixed width with checked arithmetic: a result out of range raises run-time error 6.
 #pragma once
 
 #include "core/run_time_error.h"
@@ -9,16 +9,16 @@
 #include <cstdint>
 #include <limits>
 
-// A checked signed integer. Both operands of an operation have the width of the type; a plain int stands for
-// a constant of that width. There is no wrap and no silent cut.
+// A checked signed integer. Both operands of an operation have the width of the type; a plain int converts to
+// that width. Results never wrap and are never truncated.
 template <typename Rep>
 class CheckedInteger {
 public:
     constexpr CheckedInteger() = default;
-    // Raises 6 when `value` lies outside the width.
+    // Raises 6 when `value` does not fit the width.
     constexpr CheckedInteger(int value) : value_(Checked(value)) {} // NOLINT(google-explicit-constructor)
 
-    // Raises 6 when `value` lies outside the width.
+    // Raises 6 when `value` does not fit the width.
     static constexpr CheckedInteger From(std::int64_t value) {
         CheckedInteger result;
         result.value_ = Checked(value);
@@ -58,7 +58,7 @@ private:
 using Integer16 = CheckedInteger<std::int16_t>;
 using Integer32 = CheckedInteger<std::int32_t>;
 
-// Whole-number division that cuts towards zero. Raises 11 when `b` is 0.
+// Integer division that truncates towards zero. Raises 11 when `b` is 0.
 template <typename Rep>
 constexpr CheckedInteger<Rep> IntegerDivide(CheckedInteger<Rep> a, CheckedInteger<Rep> b) {
     if (b.value() == 0) {

@@ -1,4 +1,4 @@
-// Reversible conversion between file names and text, and the parts of a path.
+// Reversible conversion between file names and text, and splitting of paths.
 #include "core/path_text.h"
 
 #include <algorithm>
@@ -7,7 +7,7 @@ namespace {
 
 constexpr ushort kEscapeBase = 0xDC00;
 
-// The length of the valid UTF-8 sequence at `at` (RFC 3629), 0 when there is none.
+// Returns the length of the valid UTF-8 sequence at `at` (RFC 3629), 0 when there is none.
 qsizetype SequenceLength(const QByteArray& bytes, qsizetype at) {
     const auto byte = [&](qsizetype i) { return static_cast<uchar>(i < bytes.size() ? bytes[i] : 0); };
     const auto follows = [&](qsizetype i, uchar low = 0x80, uchar high = 0xBF) {

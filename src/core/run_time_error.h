@@ -1,4 +1,4 @@
-// The run-time errors of the jukebox and the two borders that stop them.
+// The run-time errors of the jukebox and the two exceptions that end the program.
 #pragma once
 
 #include <QString>
@@ -7,7 +7,7 @@
 #include <exception>
 #include <utility>
 
-// The customary numbers of run-time errors.
+// The customary error numbers.
 enum ErrorNumber : int {
     kInvalidProcedureCall = 5,
     kOverflow = 6,
@@ -26,12 +26,12 @@ enum ErrorNumber : int {
     kPortNotOpen = 8018,
 };
 
-// The customary text of an error number, for instance "Overflow" for 6. An unknown number reads
-// "Application-defined or object-defined error".
+// Returns the customary text of an error number, for instance "Overflow" for 6. For an unknown number it
+// returns "Application-defined or object-defined error".
 QString RunTimeErrorText(int number);
 
-// A run-time error: it ends the running handler, see RunHandler. `detail` tells a person where it came from:
-// file, section, key, byte, value.
+// A run-time error. It ends the running handler, see RunHandler. `detail` says where it came from: file,
+// section, key, byte, value.
 class RunTimeError : public std::exception {
 public:
     RunTimeError(int errorNumber, QString errorDetail)
@@ -42,15 +42,15 @@ public:
     QString detail;
 };
 
-// Raises an error for a value that is not between two bounds, which the detail names.
+// Raises an error for a value that is not between two bounds. The detail names the value and the bounds.
 [[noreturn]] void RaiseOutside(ErrorNumber number, std::int64_t value, std::int64_t lowest,
                                std::int64_t highest);
 
-// Any exception as a run-time error: a RunTimeError is itself, exhausted memory is 7, all others are 51 with
-// the exception's own words as detail.
+// Converts any exception to a run-time error: a RunTimeError stays as it is, exhausted memory becomes 7,
+// anything else becomes 51 with the exception's text as detail.
 RunTimeError RunTimeErrorOf(const std::exception& exception);
 
-// A run-time error in a routine whose faults end the program. It passes every handler border.
+// A run-time error in a routine whose errors end the program. RunHandler does not catch it.
 class ProgramStop : public std::exception {
 public:
     ProgramStop(RunTimeError cause, QString name) : error(std::move(cause)), routine(std::move(name)) {}
@@ -60,7 +60,7 @@ public:
     QString routine;
 };
 
-// The regular end of the program, thrown by the exit routine. It passes both borders.
+// The regular end of the program, thrown by the exit routine. Neither RunHandler nor EndsProgram catches it.
 class ProgramEnd : public std::exception {
 public:
     explicit ProgramEnd(int code) : exitCode(code) {}
@@ -69,8 +69,8 @@ public:
     int exitCode;
 };
 
-// Runs the body of a routine whose faults end the program: a run-time error in it goes up as a ProgramStop
-// that bears the routine's name.
+// Runs the body of a routine whose errors end the program: a run-time error in it is rethrown as a
+// ProgramStop with the routine's name.
 template <typename Body>
 void EndsProgram(const char* routine, Body&& body) {
     try {
@@ -80,7 +80,7 @@ void EndsProgram(const char* routine, Body&& body) {
     }
 }
 
-// Runs one statement after which the next one goes on whatever happens: a run-time error in it is dropped.
+// Runs one statement and ignores a run-time error in it, so that the next statement always runs.
 template <typename Statement>
 void PassOver(Statement&& statement) {
     try {

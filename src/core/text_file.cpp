@@ -1,4 +1,4 @@
-// Cutting text files into lines and decoding them.
+// Splitting text files into lines and decoding them.
 #include "core/text_file.h"
 
 #include "core/run_time_error.h"
@@ -10,8 +10,8 @@
 
 namespace {
 
-// The characters of the bytes 0x80..0x9F, from the Unicode Consortium's mapping table CP1252; unassigned
-// bytes as they stand.
+// The characters of the bytes 0x80..0x9F, from the Unicode Consortium's mapping table CP1252. Unassigned
+// bytes map to the same code.
 constexpr std::array<char16_t, 32> kWindows1252 = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,

@@ -1,22 +1,23 @@
-// Lines of text files.
+// Reading and decoding the lines of text files.
 #pragma once
 
 #include <QByteArray>
 #include <QString>
 
-// A line as text: UTF-8 or, when the bytes are no valid UTF-8, Windows-1252 (files brought from older
-// cabinets).
+// Decodes a line as UTF-8 or, when the bytes are not valid UTF-8, as Windows-1252, which files from older
+// cabinets use.
 QString DecodeLine(const QByteArray& bytes);
 
-// Windows-1252 bytes as text; the five unassigned bytes become control characters of the same code.
+// Decodes Windows-1252. The five unassigned bytes become the control characters of the same code.
 QString DecodeWindows1252(const QByteArray& bytes);
 
-// The lines of a text file, ended by LF or CR LF; a byte order mark of UTF-8 in front is skipped.
+// The lines of a text file. LF or CR LF ends a line; a UTF-8 byte order mark at the start is skipped.
 class LineReader {
 public:
     LineReader(QByteArray bytes, QString path);
 
-    // The next line without its end. Raises 62, telling path and line number, when there is none.
+    // Returns the next line without its line end. Raises 62 at the end of the file; the detail names the path
+    // and the line number.
     QByteArray Next();
 
 private:

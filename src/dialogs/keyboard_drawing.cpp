@@ -3,72 +3,69 @@
 
 #include "core/conversions.h"
 #include "platform/windows.h"
+#include "rendering/geometry.h"
 #include "rendering/text.h"
-#include "shell/form_main.h"
+#include "state/form_main.h"
 
 namespace {
 
 constexpr int kAccept = 13;
 
-// A rectangle of the theme as it lies on the picture.
-Box Scaled(const Form_Main& form, Integer16 x, Integer16 y, Integer16 width, Integer16 height) {
-    const auto pixels = [&](Integer16 length) { return CInt32(length.value() * form.KeyboardScale).value(); };
-    return {pixels(x), pixels(y), pixels(width), pixels(height)};
+// A rectangle of the theme as it is on the picture.
+Box Scaled(const Form_Main& form, const Box& box) {
+    const auto pixels = [&](int length) { return CInt32(length * form.keyboard.KeyboardScale).value(); };
+    return {pixels(box.x), pixels(box.y), pixels(box.width), pixels(box.height)};
 }
 
-TextBox ScaledText(const Form_Main& form, Integer16 x, Integer16 y, Integer16 width, Integer16 height) {
-    const Box box = Scaled(form, x, y, width, height);
-    return {box.x, box.y, box.width, box.height};
+Box16 ScaledText(const Form_Main& form, const Box16& box) {
+    const Box scaled = Scaled(form, BoxOf(box));
+    return {scaled.x, scaled.y, scaled.width, scaled.height};
 }
 
-void Write(Form_Main& form, const QString& text, const TextBox& box, const TextStyle& style,
+void Write(Form_Main& form, const QString& text, const Box16& box, const TextLook& style,
            const QString& align) {
-    DrawTextUnlogged(form, form.Picture_Keyboard, text.toUpper(), box,
-                     {style.Typo, CInt16(style.TypoSize.value() * form.KeyboardScale), style.TypoColor},
+    DrawTextUnlogged(form, form.keyboard.Picture_Keyboard, text.toUpper(), box,
+                     {style.Font, CInt16(style.Size.value() * form.keyboard.KeyboardScale), style.Color},
                      align, QStringLiteral("center"));
 }
 
 bool HasSelection(const Form_Main& form) {
-    return form.KeyboardSelLine >= 0 && form.KeyboardSelCol >= 0;
+    return form.keyboard.KeyboardSelLine >= 0 && form.keyboard.KeyboardSelCol >= 0;
 }
 
 void DrawKeys(Form_Main& form) {
-    Surface& picture = form.Picture_Keyboard;
-    form.ImgKeyboard.Render(picture, 0, 0, picture.Width(), picture.Height());
+    Surface& picture = form.keyboard.Picture_Keyboard;
+    form.keyboard.ImgKeyboard.Render(picture, 0, 0, picture.Width(), picture.Height());
     if (!HasSelection(form)) {
         return;
     }
-    const Integer16 line = form.KeyboardSelLine;
-    const Integer16 column = form.KeyboardSelCol;
-    const Box to = Scaled(form, form.KeyX(line, column), form.KeyY(line, column), form.KeyW(line, column),
-                          form.KeyH(line, column));
-    form.ImgKeyboardHilight.Render(picture, to.x, to.y, to.width, to.height, form.KeyX(line, column).value(),
-                                   form.KeyY(line, column).value(), form.KeyW(line, column).value(),
-                                   form.KeyH(line, column).value());
+    const Integer16 line = form.keyboard.KeyboardSelLine;
+    const Integer16 column = form.keyboard.KeyboardSelCol;
+    const Box key{form.keyboard.KeyX(line, column).value(), form.keyboard.KeyY(line, column).value(),
+                  form.keyboard.KeyW(line, column).value(), form.keyboard.KeyH(line, column).value()};
+    const Box to = Scaled(form, key);
+    form.keyboard.ImgKeyboardHilight.Render(picture, to.x, to.y, to.width, to.height, key.x, key.y, key.width,
+                                            key.height);
 }
 
-TextStyle ButtonStyle(const Form_Main& form) {
-    const bool selected =
-        HasSelection(form) && form.KeyKey(form.KeyboardSelLine, form.KeyboardSelCol) == kAccept;
-    return selected ? TextStyle{form.BtnTexteFontHilight, form.BtnTexteFontSizeHilight,
-                                form.BtnTexteFontColorHilight}
-                    : TextStyle{form.BtnTexteFont, form.BtnTexteFontSize, form.BtnTexteFontColor};
+TextLook ButtonStyle(const Form_Main& form) {
+    const bool selected = HasSelection(form) && form.keyboard.KeyKey(form.keyboard.KeyboardSelLine,
+                                                                     form.keyboard.KeyboardSelCol) == kAccept;
+    return selected ? form.keyboard.BtnTexteFontHilight : form.keyboard.BtnTexteFont;
 }
 
 } // namespace
 
 void DrawKeyboard(Form_Main& form) {
     const QString left = QStringLiteral("left");
-    const Surface& picture = form.Picture_Keyboard;
-    Cls(form.Picture_Keyboard);
+    const Surface& picture = form.keyboard.Picture_Keyboard;
+    Cls(form.keyboard.Picture_Keyboard);
     DrawKeys(form);
-    Write(form, form.KeyboardTitle, ScaledText(form, form.TitleX, form.TitleY, form.TitleW, form.TitleH),
-          {form.TitleFont, form.TitleFontSize, form.TitleFontColor}, left);
-    Write(form, form.KeyboardText + u'_',
-          ScaledText(form, form.TexteX, form.TexteY, form.TexteW, form.TexteH),
-          {form.TexteFont, form.TexteFontSize, form.TexteFontColor}, left);
-    Write(form, form.KeyboardButton,
-          ScaledText(form, form.BtnTexteX, form.BtnTexteY, form.BtnTexteW, form.BtnTexteH), ButtonStyle(form),
+    Write(form, form.keyboard.KeyboardTitle, ScaledText(form, form.keyboard.Title), form.keyboard.TitleFont,
+          left);
+    Write(form, form.keyboard.KeyboardText + u'_', ScaledText(form, form.keyboard.Texte),
+          form.keyboard.TexteFont, left);
+    Write(form, form.keyboard.KeyboardButton, ScaledText(form, form.keyboard.BtnTexte), ButtonStyle(form),
           QStringLiteral("center"));
     form.windows.RefreshKeyboard(picture.picture, picture.Left, picture.Top);
 }

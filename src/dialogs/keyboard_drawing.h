@@ -3,6 +3,6 @@
 
 struct Form_Main;
 
-// Paints Picture_Keyboard anew and makes it visible: the keys, the selected one lit, heading, text and the
-// accept button's word. A theme's colour or box that is of no use ends the program, as with DrawText.
+// Repaints Picture_Keyboard and shows it: the keys, the selected one highlighted, title, text and the accept
+// button's label. An invalid colour or box in the theme ends the program, as with DrawText.
 void DrawKeyboard(Form_Main& form);

@@ -1,43 +1,52 @@
-// Touch and mouse on the frame: press, drag of the queue, release, double tap.
+// Touch on the frame: press, drag, release, double tap.
 #include "interaction/touch.h"
 
 #include "core/conversions.h"
 #include "core/run_time_error.h"
-#include "interaction/touch_press.h"
-#include "interaction/touch_targets.h"
+#include "interaction/credits.h"
+#include "interaction/folders.h"
+#include "interaction/menu.h"
+#include "interaction/moves.h"
+#include "interaction/valider.h"
+#include "platform/event_pump.h"
 #include "playback/engine.h"
+#include "rendering/block_buttons.h"
+#include "rendering/geometry.h"
+#include "rendering/page_anim.h"
 #include "rendering/playlist_block.h"
 #include "rendering/redraw_jukebox.h"
-#include "shell/form_main.h"
-#include "theme/load_theme.h"
+#include "state/form_main.h"
+#include "state/paths.h"
 
 #include <cmath>
+#include <span>
 
 namespace {
 
-// A release this near to the press is a tap; a longer way is a drag.
+// A release less than this many pixels from the press is a tap, otherwise a drag.
 constexpr int kTapDistance = 5;
 
-// The touch mode is on and no other event is being handled.
+// Returns true when the touch mode is on and no other event is being handled.
 bool MayAct(const Form_Main& form) {
-    return form.TactileMode == u"true" && form.InputBusy == 0;
+    return form.settings.TactileMode == u"true" && form.shell.InputBusy == 0;
 }
 
 void DragQueue(Form_Main& form, float y) {
-    form.TouchDeltaY = CInt16(form.TouchStartY.value() - static_cast<double>(y));
-    if (form.PlaylistCount > 0) {
+    form.touch.TouchDeltaY = CInt16(form.touch.TouchStartY.value() - static_cast<double>(y));
+    if (form.queue.PlaylistCount > 0) {
         ShowDraggedRows(form);
         RefreshMain(form);
     }
 }
 
-// The row under a tap: below the last entry beyond the queue, above the first one 0 or less.
-// Deliberate D-22: the row's height is not scaled. One expects it to be; taps are read so on cabinets in the
-// field.
+// Returns the row under a tap: below the last entry a number beyond the queue, a row's height or more above
+// the first entry 0 or less.
+// Deliberate D-22: the row's height is not scaled. One would expect it to be; cabinets in the field interpret
+// taps this way.
 Integer16 TappedRow(Form_Main& form, float y, double offset) {
-    const double rowHeight = form.ImgPlaylistPlaylistHilight.Height();
-    // Deliberate D-137: without the picture of the bar a tap raises 11, which leaves InputBusy set. One
-    // expects the tap to select nothing. Rows have the height of that picture.
+    const double rowHeight = form.assets.ImgPlaylistPlaylistHilight.Height();
+    // Deliberate D-137: without the picture of the bar a tap raises 11, which leaves InputBusy set. One would
+    // expect the tap to select nothing; rows have the height of that picture.
     if (rowHeight == 0) {
         throw RunTimeError(
             kDivisionByZero,
@@ -45,40 +54,154 @@ Integer16 TappedRow(Form_Main& form, float y, double offset) {
                 QStringLiteral(
                     ": missing, or no picture (expected the bar of a queue's row): its height is 0"));
     }
-    const double top = form.BlockPlaylistY.value() + form.BlockPlaylistPlaylistY.value() - offset;
-    return CInt16(std::trunc((static_cast<double>(y) - top * form.ZoneScaleY) / rowHeight) + 1);
+    const double top =
+        form.theme.BlockPlaylist.Y.value() + form.theme.BlockPlaylistPlaylist.Y.value() - offset;
+    return CInt16(std::trunc((static_cast<double>(y) - top * form.theme.ZoneScaleY) / rowHeight) + 1);
 }
 
-// Deliberate D-141: a row above the first one is selected as well, and the buttons raise 9 for it. One
-// expects only entries to be selected. The release is compared with the last entry alone.
+// Deliberate D-141: a row above the first one is selected as well, and the buttons raise 9 for it. One would
+// expect only entries to be selected; the release is compared only with the last entry.
 void SelectTappedRow(Form_Main& form, float y, double offset) {
     const Integer16 row = TappedRow(form, y, offset);
-    if (row <= form.PlaylistCount) {
-        form.PlaylistSelected = row;
+    if (row <= form.queue.PlaylistCount) {
+        form.queue.PlaylistSelected = row;
         CopyPlaylistForTouch(form);
     }
 }
 
 void EndDrag(Form_Main& form, float y) {
     const double offset = ReleaseOffset(form);
-    form.TouchScrollOffset = CInt16(offset);
-    if (form.TouchDeltaY > -kTapDistance && form.TouchDeltaY < kTapDistance) {
+    form.touch.TouchScrollOffset = CInt16(offset);
+    if (form.touch.TouchDeltaY > -kTapDistance && form.touch.TouchDeltaY < kTapDistance) {
         SelectTappedRow(form, y, offset);
     }
-    form.TouchDragging = 0;
-    form.TouchDeltaY = 0;
+    form.touch.TouchDragging = 0;
+    form.touch.TouchDeltaY = 0;
 }
 
 void PlaySelected(Form_Main& form) {
-    form.PlaylistCurrent = form.PlaylistSelected;
-    form.TrackChanging = 0;
+    form.queue.PlaylistCurrent = form.queue.PlaylistSelected;
+    form.player.TrackChanging = 0;
     BassStopFile(form);
-    form.Remain.clear();
-    BassPlayFile(form, form.PlaylistPath(form.PlaylistCurrent));
+    form.player.Remain.clear();
+    BassPlayFile(form, form.queue.PlaylistPath(form.queue.PlaylistCurrent));
     // The slot under the cursor names the track here as well, see D-12.
-    form.NowPlayingPath = form.InfoPath(form.NumTrack);
-    form.NowPlayingTitre = form.InfoTitre(form.NumTrack);
+    form.player.NowPlayingPath = form.library.InfoPath(form.library.NumTrack);
+    form.player.NowPlayingTitre = form.library.InfoTitre(form.library.NumTrack);
     RedrawJukebox(form);
+}
+
+struct Point {
+    double x = 0;
+    double y = 0;
+};
+
+// Returns whether the point is inside a rectangle of the theme, given in design pixels.
+bool Hits(const Form_Main& form, const Box& box, const Point& point) {
+    return Hits(form, box, point.x, point.y);
+}
+
+void PressSlots(Form_Main& form, const Point& point) {
+    for (int column = 1; column <= 2; ++column) {
+        for (int row = 1; row <= form.theme.ZoneListNbTracksParColonne.value(); ++row) {
+            if (Hits(form, SlotInCache(form, {column, row}), point)) {
+                form.cursor.SelX = static_cast<float>(column);
+                form.cursor.SelY = static_cast<float>(row);
+                RedrawJukebox(form);
+                form.library.NumTrack = SlotUnderCursor(form);
+                Valider(form, form.library.NumTrack);
+                RedrawJukebox(form);
+            }
+        }
+    }
+}
+
+void PressQueue(Form_Main& form, const Point& point) {
+    form.touch.TouchDragging = 0;
+    if (OnQueue(form, point.x, point.y)) {
+        form.touch.TouchStartY = CInt16(point.y);
+        form.touch.TouchDragging = 1;
+    }
+}
+
+void PressCoinBox(Form_Main& form, const Point& point) {
+    if (form.settings.ManageCoin == u"true" &&
+        Hits(form, InBlock(form.theme.BlockMain, form.theme.BlockMainInsertCoin), point)) {
+        InsertCoin(form);
+    }
+}
+
+void PressButtons(Form_Main& form, std::span<const ButtonRow> buttons, const Corner16& corner,
+                  const Point& point) {
+    for (const ButtonRow& row : buttons) {
+        if (Hits(form, InBlock(corner, form.theme.*row.box), point)) {
+            form.cursor.ActiveBtn = QString::fromLatin1(row.word);
+        }
+    }
+}
+
+void PressAllButtons(Form_Main& form, const Point& point) {
+    form.cursor.ActiveBtn.clear();
+    PressButtons(form, MainButtons(), form.theme.BlockMain, point);
+    PressButtons(form, PlaylistButtons(), form.theme.BlockPlaylist, point);
+}
+
+bool HitsNavigation(const Form_Main& form, const Box16& button, const Point& point) {
+    return Hits(form, InZone(form, button), point);
+}
+
+void PressNavigation(Form_Main& form, const Point& point) {
+    if (HitsNavigation(form, form.theme.ZoneListNavigationBack, point) &&
+        (form.library.DirLevel > 0 || form.library.Dir1.Path == PlaylistsFolder(form))) {
+        Retour(form);
+    }
+    if (HitsNavigation(form, form.theme.ZoneListNavigationPreviewPage, point) && form.library.NbPages > 1) {
+        form.library.CurrentPage = PageBefore(form);
+        PageAnim(form, QStringLiteral("-"));
+    }
+    if (HitsNavigation(form, form.theme.ZoneListNavigationNextPage, point) && form.library.NbPages > 1) {
+        form.library.CurrentPage = PageAfter(form);
+        PageAnim(form, QStringLiteral("+"));
+    }
+}
+
+// Returns the text rectangle of a menu row, which depends on the row's type.
+Box RowText(const Form_Main& form, int row) {
+    const bool isListBox = form.menu.CommandType(form.menu.CommandCurrentMenu, row) == u"listbox";
+    Box text = InBlock(form.theme.BlockCommand,
+                       isListBox ? form.theme.BlockCommandListBoxTexte : form.theme.BlockCommandBtnTexte);
+    text.y += form.assets.ImgCommandListbox.Height() * (row - 1);
+    return text;
+}
+
+void PressMenu(Form_Main& form, const Point& point) {
+    const Integer16 menu = form.menu.CommandCurrentMenu;
+    for (int row = 1; menu == form.menu.CommandCurrentMenu && row <= form.menu.CommandRowCount(menu).value();
+         ++row) {
+        if (!Hits(form, RowText(form, row), point)) {
+            continue;
+        }
+        form.menu.CommandCurrentId = row;
+        if (form.menu.CommandType(menu, row) == u"listbox") {
+            StepChoiceForward(form);
+            ValiderCommand(form);
+        } else if (form.menu.CommandType(menu, row) == u"btn") {
+            RefreshMain(form);
+            ValiderCommand(form);
+        }
+    }
+}
+
+void ActOnButton(Form_Main& form) {
+    if (form.cursor.ActiveBtn.isEmpty()) {
+        return;
+    }
+    RedrawJukebox(form);
+    form.pump.DoEvents();
+    RefreshMain(form);
+    form.pump.DoEvents();
+    ValiderMain(form);
+    ValiderPlaylist(form);
 }
 
 } // namespace
@@ -87,26 +210,26 @@ void Picture_Main_MouseDown(Form_Main& form, Integer16 /*Button*/, Integer16 /*S
     if (!MayAct(form)) {
         return;
     }
-    form.InputBusy = 1;
-    form.IdleTicks = 1;
+    form.shell.InputBusy = 1;
+    form.shell.IdleTicks = 1;
     PressAt(form, X, Y);
-    form.InputBusy = 0;
+    form.shell.InputBusy = 0;
 }
 
-// Deliberate D-23: the cursor does not follow the pointer. One expects a slot under the pointer to be
-// selected; the test stands behind a value of InputBusy that nothing ever sets.
+// Deliberate D-23: the cursor does not follow the pointer. One would expect the slot under the pointer to be
+// selected; that requires a value of InputBusy that is never set.
 void Picture_Main_MouseMove(Form_Main& form, Integer16 Button, Integer16 /*Shift*/, float X, float Y) {
-    form.TouchLastX = CInt16(static_cast<double>(X));
-    form.TouchLastY = CInt16(static_cast<double>(Y));
+    form.touch.TouchLastX = CInt16(static_cast<double>(X));
+    form.touch.TouchLastY = CInt16(static_cast<double>(Y));
     if (!MayAct(form)) {
         return;
     }
-    form.IdleTicks = 1;
+    form.shell.IdleTicks = 1;
     constexpr int kLeftButton = 1;
-    if (Button == kLeftButton && form.TouchDragging == 1) {
-        form.InputBusy = 1;
+    if (Button == kLeftButton && form.touch.TouchDragging == 1) {
+        form.shell.InputBusy = 1;
         DragQueue(form, Y);
-        form.InputBusy = 0;
+        form.shell.InputBusy = 0;
     }
 }
 
@@ -114,25 +237,47 @@ void Picture_Main_MouseUp(Form_Main& form, Integer16 /*Button*/, Integer16 /*Shi
     if (!MayAct(form)) {
         return;
     }
-    form.InputBusy = 1;
-    form.IdleTicks = 1;
-    if (form.TouchDragging == 1 && form.PlaylistCount > 0) {
+    form.shell.InputBusy = 1;
+    form.shell.IdleTicks = 1;
+    if (form.touch.TouchDragging == 1 && form.queue.PlaylistCount > 0) {
         EndDrag(form, Y);
     }
-    form.ActiveBtn.clear();
+    form.cursor.ActiveBtn.clear();
     RedrawJukebox(form);
-    form.InputBusy = 0;
+    form.shell.InputBusy = 0;
 }
 
 void Picture_Main_DblClick(Form_Main& form) {
     if (!MayAct(form)) {
         return;
     }
-    form.InputBusy = 1;
-    form.IdleTicks = 1;
-    const bool onQueue = OnQueue(form, form.TouchLastX.value(), form.TouchLastY.value());
-    if (onQueue && form.PlaylistSelected != form.PlaylistCurrent) {
+    form.shell.InputBusy = 1;
+    form.shell.IdleTicks = 1;
+    const bool onQueue = OnQueue(form, form.touch.TouchLastX.value(), form.touch.TouchLastY.value());
+    if (onQueue && form.queue.PlaylistSelected != form.queue.PlaylistCurrent) {
         PlaySelected(form);
     }
-    form.InputBusy = 0;
+    form.shell.InputBusy = 0;
+}
+
+void PressAt(Form_Main& form, float X, float Y) {
+    const Point point{static_cast<double>(X), static_cast<double>(Y)};
+    PressSlots(form, point);
+    PressQueue(form, point);
+    PressCoinBox(form, point);
+    PressAllButtons(form, point);
+    PressNavigation(form, point);
+    PressMenu(form, point);
+    ActOnButton(form);
+}
+
+bool Hits(const Form_Main& form, const Box& box, double x, double y) {
+    const double left = box.x * form.theme.ZoneScaleX;
+    const double top = box.y * form.theme.ZoneScaleY;
+    return x >= left && x < left + box.width * form.theme.ZoneScaleX && y >= top &&
+           y < top + box.height * form.theme.ZoneScaleY;
+}
+
+bool OnQueue(const Form_Main& form, double x, double y) {
+    return Hits(form, InBlock(form.theme.BlockPlaylist, form.theme.BlockPlaylistPlaylist), x, y);
 }

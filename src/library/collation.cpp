@@ -1,4 +1,4 @@
-// Collation by ICU, and the short cut for ASCII text.
+// Collation by ICU, with a shortcut for ASCII text.
 #include "library/collation.h"
 
 #include <unicode/ucol.h>
@@ -11,7 +11,7 @@
 
 namespace {
 
-// The locale's name as ICU takes it: "" is the root.
+// Returns the locale's name for ICU; "" is the root locale.
 std::string CollationLocale() {
     for (const char* const variable : {"LC_ALL", "LC_COLLATE", "LANG"}) {
         const char* const value = std::getenv(variable);
@@ -42,7 +42,7 @@ Collation::Collation() {
     UErrorCode error = U_ZERO_ERROR;
     collator_ = ucol_open(CollationLocale().c_str(), &error);
     if (U_FAILURE(error)) {
-        // Without ICU's data the characters' numbers have to do.
+        // Without ICU's data, texts are compared by the codes of their characters.
         collator_ = nullptr;
         return;
     }
@@ -64,8 +64,8 @@ int Collation::Compare(QStringView a, QStringView b) const {
                         static_cast<std::int32_t>(b.size()));
 }
 
-// In the root's order an ASCII character has one weight or none, no two of them join, and none differ in
-// accents alone: the order of the single characters is that of whole texts.
+// In the root's order an ASCII character has one weight or none, no two of them contract, and no two differ
+// only in accents. Comparing character by character therefore gives the order of whole texts.
 void Collation::FindWeights() {
     if (IsTailored(collator_)) {
         return;

@@ -1,4 +1,4 @@
-// The system's order of texts, without case.
+// The system's collation order, without case.
 #pragma once
 
 #include <QString>
@@ -8,9 +8,8 @@
 
 struct UCollator;
 
-// The collation of the environment's locale (LC_ALL, LC_COLLATE, LANG), the root collation of the Unicode
-// Collation Algorithm (UTS 10) in the C locale. Letters that differ in their case alone are equal, accents
-// count.
+// The collation of the environment's locale (LC_ALL, LC_COLLATE, LANG); in the C locale, the root collation
+// of the Unicode Collation Algorithm (UTS 10). Letters that differ only in case are equal, accents count.
 class Collation {
 public:
     Collation();
@@ -18,17 +17,17 @@ public:
     Collation(const Collation&) = delete;
     Collation& operator=(const Collation&) = delete;
 
-    // Below, equal to or above 0 as `a` stands before, with or behind `b`.
+    // Returns a value below, equal to or above 0 when `a` comes before `b`, equals it or comes after it.
     int Compare(QStringView a, QStringView b) const;
 
-    // Appends the weights of `text` to `key`, which has room for text.size() bytes more, and moves it on.
-    // False when the text has no such weights: it is not ASCII, or the locale has an order of its own. Two
-    // texts with weights compare as the bytes of their weights do.
+    // Appends the weights of `text` to `key`, which needs room for text.size() bytes, and advances `key`.
+    // Returns false when the text has no weights: it is not ASCII, or the locale has its own order. Texts
+    // with weights compare like the bytes of their weights.
     bool AppendWeights(QStringView text, std::uint8_t*& key) const {
         char16_t all = 0;
         for (const QChar c : text) {
-            // Characters without a weight are passed over; those beyond ASCII spoil the key, which is told
-            // below.
+            // Characters without a weight are skipped. One beyond ASCII makes the key useless; the result is
+            // then false.
             const std::uint8_t weight = weights_[c.unicode() & 0x7F];
             *key = weight;
             key += weight != 0;
@@ -41,7 +40,7 @@ private:
     void FindWeights();
 
     UCollator* collator_ = nullptr;
-    // The place of each ASCII character among all of them, 0 for those that the order passes over.
+    // The rank of each ASCII character, 0 for those that the order ignores.
     std::array<std::uint8_t, 128> weights_{};
     bool hasWeights_ = false;
 };

@@ -1,16 +1,30 @@
-// The pictures shown with tracks and folders: where they come from, and drawing them.
+// Finding the picture of a track or a folder: files next to the music, then the pictures in its tags.
 #pragma once
 
-#include "core/integer.h"
-#include "rendering/geometry.h"
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+#include <span>
 
 class FolderNames;
 struct Form_Main;
 
-// Draws the cover of the page's entry `slot` into its slot on both caches. True when the slot counts as
-// having one, be it decodable or not. `names` are those of the folder shown. A broken tag stops the program.
-bool DrawSlotCover(Form_Main& form, const SlotPlace& place, Integer16 slot, const FolderNames& names);
+// Return the path, as spelled on disk, of a folder's picture, "folder.jpg" or "folder.png", and of its big
+// picture, "bigcover.jpg" or "bigcover.png". Empty when there is none. `names` belongs to the folder.
+QString FolderPicture(const FolderNames& names, const QString& folder);
+QString BigPicture(const FolderNames& names, const QString& folder);
 
-// Finds the big cover of the page's entry `slot`; CoverKind tells what was found. A broken tag stops the
-// program.
-void LoadBigCover(Form_Main& form, Integer16 slot);
+// Returns the picture next to a track; empty when there is none. `names` belongs to the track's folder.
+QString PictureBeside(const FolderNames& names, const QString& path);
+
+// A cover in a tag, valid as long as the tag stays loaded.
+struct TagCover {
+    std::span<const std::uint8_t> bytes;
+    // Whether its format can be decoded.
+    bool isDecoded = false;
+};
+
+// Returns the first picture of type 0 or 3 in a file's tag; nothing when there is none or its bytes cannot be
+// read. A broken tag stops the program (9, 6); a tag of fewer than 4 bytes raises 9.
+std::optional<TagCover> SearchTag(Form_Main& form, const QString& path);

@@ -1,4 +1,4 @@
-// From a folder on disk to the sorted list.
+// Building the sorted list of a folder on disk.
 #include "library/create_list.h"
 
 #include "core/conversions.h"
@@ -8,9 +8,11 @@
 #include "library/file_pattern.h"
 #include "library/list_order.h"
 #include "platform/files.h"
+#include "settings/ini_files.h"
 #include "settings/profile.h"
-#include "shell/form_main.h"
-#include "shell/log.h"
+#include "state/form_main.h"
+#include "state/log.h"
+#include "state/paths.h"
 
 #include <QSet>
 
@@ -19,18 +21,18 @@
 
 namespace {
 
-// The wildcards of kMusicPattern (D-03) in the order in which a listing sets them.
+// The wildcards of kMusicPattern (D-03) in the order that a listing uses.
 constexpr QStringView kListPattern = u"*.mp3;*.wma;*.wav;*.vtxpl;*.avi;*.mpg;*.mp44;*.flac";
 
 constexpr double kKeyOfNoPlays = 1'000'000;
 constexpr int kKeyDigits = 7;
 
-// What one look at a folder gives.
+// The result of reading a folder once.
 struct FolderContent {
-    // Full paths of the sub-folders, and bare names of the files that match, in name order.
+    // Full paths of the sub-folders and bare names of the matching files, both in name order.
     QStringList folders;
     QStringList files;
-    // The case-folded names of all videos, whether they match or not.
+    // The case-folded names of all videos, matching or not.
     QSet<QString> videos;
 };
 
@@ -39,11 +41,11 @@ bool IsHidden(const QString& name) {
 }
 
 std::vector<FolderEntry> EntriesOf(Form_Main& form, const QString& folder) {
-    // A folder that cannot be read is an empty one.
+    // A folder that cannot be read counts as empty.
     return form.files.ListFolder(folder).value_or(std::vector<FolderEntry>());
 }
 
-// The sub-folders as full paths. Sorting their bare names is the same and compares less.
+// Returns the sub-folders as full paths. Sorting the bare names first gives the same order faster.
 QStringList FolderPaths(const QString& folder, QStringList names) {
     SortNames(names);
     for (QString& name : names) {
@@ -103,9 +105,9 @@ QString WithoutSeparatorAtEnd(const QString& path) {
     return path.left(end);
 }
 
-// The folder as a list keeps it: absolute, no separator at its end. A relative path counts from the
-// application folder when it names one there, else from the working directory. Raises 76 when it names no
-// folder.
+// Returns the folder as a list keeps it: absolute, without a separator at its end. A relative path is
+// resolved in the application folder if the result exists, otherwise in the working directory. Raises 76 when
+// there is no such folder.
 QString FolderOf(Form_Main& form, const QString& path) {
     QString folder = WithoutSeparatorAtEnd(path);
     if (folder.startsWith(u'/')) {
@@ -113,27 +115,26 @@ QString FolderOf(Form_Main& form, const QString& path) {
             return folder;
         }
     } else if (!folder.isEmpty()) {
-        for (const QString& start : {form.AppFolder, form.files.RealPath(QStringLiteral("."))}) {
+        for (const QString& start : {form.shell.AppFolder, form.files.RealPath(QStringLiteral("."))}) {
             QString absolute = PathIn(start, folder);
             if (form.files.IsFolder(absolute)) {
                 return absolute;
             }
         }
     }
-    // Deliberate D-126: entering or leaving for a folder that has vanished ends the handler with InputBusy
-    // set. One expects the list to stay as it is. No error restores anything, see D-25.
+    // Deliberate D-126: entering, or going back to, a folder that has vanished ends the handler with
+    // InputBusy set. One would expect the list to stay as it is; no error restores anything, see D-25.
     throw RunTimeError(kPathNotFound, path.isEmpty() ? QStringLiteral("no folder is named")
                                                      : path + QStringLiteral(": there is no such folder"));
 }
 
 QString FolderOrder(Form_Main& form) {
-    const QString order =
-        Trim(GetPrivateProfileString(form, PathIn(form.AppFolder, QStringLiteral("pathconfig.ini")),
-                                     form.Dir1.Path, QStringLiteral("Order")));
-    return order.isEmpty() ? form.DefaultOrder : order;
+    const QString order = Trim(GetPrivateProfileString(form, FolderSettingsPath(form), form.library.Dir1.Path,
+                                                       QStringLiteral("Order")));
+    return order.isEmpty() ? form.settings.DefaultOrder : order;
 }
 
-// How often a track, or one of a folder's tracks, has been bought. Raises 13 for a count that is no number.
+// Returns how often a track, or any track of a folder, has been bought. Raises 13 if that is not a number.
 double PlayCount(const IniFile& stats, const QString& name) {
     const QString text = Trim(stats.Value(u"PayingCount", name));
     if (text.isEmpty()) {
@@ -145,20 +146,20 @@ double PlayCount(const IniFile& stats, const QString& name) {
     return CDouble(text);
 }
 
-// The keys of the list's lines in the order of the folder.
+// Computes the keys of the list's lines for the order of the folder.
 class LineKeys {
 public:
-    explicit LineKeys(Form_Main& form) : path_(PathIn(form.AppFolder, QStringLiteral("stats.ini"))) {
-        const QString order = form.Order.toLower();
+    explicit LineKeys(Form_Main& form) : path_(StatsPath(form)) {
+        const QString order = form.library.Order.toLower();
         if (order == QStringLiteral("playcount")) {
-            stats_ = &form.iniFiles.Open(form.files, path_);
+            stats_ = &IniFilesOf(form).Open(form.files, path_);
         }
         alpha_ = order == QStringLiteral("alpha");
     }
 
-    // The key of the entry of that name.
-    // Deliberate D-47: in an order that is not known there is none, and the folder shows empty. One expects
-    // "alpha"; an empty page is what tells the operator of the misspelled word.
+    // Returns the key of the entry of that name.
+    // Deliberate D-47: an unknown order gives no keys, and the folder appears empty. One would expect
+    // "alpha"; the empty page shows the operator that the word is misspelled.
     std::optional<QString> Key(const QString& name) const {
         if (stats_ != nullptr) {
             const auto where = [&] {
@@ -171,7 +172,7 @@ public:
 
 private:
     static QString PlayCountKey(double count) {
-        // Nearly all entries of a large library have never been bought.
+        // Fast path: most entries of a large library have never been bought.
         static const QString noPlays = FormatZeros(kKeyOfNoPlays, kKeyDigits);
         return count == 0 ? noPlays : FormatZeros(kKeyOfNoPlays - count, kKeyDigits);
     }
@@ -183,35 +184,36 @@ private:
 
 void CountEntry(Form_Main& form) {
     const auto where = [&] {
-        return form.Dir1.Path + QStringLiteral(" (expected at most 32767 folders and tracks)");
+        return form.library.Dir1.Path + QStringLiteral(" (expected at most 32767 folders and tracks)");
     };
-    TellingWhere(where, [&] { form.NumTrack += 1; });
+    TellingWhere(where, [&] { form.library.NumTrack += 1; });
 }
 
-// Deliberate D-48: in the order "alpha" the folders stand as one block among the files, behind names that
-// begin with a sign. One expects them first, or sorted in by name; their key is the whole path, and libraries
-// are named by that.
+// Deliberate D-48: in the order "alpha" the folders form one block among the files, after names that begin
+// with a sign. One would expect them first, or sorted in by name; their key is the whole path, and libraries
+// are named accordingly.
 void AddFolder(Form_Main& form, const LineKeys& keys, const QString& path) {
     if (const auto key = keys.Key(path)) {
-        form.List_List.push_back({*key, QStringLiteral("dir"), path, NameOfPath(path)});
+        form.library.List_List.push_back({*key, QStringLiteral("dir"), path, NameOfPath(path)});
     }
     CountEntry(form);
 }
 
 void AddFile(Form_Main& form, const LineKeys& keys, const QString& name) {
     if (const auto key = keys.Key(name)) {
-        // Deliberate D-49: MIX.VTXPL is listed as a track. One expects a playlist whatever its letters' case,
-        // as with music; only the exact ending, which the jukebox itself writes, makes one.
+        // Deliberate D-49: MIX.VTXPL is listed as a track. One would expect a playlist, since the case of
+        // music extensions is ignored; only the exact extension, which the jukebox itself writes, makes a
+        // playlist.
         const bool isPlaylist = name.endsWith(QStringLiteral(".vtxpl"));
         const QString type = isPlaylist ? QStringLiteral("playlist") : QStringLiteral("file");
-        form.List_List.push_back({*key, type, PathIn(form.File1.Path, name), name});
+        form.library.List_List.push_back({*key, type, PathIn(form.library.File1.Path, name), name});
     }
     CountEntry(form);
 }
 
-// An mp3 beside a video of the same name is the video's sound and is not shown.
-// Deliberate D-50: beside an .mp4 neither of the two is shown, since .mp4 files are not listed. One expects
-// the mp3; such pairs are put aside that way in libraries in the field.
+// An mp3 next to a video of the same name is the video's sound and is not shown.
+// Deliberate D-50: next to an .mp4 neither of the two is shown, since .mp4 files are not listed. One would
+// expect the mp3; libraries in the field hide such pairs this way.
 bool HasVideoTwin(const QString& name, const QSet<QString>& videos) {
     if (videos.isEmpty() || !name.endsWith(QStringLiteral("mp3"), Qt::CaseInsensitive)) {
         return false;
@@ -223,53 +225,54 @@ bool HasVideoTwin(const QString& name, const QSet<QString>& videos) {
 
 void FillList(Form_Main& form, const QSet<QString>& videos) {
     const LineKeys keys(form);
-    form.List_List.reserve(static_cast<std::size_t>(form.Dir1.List.size() + form.File1.List.size()));
+    form.library.List_List.reserve(
+        static_cast<std::size_t>(form.library.Dir1.List.size() + form.library.File1.List.size()));
     LogBatch log(form);
-    for (const QString& path : std::as_const(form.Dir1.List)) {
+    for (const QString& path : std::as_const(form.library.Dir1.List)) {
         log.Add(QStringLiteral(" : ") + path);
         AddFolder(form, keys, path);
     }
-    for (const QString& name : std::as_const(form.File1.List)) {
+    for (const QString& name : std::as_const(form.library.File1.List)) {
         if (!HasVideoTwin(name, videos)) {
             log.Add(QStringLiteral(" : ") + name);
             AddFile(form, keys, name);
         }
     }
     log.Close();
-    SortLines(form.List_List);
+    SortLines(form.library.List_List);
 }
 
 } // namespace
 
 void PointDir1(Form_Main& form, const QString& path) {
     const QString folder = FolderOf(form, path);
-    form.Dir1 = {folder, ReadFolders(form, folder)};
+    form.library.Dir1 = {folder, ReadFolders(form, folder)};
 }
 
 void PointDir2(Form_Main& form, const QString& path) {
     const QString folder = FolderOf(form, path);
-    form.Dir2 = {folder, ReadFolders(form, folder)};
+    form.library.Dir2 = {folder, ReadFolders(form, folder)};
 }
 
 void PointFile1(Form_Main& form, const QString& path) {
-    form.File1.Path = FolderOf(form, path);
-    form.File1.List = ReadFiles(form, form.File1);
+    form.library.File1.Path = FolderOf(form, path);
+    form.library.File1.List = ReadFiles(form, form.library.File1);
 }
 
 void SetFile1Pattern(Form_Main& form, const QString& pattern) {
-    form.File1.Pattern = pattern;
-    form.File1.List = ReadFiles(form, form.File1);
+    form.library.File1.Pattern = pattern;
+    form.library.File1.List = ReadFiles(form, form.library.File1);
 }
 
 void CreateList(Form_Main& form) {
     EndsProgram("CreateList", [&] {
         WriteLog(form, QStringLiteral(" : Creation de la liste des fichiers (CreateList)"));
-        form.List_List.clear();
-        const FolderContent content = ReadContent(form, form.Dir1.Path);
-        form.Dir1.List = content.folders;
-        form.File1 = {form.Dir1.Path, kListPattern.toString(), content.files};
-        form.Order = FolderOrder(form);
-        form.NumTrack = 0;
+        form.library.List_List.clear();
+        const FolderContent content = ReadContent(form, form.library.Dir1.Path);
+        form.library.Dir1.List = content.folders;
+        form.library.File1 = {form.library.Dir1.Path, kListPattern.toString(), content.files};
+        form.library.Order = FolderOrder(form);
+        form.library.NumTrack = 0;
         FillList(form, content.videos);
     });
 }

@@ -25,8 +25,8 @@ bool EndsWith(QStringView name, QStringView ending) {
                       [](QChar a, QChar b) { return Folded(a) == Folded(b); });
 }
 
-// The usual greedy match: on a difference the last "*" takes one character more. Time is the product of both
-// lengths at most.
+// Greedy matching: on a mismatch the last "*" takes one more character. The time is at most proportional to
+// the product of both lengths.
 bool MatchesWildcard(QStringView name, QStringView pattern) {
     qsizetype at = 0;
     qsizetype in = 0;

@@ -1,12 +1,12 @@
-// Wildcards that file names are matched with.
+// Wildcard patterns for file names.
 #pragma once
 
 #include <QString>
 
 #include <vector>
 
-// Wildcards joined by ";": "*" stands for any characters, "?" for one. Case plays no part; "*.*", and no
-// wildcard at all, match every name.
+// Wildcards joined by ";": "*" matches any characters, "?" matches one. Case is ignored. "*.*" and an empty
+// pattern match every name.
 class FilePattern {
 public:
     explicit FilePattern(const QString& pattern);
@@ -16,7 +16,7 @@ public:
 private:
     struct Wildcard {
         QString text;
-        // "*" and characters behind it that are no wildcards, as nearly all are: only the end is compared.
+        // "*" followed by characters that are not wildcards, the most common form: only the end is compared.
         bool isEnding = false;
     };
 

@@ -2,8 +2,8 @@
 #include "library/folder_names.h"
 
 #include "core/path_text.h"
-#include "library/find_file.h"
 #include "platform/files.h"
+#include "state/paths.h"
 
 #include <algorithm>
 

@@ -7,17 +7,16 @@
 
 struct Files;
 
-// A folder's file names as they stood when first asked for; the folder is read once, and only when something
-// is asked.
+// The file names of a folder, as they were at the first lookup: the folder is read then, and only once.
 class FolderNames {
 public:
     FolderNames(Files& files, QString folder) : files_(files), folder_(std::move(folder)) {}
 
-    // Whether the file of this path exists, the exact name or one that differs in case only. Paths of other
-    // folders are looked up exactly.
+    // Whether the file of this path exists, under the exact name or one that differs only in case. Paths in
+    // other folders are looked up exactly.
     bool HasFile(const QString& path) const;
-    // The path of such a file as it is on disk: the exact name first, else the first of those that differ in
-    // case only. Empty when there is none. The path lies in the folder.
+    // Returns the path of such a file as it is spelled on disk: the exact name if it exists, otherwise the
+    // first of those that differ only in case. Empty when there is none. Requires a path in the folder.
     QString FindFile(const QString& path) const;
 
 private:
@@ -26,6 +25,6 @@ private:
     Files& files_;
     QString folder_;
     mutable bool read_ = false;
-    // The names as they are on disk, under the same without case.
+    // The names as they are on disk, keyed by their case-folded form.
     mutable QHash<QString, QStringList> names_;
 };

@@ -1,8 +1,8 @@
-// Sorting many texts by collation, each looked at once.
+// Sorting many texts by collation, with the weights of each computed only once.
 #include "library/list_order.h"
 
 #include "library/collation.h"
-#include "library/library_state.h"
+#include "state/library_state.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -11,22 +11,22 @@
 
 namespace {
 
-// A text of which the weights are known.
+// A text with known weights.
 struct Weighed {
-    // The first eight weights, the first one highest: most comparisons need no more.
+    // The first eight weights, the first in the highest byte: most comparisons need no more.
     std::uint64_t head = 0;
     const std::uint8_t* weights = nullptr;
     std::uint32_t size = 0;
     std::uint32_t index = 0;
 };
 
-// Any other text.
+// A text without weights.
 struct Spelled {
     QString text;
     std::uint32_t index = 0;
 };
 
-// Below, equal to or above 0, as memcmp.
+// Returns a value below, equal to or above 0, like memcmp.
 int CompareWeights(const Weighed& a, const Weighed& b) {
     if (a.head != b.head) {
         return a.head < b.head ? -1 : 1;
@@ -43,7 +43,7 @@ std::uint64_t Head(const std::uint8_t* weights, std::uint32_t size) {
     return head;
 }
 
-// The texts of a list, parted into the weighed and the spelled ones.
+// The texts of a list, split into those with weights and the others.
 struct Parted {
     std::vector<std::uint8_t> weights;
     std::vector<Weighed> weighed;
@@ -55,13 +55,13 @@ struct NameTexts {
     const QStringList& names;
 
     std::uint32_t Count() const { return static_cast<std::uint32_t>(names.size()); }
-    // The most weights that a text can have.
+    // The maximum number of weights of a text.
     std::size_t Length(std::uint32_t i) const { return static_cast<std::size_t>(names[i].size()); }
     bool Weigh(const Collation& collation, std::uint32_t i, std::uint8_t*& key) const {
         return collation.AppendWeights(names[i], key);
     }
     QString Text(std::uint32_t i) const { return names[i]; }
-    // The order of two texts that the collation holds for equal.
+    // The order of two texts that the collation considers equal.
     bool Earlier(std::uint32_t a, std::uint32_t b) const { return names[a] < names[b]; }
 };
 
@@ -109,7 +109,8 @@ Parted Part(const Texts& texts, const Collation& collation) {
     return parted;
 }
 
-// The first place from `begin` on where `isBefore` no longer holds: steps that double, then halving.
+// Returns the first position from `begin` on where `isBefore` no longer holds: doubling steps, then binary
+// search.
 template <typename Iterator, typename Predicate>
 Iterator Gallop(Iterator begin, Iterator end, Predicate&& isBefore) {
     std::ptrdiff_t step = 1;
@@ -120,7 +121,7 @@ Iterator Gallop(Iterator begin, Iterator end, Predicate&& isBefore) {
     return std::partition_point(begin, end - begin > step ? begin + step : end, isBefore);
 }
 
-// The indexes of all texts in their order.
+// Returns the indexes of all texts in sorted order.
 template <typename Texts>
 std::vector<std::uint32_t> SortedIndexes(const Texts& texts) {
     const Collation collation;

@@ -7,10 +7,10 @@
 
 struct ListLine;
 
-// Both orders are the system's collation, ascending, without case.
+// Both orders use the system's collation, ascending, without case.
 
-// Names that are equal but for their case stand in the order of their characters' numbers.
+// Names that differ only in case are ordered by the codes of their characters.
 void SortNames(QStringList& names);
 
-// By the whole text of the lines; equal lines stay in the order in which they were found.
+// Sorts by the whole text of the lines. Equal lines keep the order in which they were found.
 void SortLines(std::vector<ListLine>& lines);

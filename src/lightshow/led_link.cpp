@@ -3,7 +3,7 @@
 
 #include "core/run_time_error.h"
 #include "platform/serial_port.h"
-#include "shell/form_main.h"
+#include "state/form_main.h"
 
 void SendToController(Form_Main& form, const char* command) {
     EndsProgram("SendToController", [&] { form.MSComm1.Output(QByteArray(command) + "\r\n"); });

@@ -1,7 +1,7 @@
 // The spectrum of the running track as colours of the LED strip.
 #include "lightshow/spectrum.h"
 
-#include "shell/form_main.h"
+#include "state/form_main.h"
 
-// The light show comes with its own change; until then a tick sends nothing.
+// The light show is not implemented yet: a tick sends nothing.
 void UpdateSpectrum(Form_Main& /*form*/) {}

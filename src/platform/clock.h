@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-// Event thread only: the console's clock is moved there.
+// Event thread only: the console moves its clock there.
 struct Clock {
     virtual ~Clock() = default;
 

@@ -1,4 +1,4 @@
-// Port: modal dialogs, which the cabinet and the console each show in their own way.
+// Port: modal dialogs. The cabinet and the console each show them in their own way.
 #pragma once
 
 #include <QString>
@@ -7,7 +7,6 @@
 struct Dialogs {
     virtual ~Dialogs() = default;
 
-    // Shows the dialog of that name ("Form_Config", "Form_KeyBoard", ...) and returns when it has been
-    // closed.
+    // Shows the dialog of that name ("Form_Config", "Form_KeyBoard", ...) and returns when it is closed.
     virtual void ShowModal(const QString& dialog) = 0;
 };

@@ -11,18 +11,18 @@ struct DisplayMode {
     int bits = 0;
 };
 
-// What ChangeDisplaySettings answers.
+// Result of ChangeDisplaySettings.
 enum class DisplayChange : int { kSuccessful = 0, kRestart = 1, kRefused = -2 };
 
 // Event thread only.
 struct Display {
     virtual ~Display() = default;
 
-    // The rectangles of all monitors in pixels, the primary one first.
+    // The rectangles of all monitors in pixels, primary monitor first.
     virtual std::vector<QRect> EnumDisplayMonitors() = 0;
-    // The primary screen's size and colour depth now.
+    // The current size and colour depth of the primary screen.
     virtual DisplayMode CurrentMode() = 0;
-    // Whether the mode could be set, without setting it.
+    // Tests whether the mode could be set, without setting it.
     virtual DisplayChange TestDisplaySettings(const DisplayMode& mode) = 0;
     virtual DisplayChange ChangeDisplaySettings(const DisplayMode& mode) = 0;
 };

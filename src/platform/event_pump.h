@@ -1,14 +1,14 @@
-// Port: the points at which a running handler lets pending events run.
+// Port: the points at which a running handler processes pending events.
 #pragma once
 
-// Called on the event thread alone.
+// Event thread only.
 struct EventPump {
     virtual ~EventPump() = default;
 
-    // Hands every pending event to the jukebox, each inside a handler border of its own, and returns.
-    // ProgramStop and ProgramEnd of a nested handler come through.
+    // Hands every pending event to the jukebox, each inside its own handler border, and returns. ProgramStop
+    // and ProgramEnd of a nested handler pass through.
     virtual void DoEvents() = 0;
-    // Lets pending events run until `milliseconds` have passed; at least one DoEvents, after the time has
-    // moved.
+    // Processes pending events until `milliseconds` have passed. Calls DoEvents at least once, after the time
+    // has moved.
     virtual void Wait(double milliseconds) = 0;
 };

@@ -1,4 +1,4 @@
-// Port: the file system, so that a test can see and fail every operation.
+// Port: the file system. Tests record and fail every operation.
 #pragma once
 
 #include "core/integer.h"
@@ -12,7 +12,7 @@
 #include <span>
 #include <vector>
 
-// What tells one state of a file from another: two equal identities mean that the file has not been changed.
+// Identifies one state of a file: two equal identities mean that the file has not been changed.
 struct FileIdentity {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
@@ -28,45 +28,48 @@ struct FolderEntry {
     bool isFolder = false;
 };
 
-// A regular file that is open for reading, at its start; closed at the end of its life.
+// A regular file that is open for reading, positioned at its start. The destructor closes it.
 struct OpenFile {
     virtual ~OpenFile() = default;
-    // The bytes that the file had when it was opened.
+    // The size in bytes at the time the file was opened.
     virtual std::int64_t Size() const = 0;
-    // Reads the next bytes until `to` is full. False when there are fewer or reading fails.
+    // Reads the next bytes until `to` is full. Returns false when fewer are left or reading fails.
     virtual bool Read(std::span<std::uint8_t> to) = 0;
 };
 
 // Paths are text made by TextOfPath. No operation raises an error unless it says so; the result reports a
-// failure. Called on the event thread alone.
+// failure. Event thread only.
 struct Files {
     virtual ~Files() = default;
 
-    // The whole of a regular file. Nothing when it is missing, no regular file, unreadable or larger than
-    // `limit`.
+    // Reads a whole regular file. Returns nothing when it is missing, not a regular file, unreadable or
+    // larger than `limit`.
     virtual std::optional<QByteArray> ReadWhole(const QString& path, std::int64_t limit) = 0;
-    // Opens a regular file, links followed. Null when it is missing, no regular file or unreadable.
+    // Opens a regular file, following links. Returns null when it is missing, not a regular file or
+    // unreadable.
     virtual std::unique_ptr<OpenFile> Open(const QString& path) = 0;
-    // The identity of a regular file, links followed. Nothing when there is none.
+    // The identity of a regular file, following links; nothing when there is no such file.
     virtual std::optional<FileIdentity> Identity(const QString& path) = 0;
-    // A folder, links followed.
+    // Whether the path names a folder, following links.
     virtual bool IsFolder(const QString& path) = 0;
-    // The entries of a folder in no particular order, hidden ones included, "." and ".." not. An entry that
-    // is neither file nor folder (links followed) is left out. Nothing when the folder cannot be read.
+    // The entries of a folder in no particular order, hidden ones included, without "." and "..". Entries
+    // that are neither file nor folder (links followed) are left out. Returns nothing when the folder cannot
+    // be read.
     virtual std::optional<std::vector<FolderEntry>> ListFolder(const QString& path) = 0;
 
-    // Creates or empties a file and writes `bytes`; with `synced` they are on the disk when this returns.
+    // Creates or empties a file and writes `bytes`. With `synced` they are on the disk when this returns.
     virtual bool Write(const QString& path, const QByteArray& bytes, bool synced) = 0;
-    // Opens a file for appending, creating it when missing, writes and closes it.
+    // Opens a file for appending, creates it if it is missing, writes and closes it.
     virtual bool Append(const QString& path, const QByteArray& bytes) = 0;
-    // Gives `target` the access rights of `model`, as far as that is possible.
+    // Copies the access rights of `model` to `target` as far as possible.
     virtual void CopyRights(const QString& model, const QString& target) = 0;
-    // Puts `from` in the place of `to` in one step. False for a `to` that exists and is no regular file.
+    // Renames `from` to `to` and atomically replaces a regular file there. Returns false when `to` exists and
+    // is not a regular file.
     virtual bool Rename(const QString& from, const QString& to) = 0;
     virtual bool Remove(const QString& path) = 0;
-    // Makes the names in a folder last through a power cut.
+    // Makes the entries of a folder survive a power cut.
     virtual bool SyncFolder(const QString& path) = 0;
     virtual bool MakeFolder(const QString& path) = 0;
-    // The path with every link in it followed; the path itself when it names nothing.
+    // The path with every link in it resolved; the path itself when it names nothing.
     virtual QString RealPath(const QString& path) = 0;
 };

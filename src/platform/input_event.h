@@ -1,4 +1,4 @@
-// What the outside world tells the jukebox: keys, pointer, timers, the wish to close.
+// Input events: keys, pointer, timers, the request to close.
 #pragma once
 
 #include <functional>
@@ -6,8 +6,8 @@
 enum class InputKind {
     kKeyDown,     // code: virtual-key code; auto-repeat counts as a key
     kMouseDown,   // button, x, y
-    kMouseBeside, // a press beside the on-screen keyboard
-    kMouseMove,   // button: the one held (0 none), x, y
+    kMouseBeside, // a press outside the on-screen keyboard
+    kMouseMove,   // button: the held one, 0 for none; x, y
     kMouseUp,     // button, x, y
     kDblClick,    // no position
     kTimer1,      // the heartbeat's interval has passed
@@ -25,5 +25,5 @@ struct InputEvent {
     double y = 0;
 };
 
-// Takes one event. ProgramStop and ProgramEnd come out of it.
+// Processes one event. ProgramStop and ProgramEnd pass through.
 using EventSink = std::function<void(const InputEvent&)>;

@@ -1,15 +1,15 @@
-// Port: graphs that play a video, or one of the theme's sounds.
+// Port: media graphs. Each plays a video or one of the theme's sounds.
 #pragma once
 
 #include <QString>
 
 #include <memory>
 
-// One file's graph. Event thread only.
+// The graph of one file. Event thread only.
 struct MediaGraph {
     virtual ~MediaGraph() = default;
 
-    // Builds the graph for a file. Raises 5, with the path in the detail, when the file cannot be rendered.
+    // Builds the graph for a file. Raises 5 with the path in the detail when the file cannot be rendered.
     virtual void RenderFile(const QString& path) = 0;
     virtual void Run() = 0;
     virtual void Pause() = 0;
@@ -18,9 +18,9 @@ struct MediaGraph {
     virtual double Duration() = 0;
     virtual double CurrentPosition() = 0;
     virtual void SetCurrentPosition(double seconds) = 0;
-    // Puts the picture into a rectangle of its owner's surface, in pixels; `owner` is the surface's name.
+    // Places the picture in a rectangle of its owner's surface, in pixels; `owner` is the surface's name.
     virtual void Place(const QString& owner, int left, int top, int width, int height) = 0;
-    // The height, in pixels, of the picture inside the rectangle last given.
+    // The height in pixels of the picture inside the rectangle that was set last.
     virtual int Height() = 0;
 };
 
@@ -28,6 +28,6 @@ struct MediaGraph {
 struct MediaGraphs {
     virtual ~MediaGraphs() = default;
 
-    // A new empty graph. `name` says whose it is: "Video", "SoundInsertCoin" and so on.
+    // Creates an empty graph. `name` identifies its user: "Video", "SoundInsertCoin" and so on.
     virtual std::shared_ptr<MediaGraph> CreateGraph(const QString& name) = 0;
 };

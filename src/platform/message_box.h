@@ -1,4 +1,4 @@
-// Port: the few message boxes.
+// Port: message boxes.
 #pragma once
 
 #include <QString>
@@ -9,6 +9,6 @@ struct MessageBox {
 
     // Shows a message and waits until it is closed.
     virtual void Show(const QString& title, const QString& text) = 0;
-    // Asks a question; true for yes. Closed without an answer it is no.
+    // Asks a question and returns true for yes. Closing the box without an answer means no.
     virtual bool AskYesNo(const QString& title, const QString& text) = 0;
 };

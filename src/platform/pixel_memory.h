@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <memory>
 
-// Bytes of any content, to be given back with std::free; null when there are not so many. Large ones come in
-// large pages where the system has them: a picture of the screen's size is two thousand small ones, each of
-// which costs a stop at its first use.
+// Allocates uninitialised bytes, to be freed with std::free. Returns null when memory is short. Large blocks
+// use large pages where the system has them: a picture of the screen's size covers two thousand small ones,
+// and each costs a page fault at its first use.
 void* AllocatePixels(std::size_t bytes);
 
 struct FreePixels {

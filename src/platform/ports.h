@@ -1,4 +1,4 @@
-// All ports of the jukebox, as the form holds them.
+// All ports of the jukebox. The form is derived from this struct.
 #pragma once
 
 struct AudioLibrary;

@@ -17,13 +17,13 @@ struct SerialSettings {
 struct SerialPort {
     virtual ~SerialPort() = default;
 
-    // Opens the line, 8 data bits, no parity, one stop bit, no flow control. Raises 8002 for a port that does
-    // not exist or refuses, 8005 for one that is open already.
+    // Opens the line: 8 data bits, no parity, one stop bit, no flow control. Raises 8002 when the port does
+    // not exist or cannot be opened, 8005 when it is open already.
     virtual void Open(const SerialSettings& settings) = 0;
     virtual void Close() = 0;
     virtual bool IsOpen() const = 0;
-    // Sends the bytes whole, within 99 ms; what a dead line has not taken by then is dropped. Raises 8018
-    // when closed or when the device has gone away.
+    // Sends all bytes, within 99 ms; drops what a dead line has not accepted by then. Raises 8018 when the
+    // port is closed or the device has gone away.
     virtual void Output(const QByteArray& bytes) = 0;
     // All bytes that have arrived since the last call. Raises 8018 when closed.
     virtual QByteArray Input() = 0;

@@ -1,4 +1,4 @@
-// Port: the system's picture loader, for the kinds of files that the jukebox does not decode itself.
+// Port: the system's picture loader, for the file formats that the jukebox does not decode itself.
 #pragma once
 
 #include "platform/pixel_memory.h"
@@ -9,19 +9,20 @@
 #include <span>
 #include <vector>
 
-// A loaded picture. Its rows begin with the highest one.
+// A loaded picture. The highest row comes first.
 struct SystemPicture {
     int width = 0;
     int height = 0;
-    // 8: a byte a pixel, an index into the palette. 32: blue, green, red and a byte without meaning.
+    // 8: one byte a pixel, an index into the palette. 32: blue, green, red and an unused byte.
     int bitCount = 0;
-    // 3 bytes an entry: red, green, blue. An index may lie behind its end.
+    // 3 bytes an entry: red, green, blue. An index may be past its end.
     std::vector<std::uint8_t> palette;
-    // The pixels, kept alive by `owner` or `memory`, and the bytes from one row to the next.
+    // The pixels, kept alive by `owner` or `memory`, and the distance in bytes from one row to the next.
     const std::uint8_t* pixels = nullptr;
     std::size_t stride = 0;
     std::shared_ptr<const void> owner;
-    // Set when the pixels are 32-bit rows without gaps that the caller may take over instead of copying them.
+    // Set when the pixels are 32-bit rows without gaps. The caller may take the memory over instead of
+    // copying it.
     PixelMemory memory;
 
     std::span<const std::uint8_t> Row(int y) const {
@@ -33,8 +34,8 @@ struct SystemPicture {
 struct SystemPictures {
     virtual ~SystemPictures() = default;
 
-    // The picture in the bytes of a BMP, JPEG or GIF file, told by its content; a GIF gives its first frame
-    // in palette indices, at the frame's own size. Nothing for any other file, a damaged one and one whose
-    // pixels are too many. May be called from any thread, by several at once.
+    // Decodes the bytes of a BMP, JPEG or GIF file; the content decides which. A GIF gives its first frame as
+    // palette indices, at the frame's own size. Returns nothing for any other file, a damaged file or too
+    // many pixels. May be called from any thread, by several at once.
     virtual std::unique_ptr<SystemPicture> OleLoadPicture(std::span<const std::uint8_t> bytes) = 0;
 };

@@ -1,4 +1,4 @@
-// Port: the compression library, looked up at run time; the jukebox works without it.
+// Port: the compression library, which is looked up at run time. The jukebox works without it.
 #pragma once
 
 #include <cstdint>
@@ -8,12 +8,12 @@
 struct ZlibLibrary {
     virtual ~ZlibLibrary() = default;
 
-    // Whether the library and the routine of that name ("uncompress", "crc32") are there.
+    // Whether the library has the routine of that name ("uncompress", "crc32").
     virtual bool Has(const char* routine) = 0;
-    // Inflates a whole zlib stream (RFC 1950) into `target`; `written` takes the bytes made. The library's
-    // own result: 0 is success.
+    // Inflates a whole zlib stream (RFC 1950) into `target` and sets `written` to the number of bytes.
+    // Returns the library's own result: 0 is success.
     virtual int Uncompress(std::span<std::uint8_t> target, std::size_t& written,
                            std::span<const std::uint8_t> source) = 0;
-    // The CRC-32 of ISO 3309, going on from `start`.
+    // The CRC-32 of ISO 3309, continued from `start`.
     virtual std::uint32_t Crc32(std::uint32_t start, std::span<const std::uint8_t> bytes) = 0;
 };

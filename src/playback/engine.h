@@ -1,26 +1,20 @@
-// The two players behind one pair of operations.
+// Playback of audio files, videos and the theme's sounds.
 #pragma once
 
 #include <QString>
 
 struct Form_Main;
 
-// Starts a file. An audio file that cannot be opened sounds the refusal and leaves IsPlaying at 0; a video
-// that cannot be rendered raises 5. An active LED controller that does not answer holds an audio start for
-// ever.
+// Starts a file. For an audio file that cannot be opened it plays the refusal sound and sets IsPlaying to 0;
+// for a video that cannot be rendered it raises 5. While an active LED controller does not answer, the start
+// of an audio file waits without limit.
 void BassPlayFile(Form_Main& form, const QString& FileName);
 
-// Stops whatever runs; harmless when nothing does.
+// Stops the running audio or video; safe to call when nothing runs.
 void BassStopFile(Form_Main& form);
 
-// Seconds of the position and length of what runs now; the audio position is kept in TrackPositionSeconds.
-struct PlayTime {
-    double position = 0;
-    double length = 0;
-};
-PlayTime ReadPlayTime(Form_Main& form);
-
-// Seeks to ten seconds before the end of what runs; a seek that fails leaves the position.
+// Seeks to ten seconds before the end of the running audio or video. A failed seek leaves the position
+// unchanged.
 void SeekNearEnd(Form_Main& form);
 
 // Plays one of the theme's sounds from its start. Raises 91 when the theme has not been loaded.

@@ -2,20 +2,11 @@
 #include "rendering/block_buttons.h"
 
 #include "rendering/geometry.h"
-#include "shell/form_main.h"
+#include "state/form_main.h"
 
 #include <array>
 
 namespace {
-
-struct ButtonRow {
-    const char* word;
-    Integer16 ThemeRecord::*x;
-    Integer16 ThemeRecord::*y;
-    Integer16 ThemeRecord::*width;
-    Integer16 ThemeRecord::*height;
-    bool (*available)(const Form_Main& form);
-};
 
 // The four looks of a block's buttons.
 struct ButtonPictures {
@@ -29,37 +20,34 @@ bool Always(const Form_Main& /*form*/) {
     return true;
 }
 bool SeveralQueued(const Form_Main& form) {
-    return form.PlaylistCount > 1;
+    return form.queue.PlaylistCount > 1;
 }
 bool SomethingNamed(const Form_Main& form) {
-    return !form.NowPlayingPath.isEmpty();
+    return !form.player.NowPlayingPath.isEmpty();
 }
 bool NothingNamedButQueued(const Form_Main& form) {
-    return form.NowPlayingPath.isEmpty() && form.PlaylistCount > 0;
+    return form.player.NowPlayingPath.isEmpty() && form.queue.PlaylistCount > 0;
 }
 
-#define RECTANGLE(prefix)                                                                                    \
-    &ThemeRecord::prefix##X, &ThemeRecord::prefix##Y, &ThemeRecord::prefix##W, &ThemeRecord::prefix##H
+using T = ThemeRecord;
 
 // clang-format off
 constexpr std::array kMainButtons = {
-    ButtonRow{"preview", RECTANGLE(BlockMainBtnPreview),     SeveralQueued},
-    ButtonRow{"stop",    RECTANGLE(BlockMainBtnStop),        SomethingNamed},
-    ButtonRow{"play",    RECTANGLE(BlockMainBtnPlay),        NothingNamedButQueued},
-    ButtonRow{"pause",   RECTANGLE(BlockMainBtnPause),       SomethingNamed},
-    ButtonRow{"next",    RECTANGLE(BlockMainBtnNext),        SeveralQueued},
+    ButtonRow{"preview", &T::BlockMainBtnPreview,     SeveralQueued},
+    ButtonRow{"stop",    &T::BlockMainBtnStop,        SomethingNamed},
+    ButtonRow{"play",    &T::BlockMainBtnPlay,        NothingNamedButQueued},
+    ButtonRow{"pause",   &T::BlockMainBtnPause,       SomethingNamed},
+    ButtonRow{"next",    &T::BlockMainBtnNext,        SeveralQueued},
 };
 
 constexpr std::array kPlaylistButtons = {
-    ButtonRow{"down",    RECTANGLE(BlockPlaylistBtnDown),    SeveralQueued},
-    ButtonRow{"up",      RECTANGLE(BlockPlaylistBtnUp),      SeveralQueued},
-    ButtonRow{"remove",  RECTANGLE(BlockPlaylistBtnRemove),  SeveralQueued},
-    ButtonRow{"load",    RECTANGLE(BlockPlaylistBtnLoad),    Always},
-    ButtonRow{"save",    RECTANGLE(BlockPlaylistBtnSave),    SeveralQueued},
+    ButtonRow{"down",    &T::BlockPlaylistBtnDown,    SeveralQueued},
+    ButtonRow{"up",      &T::BlockPlaylistBtnUp,      SeveralQueued},
+    ButtonRow{"remove",  &T::BlockPlaylistBtnRemove,  SeveralQueued},
+    ButtonRow{"load",    &T::BlockPlaylistBtnLoad,    Always},
+    ButtonRow{"save",    &T::BlockPlaylistBtnSave,    SeveralQueued},
 };
 // clang-format on
-
-#undef RECTANGLE
 
 const LatePicture& Look(const ButtonPictures& pictures, bool available, bool focused) {
     if (available) {
@@ -68,32 +56,39 @@ const LatePicture& Look(const ButtonPictures& pictures, bool available, bool foc
     return focused ? pictures.unavailableFocused : pictures.unavailable;
 }
 
-void DrawButtons(Form_Main& form, const std::array<ButtonRow, 5>& rows, const ButtonPictures& pictures,
-                 Integer16 blockX, Integer16 blockY) {
+void DrawButtons(Form_Main& form, std::span<const ButtonRow> rows, const ButtonPictures& pictures,
+                 const Corner16& corner) {
     for (const ButtonRow& row : rows) {
-        const int x = (form.*row.x).value();
-        const int y = (form.*row.y).value();
-        const int width = (form.*row.width).value();
-        const int height = (form.*row.height).value();
-        const Box to = ScaledBox(form, blockX.value() + x, blockY.value() + y, width, height);
-        const bool focused = form.ActiveBtn == QLatin1StringView(row.word);
+        const Box16& button = form.theme.*row.box;
+        const Box from = BoxOf(button);
+        const Box to = ScaledBox(form, InBlock(corner, button));
+        const bool focused = form.cursor.ActiveBtn == QLatin1StringView(row.word);
         Look(pictures, row.available(form), focused)
-            .Render(form.Picture_Main, to.x, to.y, to.width, to.height, x, y, width, height);
+            .Render(form.frame.Picture_Main, to.x, to.y, to.width, to.height, from.x, from.y, from.width,
+                    from.height);
     }
 }
 
 } // namespace
 
+std::span<const ButtonRow> MainButtons() {
+    return kMainButtons;
+}
+
+std::span<const ButtonRow> PlaylistButtons() {
+    return kPlaylistButtons;
+}
+
 void DrawMainButtons(Form_Main& form) {
     DrawButtons(form, kMainButtons,
-                {form.ImgMainActiveSelected, form.ImgMainActiveSelectedHilight, form.ImgMainActiveUnselected,
-                 form.ImgMainActiveUnselectedHilight},
-                form.BlockMainX, form.BlockMainY);
+                {form.assets.ImgMainActiveSelected, form.assets.ImgMainActiveSelectedHilight,
+                 form.assets.ImgMainActiveUnselected, form.assets.ImgMainActiveUnselectedHilight},
+                form.theme.BlockMain);
 }
 
 void DrawPlaylistButtons(Form_Main& form) {
     DrawButtons(form, kPlaylistButtons,
-                {form.ImgPlaylistActiveSelected, form.ImgPlaylistActiveSelectedHilight,
-                 form.ImgPlaylistActiveUnselected, form.ImgPlaylistActiveUnselectedHilight},
-                form.BlockPlaylistX, form.BlockPlaylistY);
+                {form.assets.ImgPlaylistActiveSelected, form.assets.ImgPlaylistActiveSelectedHilight,
+                 form.assets.ImgPlaylistActiveUnselected, form.assets.ImgPlaylistActiveUnselectedHilight},
+                form.theme.BlockPlaylist);
 }

@@ -1,11 +1,11 @@
-// Drawing the menu's rows and showing a window of them.
+// Drawing the menu's rows and copying the visible ones to the frame.
 #include "rendering/command_block.h"
 
 #include "core/run_time_error.h"
 #include "rendering/geometry.h"
 #include "rendering/text.h"
-#include "shell/form_main.h"
-#include "shell/log.h"
+#include "state/form_main.h"
+#include "state/log.h"
 
 #include <algorithm>
 
@@ -13,11 +13,11 @@ namespace {
 
 // The border of the block around the rows, in design pixels.
 constexpr int kBorder = 7;
-// A row shows at most this many choices.
+// The highest number of a choice in a row.
 constexpr int kMostChoices = 20;
 
 int RowHeight(const Form_Main& form) {
-    return form.ImgCommandListbox.Height();
+    return form.assets.ImgCommandListbox.Height();
 }
 
 struct MirrorRow {
@@ -44,20 +44,21 @@ constexpr MirrorRow kMirrors[] = {
 };
 // clang-format on
 
-// Gives the rows that mirror a setting the choice of its value. An order that is neither word leaves its row.
+// Sets the current choice of each row that mirrors a setting. An order other than "alpha" and "playcount"
+// does not change its row.
 void RefreshChoices(Form_Main& form) {
-    if (form.Order == u"alpha") {
-        form.CommandChoice(1, 1) = 1;
-    } else if (form.Order == u"playcount") {
-        form.CommandChoice(1, 1) = 2;
+    if (form.library.Order == u"alpha") {
+        form.menu.CommandChoice(1, 1) = 1;
+    } else if (form.library.Order == u"playcount") {
+        form.menu.CommandChoice(1, 1) = 2;
     }
     for (const MirrorRow& mirror : kMirrors) {
-        form.CommandChoice(mirror.menu, mirror.row) = form.*mirror.setting == u"true" ? 1 : 2;
+        form.menu.CommandChoice(mirror.menu, mirror.row) = form.settings.*mirror.setting == u"true" ? 1 : 2;
     }
 }
 
 QString ChoiceLabel(const Form_Main& form, int row) {
-    const Integer16 choice = form.CommandChoice(form.CommandCurrentMenu, row);
+    const Integer16 choice = form.menu.CommandChoice(form.menu.CommandCurrentMenu, row);
     if (choice < 0 || choice > kMostChoices) {
         throw RunTimeError(kSubscriptOutOfRange,
                            QStringLiteral("the menu's row %1, choice %2 (expected 0 to %3)")
@@ -65,60 +66,47 @@ QString ChoiceLabel(const Form_Main& form, int row) {
                                .arg(choice.value())
                                .arg(kMostChoices));
     }
-    return form.CommandChoiceLabel(form.CommandCurrentMenu, row, choice);
+    return form.menu.CommandChoiceLabel(form.menu.CommandCurrentMenu, row, choice);
 }
 
-TextBox Below(Integer16 x, Integer16 y, Integer16 width, Integer16 height, int down) {
-    return {x, y + down, width, height};
+Box16 Below(const Box16& box, int down) {
+    return {box.X, box.Y + down, box.W, box.H};
 }
 
-void DrawLabel(Form_Main& form, Surface& strip, const QString& label, const TextBox& box,
-               const TextStyle& style) {
+void DrawLabel(Form_Main& form, Surface& strip, const QString& label, const Box16& box,
+               const TextLook& style) {
     DrawText(form, strip, label, box, style, QStringLiteral("left"), QStringLiteral("center"));
 }
 
 void DrawListboxRow(Form_Main& form, int row, int y) {
-    form.ImgCommandListbox.Render(form.Picture_Command, 0, y);
-    form.ImgCommandListboxHilight.Render(form.Picture_CommandHilight, 0, y);
-    const QString label = form.CommandLabel(form.CommandCurrentMenu, row).toUpper();
+    form.assets.ImgCommandListbox.Render(form.frame.Picture_Command, 0, y);
+    form.assets.ImgCommandListboxHilight.Render(form.frame.Picture_CommandHilight, 0, y);
+    const QString label = form.menu.CommandLabel(form.menu.CommandCurrentMenu, row).toUpper();
     const QString choice = ChoiceLabel(form, row).toUpper();
-    const TextBox labelBox = Below(form.BlockCommandListBoxTexteX, form.BlockCommandListBoxTexteY,
-                                   form.BlockCommandListBoxTexteW, form.BlockCommandListBoxTexteH, y);
-    const TextBox choiceBox =
-        Below(form.BlockCommandListBoxChoiceTexteX, form.BlockCommandListBoxChoiceTexteY,
-              form.BlockCommandListBoxChoiceTexteW, form.BlockCommandListBoxChoiceTexteH, y);
-    DrawLabel(form, form.Picture_Command, label, labelBox,
-              {form.BlockCommandListBoxTexteFont, form.BlockCommandListBoxTexteFontSize,
-               form.BlockCommandListBoxTexteFontColor});
-    DrawCentred(form, form.Picture_Command, choice, choiceBox,
-                {form.BlockCommandListBoxChoiceTexteFont, form.BlockCommandListBoxChoiceTexteFontSize,
-                 form.BlockCommandListBoxChoiceTexteFontColor});
-    DrawLabel(form, form.Picture_CommandHilight, label, labelBox,
-              {form.BlockCommandListBoxTexteFontHilight, form.BlockCommandListBoxTexteFontSizeHilight,
-               form.BlockCommandListBoxTexteFontColorHilight});
-    DrawCentred(form, form.Picture_CommandHilight, choice, choiceBox,
-                {form.BlockCommandListBoxChoiceTexteFontHilight,
-                 form.BlockCommandListBoxChoiceTexteFontSizeHilight,
-                 form.BlockCommandListBoxChoiceTexteFontColorHilight});
+    const Box16 labelBox = Below(form.theme.BlockCommandListBoxTexte, y);
+    const Box16 choiceBox = Below(form.theme.BlockCommandListBoxChoiceTexte, y);
+    DrawLabel(form, form.frame.Picture_Command, label, labelBox, form.theme.BlockCommandListBoxTexteFont);
+    DrawCentred(form, form.frame.Picture_Command, choice, choiceBox,
+                form.theme.BlockCommandListBoxChoiceTexteFont);
+    DrawLabel(form, form.frame.Picture_CommandHilight, label, labelBox,
+              form.theme.BlockCommandListBoxTexteFontHilight);
+    DrawCentred(form, form.frame.Picture_CommandHilight, choice, choiceBox,
+                form.theme.BlockCommandListBoxChoiceTexteFontHilight);
 }
 
 void DrawButtonRow(Form_Main& form, int row, int y) {
-    form.ImgCommandBtn.Render(form.Picture_Command, 0, y);
-    form.ImgCommandBtnHilight.Render(form.Picture_CommandHilight, 0, y);
-    const QString label = form.CommandLabel(form.CommandCurrentMenu, row).toUpper();
-    const TextBox box = Below(form.BlockCommandBtnTexteX, form.BlockCommandBtnTexteY,
-                              form.BlockCommandBtnTexteW, form.BlockCommandBtnTexteH, y);
-    DrawCentred(form, form.Picture_Command, label, box,
-                {form.BlockCommandBtnTexteFont, form.BlockCommandBtnTexteFontSize,
-                 form.BlockCommandBtnTexteFontColor});
-    DrawCentred(form, form.Picture_CommandHilight, label, box,
-                {form.BlockCommandBtnTexteFontHilight, form.BlockCommandBtnTexteFontSizeHilight,
-                 form.BlockCommandBtnTexteFontColorHilight});
+    form.assets.ImgCommandBtn.Render(form.frame.Picture_Command, 0, y);
+    form.assets.ImgCommandBtnHilight.Render(form.frame.Picture_CommandHilight, 0, y);
+    const QString label = form.menu.CommandLabel(form.menu.CommandCurrentMenu, row).toUpper();
+    const Box16 box = Below(form.theme.BlockCommandBtnTexte, y);
+    DrawCentred(form, form.frame.Picture_Command, label, box, form.theme.BlockCommandBtnTexteFont);
+    DrawCentred(form, form.frame.Picture_CommandHilight, label, box,
+                form.theme.BlockCommandBtnTexteFontHilight);
 }
 
 void DrawRow(Form_Main& form, int row) {
     const int y = (row - 1) * RowHeight(form);
-    const QString& type = form.CommandType(form.CommandCurrentMenu, row);
+    const QString& type = form.menu.CommandType(form.menu.CommandCurrentMenu, row);
     if (type == u"listbox") {
         DrawListboxRow(form, row, y);
     } else if (type.startsWith(u"btn")) {
@@ -127,18 +115,18 @@ void DrawRow(Form_Main& form, int row) {
 }
 
 void CopyRows(Form_Main& form, const Surface& strip, int down, int from, int height) {
-    const Box to = ScaledBox(form, form.BlockCommandX.value() + kBorder,
-                             form.BlockCommandY.value() + kBorder + down, strip.Width(), height);
-    StretchBlt(form.Picture_Main, to, strip, {0, from, strip.Width(), height});
+    const Box to = ScaledBox(form, form.theme.BlockCommand.X.value() + kBorder,
+                             form.theme.BlockCommand.Y.value() + kBorder + down, strip.Width(), height);
+    StretchBlt(form.frame.Picture_Main, to, strip, {0, from, strip.Width(), height});
 }
 
 } // namespace
 
 void DrawCommand(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : DrawCommand"));
-    const int rows = form.CommandRowCount(form.CommandCurrentMenu).value();
-    for (Surface* strip : {&form.Picture_Command, &form.Picture_CommandHilight}) {
-        Resize(*strip, form.ImgCommandListbox.Width(), rows * RowHeight(form));
+    const int rows = form.menu.CommandRowCount(form.menu.CommandCurrentMenu).value();
+    for (Surface* strip : {&form.frame.Picture_Command, &form.frame.Picture_CommandHilight}) {
+        Resize(*strip, form.assets.ImgCommandListbox.Width(), rows * RowHeight(form));
     }
     RefreshChoices(form);
     for (int row = 1; row <= rows; ++row) {
@@ -148,16 +136,16 @@ void DrawCommand(Form_Main& form) {
 
 void ShowCommandRows(Form_Main& form) {
     const int rowHeight = RowHeight(form);
-    const int room = form.ImgCommand.Height() - 2 * kBorder;
-    const int current = form.CommandCurrentId.value();
+    const int room = form.assets.ImgCommand.Height() - 2 * kBorder;
+    const int current = form.menu.CommandCurrentId.value();
     int from = 0;
     int cursor = (current - 1) * rowHeight;
     if (cursor >= room - rowHeight) {
         from = current * rowHeight - room;
         cursor = room - rowHeight;
     }
-    CopyRows(form, form.Picture_Command, 0, from, std::min(room, form.Picture_Command.Height()));
-    if (form.ActiveZone == u"command") {
-        CopyRows(form, form.Picture_CommandHilight, cursor, (current - 1) * rowHeight, rowHeight);
+    CopyRows(form, form.frame.Picture_Command, 0, from, std::min(room, form.frame.Picture_Command.Height()));
+    if (form.cursor.ActiveZone == u"command") {
+        CopyRows(form, form.frame.Picture_CommandHilight, cursor, (current - 1) * rowHeight, rowHeight);
     }
 }

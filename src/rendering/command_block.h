@@ -1,10 +1,10 @@
-// The menu's rows, prepared off screen, and the window of them on the frame.
+// The menu's rows, drawn off screen, and the visible ones on the frame.
 #pragma once
 
 struct Form_Main;
 
-// Prepares the rows of the current menu in both looks, with the choices now in force.
+// Draws the rows of the current menu in both looks, with the current choices.
 void DrawCommand(Form_Main& form);
 
-// Copies the menu's rows to the frame, scrolled so that the current row is seen.
+// Copies the menu's rows to the frame, scrolled so that the current row is visible.
 void ShowCommandRows(Form_Main& form);

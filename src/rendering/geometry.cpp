@@ -1,49 +1,62 @@
-// From design pixels of the theme to pixels of the screen.
+// Converting design pixels of the theme to screen pixels.
 #include "rendering/geometry.h"
 
 #include "core/conversions.h"
-#include "shell/form_main.h"
+#include "state/form_main.h"
+
+Box BoxOf(const Box16& box) {
+    return {box.X.value(), box.Y.value(), box.W.value(), box.H.value()};
+}
+
+Box InBlock(const Corner16& corner, const Box16& box) {
+    return {corner.X.value() + box.X.value(), corner.Y.value() + box.Y.value(), box.W.value(), box.H.value()};
+}
+
+Box InZone(const Form_Main& form, const Box16& box) {
+    return InBlock({form.theme.ZoneList.X, form.theme.ZoneList.Y}, box);
+}
 
 Box ScaledBox(const Form_Main& form, double x, double y, double width, double height) {
-    return {CInt32(x * form.ZoneScaleX).value(), CInt32(y * form.ZoneScaleY).value(),
-            CInt32(width * form.ZoneScaleX).value(), CInt32(height * form.ZoneScaleY).value()};
+    return {CInt32(x * form.theme.ZoneScaleX).value(), CInt32(y * form.theme.ZoneScaleY).value(),
+            CInt32(width * form.theme.ZoneScaleX).value(), CInt32(height * form.theme.ZoneScaleY).value()};
 }
 
-TextBox ScaledTextBox(const Form_Main& form, double x, double y, double width, double height) {
-    return {CInt16(x * form.ZoneScaleX), CInt16(y * form.ZoneScaleY), CInt16(width * form.ZoneScaleX),
-            CInt16(height * form.ZoneScaleY)};
+Box ScaledBox(const Form_Main& form, const Box& box) {
+    return ScaledBox(form, box.x, box.y, box.width, box.height);
 }
 
-TextStyle ScaledStyle(const Form_Main& form, const QString& font, Integer16 size, const QString& colour) {
-    return {font, CInt16(size.value() * form.ZoneScaleX), colour};
+Box16 ScaledTextBox(const Form_Main& form, const Box& box) {
+    return {CInt16(box.x * form.theme.ZoneScaleX), CInt16(box.y * form.theme.ZoneScaleY),
+            CInt16(box.width * form.theme.ZoneScaleX), CInt16(box.height * form.theme.ZoneScaleY)};
+}
+
+TextLook ScaledLook(const Form_Main& form, const TextLook& look) {
+    return {look.Font, CInt16(look.Size.value() * form.theme.ZoneScaleX), look.Color};
 }
 
 Integer16 SlotUnderCursor(const Form_Main& form) {
-    const double rows = form.ZoneListNbTracksParColonne.value();
-    return CInt16((static_cast<double>(form.SelX) - 1) * rows + (static_cast<double>(form.SelY) - 1));
+    const double rows = form.theme.ZoneListNbTracksParColonne.value();
+    return CInt16((static_cast<double>(form.cursor.SelX) - 1) * rows +
+                  (static_cast<double>(form.cursor.SelY) - 1));
 }
 
 SlotPlace PlaceOfSlot(const Form_Main& form, Integer16 slot) {
-    const int rows = form.ZoneListNbTracksParColonne.value();
+    const int rows = form.theme.ZoneListNbTracksParColonne.value();
     const int number = slot.value() + 1;
     return number > rows ? SlotPlace{2, number - rows} : SlotPlace{1, number};
 }
 
 Box SlotInCache(const Form_Main& form, const SlotPlace& place) {
-    const auto [column, row] = place;
-    return {form.ZoneListPisteHilightX(column, row).value() + form.ZoneListX.value(),
-            form.ZoneListPisteHilightY(column, row).value() + form.ZoneListY.value(),
-            form.ZoneListPisteHilightW(column, row).value(), form.ZoneListPisteHilightH(column, row).value()};
+    return InZone(form, form.slots.ZoneListPisteHilight(place.column, place.row));
 }
 
-// Deliberate D-14: the zone's corner is added unscaled to the scaled slot. One expects it to be scaled as
-// well; themes are placed with it as it is.
+// Deliberate D-14: the zone's corner is added unscaled to the scaled slot. One would expect it to be scaled
+// as well; themes are placed with this behaviour.
 Box SlotOnScreen(const Form_Main& form, const SlotPlace& place) {
-    const auto [column, row] = place;
-    return {CInt32(form.ZoneListPisteHilightX(column, row).value() * form.ZoneScaleX + form.ZoneListX.value())
-                .value(),
-            CInt32(form.ZoneListPisteHilightY(column, row).value() * form.ZoneScaleY + form.ZoneListY.value())
-                .value(),
-            CInt32(form.ZoneListPisteHilightW(column, row).value() * form.ZoneScaleX).value(),
-            CInt32(form.ZoneListPisteHilightH(column, row).value() * form.ZoneScaleY).value()};
+    const Box16& slot = form.slots.ZoneListPisteHilight(place.column, place.row);
+    const double scaleX = form.theme.ZoneScaleX;
+    const double scaleY = form.theme.ZoneScaleY;
+    return {CInt32(slot.X.value() * scaleX + form.theme.ZoneList.X.value()).value(),
+            CInt32(slot.Y.value() * scaleY + form.theme.ZoneList.Y.value()).value(),
+            CInt32(slot.W.value() * scaleX).value(), CInt32(slot.H.value() * scaleY).value()};
 }

@@ -4,25 +4,26 @@
 #include "rendering/geometry.h"
 #include "rendering/text.h"
 #include "rendering/titles.h"
-#include "shell/form_main.h"
-#include "shell/log.h"
+#include "state/form_main.h"
+#include "state/log.h"
 
 #include <array>
 
 namespace {
 
-// Deliberate D-19: the running title loses ".vxtpl", a slip for ".vtxpl", so that a playlist's name keeps its
-// ending in that state. One expects the ending of the other states; the texts are known as they are.
+// Deliberate D-19: the running title loses ".vxtpl", a misspelling of ".vtxpl", so a playlist's name keeps
+// its ending in this state. One would expect the ending to be removed as in the other states; operators are
+// used to these texts.
 const QStringList kEndingsOfRunning = {
     QStringLiteral(".avi"),  QStringLiteral(".mpg"), QStringLiteral(".mp4"),  QStringLiteral(".mp3"),
     QStringLiteral(".flac"), QStringLiteral(".wma"), QStringLiteral(".vxtpl")};
-// Where a state's second line comes from.
+// The source of a state's second line.
 enum class Source { kFixed, kFolder, kRunningTitle, kNextTitle, kLastTitle };
 
-// When a state is left.
+// When a state ends: never, above its number of ticks, or at exactly that number.
 enum class Leaves { kNever, kAbove, kExactly };
 
-// What follows a state.
+// How the next state is found.
 enum class Rule { kNone, kA, kB, kC, kD, kNowPlaying };
 
 struct InfosRow {
@@ -69,10 +70,10 @@ const InfosRow* RowOf(const QString& state) {
 }
 
 QString QueueTitle(const Form_Main& form, Integer16 entry, const QStringList& endings) {
-    return BlockTitle(form.PlaylistTitre(entry), endings).Titre;
+    return BlockTitle(form.queue.PlaylistTitre(entry), endings).Titre;
 }
 
-// The folder's name behind the last separator; empty when the path holds none.
+// Returns the name after the last separator; empty when the path has no separator.
 QString FolderName(const QString& path) {
     const qsizetype separator = path.lastIndexOf(u'/');
     return separator < 0 ? QString() : path.mid(separator + 1);
@@ -83,44 +84,44 @@ QString SecondLine(const Form_Main& form, const InfosRow& row) {
     case Source::kFixed:
         return QString::fromLatin1(row.line2);
     case Source::kFolder:
-        return FolderName(form.CurrentPath);
+        return FolderName(form.library.CurrentPath);
     case Source::kRunningTitle:
-        return QueueTitle(form, form.PlaylistCurrent, kEndingsOfRunning);
+        return QueueTitle(form, form.queue.PlaylistCurrent, kEndingsOfRunning);
     case Source::kNextTitle:
-        return QueueTitle(form, form.PlaylistCurrent + 1, TitleEndings());
+        return QueueTitle(form, form.queue.PlaylistCurrent + 1, TitleEndings());
     case Source::kLastTitle:
-        return QueueTitle(form, form.PlaylistCount, TitleEndings());
+        return QueueTitle(form, form.queue.PlaylistCount, TitleEndings());
     }
     return QString();
 }
 
 const char* AfterButton(const Form_Main& form) {
-    if (form.PlaylistCount > 0) {
+    if (form.queue.PlaylistCount > 0) {
         return "nowplaying";
     }
-    return form.Credits > 0 ? "selecttrack" : "insertcoin";
+    return form.coins.Credits > 0 ? "selecttrack" : "insertcoin";
 }
 
 const char* WithoutQueue(const Form_Main& form) {
-    return form.ManageCoin == u"true" && form.Credits == 0 ? "insertcoin" : "selecttrack";
+    return form.settings.ManageCoin == u"true" && form.coins.Credits == 0 ? "insertcoin" : "selecttrack";
 }
 
 const char* AfterNews(const Form_Main& form) {
-    const bool mustPay = form.ManageCoin == u"true" && form.Credits == 0;
-    return !mustPay && form.PlaylistCount > 0 ? "nowplaying" : WithoutQueue(form);
+    const bool mustPay = form.settings.ManageCoin == u"true" && form.coins.Credits == 0;
+    return !mustPay && form.queue.PlaylistCount > 0 ? "nowplaying" : WithoutQueue(form);
 }
 
-// The state that follows; none when the state stays.
+// Returns the next state, or nullptr when the state does not change.
 const char* Successor(const Form_Main& form, Rule rule) {
     switch (rule) {
     case Rule::kA:
         return AfterButton(form);
     case Rule::kB:
-        return form.PlaylistCount > 0 || form.Credits > 0 ? AfterButton(form) : nullptr;
+        return form.queue.PlaylistCount > 0 || form.coins.Credits > 0 ? AfterButton(form) : nullptr;
     case Rule::kC:
         return AfterNews(form);
     case Rule::kD:
-        return form.PlaylistCount > form.PlaylistCurrent ? "nextplaying" : WithoutQueue(form);
+        return form.queue.PlaylistCount > form.queue.PlaylistCurrent ? "nextplaying" : WithoutQueue(form);
     case Rule::kNowPlaying:
         return "nowplaying";
     case Rule::kNone:
@@ -130,79 +131,57 @@ const char* Successor(const Form_Main& form, Rule rule) {
 }
 
 void ApplyTimeRule(Form_Main& form, const InfosRow& row) {
-    const bool over = (row.leaves == Leaves::kAbove && form.InfosTicks > row.ticks) ||
-                      (row.leaves == Leaves::kExactly && form.InfosTicks == row.ticks);
+    const bool over = (row.leaves == Leaves::kAbove && form.frame.InfosTicks > row.ticks) ||
+                      (row.leaves == Leaves::kExactly && form.frame.InfosTicks == row.ticks);
     const char* next = over ? Successor(form, row.successor) : nullptr;
     if (next != nullptr) {
-        form.BlockMainInfos = QString::fromLatin1(next);
-        form.InfosTicks = 1;
+        form.frame.BlockMainInfos = QString::fromLatin1(next);
+        form.frame.InfosTicks = 1;
     }
 }
 
-// A text's rectangle of the Main block, in design pixels of the block.
-struct MainRect {
-    Integer16 x;
-    Integer16 y;
-    Integer16 width;
-    Integer16 height;
-};
-
-void RepaintGround(Form_Main& form, const MainRect& rect) {
-    const Box to =
-        ScaledBox(form, form.BlockMainX.value() + rect.x.value(), form.BlockMainY.value() + rect.y.value(),
-                  rect.width.value(), rect.height.value());
-    form.ImgMain.Render(form.Picture_Main, to.x, to.y, to.width, to.height, rect.x.value(), rect.y.value(),
-                        rect.width.value(), rect.height.value());
+// Repaints a rectangle of the block from the block's picture.
+void RepaintGround(Form_Main& form, const Box16& inBlock) {
+    const Box to = ScaledBox(form, InBlock(form.theme.BlockMain, inBlock));
+    const Box from = BoxOf(inBlock);
+    form.assets.ImgMain.Render(form.frame.Picture_Main, to.x, to.y, to.width, to.height, from.x, from.y,
+                               from.width, from.height);
 }
 
-void WriteInto(Form_Main& form, const MainRect& rect, const QString& text, const TextStyle& style) {
-    const TextBox box =
-        ScaledTextBox(form, form.BlockMainX.value() + rect.x.value(),
-                      form.BlockMainY.value() + rect.y.value(), rect.width.value(), rect.height.value());
-    DrawCentred(form, form.Picture_Main, text, box,
-                ScaledStyle(form, style.Typo, style.TypoSize, style.TypoColor));
-}
-
-MainRect CreditRect(const Form_Main& form) {
-    return {form.BlockMainInsertCoinX, form.BlockMainInsertCoinY, form.BlockMainInsertCoinW,
-            form.BlockMainInsertCoinH};
+void WriteInto(Form_Main& form, const Box16& inBlock, const QString& text, const TextLook& look) {
+    const Box16 box = ScaledTextBox(form, InBlock(form.theme.BlockMain, inBlock));
+    DrawCentred(form, form.frame.Picture_Main, text, box, ScaledLook(form, look));
 }
 
 void DrawLine1(Form_Main& form, const QString& text) {
-    const MainRect rect{form.BlockMainInfosZoneLigne1X, form.BlockMainInfosZoneLigne1Y,
-                        form.BlockMainInfosZoneLigne1W, form.BlockMainInfosZoneLigne1H};
-    RepaintGround(form, rect);
+    RepaintGround(form, form.theme.BlockMainInfosZoneLigne1);
     if (!text.isEmpty()) {
-        WriteInto(form, rect, text.toUpper(),
-                  {form.BlockMainInfosZoneLigne1Font, form.BlockMainInfosZoneLigne1FontSize,
-                   form.BlockMainInfosZoneLigne1FontColor});
+        WriteInto(form, form.theme.BlockMainInfosZoneLigne1, text.toUpper(),
+                  form.theme.BlockMainInfosZoneLigne1Font);
     }
 }
 
 void DrawLine2(Form_Main& form, const QString& text) {
-    const MainRect rect{form.BlockMainInfosZoneLigne2X, form.BlockMainInfosZoneLigne2Y,
-                        form.BlockMainInfosZoneLigne2W, form.BlockMainInfosZoneLigne2H};
-    RepaintGround(form, rect);
-    if (form.InfosBlink != 1) {
-        WriteInto(form, rect, text.toUpper(),
-                  {form.BlockMainInfosZoneLigne2Font, form.BlockMainInfosZoneLigne2FontSize,
-                   form.BlockMainInfosZoneLigne2FontColor});
+    RepaintGround(form, form.theme.BlockMainInfosZoneLigne2);
+    if (form.frame.InfosBlink != 1) {
+        WriteInto(form, form.theme.BlockMainInfosZoneLigne2, text.toUpper(),
+                  form.theme.BlockMainInfosZoneLigne2Font);
     }
 }
 
 } // namespace
 
 void BlockMainRedrawInfos(Form_Main& form) {
-    if (form.ShowMainZone != u"true") {
+    if (form.settings.ShowMainZone != u"true") {
         return;
     }
     WriteLog(form, QStringLiteral(" : BlockMainRedrawInfos"));
-    const InfosRow* row = RowOf(form.BlockMainInfos);
+    const InfosRow* row = RowOf(form.frame.BlockMainInfos);
     if (row == nullptr) {
         return;
     }
-    if (form.BlockMainInfos == u"insertcoin" && form.ManageCoin != u"true") {
-        form.BlockMainInfos = QStringLiteral("selecttrack");
+    if (form.frame.BlockMainInfos == u"insertcoin" && form.settings.ManageCoin != u"true") {
+        form.frame.BlockMainInfos = QStringLiteral("selecttrack");
         return;
     }
     DrawLine1(form, QString::fromLatin1(row->line1));
@@ -211,19 +190,15 @@ void BlockMainRedrawInfos(Form_Main& form) {
 }
 
 void RepaintCreditBox(Form_Main& form) {
-    RepaintGround(form, CreditRect(form));
+    RepaintGround(form, form.theme.BlockMainInsertCoin);
 }
 
 void WriteCredits(Form_Main& form) {
-    WriteInto(
-        form, CreditRect(form), QString::number(form.Credits.value()),
-        {form.BlockMainInsertCoinFont, form.BlockMainInsertCoinFontSize, form.BlockMainInsertCoinFontColor});
+    WriteInto(form, form.theme.BlockMainInsertCoin, QString::number(form.coins.Credits.value()),
+              form.theme.BlockMainInsertCoinFont);
 }
 
 void RepaintRemain(Form_Main& form) {
-    const MainRect rect{form.BlockMainRemainX, form.BlockMainRemainY, form.BlockMainRemainW,
-                        form.BlockMainRemainH};
-    RepaintGround(form, rect);
-    WriteInto(form, rect, form.Remain,
-              {form.BlockMainRemainFont, form.BlockMainRemainFontSize, form.BlockMainRemainFontColor});
+    RepaintGround(form, form.theme.BlockMainRemain);
+    WriteInto(form, form.theme.BlockMainRemain, form.player.Remain, form.theme.BlockMainRemainFont);
 }

@@ -1,15 +1,15 @@
-// The Main block's texts, drawn straight onto the frame.
+// The Main block's texts, drawn directly on the frame.
 #pragma once
 
 struct Form_Main;
 
-// Repaints the two information lines and lets their state age; nothing at all when the block is not shown.
-// Does not refresh.
+// Repaints the two information lines and changes their state when its time is over. Does nothing when the
+// block is not shown. Does not refresh the screen.
 void BlockMainRedrawInfos(Form_Main& form);
 
-// The credit counter: its ground from the block's picture, and the number on it.
+// Repaint the background of the credit counter, and write the number on it.
 void RepaintCreditBox(Form_Main& form);
 void WriteCredits(Form_Main& form);
 
-// The remaining time with its ground.
+// Repaints the remaining time with its background.
 void RepaintRemain(Form_Main& form);

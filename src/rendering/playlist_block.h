@@ -1,4 +1,4 @@
-// The queue's rows, prepared off screen, and the window of them on the frame.
+// The queue's rows, prepared off screen, and the visible ones on the frame.
 #pragma once
 
 #include "core/integer.h"
@@ -9,27 +9,27 @@ struct Strip;
 // Prepares the rows of the queue in both looks.
 void DrawPlaylist(Form_Main& form);
 
-// Makes the next DrawPlaylist measure every text, as new fonts can change their widths.
+// Makes the next DrawPlaylist measure every text again, because new fonts can change the widths.
 void ForgetPlaylistTexts(Form_Main& form);
 
-// Makes Picture_PlaylistTmp a copy of the rows with the selected one in its selected look, as the touch mode
-// shows it.
+// Copies the rows to Picture_PlaylistTmp for the touch mode, with the selected row in its selected look.
 void CopyPlaylistForTouch(Form_Main& form);
 
-// Copies `height` design pixels of a strip, from `top` on, to the queue's place on the frame.
+// Copies `height` design pixels of a strip, starting at `top`, to the queue's area on the frame.
 void CopyPlaylistRows(Form_Main& form, const Strip& strip, double top, double height);
 
-// Copies what of the queue fits its place, from `top` on.
+// Copies the rows that fit the queue's area, starting at `top`.
 void CopyPlaylistWindow(Form_Main& form, double top);
 
-// Copies a row (from 1) in its selected look to the first row of the queue's place.
+// Copies a row (from 1) in its selected look to the first row of the queue's area.
 void CopyPlaylistHilightRow(Form_Main& form, Integer16 row);
 
-// Copies the rows as the finger has dragged them to the frame.
+// Copies the rows at the current position of the drag to the frame.
 void ShowDraggedRows(Form_Main& form);
 
-// Where a released drag leaves the rows, in design pixels; its limit is wider than that of the next frame.
+// Returns the scroll offset after a drag, in design pixels. Its limit is wider than that of the next frame.
 double ReleaseOffset(const Form_Main& form);
 
-// Copies the rows of the queue to the frame, as its mode shows them.
+// Copies the visible rows of the queue to the frame: in touch mode from the scroll offset on, else from the
+// selected row on.
 void ShowPlaylistRows(Form_Main& form);

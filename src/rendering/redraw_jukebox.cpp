@@ -1,64 +1,64 @@
-// The whole frame, step by step.
+// Building the whole frame, step by step.
 #include "rendering/redraw_jukebox.h"
 
 #include "core/conversions.h"
 #include "core/media_kind.h"
-#include "core/path_text.h"
-#include "library/covers.h"
-#include "library/tag_covers.h"
 #include "platform/windows.h"
 #include "playback/engine.h"
-#include "playback/remain.h"
+#include "playback/play_time.h"
 #include "rendering/block_buttons.h"
 #include "rendering/command_block.h"
+#include "rendering/covers.h"
 #include "rendering/geometry.h"
 #include "rendering/main_block.h"
 #include "rendering/playlist_block.h"
+#include "rendering/tag_covers.h"
 #include "rendering/track_zone.h"
 #include "rendering/video_surfaces.h"
-#include "shell/form_main.h"
-#include "shell/log.h"
-#include "shell/pointers.h"
+#include "state/form_main.h"
+#include "state/log.h"
+#include "state/paths.h"
+#include "state/pointers.h"
 
 namespace {
 
-// From this many idle ticks on the big cover gives way.
+// From this many idle ticks on, the big cover is hidden.
 constexpr int kIdle = 20;
 
 void ClampCursor(Form_Main& form) {
-    if (form.SelX < 1) {
-        form.SelX = 1;
+    if (form.cursor.SelX < 1) {
+        form.cursor.SelX = 1;
     }
-    if (form.SelY < 1) {
-        form.SelY = 1;
+    if (form.cursor.SelY < 1) {
+        form.cursor.SelY = 1;
     }
 }
 
-// An empty page: on to the other end of the list.
+// Leaves an empty page for the other end of the list.
 void LeaveEmptyPage(Form_Main& form) {
-    if (form.CurrentPage == 0) {
-        form.CurrentPage = form.NbPages;
-        form.SelX = 2;
-        form.SelY = static_cast<float>(form.ZoneListNbTracksParColonne.value());
+    if (form.library.CurrentPage == 0) {
+        form.library.CurrentPage = form.library.NbPages;
+        form.cursor.SelX = 2;
+        form.cursor.SelY = static_cast<float>(form.theme.ZoneListNbTracksParColonne.value());
     } else {
-        form.CurrentPage = 0;
-        form.SelX = 1;
-        form.SelY = 1;
+        form.library.CurrentPage = 0;
+        form.cursor.SelX = 1;
+        form.cursor.SelY = 1;
     }
     DrawZoneList(form);
 }
 
-// Puts the cursor back on the last real entry when it stands on an empty slot.
+// Moves the cursor from an empty slot back to the last entry before it.
 void RepairCursor(Form_Main& form) {
-    form.NumTrack = SlotUnderCursor(form);
-    while (form.SelX > 0 && form.InfoType(form.NumTrack).isEmpty()) {
-        form.SelY -= 1;
-        if (form.SelY == 0) {
-            form.SelX -= 1;
-            form.SelY = static_cast<float>(form.ZoneListNbTracksParColonne.value());
+    form.library.NumTrack = SlotUnderCursor(form);
+    while (form.cursor.SelX > 0 && form.library.InfoType(form.library.NumTrack).isEmpty()) {
+        form.cursor.SelY -= 1;
+        if (form.cursor.SelY == 0) {
+            form.cursor.SelX -= 1;
+            form.cursor.SelY = static_cast<float>(form.theme.ZoneListNbTracksParColonne.value());
         }
-        form.NumTrack = SlotUnderCursor(form);
-        if (form.NumTrack == -1) {
+        form.library.NumTrack = SlotUnderCursor(form);
+        if (form.library.NumTrack == -1) {
             LeaveEmptyPage(form);
             return;
         }
@@ -66,38 +66,36 @@ void RepairCursor(Form_Main& form) {
 }
 
 void CopyZone(Form_Main& form) {
-    const Surface& cache = form.Picture_Cache;
-    StretchBlt(form.Picture_Main, ScaledBox(form, 0, 0, cache.Width(), cache.Height()), cache,
+    const Surface& cache = form.frame.Picture_Cache;
+    StretchBlt(form.frame.Picture_Main, ScaledBox(form, {0, 0, cache.Width(), cache.Height()}), cache,
                {0, 0, cache.Width(), cache.Height()});
 }
 
-void DrawNavigation(Form_Main& form, Integer16 x, Integer16 y, Integer16 width, Integer16 height) {
-    Box to = ScaledBox(form, 0, 0, width.value(), height.value());
-    to.x = CInt32(x.value() * form.ZoneScaleX + form.ZoneListX.value()).value();
-    to.y = CInt32(y.value() * form.ZoneScaleY + form.ZoneListY.value()).value();
-    form.ImgZoneListNavigation.Render(form.Picture_Main, to.x, to.y, to.width, to.height, x.value(),
-                                      y.value(), width.value(), height.value());
+void DrawNavigation(Form_Main& form, const Box16& button) {
+    const Box from = BoxOf(button);
+    Box to = ScaledBox(form, {0, 0, from.width, from.height});
+    to.x = CInt32(from.x * form.theme.ZoneScaleX + form.theme.ZoneList.X.value()).value();
+    to.y = CInt32(from.y * form.theme.ZoneScaleY + form.theme.ZoneList.Y.value()).value();
+    form.assets.ImgZoneListNavigation.Render(form.frame.Picture_Main, to.x, to.y, to.width, to.height, from.x,
+                                             from.y, from.width, from.height);
 }
 
 void DrawTouchMarks(Form_Main& form) {
-    if (form.NbPages > 1) {
-        DrawNavigation(form, form.ZoneListNavigationPreviewPagex, form.ZoneListNavigationPreviewPageY,
-                       form.ZoneListNavigationPreviewPageWidth, form.ZoneListNavigationPreviewPageHeight);
-        DrawNavigation(form, form.ZoneListNavigationNextPagex, form.ZoneListNavigationNextPageY,
-                       form.ZoneListNavigationNextPageWidth, form.ZoneListNavigationNextPageHeight);
+    if (form.library.NbPages > 1) {
+        DrawNavigation(form, form.theme.ZoneListNavigationPreviewPage);
+        DrawNavigation(form, form.theme.ZoneListNavigationNextPage);
     }
-    if (form.Dir1.Path == PathIn(form.AppFolder, QStringLiteral("playlists")) || form.DirLevel > 0) {
-        DrawNavigation(form, form.ZoneListNavigationBackx, form.ZoneListNavigationBackY,
-                       form.ZoneListNavigationBackWidth, form.ZoneListNavigationBackHeight);
+    if (form.library.Dir1.Path == PlaylistsFolder(form) || form.library.DirLevel > 0) {
+        DrawNavigation(form, form.theme.ZoneListNavigationBack);
     }
 }
 
 void MarkSelection(Form_Main& form) {
-    if (form.TactileMode == u"true") {
+    if (form.settings.TactileMode == u"true") {
         DrawTouchMarks(form);
-    } else if (form.ActiveZone == u"list") {
-        const SlotPlace place{static_cast<int>(form.SelX), static_cast<int>(form.SelY)};
-        StretchBlt(form.Picture_Main, SlotOnScreen(form, place), form.Picture_CacheHilight,
+    } else if (form.cursor.ActiveZone == u"list") {
+        const SlotPlace place{static_cast<int>(form.cursor.SelX), static_cast<int>(form.cursor.SelY)};
+        StretchBlt(form.frame.Picture_Main, SlotOnScreen(form, place), form.frame.Picture_CacheHilight,
                    SlotInCache(form, place));
     }
 }
@@ -106,55 +104,59 @@ void DrawQueueMark(Form_Main& form, const LatePicture& mark, int slot) {
     const SlotPlace place = PlaceOfSlot(form, slot);
     const auto [column, row] = place;
     const Box to = SlotOnScreen(form, place);
-    mark.Render(
-        form.Picture_Main, to.x, to.y, to.width, to.height, form.ZoneListPisteHilightX(column, row).value(),
-        form.ZoneListPisteHilightY(column, row).value(), form.ZoneListPisteHilightW(column, row).value(),
-        form.ZoneListPisteHilightH(column, row).value());
+    mark.Render(form.frame.Picture_Main, to.x, to.y, to.width, to.height,
+                form.slots.ZoneListPisteHilight(column, row).X.value(),
+                form.slots.ZoneListPisteHilight(column, row).Y.value(),
+                form.slots.ZoneListPisteHilight(column, row).W.value(),
+                form.slots.ZoneListPisteHilight(column, row).H.value());
 }
 
-// Marks the page's entries that wait or play; a track queued twice is marked once an entry, the last one on
-// top.
+// Marks the page's entries that are queued or playing. A track that is queued twice is marked once per queue
+// entry; the last mark is on top.
 void MarkQueue(Form_Main& form) {
-    if (form.NowPlayingPath.isEmpty()) {
+    if (form.player.NowPlayingPath.isEmpty()) {
         return;
     }
-    for (int slot = 0; slot <= 2 * form.ZoneListNbTracksParColonne.value(); ++slot) {
-        const QString& path = form.InfoPath(slot);
-        for (int entry = 0; !path.isEmpty() && entry <= form.PlaylistCount.value(); ++entry) {
-            if (path == form.PlaylistPath(entry)) {
-                const bool current = form.PlaylistCurrent == entry;
-                DrawQueueMark(form, current ? form.ImgZoneListNowPlaying : form.ImgZoneListComingNext, slot);
+    for (int slot = 0; slot <= 2 * form.theme.ZoneListNbTracksParColonne.value(); ++slot) {
+        const QString& path = form.library.InfoPath(slot);
+        for (int entry = 0; !path.isEmpty() && entry <= form.queue.PlaylistCount.value(); ++entry) {
+            if (path == form.queue.PlaylistPath(entry)) {
+                const bool current = form.queue.PlaylistCurrent == entry;
+                DrawQueueMark(form,
+                              current ? form.assets.ImgZoneListNowPlaying : form.assets.ImgZoneListComingNext,
+                              slot);
             }
         }
     }
 }
 
-// Paints a picture at a block's corner, in the size of `sized`; in its own when that one is missing.
+// Paints a picture at a block's corner in the size of `sized`, or in its own size when `sized` is missing.
 void DrawBlock(Form_Main& form, const LatePicture& image, const LatePicture& sized, Integer16 x,
                Integer16 y) {
     const Box to = ScaledBox(form, x.value(), y.value(), sized.Width(), sized.Height());
-    image.Render(form.Picture_Main, to.x, to.y, to.width, to.height);
+    image.Render(form.frame.Picture_Main, to.x, to.y, to.width, to.height);
 }
 
 void UpdateRemain(Form_Main& form) {
-    form.Remain.clear();
-    if (form.IsPlaying != 0) {
+    form.player.Remain.clear();
+    if (form.player.IsPlaying != 0) {
         const PlayTime time = ReadPlayTime(form);
-        form.Remain = RemainOfFrame(time.length - time.position);
+        form.player.Remain = RemainOfFrame(time.length - time.position);
     }
 }
 
 void DrawMainBlock(Form_Main& form) {
-    if (form.ShowMainZone != u"true") {
+    if (form.settings.ShowMainZone != u"true") {
         return;
     }
-    const LatePicture& ground = form.ActiveZone == u"main" ? form.ImgMainActiveSelected : form.ImgMain;
-    DrawBlock(form, ground, form.ImgMain, form.BlockMainX, form.BlockMainY);
+    const LatePicture& ground =
+        form.cursor.ActiveZone == u"main" ? form.assets.ImgMainActiveSelected : form.assets.ImgMain;
+    DrawBlock(form, ground, form.assets.ImgMain, form.theme.BlockMain.X, form.theme.BlockMain.Y);
     BlockMainRedrawInfos(form);
-    if (form.ActiveMainZone == u"true") {
+    if (form.settings.ActiveMainZone == u"true") {
         DrawMainButtons(form);
     }
-    if (form.ManageCoin == u"true") {
+    if (form.settings.ManageCoin == u"true") {
         RepaintCreditBox(form);
         WriteCredits(form);
     }
@@ -164,59 +166,62 @@ void DrawMainBlock(Form_Main& form) {
 }
 
 void DrawPlaylistBlock(Form_Main& form) {
-    if (form.ShowPlaylistZone != u"true") {
+    if (form.settings.ShowPlaylistZone != u"true") {
         return;
     }
-    const LatePicture& ground =
-        form.ActiveZone == u"playlist" ? form.ImgPlaylistActiveSelected : form.ImgPlaylist;
-    DrawBlock(form, ground, ground, form.BlockPlaylistX, form.BlockPlaylistY);
-    if (form.ActivePlaylistZone == u"true") {
+    const LatePicture& ground = form.cursor.ActiveZone == u"playlist" ? form.assets.ImgPlaylistActiveSelected
+                                                                      : form.assets.ImgPlaylist;
+    DrawBlock(form, ground, ground, form.theme.BlockPlaylist.X, form.theme.BlockPlaylist.Y);
+    if (form.settings.ActivePlaylistZone == u"true") {
         DrawPlaylistButtons(form);
     }
     ShowPlaylistRows(form);
 }
 
 void DrawCommandBlock(Form_Main& form) {
-    if (form.ShowCommandZone != u"true") {
+    if (form.settings.ShowCommandZone != u"true") {
         return;
     }
-    const LatePicture& ground = form.ActiveZone == u"command" ? form.ImgCommandHilight : form.ImgCommand;
-    DrawBlock(form, ground, ground, form.BlockCommandX, form.BlockCommandY);
+    const LatePicture& ground =
+        form.cursor.ActiveZone == u"command" ? form.assets.ImgCommandHilight : form.assets.ImgCommand;
+    DrawBlock(form, ground, ground, form.theme.BlockCommand.X, form.theme.BlockCommand.Y);
 }
 
 void PrepareBigCover(Form_Main& form) {
     const Integer16 slot = SlotUnderCursor(form);
-    if (slot == form.LastDrawnSlot) {
+    if (slot == form.frame.LastDrawnSlot) {
         return;
     }
-    form.IdleTicks = 1;
-    form.LastDrawnSlot = slot;
-    // The idle ticks, just set, are always few here; the rule asks for them all the same.
-    if (form.ShowBigCover == u"true" && form.IdleTicks < kIdle) {
+    form.shell.IdleTicks = 1;
+    form.frame.LastDrawnSlot = slot;
+    // IdleTicks was set to 1 above, so its test is always true here.
+    if (form.settings.ShowBigCover == u"true" && form.shell.IdleTicks < kIdle) {
         LoadBigCover(form, slot);
     }
 }
 
-// The big cover may take the command block now.
+// Returns true when the big cover can replace the rows of the menu.
 bool BigCoverRules(const Form_Main& form) {
-    return form.TactileMode != u"true" && form.ShowBigCover == u"true" && form.ActiveZone == u"list";
+    return form.settings.TactileMode != u"true" && form.settings.ShowBigCover == u"true" &&
+           form.cursor.ActiveZone == u"list";
 }
 
 void DrawBigCover(Form_Main& form) {
     constexpr int kFrame = 10;
-    if (!BigCoverRules(form) || form.IdleTicks >= kIdle) {
+    if (!BigCoverRules(form) || form.shell.IdleTicks >= kIdle) {
         return;
     }
-    const Box to = ScaledBox(form, form.BlockCommandX.value() + kFrame, form.BlockCommandY.value() + kFrame,
-                             form.ImgCommand.Width() - 2 * kFrame, form.ImgCommand.Height() - 2 * kFrame);
-    if (form.CoverKind == 1) {
-        form.ImgCover.Render(form.Picture_Main, to.x, to.y, to.width, to.height);
-    } else if (form.CoverKind == 2) {
-        DrawTmpCover(form, form.Picture_Main, to);
+    const Box to = ScaledBox(
+        form, form.theme.BlockCommand.X.value() + kFrame, form.theme.BlockCommand.Y.value() + kFrame,
+        form.assets.ImgCommand.Width() - 2 * kFrame, form.assets.ImgCommand.Height() - 2 * kFrame);
+    if (form.frame.CoverKind == 1) {
+        form.frame.ImgCover.Render(form.frame.Picture_Main, to.x, to.y, to.width, to.height);
+    } else if (form.frame.CoverKind == 2) {
+        DrawTmpCover(form, form.frame.Picture_Main, to);
     }
 }
 
-// Three characters never equal "mp44", so that a running .mp4 is not placed anew with each frame.
+// Three characters never equal "mp44", so a running .mp4 is not placed again with each frame.
 bool TitleHasVideoEnding(const QString& title) {
     const QString ending = LastThree(title);
     return ending == u"avi" || ending == u"mpg" || ending == u"mp44";
@@ -235,11 +240,11 @@ void RedrawJukebox(Form_Main& form) {
     DrawPlaylistBlock(form);
     DrawCommandBlock(form);
     PrepareBigCover(form);
-    if (TitleHasVideoEnding(form.NowPlayingTitre)) {
+    if (TitleHasVideoEnding(form.player.NowPlayingTitre)) {
         PlaceRunningVideo(form);
     }
     DrawBigCover(form);
-    if (!(BigCoverRules(form) && form.CoverKind != 0 && form.IdleTicks <= kIdle)) {
+    if (!(BigCoverRules(form) && form.frame.CoverKind != 0 && form.shell.IdleTicks <= kIdle)) {
         ShowCommandRows(form);
     }
     SetModePointers(form);
@@ -247,18 +252,21 @@ void RedrawJukebox(Form_Main& form) {
 }
 
 void RefreshMain(Form_Main& form) {
-    form.windows.Refresh(form.Picture_Main.picture, form.Picture_Main.Left, form.Picture_Main.Top);
+    form.windows.Refresh(form.frame.Picture_Main.picture, form.frame.Picture_Main.Left,
+                         form.frame.Picture_Main.Top);
 }
 
 void StretchSlot(Form_Main& form, const Surface& cache, Integer16 slot) {
     const SlotPlace place = PlaceOfSlot(form, slot);
-    StretchBlt(form.Picture_Main, SlotOnScreen(form, place), cache, SlotInCache(form, place));
+    StretchBlt(form.frame.Picture_Main, SlotOnScreen(form, place), cache, SlotInCache(form, place));
 }
 
 void FadeMain(Form_Main& form) {
-    form.ImgFade.Render(form.Picture_Main, 0, 0, form.Picture_Main.Width(), form.Picture_Main.Height());
+    form.assets.ImgFade.Render(form.frame.Picture_Main, 0, 0, form.frame.Picture_Main.Width(),
+                               form.frame.Picture_Main.Height());
 }
 
 void ShowWait(Form_Main& form) {
-    form.ImgWait.Render(form.Picture_Main, 0, 0, form.Picture_Main.Width(), form.Picture_Main.Height());
+    form.assets.ImgWait.Render(form.frame.Picture_Main, 0, 0, form.frame.Picture_Main.Width(),
+                               form.frame.Picture_Main.Height());
 }

@@ -6,7 +6,7 @@
 
 struct Form_Main;
 
-// Writes title and artist on one, two or three lines in both looks. With `slotDrawn` they stand beside the
-// cover or the number, else they take its room. Raises 5 for one word that is wider than its box with an
-// artist beside it.
+// Writes title and artist on one, two or three lines in both looks. With `slotDrawn` they are next to the
+// cover or the number, else they use its space as well. Raises 5 when there is an artist and the title's
+// first word is wider than its box.
 void DrawSlotTitle(Form_Main& form, const SlotPlace& place, const TitleParts& parts, bool slotDrawn);

@@ -1,11 +1,11 @@
-// Shortening, placing and writing text.
+// Shortening, placing and writing text, and replacing accented letters.
 #include "rendering/text.h"
 
 #include "core/conversions.h"
 #include "core/run_time_error.h"
-#include "imaging/surface.h"
-#include "shell/form_main.h"
-#include "shell/log.h"
+#include "imaging/picture/surface.h"
+#include "state/form_main.h"
+#include "state/log.h"
 #include "theme/style_places.h"
 
 #include <QStringList>
@@ -28,15 +28,15 @@ bool FitsWithDots(const Surface& surface, const QString& text, qsizetype length,
     return TextWidth(surface, text.left(length) + kDots) <= width.value();
 }
 
-// The next shorter length that a text may be cut to. A surrogate pair is one character.
+// Returns the next shorter length at which a text can be cut. A surrogate pair counts as one character.
 qsizetype ShorterLength(const QString& text, qsizetype length) {
     const bool isPair = length > 1 && text[length - 1].isLowSurrogate() && text[length - 2].isHighSurrogate();
     return length - (isPair ? 2 : 1);
 }
 
-// How many characters in front of a cut can change their width by it. Letters take other forms, ligatures and
-// pairs come apart. The shaper matches at most 64 glyphs at a time; ligatures of plain Latin letters are
-// short.
+// Returns how many characters before a cut can change their width because of it: letters take other forms,
+// ligatures and kerning pairs are separated. The shaper matches at most 64 glyphs at a time; ligatures of
+// plain Latin letters are short.
 qsizetype ChangedByCut(const QString& text) {
     constexpr char16_t kFirstMark = 0x300;
     const bool isPlain =
@@ -44,9 +44,9 @@ qsizetype ChangedByCut(const QString& text) {
     return isPlain ? 16 : 64;
 }
 
-// A length below which every fitting length is; the text's size when that is not proved of a smaller one.
-// A beginning that is too wide by itself proves that no cut so far after it that it cannot change the
-// beginning's width, or further, can fit.
+// Returns a limit that is above every fitting length; the text's size when no smaller limit is proved. When a
+// beginning of the text is too wide by itself, no cut fits that is far enough after it to leave its width
+// unchanged.
 qsizetype FittingLimit(const Surface& surface, const QString& text, Integer16 width) {
     constexpr qsizetype kLong = 1024;
     const qsizetype changed = ChangedByCut(text);
@@ -58,7 +58,7 @@ qsizetype FittingLimit(const Surface& surface, const QString& text, Integer16 wi
     return text.size();
 }
 
-// Binary search below `limit`, right where widths grow with the length. 0 when nothing fits.
+// Binary search below `limit`, correct where the width grows with the length. Returns 0 when nothing fits.
 qsizetype SearchedLength(const Surface& surface, const QString& text, Integer16 width, qsizetype limit) {
     qsizetype fitting = 0;
     while (limit - fitting > 1) {
@@ -69,11 +69,11 @@ qsizetype SearchedLength(const Surface& surface, const QString& text, Integer16 
     return inPair ? fitting - 1 : fitting;
 }
 
-// The first length below `limit` that fits the width with the dots after it, tried one by one from the
-// longest: a longer text can be narrower. 0 when nothing fits.
+// Returns the longest length below `limit` that fits the width with the dots after it; 0 when nothing fits.
+// Tries each length, starting with the longest, because a longer text can be narrower.
 qsizetype FittingLength(const Surface& surface, const QString& text, Integer16 width, qsizetype limit) {
-    // Thousands of characters without a width can fit a box. Measuring marks takes a time that grows with the
-    // square of their number, so after this much work the rest is searched.
+    // Thousands of characters without a width can fit a box, and the time to measure combining marks grows
+    // with the square of their number. After this much work the rest is found by binary search.
     constexpr std::int64_t kMostWork = 300'000;
     constexpr std::int64_t kManyCharacters = 4096;
     std::int64_t work = 0;
@@ -88,7 +88,7 @@ qsizetype FittingLength(const Surface& surface, const QString& text, Integer16 w
     return length;
 }
 
-// Where an extent begins in a room of the box: at its start, at its end, or in the middle.
+// Returns where an extent begins in the box: at the start, at the end, or centred.
 double Aligned(const QString& word, const QString& atStart, const QString& atEnd, Integer16 start,
                Integer16 room, int extent) {
     if (word == atStart) {
@@ -116,7 +116,7 @@ int ColourElement(const QStringList& elements, int i, const QString& colour) {
 }
 
 QRgb Colour(const QString& text) {
-    // An empty text has no element at all.
+    // An empty text has no elements.
     const QStringList elements = text.isEmpty() ? QStringList() : text.split(u',');
     const int red = ColourElement(elements, 0, text);
     const int green = ColourElement(elements, 1, text);
@@ -124,18 +124,18 @@ QRgb Colour(const QString& text) {
     return qRgb(red, green, blue);
 }
 
-// Where the colour of a style is in the theme.
-QString PlaceOfColour(Form_Main& form, const TextStyle& style) {
-    return PlacesOfColour(form, style.Typo, style.TypoColor) + QStringLiteral(" (expected red,green,blue)");
+// Returns where the colour of a style is in the theme, for the detail of an error.
+QString PlaceOfColour(Form_Main& form, const TextLook& style) {
+    return PlacesOfColour(form, style.Font, style.Color) + QStringLiteral(" (expected red,green,blue)");
 }
 
-// A text in its box, and where its style is in the theme.
-QString PlaceOfText(Form_Main& form, const QString& text, const TextBox& box, const TextStyle& style) {
+// Describes a text, its box, and where its style is in the theme, for the detail of an error.
+QString PlaceOfText(Form_Main& form, const QString& text, const Box16& box, const TextLook& style) {
     return QStringLiteral(
                "the text \"%1\" in a box of %2x%3 at %4,%5, font \"%6\" of %7 points, colour of %8")
-        .arg(text, QString::number(box.Width.value()), QString::number(box.Height.value()),
-             QString::number(box.Left.value()), QString::number(box.Top.value()), style.Typo,
-             QString::number(style.TypoSize.value()), PlacesOfColour(form, style.Typo, style.TypoColor));
+        .arg(text, QString::number(box.W.value()), QString::number(box.H.value()),
+             QString::number(box.X.value()), QString::number(box.Y.value()), style.Font,
+             QString::number(style.Size.value()), PlacesOfColour(form, style.Font, style.Color));
 }
 
 } // namespace
@@ -152,55 +152,55 @@ QString ShortenedText(const Surface& surface, const QString& text, Integer16 wid
     return text.left(length) + kDots;
 }
 
-QString ShortenedText(Form_Main& form, const Surface& surface, const QString& text, const TextBox& box,
-                      const TextStyle& style) {
+QString ShortenedText(Form_Main& form, const Surface& surface, const QString& text, const Box16& box,
+                      const TextLook& style) {
     const auto inBox = [&] { return PlaceOfText(form, text, box, style); };
-    return TellingWhere(inBox, [&] { return ShortenedText(surface, text, box.Width); });
+    return TellingWhere(inBox, [&] { return ShortenedText(surface, text, box.W); });
 }
 
-QString DrawTextLine(const QString& text, const TextBox& box, const TextStyle& style, const QString& align,
+QString DrawTextLine(const QString& text, const Box16& box, const TextLook& style, const QString& align,
                      const QString& vAlign) {
     const QStringList arguments = {text,
-                                   QString::number(box.Left.value()),
-                                   QString::number(box.Top.value()),
-                                   QString::number(box.Width.value()),
-                                   QString::number(box.Height.value()),
-                                   style.Typo,
-                                   QString::number(style.TypoSize.value()),
-                                   style.TypoColor,
+                                   QString::number(box.X.value()),
+                                   QString::number(box.Y.value()),
+                                   QString::number(box.W.value()),
+                                   QString::number(box.H.value()),
+                                   style.Font,
+                                   QString::number(style.Size.value()),
+                                   style.Color,
                                    align,
                                    vAlign};
     return QStringLiteral(" : DrawText (") + arguments.join(u',') + u')';
 }
 
-PlacedText PlaceText(Form_Main& form, const Surface& surface, const QString& text, const TextBox& box,
-                     const TextStyle& style, const QString& align, const QString& vAlign) {
+PlacedText PlaceText(Form_Main& form, const Surface& surface, const QString& text, const Box16& box,
+                     const TextLook& style, const QString& align, const QString& vAlign) {
     const QString left = QStringLiteral("left");
     const QString across = align.toLower();
     const int width = across == left ? 0 : TextWidth(surface, text);
     const auto inBox = [&] { return PlaceOfText(form, text, box, style); };
     const double x = TellingWhere(
-        inBox, [&] { return Aligned(across, left, QStringLiteral("right"), box.Left, box.Width, width); });
+        inBox, [&] { return Aligned(across, left, QStringLiteral("right"), box.X, box.W, width); });
     const double y = TellingWhere(inBox, [&] {
-        return Aligned(vAlign.toLower(), QStringLiteral("top"), QStringLiteral("bottom"), box.Top, box.Height,
+        return Aligned(vAlign.toLower(), QStringLiteral("top"), QStringLiteral("bottom"), box.Y, box.H,
                        TextHeight(surface, text));
     });
     const auto inTheme = [&] { return PlaceOfColour(form, style); };
-    const QRgb colour = TellingWhere(inTheme, [&] { return Colour(style.TypoColor); });
+    const QRgb colour = TellingWhere(inTheme, [&] { return Colour(style.Color); });
     return {CInt32(x).value(), CInt32(y).value(), colour};
 }
 
-void DrawText(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox& box, const TextStyle& style,
+void DrawText(Form_Main& form, Surface& Pic, const QString& Texte, const Box16& box, const TextLook& style,
               const QString& TypoAlign, const QString& TypoVAlign) {
     EndsProgram("DrawText", [&] { WriteLog(form, DrawTextLine(Texte, box, style, TypoAlign, TypoVAlign)); });
     DrawTextUnlogged(form, Pic, Texte, box, style, TypoAlign, TypoVAlign);
 }
 
-void DrawTextUnlogged(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox& box,
-                      const TextStyle& style, const QString& TypoAlign, const QString& TypoVAlign) {
+void DrawTextUnlogged(Form_Main& form, Surface& Pic, const QString& Texte, const Box16& box,
+                      const TextLook& style, const QString& TypoAlign, const QString& TypoVAlign) {
     EndsProgram("DrawText", [&] {
-        Pic.FontName = style.Typo;
-        Pic.FontSize = style.TypoSize;
+        Pic.FontName = style.Font;
+        Pic.FontSize = style.Size;
         const QString text = ShortenedText(form, Pic, Texte, box, style);
         const PlacedText placed = PlaceText(form, Pic, text, box, style, TypoAlign, TypoVAlign);
         Pic.ForeColor = placed.colour;
@@ -208,8 +208,8 @@ void DrawTextUnlogged(Form_Main& form, Surface& Pic, const QString& Texte, const
     });
 }
 
-void DrawCentred(Form_Main& form, Surface& Pic, const QString& Texte, const TextBox& box,
-                 const TextStyle& style) {
+void DrawCentred(Form_Main& form, Surface& Pic, const QString& Texte, const Box16& box,
+                 const TextLook& style) {
     DrawText(form, Pic, Texte, box, style, QStringLiteral("center"), QStringLiteral("center"));
 }
 

@@ -1,4 +1,4 @@
-// Titles, artists and track numbers out of file names.
+// Titles, artists and track numbers from file names.
 #include "rendering/titles.h"
 
 #include "core/conversions.h"
@@ -33,8 +33,8 @@ void SplitAtDash(TitleParts& parts) {
 TitleParts BlockTitle(const QString& title, const QStringList& endings) {
     TitleParts parts{CleanTitle(StripAccents(title), endings), QString()};
     SplitAtDash(parts);
-    // Deliberate D-15: a range on the numeric value tells a track number here, for every entry. One expects
-    // the track zone's own test; the two differ, and titles in the field are named by both.
+    // Deliberate D-15: here a number above 0 and below 1000 counts as a track number, for every entry. One
+    // would expect the track zone's own test; the two differ, and files in the field are named for both.
     const double number = Val(parts.Interprete);
     if (number > 0 && number < 1000) {
         parts.Interprete.clear();

@@ -1,28 +1,28 @@
-// Titles, artists and track numbers out of file names.
+// Titles, artists and track numbers from file names.
 #pragma once
 
 #include <QString>
 #include <QStringList>
 
-// What a file's name tells.
+// The parts of a file's name.
 struct TitleParts {
     QString Titre;
     QString Interprete;
 };
 
-// The endings that a title loses.
-// Deliberate D-16: ".wav" is not among them, and an ending in capitals stays as well. One expects every
-// ending to go; titles in the field are named by it.
+// Returns the endings that are removed from titles.
+// Deliberate D-16: ".wav" is not among them, and an ending in capitals is kept as well. One would expect
+// every ending to be removed; files in the field are named for this.
 const QStringList& TitleEndings();
 
-// "_" to " ", "-" to " - ", two blanks to one, then each ending of `endings` to nothing: in this order,
-// case-sensitive.
+// Replaces "_" with " ", "-" with " - " and two blanks with one, then removes each of `endings` wherever it
+// occurs: in this order, case-sensitive.
 QString CleanTitle(QString title, const QStringList& endings);
 
-// Splits the title at its first "-": what stands before it, trimmed, replaces the artist, what stands behind
-// it the title. Without "-" nothing changes.
+// Splits the title at its first "-": the text before it, trimmed, becomes the artist, the text after it the
+// title. Does nothing without a "-".
 void SplitAtDash(TitleParts& parts);
 
-// A title as the Main block and the queue show it: without accents, cleaned, split twice, a track number from
-// 1 to 999 dropped, in capitals.
+// Returns a title as the Main block and the queue show it: without accents, cleaned, split twice, without a
+// track number from 1 to 999, in capitals.
 TitleParts BlockTitle(const QString& title, const QStringList& endings);

@@ -7,5 +7,5 @@
 struct Form_Main;
 class FolderNames;
 
-// Paints the page's entry `slot` at its place on both caches.
+// Paints the page's entry `slot` at its place on both caches. `names` belongs to the folder shown.
 void DrawSlot(Form_Main& form, const SlotPlace& place, Integer16 slot, const FolderNames& names);

@@ -1,24 +1,24 @@
-// The homes of a running video.
+// Where a running video is shown.
 #include "rendering/video_surfaces.h"
 
 #include "platform/display.h"
-#include "settings/config_values.h"
-#include "shell/form_main.h"
+#include "settings/config.h"
+#include "state/form_main.h"
 
-// Videos are placed by the video surfaces' own change; until then no video runs.
+// Both do nothing: the platform's video graph refuses every file, so there is no picture to place.
 void DrawMiniVideo(Form_Main& /*form*/) {}
 void PlaceRunningVideo(Form_Main& /*form*/) {}
 
 bool VideoLiesBeyondScreen(const Form_Main& form) {
-    return !form.VideoPositionLeft.isEmpty() &&
+    return !form.settings.VideoPositionLeft.isEmpty() &&
            form.display.CurrentMode().width <
-               ConfigNumber(form, u"VideoPositionLeft", form.VideoPositionLeft);
+               ConfigNumber(form, u"VideoPositionLeft", form.settings.VideoPositionLeft);
 }
 
 void ShowVideoForm(Form_Main& form) {
-    form.Form_Video.Visible = true;
+    form.shell.Form_Video.Visible = true;
 }
 
 void UnloadVideoForm(Form_Main& form) {
-    form.Form_Video.Visible = false;
+    form.shell.Form_Video.Visible = false;
 }

@@ -1,18 +1,19 @@
-// The homes of a running video.
+// Where a running video is shown.
 #pragma once
 
 struct Form_Main;
 
-// Puts the running video into its home: the full view, the command block, or the window of the video.
+// Called when a video starts, to place its picture. Does nothing.
 void DrawMiniVideo(Form_Main& form);
 
-// Places the running video during a frame.
+// Called by each frame while the running title ends in "avi" or "mpg", to place the picture again. Does
+// nothing.
 void PlaceRunningVideo(Form_Main& form);
 
-// The configuration puts the video beyond the primary screen's right edge. Raises 13 for a position that is
-// no number.
+// Returns true when the configuration places the video beyond the primary screen's right edge. Raises 13 for
+// a position that is not a number.
 bool VideoLiesBeyondScreen(const Form_Main& form);
 
-// Shows and takes away the window of the video.
+// Show and hide the video window.
 void ShowVideoForm(Form_Main& form);
 void UnloadVideoForm(Form_Main& form);

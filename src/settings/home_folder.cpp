@@ -1,4 +1,4 @@
-// What makes a folder an application folder.
+// Checking whether a folder can be the application folder.
 #include "settings/home_folder.h"
 
 #include "core/path_text.h"

@@ -1,4 +1,4 @@
-// Single keys of an INI file: reading them, and changing them in the file's text.
+// Reading single keys of an INI file, and changing them in the file's text.
 #include "settings/ini_file.h"
 
 #include "settings/text_encoding.h"
@@ -9,7 +9,7 @@
 namespace {
 
 constexpr qsizetype kLongestValue = 254;
-// The length of a usual line: a guess of how many keys a file has.
+// The usual length of a line, for estimating how many keys a file has.
 constexpr qsizetype kUsualLine = 24;
 constexpr QChar kFullWidthEquals = QChar(0xFF1D);
 
@@ -36,29 +36,29 @@ QStringView WithoutBlanks(QStringView text) {
     return WithoutBlanksInFront(text);
 }
 
-// A byte order mark in front of a name or a value is not part of it.
+// A byte order mark before a name or a value is not part of it.
 QStringView WithoutMark(QStringView text) {
     return text.startsWith(QChar::ByteOrderMark) ? text.sliced(1) : text;
 }
 
-// Without a copy: holds only as long as the text it is part of.
+// Makes no copy: the result is valid only as long as the text that it is part of.
 QString TextWithin(QStringView text) {
     return QString::fromRawData(text.data(), text.size());
 }
 
-// A name as it can be written to the file: one line, no blanks around it. Reading and writing both use this,
-// so that a value is found under the name it was written under.
+// Returns the name as it can be written to the file: one line without blanks around it. Reading and writing
+// both use this, so that a value is found under the name it was written under.
 QStringView WritableName(QStringView name) {
     return WithoutMark(WithoutBlanks(FirstLine(name)));
 }
 
-// The same for a key: "=", which would end it, becomes its full-width form.
+// Does the same for a key, and replaces "=", which would end the key, with its full-width form.
 QString WritableKey(QStringView key) {
     QString name = TextWithin(WritableName(key));
     return name.contains(u'=') ? name.replace(u'=', kFullWidthEquals) : name;
 }
 
-// The text as it comes back from the file: half of a surrogate pair becomes "?".
+// Returns the text as it will be read back from the file: half of a surrogate pair becomes "?".
 QString AsStored(QStringView text) {
     return DecodeAs(TextEncoding::kUtf8, *EncodeAs(TextEncoding::kUtf8, text.toString()));
 }
@@ -93,7 +93,7 @@ Line ParseLine(QStringView line) {
             WithoutBlanksInFront(line.sliced(equals + 1))};
 }
 
-// The end of the first line; CR LF when it has none.
+// Returns the line end of the first line; CR LF when it has none.
 QString LineEndOf(const QString& text) {
     const QStringView end = QStringView(text).sliced(FirstLine(text).size());
     return end.isEmpty() || end.startsWith(u"\r\n") ? QStringLiteral("\r\n") : QString(end.front());
@@ -102,11 +102,11 @@ QString LineEndOf(const QString& text) {
 } // namespace
 
 bool operator==(const IniName& a, const IniName& b) {
-    // Most names are looked up in the spelling of the file.
+    // Most names are looked up in the file's own spelling.
     return a.section == b.section && (a.text == b.text || a.text.compare(b.text, Qt::CaseInsensitive) == 0);
 }
 
-// Qt has no such hash of a text. Halves of surrogate pairs all count the same.
+// Qt has no hash that ignores case. All halves of surrogate pairs hash alike.
 std::size_t qHash(const IniName& name, std::size_t seed) {
     constexpr std::size_t kFactor = 0x9E3779B97F4A7C15;
     seed += static_cast<std::size_t>(name.section) * kFactor;
@@ -154,7 +154,7 @@ void IniFile::ReadLines() {
     }
 }
 
-// A section of its name, or nullptr when there is one already.
+// Returns a new section of that name, or nullptr when there is one already.
 IniFile::Section* IniFile::NewSection(const QString& name) {
     Section& section = sections_[{0, name}];
     if (section.number != 0) {
@@ -174,7 +174,7 @@ QString IniFile::Value(QStringView section, QStringView key) const {
     if (value.size() <= kLongestValue) {
         return value.toString();
     }
-    // A pair of surrogates is one character and is not cut in two.
+    // A surrogate pair is one character and is not split.
     return value.first(kLongestValue - (value[kLongestValue - 1].isHighSurrogate() ? 1 : 0)).toString();
 }
 
@@ -197,7 +197,8 @@ void IniFile::SetValue(const QString& section, const QString& key, const QString
     } else {
         AppendKey(place, keyName, text);
     }
-    // A Windows-1252 file may by chance have become valid UTF-8, which would be read as other characters.
+    // The bytes of a Windows-1252 file can happen to be valid UTF-8 now and would be read back as other
+    // characters.
     if (encoding_ == TextEncoding::kWindows1252) {
         encoding_ = EncodingOf(*EncodeAs(encoding_, text_));
     }
@@ -211,27 +212,28 @@ void IniFile::AppendSection(const QString& name) {
 
 void IniFile::AppendKey(Section& section, const QString& key, const QString& value) {
     EndLineAt(section.end);
-    // A key that would make its line a comment or a section gets a blank in front.
+    // A key that would turn its line into a comment or a section gets a leading blank.
     const bool isMistakable = QStringLiteral(";#[").contains(key.front());
     const QString start = (isMistakable ? QStringLiteral(" ") : QString()) + key + u'=';
     const qsizetype begin = section.end;
     Replace(begin, begin, start + value + LineEndOf(text_));
     values_[{section.number, key}] = begin + start.size();
-    // A CR may now be one line end with the LF of an empty line.
+    // If the new line ends with CR and an LF follows, both now form one line end.
     if (QStringView(text_).sliced(section.end - 1).startsWith(u"\r\n")) {
         ++section.end;
     }
 }
 
-// Gives the file's last line an end if it has none and reaches to that position.
+// Inserts a line end at `at` when the text before it does not end with one. Only the file's last line can
+// lack it.
 void IniFile::EndLineAt(qsizetype at) {
     if (at > 0 && !IsLineEnd(text_.at(at - 1))) {
         Replace(at, at, LineEndOf(text_));
     }
 }
 
-// Exchanges a part of the text and moves all positions after it. A new parse would take too long for a large
-// file of which many keys are changed at once.
+// Replaces a part of the text and moves all positions after it. Parsing again would be too slow when many
+// keys of a large file are changed at once.
 void IniFile::Replace(qsizetype begin, qsizetype end, const QString& added) {
     text_.replace(begin, end - begin, added);
     const qsizetype distance = added.size() - (end - begin);

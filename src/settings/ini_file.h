@@ -1,4 +1,4 @@
-// One INI file as text, read and changed key by key without losing anything else in it.
+// One INI file as text: keys are read and changed without losing anything else in it.
 #pragma once
 
 #include <QByteArray>
@@ -9,9 +9,9 @@
 
 enum class TextEncoding;
 
-// The name of a key in the section of that number, or of a section itself, with number 0. Names that differ
-// only in case are equal, by the simple case folding of each character: "É" equals "é", "ß" does not equal
-// "ss".
+// The name of a key with the number of its section, or the name of a section with the number 0. Names that
+// differ only in case are equal, by the simple case folding of each character: "É" equals "é", "ß" does not
+// equal "ss".
 struct IniName {
     qsizetype section = 0;
     QString text;
@@ -19,33 +19,34 @@ struct IniName {
 bool operator==(const IniName& a, const IniName& b);
 std::size_t qHash(const IniName& name, std::size_t seed);
 
-// A parsed INI file. Any bytes make one: UTF-8, or Windows-1252 when they are not valid UTF-8; a BOM is
+// A parsed INI file. Any bytes are accepted: UTF-8, or Windows-1252 when they are not valid UTF-8; a BOM is
 // skipped. Lines end with LF, CR LF or CR; blanks are the space and the tab. A line is
 //   a comment   when its very first character is ";" or "#",
-//   a section   when it begins with "[": the name reaches to the last "]" of the line, or to the line's end;
+//   a section   when it begins with "[": the name ends at the last "]" of the line, or at the line's end;
 //               after blanks it also needs a "]" and no "=",
 //   a key       when there is more than blanks before its first "=",
 //   ignored     otherwise.
-// Section and key compare without case; the first matching section and the first matching key in it win. Keys
-// above the first section belong to none. Blanks around section names and keys and right after "=" are
-// dropped, trailing blanks of a value stay.
+// Section names and keys are compared without case; the first matching section and the first matching key in
+// it win. Keys above the first section are ignored. Blanks around section names and keys and right after "="
+// are dropped; trailing blanks of a value are kept.
 class IniFile {
 public:
     IniFile() : IniFile(QByteArray()) {}
     explicit IniFile(const QByteArray& bytes);
 
-    // At most 254 characters of the value; empty when section or key is missing.
+    // Returns at most 254 characters of the value; empty when section or key is missing.
     QString Value(QStringView section, QStringView key) const;
-    // Replaces the key's value, or appends key and section as needed. Everything else keeps its bytes.
+    // Replaces the key's value, or appends key and section as needed. Everything else keeps its bytes, unless
+    // the file has to change from Windows-1252 to UTF-8.
     void SetValue(const QString& section, const QString& key, const QString& value);
-    // The file as it is to be written.
+    // Returns the file's bytes for writing.
     QByteArray Bytes() const;
 
 private:
     struct Section {
-        // From 1 on.
+        // Starts at 1.
         qsizetype number = 0;
-        // After its last line that is not blank: where a new key goes.
+        // The end of its last line that is not blank. A new key is inserted there.
         qsizetype end = 0;
     };
 
@@ -58,11 +59,11 @@ private:
 
     bool hasByteOrderMark_;
     TextEncoding encoding_;
-    // The file now. All positions are positions in it.
+    // The current text of the file. All positions refer to it.
     QString text_;
-    // The file as it was parsed: the names in the tables refer to it.
+    // The text as it was parsed. The names in the tables point into it.
     QString parsed_;
     QHash<IniName, Section> sections_;
-    // Where the value of each key begins, never 0. It reaches to the end of its line.
+    // The position of each key's value, never 0. A value ends at the end of its line.
     QHash<IniName, qsizetype> values_;
 };

@@ -1,4 +1,4 @@
-// Keeping parsed INI files, and writing them back whole.
+// Caching parsed INI files, and writing them back completely.
 #include "settings/ini_files.h"
 
 #include "platform/files.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-// A larger file reads as an empty one; ours have some kilobytes.
+// A larger file reads as an empty one; real files have a few kilobytes.
 constexpr std::int64_t kLongestFile = std::int64_t{16} * 1024 * 1024;
 
 } // namespace
@@ -18,9 +18,9 @@ constexpr std::int64_t kLongestFile = std::int64_t{16} * 1024 * 1024;
 struct IniFiles::Copy {
     QString path;
     IniFile file;
-    // The file the copy was made from; nothing when there was none.
+    // The file that the copy was made from; empty when there was none.
     std::optional<FileIdentity> identity;
-    // The file is there but could not be read: it must not be replaced by what little the copy holds.
+    // The file exists but could not be read. It must not be overwritten with the empty copy.
     bool unreadable = false;
 };
 
@@ -70,12 +70,12 @@ bool IniFiles::Change(Files& files, const QString& path, const std::function<voi
     return WriteBack(files, copy, before);
 }
 
-// Writes a changed copy; one that cannot be written takes its old content again.
+// Writes a changed copy. If that fails, the copy gets its old content back.
 bool IniFiles::WriteBack(Files& files, Copy& copy, const QByteArray& before) {
     if (copy.file.Bytes() == before) {
         return true;
     }
-    // A file that can be read though it cannot be looked at is not to be taken for a missing one.
+    // A file that can be read although its identity cannot be determined must not be treated as missing.
     const bool lost = copy.unreadable || (!copy.identity && files.ReadWhole(copy.path, kLongestFile));
     if (lost || !WriteFileSafely(files, copy.path, copy.file.Bytes())) {
         copy.file = IniFile(before);

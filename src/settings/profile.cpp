@@ -1,18 +1,26 @@
-// Single keys of the INI files.
+// Reading and writing single keys of the INI files.
 #include "settings/profile.h"
 
-#include "shell/form_main.h"
+#include "settings/ini_files.h"
+#include "state/form_main.h"
+
+IniFiles& IniFilesOf(Form_Main& form) {
+    if (!form.settings.iniFiles) {
+        form.settings.iniFiles = std::make_shared<IniFiles>();
+    }
+    return *form.settings.iniFiles;
+}
 
 QString GetPrivateProfileString(Form_Main& form, const QString& path, const QString& section,
                                 const QString& key) {
-    return form.iniFiles.Open(form.files, path).Value(section, key);
+    return IniFilesOf(form).Open(form.files, path).Value(section, key);
 }
 
 void WritePrivateProfileString(Form_Main& form, const QString& path, const QString& section,
                                const QString& key, const QString& value) {
-    form.iniFiles.Write(form.files, path, section, key, value);
+    IniFilesOf(form).Write(form.files, path, section, key, value);
 }
 
 void ChangeProfile(Form_Main& form, const QString& path, const std::function<void(IniFile&)>& change) {
-    form.iniFiles.Change(form.files, path, change);
+    IniFilesOf(form).Change(form.files, path, change);
 }

@@ -6,18 +6,21 @@
 #include <functional>
 
 class IniFile;
+class IniFiles;
 struct Form_Main;
 
-// The value of a key as the file has it now, at most 254 characters; empty when file, section or key is
-// missing.
+// Returns the parsed copies of all INI files, which the form keeps.
+IniFiles& IniFilesOf(Form_Main& form);
+
+// Returns the current value of a key, at most 254 characters; empty when file, section or key is missing.
 QString GetPrivateProfileString(Form_Main& form, const QString& path, const QString& section,
                                 const QString& key);
 
-// Replaces or appends a key, creating file and section as needed. A file that cannot be written is left as it
-// is, and nothing is reported.
+// Replaces or appends a key, and creates file and section as needed. A file that cannot be written stays as
+// it is, and no error is reported.
 void WritePrivateProfileString(Form_Main& form, const QString& path, const QString& section,
                                const QString& key, const QString& value);
 
-// Changes several keys in one write of the file: `change` reads and sets them. A run-time error in it goes on
-// after what it had set until then has been written.
+// Changes several keys in one write of the file: `change` reads and sets them. An exception in `change` is
+// rethrown after the keys set so far have been written.
 void ChangeProfile(Form_Main& form, const QString& path, const std::function<void(IniFile&)>& change);

@@ -6,7 +6,7 @@
 
 namespace {
 
-// Writes the temporary file and makes sure that it, and its name, are on the disk.
+// Writes the temporary file and makes sure that the file and its name are on the disk.
 bool Prepare(Files& files, const QString& path, const QString& temporary, const QString& folder,
              const QByteArray& bytes) {
     if (!files.Write(temporary, bytes, true)) {
@@ -15,7 +15,7 @@ bool Prepare(Files& files, const QString& path, const QString& temporary, const 
     if (files.Identity(path)) {
         files.CopyRights(path, temporary);
     }
-    // A folder that cannot be synced has to be found out while the old file is still in its place.
+    // A folder that cannot be synced must be detected while the old file is still in place.
     return files.SyncFolder(folder);
 }
 
@@ -26,7 +26,7 @@ bool WriteFileSafely(Files& files, const QString& path, const QByteArray& bytes)
     const QString above = FolderOfPath(place);
     const QString folder = above.isEmpty() ? QStringLiteral(".") : above;
     const QString temporary = PathIn(folder, u'.' + NameOfPath(place) + QStringLiteral(".new"));
-    // What a power cut has left behind may be anything, a file that we may not write to included.
+    // A power cut can leave anything under this name, even a file that we cannot write to.
     files.Remove(temporary);
     if (!Prepare(files, place, temporary, folder, bytes) || !files.Rename(temporary, place)) {
         files.Remove(temporary);

@@ -1,4 +1,4 @@
-// Writing a file whole, safe from a power cut.
+// Replacing a whole file so that a power cut cannot damage it.
 #pragma once
 
 #include <QByteArray>
@@ -6,7 +6,7 @@
 
 struct Files;
 
-// Replaces the file's content: written beside its place, synced, renamed over it, the folder synced. At every
-// moment the file is the old or the new one, whole. A link is followed; the access rights stay. False, and
-// the old file untouched, when any step fails.
+// Replaces the file's content: writes a temporary file next to it, syncs it, renames it over the file and
+// syncs the folder. At every moment the file is completely old or completely new. Links are followed, access
+// rights are kept. Returns false, with the old file unchanged, when a step up to the rename fails.
 bool WriteFileSafely(Files& files, const QString& path, const QByteArray& bytes);

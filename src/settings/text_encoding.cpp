@@ -1,4 +1,4 @@
-// Telling UTF-8 from Windows-1252, and converting between both and text.
+// Telling UTF-8 from Windows-1252, and converting text to and from both.
 #include "settings/text_encoding.h"
 
 #include "core/text_file.h"
@@ -11,7 +11,7 @@ namespace {
 constexpr char16_t kFirstEscape = 0xDC80;
 constexpr char16_t kLastEscape = 0xDCFF;
 
-// Where the next three bytes of an escaped byte of a file name stand, or the end.
+// Returns the position of the next three-byte form of an escaped file name byte, or the end.
 qsizetype NextEscape(QByteArrayView bytes, qsizetype from) {
     qsizetype at = bytes.indexOf('\xED', from);
     for (; at >= 0 && at + 2 < bytes.size(); at = bytes.indexOf('\xED', at + 1)) {
@@ -36,7 +36,7 @@ char16_t EscapeAt(QByteArrayView bytes, qsizetype at) {
                                  (static_cast<uchar>(bytes[at + 2]) & 0x3F));
 }
 
-// The parts between escapes, each handed to `plain`, and each escape to `escape`.
+// Calls `plain` for each part between escapes and `escape` for each escape.
 template <typename Plain, typename Escape>
 void ForEachPart(QByteArrayView bytes, Plain&& plain, Escape&& escape) {
     qsizetype at = 0;
@@ -54,7 +54,7 @@ bool IsValidUtf8(QByteArrayView bytes) {
     return QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8();
 }
 
-// The characters of the bytes 0x80..0x9F. All other bytes equal the number of their character.
+// The characters of the bytes 0x80..0x9F. Every other byte equals the code of its character.
 QString HighControls() {
     QByteArray bytes;
     for (int byte = 0x80; byte <= 0x9F; ++byte) {

@@ -3,11 +3,11 @@
 
 #include "platform/display.h"
 #include "platform/message_box.h"
-#include "shell/form_main.h"
+#include "state/form_main.h"
 
 namespace {
 
-// A mode that needs a restart of the machine: that is the operator's to do, the answer changes nothing here.
+// The mode needs a restart of the machine. That is left to the operator: the answer changes nothing here.
 void AskRestart(Form_Main& form) {
     form.messageBox.AskYesNo(QStringLiteral("Screen Resolution"),
                              QStringLiteral("You Must Restart To Apply These Changes.\r\nRestart Now ¿"));

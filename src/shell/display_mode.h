@@ -1,4 +1,4 @@
-// Display modes.
+// Setting the display mode.
 #pragma once
 
 #include "core/integer.h"

@@ -6,12 +6,12 @@
 #include "platform/audio_library.h"
 #include "platform/event_pump.h"
 #include "platform/serial_port.h"
-#include "shell/form_main.h"
+#include "state/form_main.h"
 
 void ExitJukebox(Form_Main& form) {
-    form.tmrSpectrum.Enabled = false;
+    form.shell.tmrSpectrum.Enabled = false;
     form.audio.BASS_Free();
-    if (form.RGBLedsActive == u"true") {
+    if (form.settings.RGBLedsActive == u"true") {
         SendToController(form, kFreeRunningMode);
         for (int turn = 0; turn < 3; ++turn) {
             form.pump.DoEvents();

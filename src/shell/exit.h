@@ -3,6 +3,6 @@
 
 struct Form_Main;
 
-// Stops the light show, frees the audio library, sets the LED controller free and ends the program with code
-// 0, without saving anything.
+// Stops the light show, frees the audio library, switches the LED controller to free-running mode and ends
+// the program with code 0. Saves nothing.
 [[noreturn]] void ExitJukebox(Form_Main& form);

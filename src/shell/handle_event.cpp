@@ -1,20 +1,20 @@
-// From an event to its handler.
+// Dispatching events to their handlers.
 #include "shell/handle_event.h"
 
 #include "dialogs/keyboard.h"
-#include "interaction/key_dispatcher.h"
+#include "interaction/keys.h"
 #include "interaction/touch.h"
 #include "lightshow/spectrum.h"
 #include "shell/exit.h"
-#include "shell/form_main.h"
 #include "shell/heartbeat.h"
+#include "state/form_main.h"
 
 namespace {
 
-// The on-screen keyboard is modal: while it is open, keys and pointer are its own.
+// The on-screen keyboard is modal: while it is open, it receives all keys and pointer events.
 bool IsForKeyboard(const Form_Main& form, InputKind kind) {
-    return form.Form_KeyBoard.Visible && kind != InputKind::kTimer1 && kind != InputKind::kTmrSpectrum &&
-           kind != InputKind::kClose;
+    return form.shell.Form_KeyBoard.Visible && kind != InputKind::kTimer1 &&
+           kind != InputKind::kTmrSpectrum && kind != InputKind::kClose;
 }
 
 void DispatchToKeyboard(Form_Main& form, const InputEvent& event) {
@@ -54,12 +54,12 @@ void Dispatch(Form_Main& form, const InputEvent& event) {
     case InputKind::kDblClick:
         return Picture_Main_DblClick(form);
     case InputKind::kTimer1:
-        if (form.Timer1.Enabled) {
+        if (form.shell.Timer1.Enabled) {
             Timer1_Timer(form);
         }
         return;
     case InputKind::kTmrSpectrum:
-        if (form.tmrSpectrum.Enabled) {
+        if (form.shell.tmrSpectrum.Enabled) {
             UpdateSpectrum(form);
         }
         return;

@@ -1,4 +1,4 @@
-// The border around every event: a run-time error ends the handler, the program goes on.
+// The border around every event: a run-time error ends the handler but not the program.
 #pragma once
 
 #include "core/run_time_error.h"
@@ -9,9 +9,9 @@
 
 struct Form_Main;
 
-// Runs one handler. A run-time error ends it and is returned; everything stands as the handler left it.
-// ProgramStop and ProgramEnd pass.
+// Runs one handler. A run-time error ends it and is returned; the state stays as the handler left it.
+// ProgramStop and ProgramEnd pass through.
 std::optional<RunTimeError> RunHandler(const std::function<void()>& handler);
 
-// Hands an event to its handler inside RunHandler. The tick of a timer that is not enabled does nothing.
+// Passes an event to its handler inside RunHandler. The tick of a disabled timer does nothing.
 std::optional<RunTimeError> HandleEvent(Form_Main& form, const InputEvent& event);

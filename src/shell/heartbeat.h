@@ -1,4 +1,4 @@
-// The pulse of the jukebox: idle counters, remaining time, the step from track to track.
+// The heartbeat of the jukebox: idle counters, remaining time, the step from track to track.
 #pragma once
 
 struct Form_Main;

@@ -10,13 +10,13 @@
 #include "platform/serial_port.h"
 #include "platform/windows.h"
 #include "rendering/video_surfaces.h"
-#include "settings/config_values.h"
+#include "settings/config.h"
 #include "settings/folder_settings.h"
-#include "settings/load_config.h"
-#include "shell/form_main.h"
-#include "shell/log.h"
+#include "shell/load_config.h"
+#include "shell/load_theme.h"
+#include "state/form_main.h"
+#include "state/log.h"
 #include "theme/load_command.h"
-#include "theme/load_theme.h"
 
 namespace {
 
@@ -25,17 +25,17 @@ constexpr std::uint32_t kAudioLibraryVersion = 0x0204;
 void EnumerateMonitors(Form_Main& form) {
     for (const QRect& monitor : form.display.EnumDisplayMonitors()) {
         TellingWhere([] { return QStringLiteral("the monitors (expected at most 11)"); },
-                     [&] { form.MonitorWidth(form.MonitorCount) = monitor.width(); });
-        form.MonitorHeight(form.MonitorCount) = monitor.height();
-        form.MonitorCount += 1;
+                     [&] { form.shell.MonitorWidth(form.shell.MonitorCount) = monitor.width(); });
+        form.shell.MonitorHeight(form.shell.MonitorCount) = monitor.height();
+        form.shell.MonitorCount += 1;
     }
 }
 
 void RecordDesktop(Form_Main& form) {
     const DisplayMode mode = form.display.CurrentMode();
-    form.ScreenWidth = mode.width;
-    form.ScreenHeight = mode.height;
-    form.ScreenBits = mode.bits;
+    form.shell.ScreenWidth = mode.width;
+    form.shell.ScreenHeight = mode.height;
+    form.shell.ScreenBits = mode.bits;
 }
 
 void OpenAudio(Form_Main& form) {
@@ -51,7 +51,7 @@ void OpenAudio(Form_Main& form) {
 }
 
 void OpenLedController(Form_Main& form) {
-    if (form.RGBLedsActive != u"true") {
+    if (form.settings.RGBLedsActive != u"true") {
         return;
     }
     const auto where = [&] {
@@ -60,7 +60,7 @@ void OpenLedController(Form_Main& form) {
     };
     TellingWhere(where, [&] {
         SerialSettings line;
-        line.commPort = CInt16(form.RGBLedsCommport);
+        line.commPort = CInt16(form.settings.RGBLedsCommport);
         line.baudRate = 115200;
         line.rtsEnable = true;
         line.dtrEnable = false;
@@ -69,42 +69,42 @@ void OpenLedController(Form_Main& form) {
 }
 
 void OpenStartFolder(Form_Main& form) {
-    if (form.StartPath.isEmpty()) {
-        form.StartPath = form.AppFolder;
+    if (form.settings.StartPath.isEmpty()) {
+        form.settings.StartPath = form.shell.AppFolder;
     }
-    form.CurrentPath = form.StartPath;
-    WriteLog(form, QStringLiteral(" : deplacement dir1 vers ") + form.CurrentPath);
+    form.library.CurrentPath = form.settings.StartPath;
+    WriteLog(form, QStringLiteral(" : deplacement dir1 vers ") + form.library.CurrentPath);
     const auto where = [&] {
         return ConfigPlace(form, u"Main", u"StartPath") + QStringLiteral(" (expected a folder)");
     };
     TellingWhere(where, [&] {
-        PointDir1(form, form.CurrentPath);
-        PointFile1(form, form.CurrentPath);
+        PointDir1(form, form.library.CurrentPath);
+        PointFile1(form, form.library.CurrentPath);
     });
     SetFile1Pattern(form, kMusicPattern.toString());
-    form.DirLevel = 0;
-    form.DirHistoryPage(0) = form.CurrentPage;
-    form.DirHistoryPath(0) = form.Dir1.Path;
+    form.library.DirLevel = 0;
+    form.library.DirHistoryPage(0) = form.library.CurrentPage;
+    form.library.DirHistoryPath(0) = form.library.Dir1.Path;
 }
 
-// The window covers the desktop in the mode that the configuration has set, so that centring puts it at 0;
-// the picture area fills it until the theme says otherwise.
+// The window covers the desktop in the mode set by the configuration, so centring puts it at 0. The picture
+// area fills the window until the theme changes it.
 void SizeWindow(Form_Main& form) {
     const auto [width, height, bits] = form.display.CurrentMode();
-    form.MainWindow = {0, 0, width, height, false};
-    Resize(form.Picture_Main, width, height);
+    form.shell.MainWindow = {0, 0, width, height, false};
+    Resize(form.frame.Picture_Main, width, height);
 }
 
 void SetFirstView(Form_Main& form) {
-    form.Order = form.DefaultOrder;
-    form.ActiveZone = QStringLiteral("list");
-    form.BlockMainInfos = QStringLiteral("insertcoin");
-    form.CurrentPage = 0;
-    form.SelX = 1;
-    form.SelY = 1;
-    form.InfosTicks = 1;
-    if (form.Theme.isEmpty()) {
-        form.Theme = QStringLiteral("default");
+    form.library.Order = form.settings.DefaultOrder;
+    form.cursor.ActiveZone = QStringLiteral("list");
+    form.frame.BlockMainInfos = QStringLiteral("insertcoin");
+    form.library.CurrentPage = 0;
+    form.cursor.SelX = 1;
+    form.cursor.SelY = 1;
+    form.frame.InfosTicks = 1;
+    if (form.settings.Theme.isEmpty()) {
+        form.settings.Theme = QStringLiteral("default");
     }
 }
 
@@ -115,28 +115,28 @@ void Load(Form_Main& form) {
                        .arg(VANTORIX_VERSION_MINOR)
                        .arg(VANTORIX_VERSION_PATCH));
     EnumerateMonitors(form);
-    form.InputBusy = 1;
+    form.shell.InputBusy = 1;
     form.windows.MousePointer(QStringLiteral("Screen"), kPointerHourglass);
     RecordDesktop(form);
     LoadConfig(form);
     OpenAudio(form);
-    form.SpectrumWidth = 100;
-    form.SpectrumHeight = 256;
+    form.lights.SpectrumWidth = 100;
+    form.lights.SpectrumHeight = 256;
     OpenLedController(form);
     OpenStartFolder(form);
     SizeWindow(form);
     SetFirstView(form);
     ReadStartFolderSettings(form);
     LoadCommand(form);
-    form.KeyboardMainWidth = form.Picture_Main.Width();
+    form.keyboard.KeyboardMainWidth = form.frame.Picture_Main.Width();
     LoadTheme(form);
     if (VideoLiesBeyondScreen(form)) {
         ShowVideoForm(form);
     }
-    form.InputBusy = 0;
+    form.shell.InputBusy = 0;
     form.windows.MousePointer(QStringLiteral("Screen"), kPointerDefault);
-    form.Timer1.Enabled = true;
-    form.MainWindow.Visible = true;
+    form.shell.Timer1.Enabled = true;
+    form.shell.MainWindow.Visible = true;
 }
 
 } // namespace

@@ -3,6 +3,6 @@
 
 struct Form_Main;
 
-// Runs the whole start-up. The form's AppFolder is set. Any run-time error in it goes up as a ProgramStop; a
-// wrong or missing audio library and a cancelled first configuration end the program with code 0.
+// Runs the whole start-up. AppFolder must be set. A run-time error is rethrown as a ProgramStop; a wrong or
+// missing audio library and a cancelled first configuration end the program with code 0.
 void Form_Load(Form_Main& form);

@@ -1,16 +1,12 @@
-// Loading the fonts, pictures and sounds of a theme.
+// Loading the pictures and sounds of a theme.
 #include "theme/load_assets.h"
 
 #include "core/path_text.h"
 #include "core/run_time_error.h"
-#include "library/create_list.h"
-#include "platform/fonts.h"
 #include "platform/media_graph.h"
-#include "platform/message_box.h"
-#include "rendering/playlist_block.h"
-#include "shell/form_main.h"
-#include "shell/log.h"
-#include "theme/load_theme.h"
+#include "state/form_main.h"
+#include "state/log.h"
+#include "state/paths.h"
 
 #include <array>
 
@@ -60,7 +56,7 @@ struct SoundRow {
     const char* file;
     const char* name;
     Graph ThemeAssets::*member;
-    Graph ThemeAssets::*position; // none for the first
+    Graph ThemeAssets::*position; // null for SoundCharge
 };
 
 constexpr std::array kSounds = {
@@ -74,36 +70,7 @@ constexpr std::array kSounds = {
 
 static_assert(kPictures.size() == 27 && kSounds.size() == 5);
 
-// Where the message tells the operator to copy a font that could not be installed.
-const QString kSystemFonts = QStringLiteral("/usr/share/fonts/");
-
-void InstallFont(Form_Main& form, const QString& name) {
-    WriteLog(form, QStringLiteral(" : TTF ") + name);
-    const QString path = PathIn(form.File1.Path, name);
-    if (form.fonts.AddFontResource(path) > 0) {
-        ForgetPlaylistTexts(form);
-        WriteLog(form, QStringLiteral(" : AddFontResource ") + path);
-        return;
-    }
-    WriteLog(form, QStringLiteral(" : Problème sur AddFontResource ") + path);
-    form.messageBox.Show(
-        QStringLiteral("Vantorix-Jukebox"),
-        QStringLiteral("il y a eu un problème d'installation de la police de caractéres truetype sur votre "
-                       "ordinateur. Copier le fichier '%1' du dossier '%2' dans le dossier '%3'")
-            .arg(name, form.File1.Path, kSystemFonts));
-}
-
 } // namespace
-
-void InstallFonts(Form_Main& form) {
-    WriteLog(form, QStringLiteral(" : Deplacement file1 vers ") + ThemeFolder(form));
-    PointFile1(form, ThemeFolder(form));
-    SetFile1Pattern(form, QStringLiteral("*.ttf"));
-    const QStringList fonts = form.File1.List;
-    for (const QString& name : fonts) {
-        InstallFont(form, name);
-    }
-}
 
 QStringList ThemePictures() {
     QStringList names;
@@ -117,15 +84,16 @@ void LoadImages(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : Chargement des images"));
     const PicturePorts ports{form.files, form.zlib, form.pump, form.pictures};
     for (const PictureRow& row : kPictures) {
-        (form.*row.member)
-            .LoadPicture_File(ports, *form.pictureQueue, ThemeFile(form, QString::fromLatin1(row.file)));
+        (form.assets.*row.member)
+            .LoadPicture_File(ports, *form.assets.pictureQueue,
+                              ThemeFile(form, QString::fromLatin1(row.file)));
     }
-    form.pictureQueue->ForgetAhead();
+    form.assets.pictureQueue->ForgetAhead();
 }
 
 void RenderThemeSound(Form_Main& form, MediaGraph& graph, const QString& name) {
     const auto where = [&] {
-        return QStringLiteral("a sound of the theme \"%1\" (expected a sound file)").arg(form.Theme);
+        return QStringLiteral("a sound of the theme \"%1\" (expected a sound file)").arg(form.settings.Theme);
     };
     TellingWhere(where, [&] { graph.RenderFile(ThemeFile(form, name)); });
 }
@@ -133,10 +101,10 @@ void RenderThemeSound(Form_Main& form, MediaGraph& graph, const QString& name) {
 void LoadSounds(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : Chargement des sons"));
     for (const SoundRow& row : kSounds) {
-        form.*row.member = form.graphs.CreateGraph(QString::fromLatin1(row.name));
-        RenderThemeSound(form, *(form.*row.member), QString::fromLatin1(row.file));
+        form.assets.*row.member = form.graphs.CreateGraph(QString::fromLatin1(row.name));
+        RenderThemeSound(form, *(form.assets.*row.member), QString::fromLatin1(row.file));
         if (row.position != nullptr) {
-            form.*row.position = form.*row.member;
+            form.assets.*row.position = form.assets.*row.member;
         }
     }
 }

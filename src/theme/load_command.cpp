@@ -1,8 +1,8 @@
 // Building the operator's menus.
 #include "theme/load_command.h"
 
-#include "shell/form_main.h"
-#include "shell/log.h"
+#include "state/form_main.h"
+#include "state/log.h"
 
 #include <array>
 #include <initializer_list>
@@ -15,7 +15,7 @@ struct Choice {
     const char* label;
 };
 
-// Where a row's current choice comes from.
+// How a row's current choice is found.
 enum class Current {
     kNone,        // the choice stays at 0
     kEqualsValue, // the variable equals the choice's value
@@ -52,23 +52,23 @@ Integer16 CurrentChoice(const MenuRow& row) {
 }
 
 void FillRow(Form_Main& form, int menu, int row, const MenuRow& source) {
-    form.CommandType(menu, row) = QString::fromLatin1(source.type);
-    form.CommandAction(menu, row) = QString::fromLatin1(source.action);
-    form.CommandLabel(menu, row) = QString::fromLatin1(source.label);
-    form.CommandParam(menu, row) = QString::fromLatin1(source.param);
+    form.menu.CommandType(menu, row) = QString::fromLatin1(source.type);
+    form.menu.CommandAction(menu, row) = QString::fromLatin1(source.action);
+    form.menu.CommandLabel(menu, row) = QString::fromLatin1(source.label);
+    form.menu.CommandParam(menu, row) = QString::fromLatin1(source.param);
     for (std::size_t i = 0; i < source.choices.size(); ++i) {
         const int choice = static_cast<int>(i) + 1;
-        form.CommandChoiceValue.Set(menu, row, choice, QString::fromLatin1(source.choices[i].value));
-        form.CommandChoiceLabel.Set(menu, row, choice, QString::fromLatin1(source.choices[i].label));
+        form.menu.CommandChoiceValue.Set(menu, row, choice, QString::fromLatin1(source.choices[i].value));
+        form.menu.CommandChoiceLabel.Set(menu, row, choice, QString::fromLatin1(source.choices[i].label));
     }
-    form.CommandChoice(menu, row) = CurrentChoice(source);
+    form.menu.CommandChoice(menu, row) = CurrentChoice(source);
 }
 
 void FillMenu(Form_Main& form, int menu, std::initializer_list<MenuRow> rows) {
-    form.CommandRowCount(menu) = 0;
+    form.menu.CommandRowCount(menu) = 0;
     for (const MenuRow& row : rows) {
-        form.CommandRowCount(menu) += 1;
-        FillRow(form, menu, form.CommandRowCount(menu).value(), row);
+        form.menu.CommandRowCount(menu) += 1;
+        FillRow(form, menu, form.menu.CommandRowCount(menu).value(), row);
     }
 }
 
@@ -76,39 +76,40 @@ void FillMenu(Form_Main& form, int menu, std::initializer_list<MenuRow> rows) {
 
 void LoadCommand(Form_Main& form) {
     using enum Current;
-    const Form_Main& f = form;
+    const SettingsState& s = form.settings;
     WriteLog(form, QStringLiteral(" : Configuration de la zone de commandes (LoadCommand)"));
     // clang-format off
     FillMenu(form, 1, {
-        {"listbox",  "order",                   "order",        kOrders,    kEqualsValue, &f.Order,               ""},
-        {"listbox",  "bigtitle",                "big title",    kYesNo,     kTrueOrFalse, &f.ShowBigtitle,        ""},
-        {"listbox",  "showcover",               "cover",        kYesNo,     kTrueOrFalse, &f.ShowCoverFolder,     ""},
-        {"listbox",  "showtracknum",            "tracknum",     kYesNo,     kTrueOrFalse, &f.ShowTrackNumFolder,  ""},
+        {"listbox",  "order",                   "order",        kOrders,    kEqualsValue, &form.library.Order,    ""},
+        {"listbox",  "bigtitle",                "big title",    kYesNo,     kTrueOrFalse, &s.ShowBigtitle,        ""},
+        {"listbox",  "showcover",               "cover",        kYesNo,     kTrueOrFalse, &s.ShowCoverFolder,     ""},
+        {"listbox",  "showtracknum",            "tracknum",     kYesNo,     kTrueOrFalse, &s.ShowTrackNumFolder,  ""},
         {"listbox",  "notetrack",               "tracknote",    kNotes,     kNone,        nullptr,                ""},
         {"btn",      "config",                  "config",       kNoChoices, kNone,        nullptr,                ""},
         {"btn",      "quit",                    "quit",         kNoChoices, kNone,        nullptr,                ""},
     });
-    // Deliberate D-08: the row "order" of menu 2 compares its setting with "true", so that it always starts on
-    // "playcount". One expects the setting's own value; operators know the row as it is.
-    // Deliberate D-09: no row leads to menus 2 and 3. One expects a way there; they stand ready for a later row.
+    // Deliberate D-08: the row "order" of menu 2 compares its setting with "true", so it always starts on
+    // "playcount". One would expect the setting's own value; operators are used to the row.
+    // Deliberate D-09: no row leads to menus 2 and 3. One would expect a way there; they are prepared for a
+    // later row.
     FillMenu(form, 2, {
-        {"listbox",  "generalmanagecoin",       "coin",         kYesNo,     kTrueOrFalse, &f.ManageCoin,          ""},
-        {"listbox",  "generaltransitionsound",  "sound effect", kYesNo,     kTrueOrFalse, &f.PlayTransitionSound, ""},
-        {"listbox",  "generaldefaultorder",     "order",        kOrders,    kTrueOrFalse, &f.DefaultOrder,        ""},
-        {"listbox",  "generalshowfoldercover",  "folder cover", kYesNo,     kTrueOrFalse, &f.ShowFolderCover,     ""},
-        {"listbox",  "generalshowfilecover",    "file cover",   kYesNo,     kTrueOrFalse, &f.ShowFileCover,       ""},
-        {"listbox",  "generalshowcover",        "show cover",   kYesNo,     kTrueOrFalse, &f.ShowCover,           ""},
-        {"listbox",  "generalshowbigcover",     "big cover",    kYesNo,     kTrueOrFalse, &f.ShowBigCoverDefault, ""},
-        {"listbox",  "generalshowmp3covertag",  "mp3 cover",    kYesNo,     kTrueOrFalse, &f.ShowMp3CoverTag,     ""},
-        {"listbox",  "generalshowtracknum",     "tracknum",     kYesNo,     kTrueOrFalse, &f.ShowTrackNum,        ""},
+        {"listbox",  "generalmanagecoin",       "coin",         kYesNo,     kTrueOrFalse, &s.ManageCoin,          ""},
+        {"listbox",  "generaltransitionsound",  "sound effect", kYesNo,     kTrueOrFalse, &s.PlayTransitionSound, ""},
+        {"listbox",  "generaldefaultorder",     "order",        kOrders,    kTrueOrFalse, &s.DefaultOrder,        ""},
+        {"listbox",  "generalshowfoldercover",  "folder cover", kYesNo,     kTrueOrFalse, &s.ShowFolderCover,     ""},
+        {"listbox",  "generalshowfilecover",    "file cover",   kYesNo,     kTrueOrFalse, &s.ShowFileCover,       ""},
+        {"listbox",  "generalshowcover",        "show cover",   kYesNo,     kTrueOrFalse, &s.ShowCover,           ""},
+        {"listbox",  "generalshowbigcover",     "big cover",    kYesNo,     kTrueOrFalse, &s.ShowBigCoverDefault, ""},
+        {"listbox",  "generalshowmp3covertag",  "mp3 cover",    kYesNo,     kTrueOrFalse, &s.ShowMp3CoverTag,     ""},
+        {"listbox",  "generalshowtracknum",     "tracknum",     kYesNo,     kTrueOrFalse, &s.ShowTrackNum,        ""},
         {"btn",      "changecommandcurrentid",  "Back",         kNoChoices, kNone,        nullptr,                "1"},
     });
     FillMenu(form, 3, {
-        {"keyasign", "key",                     "coin",         kYesNo,     kTrueOrFalse, &f.ManageCoin,          ""},
+        {"keyasign", "key",                     "coin",         kYesNo,     kTrueOrFalse, &s.ManageCoin,          ""},
         {"btn",      "changecommandcurrentid",  "Back",         kNoChoices, kNone,        nullptr,                "1"},
     });
     // clang-format on
-    form.CommandCurrentMenu = 1;
-    form.CommandCurrentId = 1;
+    form.menu.CommandCurrentMenu = 1;
+    form.menu.CommandCurrentId = 1;
     WriteLog(form, QStringLiteral(" : Fin de configuration de la zone commande"));
 }

@@ -3,5 +3,5 @@
 
 struct Form_Main;
 
-// Builds the menus and their current choices. Runs once, at start.
+// Builds the menus and their current choices. Called once, at start.
 void LoadCommand(Form_Main& form);

@@ -1,8 +1,8 @@
-// Looking up which keys of the theme hold a text style.
+// Finding the keys of the theme that define a text style.
 #include "theme/style_places.h"
 
-#include "shell/form_main.h"
-#include "theme/load_theme.h"
+#include "state/form_main.h"
+#include "state/paths.h"
 
 #include <QLatin1StringView>
 #include <QStringList>
@@ -18,25 +18,27 @@ struct TextKey {
     QString (*value)(const Form_Main& form);
 };
 
-#define NO_INTEGER(section, key)
-#define NO_PAGE(section, key, array, index)
-#define TEXT_KEY(section, key) TextKey{section, #key, [](const Form_Main& form) { return form.key; }},
-#define NO_KEYBOARD_INTEGER(key)
-#define KEYBOARD_TEXT_KEY(key) TEXT_KEY("keyboard", key)
+#define NO_NUMBER(section, key, member, part)
+#define THEME_TEXT(section, key, member, part)                                                               \
+    TextKey{section, key, [](const Form_Main& form) { return form.theme.member part; }},
+#define KEYBOARD_TEXT(section, key, member, part)                                                            \
+    TextKey{section, key, [](const Form_Main& form) { return form.keyboard.member part; }},
+#define THEME_ROW(kind, section, name) KEYS_OF_##kind(NO_NUMBER, THEME_TEXT, section, name)
+#define KEYBOARD_ROW(kind, name) KEYS_OF_##kind(NO_NUMBER, KEYBOARD_TEXT, "keyboard", name)
 
-constexpr std::array kTextKeys = {THEME_PLAYLIST_KEYS(NO_INTEGER, TEXT_KEY, NO_PAGE)   //
-                                  THEME_MAIN_KEYS(NO_INTEGER, TEXT_KEY, NO_PAGE)       //
-                                  THEME_SLOT_STYLE_KEYS(NO_INTEGER, TEXT_KEY, NO_PAGE) //
-                                  THEME_COMMAND_KEYS(NO_INTEGER, TEXT_KEY, NO_PAGE)    //
-                                  KEYBOARD_KEYS(NO_KEYBOARD_INTEGER, KEYBOARD_TEXT_KEY)};
+constexpr std::array kTextKeys = {THEME_PLAYLIST_KEYS(THEME_ROW)   //
+                                  THEME_MAIN_KEYS(THEME_ROW)       //
+                                  THEME_SLOT_STYLE_KEYS(THEME_ROW) //
+                                  THEME_COMMAND_KEYS(THEME_ROW)    //
+                                  KEYBOARD_KEYS(KEYBOARD_ROW)};
 
-#undef NO_INTEGER
-#undef NO_PAGE
-#undef TEXT_KEY
-#undef NO_KEYBOARD_INTEGER
-#undef KEYBOARD_TEXT_KEY
+#undef NO_NUMBER
+#undef THEME_TEXT
+#undef KEYBOARD_TEXT
+#undef THEME_ROW
+#undef KEYBOARD_ROW
 
-// The value of the font that belongs to a colour: "...FontColorHilight" goes with "...FontHilight".
+// Returns the font that belongs to a colour key: "...FontHilight" for "...FontColorHilight".
 QString FontBeside(const Form_Main& form, const TextKey& colour) {
     const QString key = QString::fromLatin1(colour.key).remove(QStringLiteral("Color"));
     for (const TextKey& text : kTextKeys) {
@@ -47,10 +49,10 @@ QString FontBeside(const Form_Main& form, const TextKey& colour) {
     return QString();
 }
 
-// The keys of the keyboard have no value before it is opened for the first time.
+// The keyboard's keys have no values before the keyboard is first opened.
 bool IsColour(const Form_Main& form, const TextKey& text) {
     const bool isRead =
-        QLatin1StringView(text.section) != QLatin1StringView("keyboard") || form.KeyNbLines > 0;
+        QLatin1StringView(text.section) != QLatin1StringView("keyboard") || form.keyboard.KeyNbLines > 0;
     return isRead && QLatin1StringView(text.key).contains(QLatin1StringView("FontColor"));
 }
 

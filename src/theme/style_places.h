@@ -1,12 +1,11 @@
-// Where a text style of the theme comes from, for the detail of an error.
+// The keys of the theme that define a text style, for the detail of an error.
 #pragma once
 
 #include <QString>
 
 struct Form_Main;
 
-// The file, section and key of the theme's colours that have this text and stand beside this font, for
-// instance
-// ".../theme.ini, [BlockMain] BlockMainRemainFontColor". Joined by " or " when there are several, the file
-// alone when there is none.
+// Returns the file and, by section and key, the theme's colours that have this value and belong to this font,
+// for instance ".../theme.ini, [BlockMain] BlockMainRemainFontColor". Several keys are joined by " or ";
+// without a match, only the file is returned.
 QString PlacesOfColour(Form_Main& form, const QString& font, const QString& colour);

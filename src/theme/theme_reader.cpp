@@ -3,13 +3,15 @@
 
 #include "core/conversions.h"
 #include "core/run_time_error.h"
-#include "settings/config_values.h"
-#include "shell/form_main.h"
-#include "theme/load_theme.h"
+#include "settings/config.h"
+#include "settings/ini_files.h"
+#include "settings/profile.h"
+#include "state/form_main.h"
+#include "state/paths.h"
 
 ThemeReader::ThemeReader(Form_Main& form)
     : form_(form), path_(ThemeFile(form, QStringLiteral("theme.ini"))),
-      file_(form.iniFiles.Open(form.files, path_)) {}
+      file_(IniFilesOf(form).Open(form.files, path_)) {}
 
 Integer16 ThemeReader::Integer(const QString& section, const char* key) const {
     const QString value = Text(section, key);

@@ -8,22 +8,22 @@
 class IniFile;
 struct Form_Main;
 
-// The keys of the current theme's file, blanks trimmed. The form outlives this object.
+// Reads the keys of the current theme's file, with blanks trimmed. The form must outlive this object.
 class ThemeReader {
 public:
     explicit ThemeReader(Form_Main& form);
 
-    // Raises 13 for a missing key or one that is no number, 6 for one beyond 16 bits. The detail names file,
-    // section and key, or the file or folder alone when that is missing.
+    // Raises 13 for a number that is missing or invalid, 6 for one beyond 16 bits. The detail names file,
+    // section and key, or only the file or folder when that is missing.
     Integer16 Integer(const QString& section, const char* key) const;
-    // Empty when the key is missing.
+    // Returns an empty text when the key is missing.
     QString Text(const QString& section, const char* key) const;
 
-    // File, section and key, and what is expected there, for the detail of an error.
+    // Returns file, section, key and what is expected there, for the detail of an error.
     QString Place(const QString& section, const QString& key, const QString& expected) const;
 
 private:
-    // What is missing when the key of that place has no value.
+    // Returns what is missing when the key at `place` has no value: the folder, the file or the key itself.
     QString WhatIsMissing(const QString& place) const;
 
     Form_Main& form_;

@@ -1,4 +1,4 @@
-// Where the application folder is, and how it is filled.
+// Tests of finding and filling the application folder.
 #include "app/cabinet/app_folder.h"
 
 #include "platform/posix/posix_files.h"

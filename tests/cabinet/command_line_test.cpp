@@ -1,4 +1,4 @@
-// The command line.
+// Tests of the command line.
 #include "app/cabinet/command_line.h"
 
 #include <gtest/gtest.h>

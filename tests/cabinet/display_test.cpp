@@ -1,4 +1,4 @@
-// Monitors, modes and fonts where there is no X server.
+// Tests of monitors, modes and fonts without an X server.
 #include "platform/qt/qt_display.h"
 #include "platform/qt/qt_fonts.h"
 #include "platform/qt/system_clock.h"

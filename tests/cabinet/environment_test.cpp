@@ -1,4 +1,4 @@
-// What the toolkit is given to read.
+// Tests of the environment that the toolkit reads.
 #include "app/cabinet/environment.h"
 
 #include <QByteArray>

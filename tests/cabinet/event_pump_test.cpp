@@ -1,4 +1,4 @@
-// The event pump: order, bounds, nesting, waits, signals.
+// Tests of the event pump: order, limits, nesting, waits, signals.
 #include "platform/qt/qt_event_pump.h"
 
 #include "core/run_time_error.h"
@@ -209,7 +209,7 @@ TEST_F(EventPumpTest, WaitingForInputEndsByTimeAndByTheWishToClose) {
     EXPECT_EQ(CountOf(InputKind::kClose), 1) << "the wish stays for the jukebox";
 }
 
-// The signals are watched once in a process, and for good: each of these tests is a process of its own.
+// A process can start watching signals only once, so each of these tests is a process of its own.
 class TerminationSignalsTest : public testing::Test {
 protected:
     TerminationSignalsTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
@@ -232,7 +232,7 @@ TEST_F(TerminationSignalsTest, EachSignalAsksForTheEnd) {
         int expected = 0;
         for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
             Send(number);
-            ++expected; // it was answered, so that the next one asks again
+            ++expected; // it was answered, so the next signal is passed on
             while (asked < expected) {
                 pump.DoEvents();
             }

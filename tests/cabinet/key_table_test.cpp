@@ -1,4 +1,4 @@
-// Keys and their virtual-key codes.
+// Tests of keys and their virtual-key codes.
 #include "platform/qt/key_table.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ constexpr std::array kNamedCodes = {
     145, 41, 16, 44, 32, 109, 9, 38, 186, 187, 188, 189, 190, 191, 192, 219, 220, 221, 222, 223};
 // clang-format on
 
-// The codes of all keys, those of text and those with a name.
+// The codes of all keys, both of characters and of named keys.
 std::set<int> SentCodes() {
     std::set<int> codes;
     for (const int first : {0, 0x01000000, 0x01010000, 0x01020000}) {

@@ -1,4 +1,4 @@
-// The window of the on-screen keyboard: what it shows, what it makes of keys and pointer, how long it stays.
+// Tests of the on-screen keyboard's window: what it shows, how it handles keys and pointer, when it closes.
 #include "platform/qt/keyboard_window.h"
 
 #include "core/run_time_error.h"

@@ -1,4 +1,4 @@
-// The toolkit for all tests of the cabinet, on its offscreen platform.
+// Starts the toolkit on its offscreen platform for all tests of the cabinet.
 #include <QApplication>
 
 #include <gtest/gtest.h>

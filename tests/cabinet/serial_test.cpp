@@ -1,4 +1,4 @@
-// The serial line on a pseudo terminal.
+// Tests of the serial line on a pseudo terminal.
 #include "platform/serial/qserialport_line.h"
 
 #include "core/run_time_error.h"
@@ -50,7 +50,8 @@ public:
     void Send(const QByteArray& bytes) const {
         EXPECT_EQ(write(master_, bytes.constData(), size(bytes)), bytes.size());
     }
-    // What arrives until there are `count` bytes, or nothing more for `patience` milliseconds.
+    // Returns what arrives until there are `count` bytes, or until nothing has arrived for `patience`
+    // milliseconds.
     QByteArray Receive(qsizetype count, int patience = 2000) const {
         QByteArray all;
         pollfd waiting = {master_, POLLIN, 0};
@@ -79,7 +80,7 @@ protected:
     void Open(int port = 3) {
         line.Open({.commPort = port, .baudRate = 115200, .rtsEnable = true, .dtrEnable = false});
     }
-    // Writes until the line has no room left, and tells how long the last write took.
+    // Writes until the line is full, and returns how long the last write took.
     qint64 Fill() {
         QElapsedTimer time;
         for (int i = 0; i < 1000 && log.filter(QStringLiteral("ne prend rien")).isEmpty(); ++i) {

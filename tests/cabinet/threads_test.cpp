@@ -1,4 +1,4 @@
-// The start when the system has no more threads.
+// Tests of the start when the system has no more threads.
 #include "app/cabinet/early_start.h"
 
 #include "../platform/no_more_threads.h"

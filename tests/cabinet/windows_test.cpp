@@ -1,4 +1,4 @@
-// The windows: what they show, what they make of keys and pointer, how they refuse to close.
+// Tests of the windows: what they show, how they handle keys and pointer, how they refuse to close.
 #include "platform/qt/qt_windows.h"
 
 #include "platform/qt/qt_event_pump.h"
@@ -26,7 +26,7 @@ QImage Frame(int width, int height, QRgb color) {
     return frame;
 }
 
-// Counts how often, and how much of, a window is painted.
+// Counts how often a window is painted, and how much of it.
 class Paints : public QObject {
 public:
     explicit Paints(QWidget& window) { window.installEventFilter(this); }

@@ -1,4 +1,4 @@
-// Bounded arrays: a subscript outside the bounds is error 9.
+// Bounded arrays: a subscript outside the bounds raises error 9.
 #include "core/bounded_array.h"
 #include "support/error_of.h"
 

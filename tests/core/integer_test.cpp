@@ -1,4 +1,4 @@
-// Checked integers: every result outside the width is error 6.
+// Checked integers: a result outside the width raises error 6.
 #include "core/integer.h"
 #include "support/error_of.h"
 

@@ -1,4 +1,4 @@
-// Audio or video by the last three characters.
+// Telling audio from video by the last three characters of a path.
 #include "core/media_kind.h"
 
 #include <gtest/gtest.h>

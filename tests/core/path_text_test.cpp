@@ -1,4 +1,4 @@
-// Paths as text and back without losing a byte, and the parts of a path.
+// Converting paths to text and back without losing a byte, and splitting paths.
 #include "core/path_text.h"
 
 #include <gtest/gtest.h>

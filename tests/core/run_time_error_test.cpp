@@ -1,4 +1,4 @@
-// Run-time errors and their borders.
+// Run-time errors, and the routines that catch or convert them.
 #include "core/run_time_error.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-"""A virtual screen with the real jukebox on it, for tests that press keys and look at the picture."""
+"""A virtual screen with the real jukebox on it, for tests that press keys and check the picture."""
 import contextlib
 import ctypes
 import os
@@ -14,7 +14,7 @@ import wave
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 PROGRAM = os.environ.get("VANTORIX", str(ROOT / "build" / "vantorix"))
-# Seconds that anything may take; nothing waits for them unless something is wrong.
+# The time limit in seconds for every wait; only a fault reaches it.
 PATIENCE = int(os.environ.get("VANTORIX_PATIENCE", "60"))
 
 SCREEN_SIZE = (1280, 720)
@@ -23,7 +23,7 @@ MEGABYTE = 1 << 20
 
 
 def wait_until(condition, what, patience=PATIENCE):
-    """Asks again and again until the answer is true, and gives it back; fails with words after the patience."""
+    """Waits until the condition is true and returns its result; fails with a message after `patience` seconds."""
     end = time.monotonic() + patience
     while True:
         answer = condition()
@@ -35,7 +35,7 @@ def wait_until(condition, what, patience=PATIENCE):
 
 
 class Screen:
-    """An X server of its own, ended with the test."""
+    """A private X server, which ends with the test."""
 
     def __init__(self, folder):
         reading, writing = os.pipe()
@@ -70,7 +70,7 @@ class Screen:
 
     def picture(self):
         """The pixels of the whole screen, row by row, three bytes each."""
-        # A screenshot fails when a window comes or goes in the middle of it.
+        # A screenshot fails when a window appears or disappears during it.
         for _ in range(10):
             with contextlib.suppress(subprocess.CalledProcessError):
                 data = self.run("import", "-silent", "-window", "root", "-depth", "8", "ppm:-")
@@ -81,7 +81,7 @@ class Screen:
         return int(self.run("xdotool", "search", "--name", f"^{name}$").split()[0])
 
     def focus(self):
-        """The name of the window that keys go to; empty while there is none."""
+        """The name of the window with the keyboard focus; empty while there is none."""
         with contextlib.suppress(subprocess.CalledProcessError):
             return self.run("xdotool", "getwindowfocus", "getwindowname").decode().strip()
         return ""
@@ -95,7 +95,7 @@ class ClientMessage(ctypes.Structure):
 
 
 def request_close(screen, window):
-    """What a window manager sends when somebody clicks on its close button."""
+    """Sends what a window manager sends when its close button is clicked."""
     x11 = ctypes.CDLL("libX11.so.6")
     x11.XOpenDisplay.restype = ctypes.c_void_p
     x11.XInternAtom.restype = ctypes.c_ulong
@@ -112,7 +112,7 @@ def is_black(picture):
 
 
 def write_tone(path, seconds):
-    """A WAV file of silence."""
+    """Writes a WAV file of silence."""
     with wave.open(str(path), "wb") as file:
         file.setnchannels(2)
         file.setsampwidth(2)
@@ -121,7 +121,7 @@ def write_tone(path, seconds):
 
 
 def edit(path, old, new):
-    """Replaces a text that has to be there."""
+    """Replaces a text that must be present."""
     text = path.read_bytes().decode()
     if old not in text:
         raise AssertionError(f"{path.name} has no {old!r}")
@@ -129,8 +129,8 @@ def edit(path, old, new):
 
 
 def memory_of(pid):
-    """The resident memory of a process in bytes: all of it, the share of it that is the process's own ("pss"), the main
-    heap, other private memory, and mapped files with shared memory."""
+    """The resident memory of a process in bytes: total, proportional share ("pss"), the main heap, other private
+    memory, and mapped files including shared memory."""
     sizes = dict.fromkeys(("rss", "pss", "heap", "anon", "mapped"), 0)
     private = "anon"
     for line in pathlib.Path(f"/proc/{pid}/smaps").read_text(encoding="utf-8", errors="replace").splitlines():
@@ -147,7 +147,7 @@ def memory_of(pid):
 
 # The title of the on-screen keyboard's window.
 KEYBOARD = "Vantorix Jukebox - keyboard"
-# Codes of the on-screen keyboard's keys that are no characters.
+# Codes of keys of the on-screen keyboard that are not characters.
 ACCEPT = 13
 DELETE = 8
 
@@ -165,7 +165,7 @@ def sections_of(path):
 
 
 class Board:
-    """The keys of the delivered theme's keyboard, whose picture stands unscaled in the middle of the screen."""
+    """The keys of the delivered theme's keyboard, whose picture is unscaled in the middle of the screen."""
 
     SIZE = (1000, 600)
 
@@ -188,7 +188,7 @@ class Board:
 
 
 class DeskTest(unittest.TestCase):
-    """Every test has a screen, an application folder as it is delivered, and a small music library."""
+    """Gives every test a screen, the delivered application folder, and a small music library."""
 
     def setUp(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vantorix-desk-"))
@@ -205,7 +205,7 @@ class DeskTest(unittest.TestCase):
         self.jukebox = None
 
     def start(self, *arguments):
-        """Starts the jukebox; it is ended with the test if it still runs then."""
+        """Starts the jukebox; the end of the test kills it if it still runs."""
         self.errors = self.folder / "stderr"
         with open(self.errors, "wb") as errors:
             self.jukebox = subprocess.Popen([PROGRAM, "--home", str(self.home), *arguments],
@@ -219,12 +219,12 @@ class DeskTest(unittest.TestCase):
         self.jukebox.wait()
 
     def start_and_see_any(self, *arguments):
-        """Starts the jukebox and gives back the first picture that is not black, which may be that of a stop."""
+        """Starts the jukebox and returns the first picture that is not black, which may be a stop page."""
         self.start(*arguments)
         return self.see_change(bytes(3 * SCREEN_SIZE[0] * SCREEN_SIZE[1]), "the first picture")
 
     def start_and_see(self, *arguments):
-        """Starts the jukebox and gives back its first frame."""
+        """Starts the jukebox and returns its first frame."""
         picture = self.start_and_see_any(*arguments)
         self.assertNotIn("run-time error", self.told())
         return picture
@@ -237,7 +237,7 @@ class DeskTest(unittest.TestCase):
         return wait_until(changed, what)
 
     def see_rest(self, what):
-        """The picture that stays for a second."""
+        """Returns the first picture that does not change for a second."""
         def rest():
             self.fail_if_ended(what)
             picture = self.screen.picture()
@@ -263,7 +263,7 @@ class DeskTest(unittest.TestCase):
         return []
 
     def see_keyboard(self):
-        """Waits until the on-screen keyboard has the focus: a key pressed before that goes to the frame behind it."""
+        """Waits until the on-screen keyboard has the focus: a key pressed before that goes to the main window."""
         def focused():
             self.fail_if_ended("the keyboard's focus")
             return self.screen.focus() == KEYBOARD
@@ -276,8 +276,7 @@ class DeskTest(unittest.TestCase):
         wait_until(has_line, f"the log line {line!r}")
 
     def press_until(self, key, condition, what):
-        """Presses a key, and presses it again when nothing comes of it: a key that meets a running animation is
-        dropped by the jukebox."""
+        """Presses a key, and presses it again when it has no effect: the jukebox drops keys during an animation."""
         def pressed():
             self.fail_if_ended(what)
             self.screen.press(key)

@@ -1,4 +1,4 @@
-"""The ways out: signals, the window system's wish, a stop by an error, a wrong command line."""
+"""The ways to end: signals, the window system's close request, a stop by an error, a wrong command line."""
 import os
 import pty
 import select
@@ -40,9 +40,9 @@ class Ends(desk.DeskTest):
                 received.extend(os.read(controller, 65536))
             return wanted in received
 
-        self.press_until("Return", lambda: receive(b"AT+R-0\r\nAT+R-0\r\n"), "the jukebox asks again and again")
+        self.press_until("Return", lambda: receive(b"AT+R-0\r\nAT+R-0\r\n"), "the jukebox repeats the command")
         self.signal()
-        desk.wait_until(lambda: receive(b"AT+R-1\r\n"), "the controller is set free")
+        desk.wait_until(lambda: receive(b"AT+R-1\r\n"), "the command that frees the controller")
         self.assert_ends(0)
 
 
@@ -52,7 +52,7 @@ class Ends(desk.DeskTest):
         self.start_and_see()
         self.press_until_log("Return", " : PageAnim")
         before = len(self.log())
-        # A key says when the turn goes on: it is taken from the window system and dropped.
+        # The key is delivered and dropped, which shows that the turn still runs.
         self.screen.press("Down")
         self.see_change(self.screen.picture(), "the turning leaf")
         self.assertNotIn(" : RedrawJukebox", self.log()[before:])
@@ -79,7 +79,7 @@ class TwoOnOneHome(desk.DeskTest):
 
 
 class Hangs(desk.DeskTest):
-    """A signal ends the jukebox within five seconds, whatever hangs. The bound leaves room for a busy machine."""
+    """A signal ends the jukebox within five seconds, whatever hangs. The limit allows for a busy machine."""
     BOUND = 20
 
     def assert_ends_soon(self, code):
@@ -91,8 +91,8 @@ class Hangs(desk.DeskTest):
         self.assertLess(seconds, self.BOUND)
 
     def hang_in(self, folder):
-        """Gives two files: once the first one exists, listing this folder never returns; the second one is there as soon
-        as that has begun."""
+        """Returns two files. Once the first one exists, listing this folder never returns. The second one appears when
+        that has begun."""
         on, mark = self.folder / "on", self.folder / "hangs"
         self.screen.environment.update(LD_PRELOAD=os.environ["HUNG_FOLDER_LIBRARY"], HUNG_FOLDER=str(folder),
                                        HUNG_FOLDER_ON=str(on), HUNG_FOLDER_MARK=str(mark))
@@ -154,7 +154,7 @@ class Stops(desk.DeskTest):
         def press():
             self.screen.press("a")
             return self.jukebox.poll() is not None
-        desk.wait_until(press, "the page goes by a key", 12)
+        desk.wait_until(press, "the page closes at a key", 12)
         self.assert_ends(1)
         self.assertLess(time.monotonic() - start, 60)
         self.assert_told(theme)

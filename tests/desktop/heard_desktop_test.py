@@ -1,4 +1,4 @@
-"""The jukebox is heard: what its picks play is recorded from the monitor of a sound sink. Runs under pulse.sh."""
+"""The jukebox's audible sound, recorded from the monitor of a sound sink. Runs under pulse.sh."""
 import array
 import itertools
 import math
@@ -10,12 +10,12 @@ import wave
 import desk
 
 RATE = 44100
-# A stretch of the recording that is looked at as one: 0.1 s.
+# Samples of the recording that are measured together: 0.1 s.
 STRETCH = RATE // 10
 
 
 def write_sines(path, *tones):
-    """A sound of tones one behind the other, each given as hertz and seconds."""
+    """Writes a sound of tones in sequence, each given as hertz and seconds."""
     frames = array.array("h")
     for hertz, seconds in tones:
         for i in range(RATE * seconds):
@@ -38,7 +38,7 @@ def strength(samples, hertz):
 
 
 def heard(samples):
-    """What a stretch holds: a tone's hertz, 0 for silence, None for a mixture or an edge."""
+    """The content of a piece: a tone's hertz, 0 for silence, None for a mixture or an edge."""
     loudest = max(map(abs, samples))
     if loudest < 40:
         return 0
@@ -49,7 +49,7 @@ def heard(samples):
 
 
 class Recorder:
-    """Records the monitor from its making to its end."""
+    """Records the monitor from its construction to its end."""
 
     def __init__(self, path):
         self.path = path
@@ -74,11 +74,11 @@ class Recorder:
         return self.path.stat().st_size // (2 * STRETCH)
 
     def last(self):
-        """What is heard now."""
+        """The last recorded piece."""
         return self.stretch(self.count() - 1) if self.count() else None
 
     def passages(self):
-        """Pairs of what was heard and for how many seconds, without the edges between them."""
+        """Pairs of a tone and its seconds, without the edges between them."""
         clear = [tone for tone in map(self.stretch, range(self.count())) if tone is not None]
         return [(tone, len(list(run)) / 10) for tone, run in itertools.groupby(clear)]
 
@@ -91,7 +91,7 @@ class Heard(desk.DeskTest):
             file.unlink()
         write_sines(album / "Artist - A.wav", (440, 9))
         write_sines(album / "Artist - B.wav", (1000, 9))
-        # The sound between two tracks would be heard in what is measured here.
+        # The sound between two tracks would be in the recording.
         desk.edit(self.home / "config.ini", "PlayTransitionSound=true", "PlayTransitionSound=false")
         self.recorder = Recorder(self.folder / "recording")
         self.addCleanup(self.recorder.end)
@@ -100,7 +100,7 @@ class Heard(desk.DeskTest):
         desk.wait_until(lambda: self.recorder.last() == tone, what)
 
     def confirm(self, what):
-        """Confirms until the jukebox takes it."""
+        """Confirms until the jukebox accepts it."""
         before = self.log().count(" : Valider")
         self.press_until("Return", lambda: self.log().count(" : Valider") > before, what)
 
@@ -121,16 +121,16 @@ class Heard(desk.DeskTest):
         self.assert_ends(0)
         passages = self.recorder.passages()
         tones = [tone for tone, _ in passages]
-        # Between the two tracks there may be a moment of silence or none.
+        # There may be a moment of silence between the two tracks.
         self.assertIn(tones, ([0, 440, 0, 440, 1000, 0], [0, 440, 0, 440, 0, 1000, 0]), passages)
         first, rest, second = [passage for passage in passages if passage[0] != 0]
         self.assertGreaterEqual(passages[2][1], 1.4)
-        # A track gives way one second before its end, the last one four; the heartbeat looks every 0.4 s.
+        # A track ends one second before its end, the last one four; the heartbeat checks every 0.4 s.
         self.assertAlmostEqual(first[1] + rest[1], 9 - 1 + 0.2, delta=0.6)
         self.assertAlmostEqual(second[1], 9 - 4 + 0.2, delta=0.6)
 
     def test_a_track_runs_in_a_loop_while_nobody_looks_at_its_end(self):
-        """The heartbeat, which ends a track, stands still while the on-screen keyboard is open."""
+        """The heartbeat, which ends a track, pauses while the on-screen keyboard is open."""
         write_sines(self.music / "First Album" / "Artist - A.wav", (440, 10), (1000, 6))
         self.start_and_see()
         self.press_until_log("Return", " : Artist - A.wav")

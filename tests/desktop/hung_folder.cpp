@@ -1,6 +1,6 @@
-// Preloaded into the jukebox: once the file HUNG_FOLDER_ON exists, listing the folder HUNG_FOLDER never
-// returns, and no signal handler runs meanwhile, as on the mount of a server that is gone. The file
-// HUNG_FOLDER_MARK is made by the call.
+// Preloaded into the jukebox. Once the file HUNG_FOLDER_ON exists, listing the folder HUNG_FOLDER never
+// returns, and no signal handler runs meanwhile, as on a mount whose server is gone. The call creates the
+// file HUNG_FOLDER_MARK.
 #include <csignal>
 #include <cstdlib>
 #include <cstring>

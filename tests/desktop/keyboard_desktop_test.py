@@ -1,4 +1,4 @@
-"""The on-screen keyboard on a screen: a playlist is named by keys and by mouse, and the form is left in every way."""
+"""The on-screen keyboard on a screen: naming a playlist by keys and by mouse, and every way to leave the form."""
 import unittest
 
 import desk
@@ -10,11 +10,11 @@ class Keyboard(desk.DeskTest):
         self.board = desk.Board(self.home / "themes" / "default" / "theme.ini")
 
     def drawn(self, text):
-        """Whether the information lines have ever said so."""
+        """Whether the information lines have ever shown this text."""
         return any(line.startswith(f" : DrawText ({text},") for line in self.log())
 
     def focus_save_button(self):
-        """Picks a track and goes to the button "save" of the queue."""
+        """Picks a track and moves the cursor to the button "save" of the queue."""
         self.start_and_see()
         self.press_until_log("Return", " : Some Artist - First Track.wav")
         self.press_until("Return", lambda: any(line.startswith(" : InfoPath(NumTrack)=") for line in self.log()),
@@ -23,7 +23,7 @@ class Keyboard(desk.DeskTest):
             self.press_until(key, lambda words=text: self.drawn(words), text)
 
     def open_keyboard(self):
-        """Opens the keyboard and gives back its picture."""
+        """Opens the keyboard and returns its picture."""
         self.focus_save_button()
         before = self.screen.picture()
         self.press_until_log("Return", " : Fenetre Clavier")
@@ -42,7 +42,7 @@ class Keyboard(desk.DeskTest):
         self.assertRegex(file, rf"^{name} - \d\d [A-Z][a-z][a-z] \d{{4}}\.vtxpl$")
         self.assertEqual(content, f" 1 \r\n{track}\r\n{track.name}\r\n")
         self.assertIn(f" : Saisie {name}", self.log())
-        # The list shows what was saved.
+        # The list shows the saved playlist.
         wanted = f" InfoPath : {self.home}/playlists/{file}"
         self.press_until("Tab", lambda: wanted in self.log(), "the playlists folder in the list")
 
@@ -51,15 +51,16 @@ class Keyboard(desk.DeskTest):
 
     def test_a_playlist_is_named_by_keys(self):
         shown = self.open_keyboard()
-        # From the first key, 0, down to A, and to B beside it.
+        # From the first key, 0, down to A, and to B next to it.
         for key in ("Down", "Return", "Right", "Return", "Return", "BackSpace"):
             self.screen.press(key)
         self.see_change(shown, "the typed text")
-        # Up twice goes round to the last line, whose last key accepts; the column comes down with the line's length.
+        # Up twice wraps to the last line, whose last key accepts; the column shrinks to the length of the
+        # line.
         self.screen.press("Up", "Up", "Right")
         self.screen.press("Return")
         self.assert_saved("ABB")
-        # The keys belong to the main window again.
+        # The main window receives the keys again.
         before = len(self.log())
         self.press_until("Left", lambda: len(self.log()) > before, "a key after the keyboard")
         self.press_until_log("Escape", " Fin ")
@@ -104,7 +105,7 @@ class Keyboard(desk.DeskTest):
         self.focus_save_button()
         self.press_until("Return", lambda: "Form_KeyBoard stopped by run-time error 11" in self.told(), "the stop")
         self.assertIn("keyboard.png", self.told())
-        # The page of words goes at a key.
+        # A key closes the stop page.
         wait_for_page = self.screen.picture()
         self.assertFalse(desk.is_black(wait_for_page))
         self.press_until("Return", lambda: self.jukebox.poll() is not None, "the end")

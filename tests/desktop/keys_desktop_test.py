@@ -1,4 +1,4 @@
-"""The jukebox on a screen: it shows itself, follows keys and touch, and writes its log."""
+"""The jukebox on a screen: it shows its frame, reacts to keys and touch, and writes its log."""
 import unittest
 
 import desk

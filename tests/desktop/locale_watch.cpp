@@ -1,4 +1,4 @@
-// Preloaded into the jukebox: writes down how many threads there are whenever the locale is set.
+// Preloaded into the jukebox. Prints the number of threads whenever the locale is set.
 #include <clocale>
 #include <cstdio>
 

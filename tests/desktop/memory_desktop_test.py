@@ -1,4 +1,4 @@
-"""What the real program holds: the memory that a picture took to decode, and what a track leaves."""
+"""Resources of the real program: the memory used to decode pictures, and what a finished track leaves."""
 import os
 import struct
 import unittest
@@ -8,16 +8,16 @@ import desk
 
 # Entries of one page of the delivered theme.
 PAGE = 20
-# The covers decode to 31 MB and less, each to a little less than the one before.
+# The covers decode to 31 MB and less, each to slightly less than the previous one.
 LARGEST_SIDE = 2800
 SMALLER_BY = 60
-# Megabytes. The covers, reduced to the size in which they are kept, take less than one.
+# Megabytes. The covers take less than one in the reduced size in which they are kept.
 MOST_GROWTH = 10
 
-# Tracks that are started before the first reading, and in all.
+# Tracks that are started before the first measurement, and in all.
 FIRST_TRACKS = 5
 TRACKS = 45
-# Threads, or files, of the tracks that one reading may find being opened and closed.
+# Threads or files of tracks that are being opened or closed during one measurement.
 MOST_OPEN = 10
 
 
@@ -31,7 +31,7 @@ def write_cover(path, side):
 
 
 class Held(desk.DeskTest):
-    """What the jukebox holds at this moment."""
+    """Measures what the jukebox holds now."""
 
     def private_megabytes(self):
         sizes = desk.memory_of(self.jukebox.pid)
@@ -56,7 +56,7 @@ class Pictures(Held):
             write_cover(album / "folder.png", LARGEST_SIDE - SMALLER_BY * number)
 
     def see_page(self, last_title):
-        """Turns pages until the one that ends with this entry has come to rest."""
+        """Turns pages until the one that ends with this entry is drawn and no longer changes."""
         def drawn():
             self.fail_if_ended(last_title)
             self.screen.press("Right")
@@ -78,7 +78,7 @@ class Tracks(Held):
         return any(line.startswith(" : InfoPath(NumTrack)=") for line in self.log())
 
     def start_tracks(self, number):
-        """Goes on to the next track until that was done so often."""
+        """Skips to the next track until this many tracks have started."""
         def reached():
             self.fail_if_ended("the next track")
             self.screen.press("F6")

@@ -1,4 +1,4 @@
-"""Runs a command on a virtual screen of its own and ends with its code.
+"""Runs a command on a private virtual screen and ends with its exit code.
 
 Usage: on_a_screen.py COMMAND [ARGUMENT...]
 """

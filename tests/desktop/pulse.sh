@@ -1,14 +1,14 @@
 #!/bin/bash
-# A PulseAudio server of one's own with a sink that goes nowhere and can be recorded from its monitor. It needs no sound
-# card, touches no other server, and is ended by its own process id.
+# A private PulseAudio server with a null sink whose monitor can be recorded. It needs no sound card, does not affect
+# other servers, and is ended by its own process id.
 #
 #   pulse.sh run COMMAND...   starts a server, runs the command with PULSE_SERVER and PULSE_MONITOR set, ends the server;
 #                             the exit code is the command's
-#   pulse.sh start FOLDER     starts a server and waits till it answers; prints the two settings, to be evaluated
+#   pulse.sh start FOLDER     starts a server and waits until it answers; prints the two settings for eval
 #   pulse.sh stop FOLDER      ends the server of this folder
-#   pulse.sh serve FOLDER     is the server, in the foreground
+#   pulse.sh serve FOLDER     runs the server in the foreground
 #
-# FOLDER is private to the server and short: its socket's whole path has to fit into 107 characters. Record with
+# FOLDER is private to the server and short: the path of its socket must fit into 107 characters. Record with
 #   parec --device="$PULSE_MONITOR" --format=s16le --rate=44100 --channels=2 --latency-msec=20 --raw
 set -uo pipefail
 

@@ -1,4 +1,4 @@
-"""The start scripts, as far as they go without installing and building."""
+"""The start scripts, except for installing and building."""
 import os
 import pathlib
 import shutil
@@ -102,7 +102,7 @@ class Scripts(unittest.TestCase):
                 fonts.setdefault(theme, set()).add(pathlib.Path(font))
         self.assertEqual(set(fonts), {"default", "touch"})
         self.make_home()
-        # Here only one theme is delivered: fonts make no folder for the other.
+        # Only one theme is delivered here: fonts do not create a folder for the other.
         self.assertEqual({file.name for file in (self.home / "themes").rglob("*.ttf")}, {font.name for font in fonts["default"]})
         self.assertFalse((self.home / "themes" / "touch").exists())
 

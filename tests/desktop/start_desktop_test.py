@@ -1,4 +1,4 @@
-"""The start: what must not happen beside other threads."""
+"""The start: what must not happen while other threads run."""
 import os
 import re
 import unittest
@@ -14,7 +14,7 @@ class Start(desk.DeskTest):
         self.assert_ends(0)
         threads = [int(count) for count in re.findall(r"locale set with (\d+) threads", self.told())]
         self.assertTrue(threads)
-        # The event thread, and the one that takes the signals.
+        # The event thread, and the one that receives the signals.
         self.assertLessEqual(max(threads), 2, self.told())
 
 

@@ -1,12 +1,12 @@
-"""An evening at the cabinet, once by keys and once by touch: coins, a page turn, picks, the queue put in order, a playlist
-saved and loaded again, the order changed, and the end by the menu."""
+"""An evening at the cabinet, once by keys and once by touch: coins, a page turn, picks, sorting the queue, saving and
+loading a playlist, changing the order, and quitting by the menu."""
 import os
 import unittest
 
 import desk
 
 TRACKS = 25
-# Theme pixels to pixels of the screen: the delivered theme is drawn for 1920x1080.
+# From theme pixels to screen pixels: the delivered theme is drawn for 1920x1080.
 SCALE = desk.SCREEN_SIZE[0] / 1920
 
 
@@ -26,13 +26,13 @@ class Evening(desk.DeskTest):
     def track(number):
         return f"Some Band - Song {number:02}.wav"
 
-    # --- What the jukebox has done, by its log and its files ---
+    # --- The jukebox's actions, from its log and its files ---
 
     def count(self, line):
         return self.log().count(line)
 
     def credits(self):
-        """The credit counter as it was drawn last."""
+        """The credit counter as last drawn."""
         block, box = self.theme["horitontal"], self.theme["BlockMain"]
         left = round((int(block["BlockMainX"]) + int(box["BlockMainInsertCoinX"])) * SCALE)
         top = round((int(block["BlockMainY"]) + int(box["BlockMainInsertCoinY"])) * SCALE)
@@ -53,7 +53,7 @@ class Evening(desk.DeskTest):
         return desk.sections_of(path).get("PayingCount", {}) if path.exists() else {}
 
     def playlist(self):
-        """The entries of the only saved playlist by their names, or nothing."""
+        """The names of the entries of the only saved playlist, or nothing."""
         files = list((self.home / "playlists").glob("MIX - *.vtxpl"))
         if not files:
             return None
@@ -67,13 +67,13 @@ class Evening(desk.DeskTest):
         return desk.sections_of(path).get(str(self.album), {}).get("Order") if path.exists() else None
 
     def queue_as_drawn(self):
-        """The titles of the queue as they were drawn last."""
+        """The titles of the queue as last drawn."""
         log = self.log()
         last = len(log) - log[::-1].index(" : DrawPlaylist")
         titles = []
         for line in log[last:]:
             title, *box = line[len(" : DrawText ("):].split(",")
-            # A row's texts begin 5 pixels from its left; the credit counter may follow at once.
+            # A row's texts begin 5 pixels from its left; the credit counter may follow directly.
             if not line.startswith(" : DrawText (") or box[0] != "5":
                 break
             titles.append(title)
@@ -84,7 +84,7 @@ class Evening(desk.DeskTest):
         self.see(lambda: self.queue_as_drawn() == [f"SONG {number:02}.WAV" for number in numbers], f"the queue {numbers}")
 
     def check_what_is_left(self, config):
-        """The files after the evening: everything counted, nothing else changed."""
+        """Checks the files after the evening: everything is counted and nothing else changed."""
         expected = {self.track(number): "1" for number in (23, 24, 25)}
         folder = self.album
         while str(folder) != "/":
@@ -100,7 +100,7 @@ class Evening(desk.DeskTest):
     # --- By keys ---
 
     def take(self, key):
-        """Presses a key until the jukebox has taken it: one that meets a running handler is dropped."""
+        """Presses a key until the jukebox has accepted it: keys during a running handler are dropped."""
         before = self.count_taken()
         self.press_until(key, lambda: self.count_taken() > before, f"{key} is taken")
 
@@ -108,7 +108,7 @@ class Evening(desk.DeskTest):
         return sum(line.startswith(" NumTrack : ") for line in self.log())
 
     def type_by_keys(self, text):
-        """Walks over the keyboard from its first key, from line to line first: a shorter line brings the column down."""
+        """Moves over the keyboard from its first key, first between lines: a shorter line reduces the column."""
         line, column = 1, 1
         for code in [ord(letter) for letter in text] + [desk.ACCEPT]:
             to_line, to_column = self.board.place(code)
@@ -126,7 +126,8 @@ class Evening(desk.DeskTest):
         for number in range(1, 5):
             self.take("Insert")
             self.see_credits(number)
-        # Into the folder, and to its last page, which holds the tracks 21 to 25; the cursor lands on the last.
+        # Opens the folder and turns to its last page, which holds the tracks 21 to 25; the cursor is on the
+        # last one.
         self.take("Return")
         self.see(lambda: self.count(" : PageAnim") == 1, "the folder")
         self.take("Left")
@@ -138,7 +139,7 @@ class Evening(desk.DeskTest):
             self.take("Up")
         self.see_credits(1)
         self.see_queue(25, 24, 23)
-        # The queue: the second entry is moved behind the third, and there it is removed.
+        # Moves the queue's second entry after the third and removes it there.
         self.take("Tab")
         self.take("Tab")
         self.take("Down")
@@ -149,7 +150,7 @@ class Evening(desk.DeskTest):
         self.take("Return")
         self.see_queue(25, 23)
         self.see_credits(2)
-        # Its button "save".
+        # The queue's button "save".
         self.take("Right")
         self.take("Right")
         queue = self.see_change(page, "the focus on the queue")
@@ -161,7 +162,7 @@ class Evening(desk.DeskTest):
         self.see_log(" : Saisie MIX")
         self.see_change(keyboard, "the frame behind the keyboard")
         self.see(lambda: self.playlist() == [self.track(25), self.track(23)], "the playlist's file")
-        # Round to the list, which shows the playlists: this one is loaded, for one credit.
+        # Tab wraps to the list, which shows the playlists: this one is loaded, for one credit.
         self.take("Tab")
         self.take("Tab")
         self.take("Return")
@@ -202,7 +203,7 @@ class Evening(desk.DeskTest):
         self.touch(int(corner["BlockCommandX"]) + x + width / 2, int(corner["BlockCommandY"]) + y + height / 2 + rows)
 
     def touch_row_of_queue(self, row):
-        """Rows are counted in the theme's pixels from the scaled top of the queue, see D-22."""
+        """Touches a row. Rows are in the theme's pixels from the scaled top of the queue, see D-22."""
         corner, block = self.theme["horitontal"], self.theme["BlockPlaylist"]
         top = (int(corner["BlockPlaylistY"]) + int(block["BlockPlaylistPlaylistY"])) * SCALE
         left = (int(corner["BlockPlaylistX"]) + int(block["BlockPlaylistPlaylistX"])) * SCALE
@@ -216,7 +217,7 @@ class Evening(desk.DeskTest):
         config = (self.home / "config.ini").read_bytes()
         root = self.start_and_see()
         for number in range(1, 5):
-            # Two presses at one place would be a double tap.
+            # Two presses at the same place would be a double tap.
             self.touch_in("BlockMain", "BlockMain", "BlockMainInsertCoin", aside=(number % 2) * 60 - 30)
             self.see_credits(number)
         self.touch_slot(1, 1)

@@ -1,7 +1,7 @@
-// Display modes on an X server that this test may change: see on_a_screen.py.
+// Tests of display modes on an X server that this test may change; see on_a_screen.py.
 #include "platform/qt/x11_screen.h"
 
-// Before the headers of X11, which take names like None for themselves.
+// Before the headers of X11, which define names like None.
 #include <gtest/gtest.h>
 
 #include <X11/Xlib.h>
@@ -18,7 +18,7 @@ struct Size {
     bool operator==(const Size&) const = default;
 };
 
-// The server's side of the test: it knows one mode only, and gets others here.
+// The server's side of the test. The server has only one mode at first; this adds others.
 class Server {
 public:
     Server() : display_(XOpenDisplay(nullptr)) {}
@@ -98,7 +98,7 @@ TEST(X11Screen, TellsThePixelsAndHoldsOffTheSaver) {
     screen->ResetScreenSaver();
 }
 
-// Unknown modes and the like are errors of the protocol; the toolkit makes them harmless in the jukebox.
+// Unknown modes and the like are protocol errors. In the jukebox the toolkit ignores them.
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
     XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });

@@ -1,4 +1,4 @@
-// The on-screen keyboard where the console cannot look: the log, the frames shown, themes with odd lines.
+// The on-screen keyboard where the console cannot observe it: the log, the frames shown, odd themes.
 #include "dialogs/keyboard.h"
 
 #include "shell/handle_event.h"
@@ -21,9 +21,9 @@ class KeyboardTest : public testing::Test {
 protected:
     void Open() {
         box.Start();
-        form.KeyboardTitle = u"Title"_s;
-        form.KeyboardText = u"ab"_s;
-        form.KeyboardButton = u"go"_s;
+        form.keyboard.KeyboardTitle = u"Title"_s;
+        form.keyboard.KeyboardText = u"ab"_s;
+        form.keyboard.KeyboardButton = u"go"_s;
         before = box.Log().size();
         Form_KeyBoard_Load(form);
     }
@@ -41,22 +41,22 @@ TEST_F(KeyboardTest, TheLogTellsOpeningTextAndEndAndNoDrawing) {
     Press(kEnter);
     EXPECT_EQ(LogSinceOpening(),
               (QStringList{u" : Fenetre Clavier"_s, u" : Saisie ab"_s, u" : Quitter fenetre clavier"_s}));
-    EXPECT_EQ(form.KeyboardResult, 1);
+    EXPECT_EQ(form.keyboard.KeyboardResult, 1);
 }
 
 TEST_F(KeyboardTest, LeavingItTellsNoText) {
     Open();
     Press(kEscape);
     EXPECT_EQ(LogSinceOpening(), (QStringList{u" : Fenetre Clavier"_s, u" : Quitter fenetre clavier"_s}));
-    EXPECT_EQ(form.KeyboardResult, 0);
-    EXPECT_EQ(form.KeyboardText, u"ab"_s);
+    EXPECT_EQ(form.keyboard.KeyboardResult, 0);
+    EXPECT_EQ(form.keyboard.KeyboardText, u"ab"_s);
 }
 
 TEST_F(KeyboardTest, APressBesideTellsTheEnd) {
     Open();
     Form_KeyBoard_MouseDown(form);
     EXPECT_EQ(LogSinceOpening().last(), u" : Quitter fenetre clavier"_s);
-    EXPECT_FALSE(form.Form_KeyBoard.Visible);
+    EXPECT_FALSE(form.shell.Form_KeyBoard.Visible);
 }
 
 TEST_F(KeyboardTest, OpeningForgetsTheLastResultAndSelection) {
@@ -64,9 +64,9 @@ TEST_F(KeyboardTest, OpeningForgetsTheLastResultAndSelection) {
     Press(kLeft);
     Press(kEnter);
     Form_KeyBoard_Load(form);
-    EXPECT_EQ(form.KeyboardResult, 0);
-    EXPECT_EQ(form.KeyboardSelLine, 1);
-    EXPECT_EQ(form.KeyboardSelCol, 1);
+    EXPECT_EQ(form.keyboard.KeyboardResult, 0);
+    EXPECT_EQ(form.keyboard.KeyboardSelLine, 1);
+    EXPECT_EQ(form.keyboard.KeyboardSelCol, 1);
 }
 
 TEST_F(KeyboardTest, EachChangeIsShownAndAKeyWithoutAMeaningIsNot) {
@@ -84,27 +84,27 @@ TEST_F(KeyboardTest, EachChangeIsShownAndAKeyWithoutAMeaningIsNot) {
 
 TEST_F(KeyboardTest, AKeysLeftAndTopEdgesBelongToIt) {
     Open();
-    form.KeyboardText.clear();
+    form.keyboard.KeyboardText.clear();
     Picture_Keyboard_MouseDown(form, 1, 0, 12, 54);
     Picture_Keyboard_MouseDown(form, 1, 0, 41.5, 81.5);
-    EXPECT_EQ(form.KeyboardText, u"00"_s);
+    EXPECT_EQ(form.keyboard.KeyboardText, u"00"_s);
     Picture_Keyboard_MouseDown(form, 1, 0, 42, 60);
     Picture_Keyboard_MouseDown(form, 1, 0, 20, 82);
-    EXPECT_EQ(form.KeyboardText, u"00"_s);
+    EXPECT_EQ(form.keyboard.KeyboardText, u"00"_s);
 }
 
 TEST_F(KeyboardTest, OfTwoKeysThatOverlapTheFirstIsHit) {
     box.SetTheme(u"keyboard"_s, u"KeyX1-2"_s, u"12"_s);
     Open();
     Picture_Keyboard_MouseDown(form, 1, 0, 20, 60);
-    EXPECT_EQ(form.KeyboardText, u"ab0"_s);
+    EXPECT_EQ(form.keyboard.KeyboardText, u"ab0"_s);
 }
 
 TEST_F(KeyboardTest, WhileItIsOpenNoKeyOrPressReachesTheMainForm) {
     box.Track(u"a.mp3"_s);
     box.Track(u"b.mp3"_s);
     Open();
-    form.IdleTicks = 50;
+    form.shell.IdleTicks = 50;
     for (const InputKind kind : {InputKind::kKeyDown, InputKind::kMouseDown, InputKind::kMouseMove,
                                  InputKind::kMouseUp, InputKind::kDblClick}) {
         InputEvent event;
@@ -114,10 +114,10 @@ TEST_F(KeyboardTest, WhileItIsOpenNoKeyOrPressReachesTheMainForm) {
         event.y = 1;
         EXPECT_FALSE(HandleEvent(form, event));
     }
-    EXPECT_EQ(form.IdleTicks, 50);
-    EXPECT_EQ(form.SelX, 1);
-    EXPECT_EQ(form.TouchLastX, 0);
-    EXPECT_EQ(form.KeyboardSelCol, 2);
+    EXPECT_EQ(form.shell.IdleTicks, 50);
+    EXPECT_EQ(form.cursor.SelX, 1);
+    EXPECT_EQ(form.touch.TouchLastX, 0);
+    EXPECT_EQ(form.keyboard.KeyboardSelCol, 2);
 }
 
 TEST_F(KeyboardTest, ABoardWithoutLinesIsHarmless) {
@@ -127,18 +127,18 @@ TEST_F(KeyboardTest, ABoardWithoutLinesIsHarmless) {
         Press(code);
     }
     Picture_Keyboard_MouseDown(form, 1, 0, 20, 60);
-    EXPECT_TRUE(form.Form_KeyBoard.Visible);
+    EXPECT_TRUE(form.shell.Form_KeyBoard.Visible);
     Press(kEscape);
-    EXPECT_FALSE(form.Form_KeyBoard.Visible);
+    EXPECT_FALSE(form.shell.Form_KeyBoard.Visible);
 }
 
 TEST_F(KeyboardTest, ALineWithoutKeysSelectsNone) {
     box.SetTheme(u"keyboard"_s, u"KeyNbCols5"_s, u"-5"_s);
     Open();
     Press(kUp);
-    EXPECT_EQ(form.KeyboardSelCol, -5);
+    EXPECT_EQ(form.keyboard.KeyboardSelCol, -5);
     EXPECT_EQ(ErrorOf([&] { Press(kEnter); }), kSubscriptOutOfRange);
-    EXPECT_TRUE(form.Form_KeyBoard.Visible);
+    EXPECT_TRUE(form.shell.Form_KeyBoard.Visible);
 }
 
 TEST_F(KeyboardTest, ABoxWithoutRoomForThreeDotsEndsTheProgram) {
@@ -154,7 +154,7 @@ TEST_F(KeyboardTest, AFaultOfItsThemeIsTheKeyboards) {
     ASSERT_TRUE(stop);
     EXPECT_EQ(stop->routine, u"Form_KeyBoard"_s);
     EXPECT_EQ(stop->error.number, kTypeMismatch);
-    EXPECT_FALSE(form.Form_KeyBoard.Visible);
+    EXPECT_FALSE(form.shell.Form_KeyBoard.Visible);
 }
 
 TEST_F(KeyboardTest, ALogThatCannotBeWrittenEndsTheProgramAtItsOpening) {

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks the runner of the golden frames: its reading of PNG files, and what it says of pictures that differ.
+"""Checks the runner of the golden frames: how it reads PNG files, and what it reports for pictures that differ.
 
     check_runner.py --console PROGRAM --work FOLDER
 """
@@ -35,7 +35,7 @@ def filtered(kind, row, above, step):
 
 
 def write_filtered(path, rows, depth, colour, extra=b""):
-    """A PNG of packed rows whose filters take turns."""
+    """A PNG of packed rows that use all filters in turn."""
     def chunk(kind, body):
         return struct.pack(">I", len(body)) + kind + body + struct.pack(">I", zlib.crc32(kind + body))
 
@@ -110,7 +110,7 @@ class Comparing(unittest.TestCase):
 
 
 class Running(unittest.TestCase):
-    """The runner as it is called, on a copy of a frame."""
+    """Runs the runner on a copy of a frame."""
 
     def setUp(self):
         self.frame = os.path.join(OPTIONS.work, "a-copied-frame")

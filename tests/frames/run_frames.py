@@ -3,16 +3,16 @@
 
     run_frames.py --console PROGRAM --work FOLDER [--accept] FRAME...
 
-A frame is a folder of this kind:
+A frame is a folder with these files:
 
   home.txt      how the application and the music folder are made, as for a console session (../sessions/run_sessions.py)
   session.txt   the commands. One of them is "frame @PICTURE@" or "surface NAME @PICTURE@", which writes the picture; every
                 command must succeed.
-  golden.png    the picture that must come out
+  golden.png    the expected picture
 
-A picture that differs is left in the work folder as actual.png, beside difference.png: the golden picture in dark grey, the
-pixels that differ in red. --accept makes the picture the golden one; look at it first. Golden pictures hold no text but
-that of the bundled test font.
+A picture that differs is left in the work folder as actual.png, together with difference.png: the golden picture in
+dark grey, the pixels that differ in red. --accept makes the picture the golden one; check it first. Golden pictures
+contain only text in the test font of the repository.
 """
 
 import argparse
@@ -32,7 +32,7 @@ sys.path.insert(0, os.path.join(os.path.dirname(HERE), "sessions"))
 from run_sessions import Failure, Session  # noqa: E402  pylint: disable=wrong-import-position
 
 SIGNATURE = b"\x89PNG\r\n\x1a\n"
-CHANNELS = {0: 1, 2: 3, 3: 1, 4: 2, 6: 4}  # samples of a pixel, by colour type
+CHANNELS = {0: 1, 2: 3, 3: 1, 4: 2, 6: 4}  # samples per pixel, by colour type
 RED = b"\xff\x00\x00"
 
 
@@ -90,7 +90,7 @@ def read_png(path):
         raise Failure("%s: no PNG" % path)
     width, height, depth, colour, _, _, interlace = struct.unpack(">IIBBBBB", parts[0][1])
     if depth > 8 or interlace or colour not in CHANNELS:
-        raise Failure("%s: a kind of PNG that is not read here" % path)
+        raise Failure("%s: unsupported kind of PNG" % path)
     palette = b"".join(body for kind, body in parts if kind == b"PLTE")
     raw = zlib.decompress(b"".join(body for kind, body in parts if kind == b"IDAT"))
     count = width * CHANNELS[colour]
@@ -120,7 +120,7 @@ def write_png(path, width, rows):
 
 
 def pixels_that_differ(golden, actual):
-    """(x, y) of each, rows from the top."""
+    """(x, y) of each differing pixel, in rows from the top."""
     for y, (expected, found) in enumerate(zip(golden, actual)):
         if expected != found:
             for x in range(len(expected) // 3):
@@ -129,7 +129,7 @@ def pixels_that_differ(golden, actual):
 
 
 def difference(golden, places):
-    """The golden picture in dark grey, the places in red."""
+    """The golden picture in dark grey, the given pixels in red."""
     rows = []
     for row in golden:
         greys = bytes((row[i] + row[i + 1] + row[i + 2]) // 9 for i in range(0, len(row), 3))
@@ -140,7 +140,7 @@ def difference(golden, places):
 
 
 def compare(golden_path, actual_path, difference_path):
-    """What differs, or an empty text."""
+    """Describes the difference; empty if there is none."""
     if filecmp.cmp(golden_path, actual_path, shallow=False):
         return ""
     width, height, golden = read_png(golden_path)

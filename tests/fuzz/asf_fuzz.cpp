@@ -1,12 +1,12 @@
-// Fuzzer of the ASF reader: the bytes as they are, and behind a header that fits.
-#include "imaging/asf_parser.h"
+// Fuzzer of the ASF reader, with the bytes as they are and with a valid header.
+#include "imaging/tags/asf_parser.h"
 #include "run_files.h"
 #include "tag_fuzz.h"
 
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static cTaggedImages tag; // one object for file after file, as in the jukebox
+    static cTaggedImages tag; // one object for all files, as in the jukebox
     ReadTag(tag, FuzzBytes(data, size));
     if (size < 62) {
         return 0;

@@ -1,6 +1,6 @@
-// Fuzzer of the bitmap parser with the system's picture loader behind it.
-#include "imaging/bmp_parser.h"
-#include "imaging/c32bppdib.h"
+// Fuzzer of the bitmap parser and the system's picture loader.
+#include "imaging/formats/bmp_parser.h"
+#include "imaging/picture_pixels.h"
 #include "platform/pictures/picture_loader.h"
 #include "run_files.h"
 
@@ -9,10 +9,10 @@
 #include <span>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    // The toolkit tells about every damaged file.
+    // The toolkit prints a message for every damaged file.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     PictureLoader pictures;
-    c32bppDIB image;
+    PicturePixels image;
     cBMPparser().LoadStream(std::span(data, size), image, 0, size, pictures);
     return 0;
 }

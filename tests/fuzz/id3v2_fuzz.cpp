@@ -1,4 +1,4 @@
-// Fuzzer of the ID3v2 readers: each version in turn over the same bytes, the size made to fit.
+// Fuzzer of the ID3v2 readers: each version reads the same bytes, with a size that fits.
 #include "run_files.h"
 #include "tag_fuzz.h"
 
@@ -6,7 +6,7 @@
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static cTaggedImages tag; // one object for file after file, as in the jukebox
+    static cTaggedImages tag; // one object for all files, as in the jukebox
     ReadTag(tag, FuzzBytes(data, size));
     if (size < 30) {
         return 0;

@@ -1,8 +1,8 @@
-// Fuzzer of the own Inflate: it must make the same of all data as zlib.
-#include "imaging/inflate.h"
+// Fuzzer of our own Inflate, which must give the same result as zlib for all data.
+#include "imaging/png/inflate.h"
 #include "run_files.h"
 
-// Its input is constant then.
+// Makes the input of zlib const.
 #define ZLIB_CONST
 #include <zlib.h>
 
@@ -18,15 +18,15 @@ namespace {
 
 constexpr std::size_t kHeader = 2;
 
-// Picture data when there are some, else everything.
+// The picture data if there are any, otherwise all bytes.
 std::span<const std::uint8_t> StreamIn(std::span<const std::uint8_t> bytes) {
     constexpr std::string_view kMark = "IDAT";
     const auto found = std::search(bytes.begin(), bytes.end(), kMark.begin(), kMark.end());
     return found == bytes.end() ? bytes : std::span(found + kMark.size(), bytes.end());
 }
 
-// zlib's answer to the stream behind its header: the bytes made, nothing when it is malformed before the
-// target is full.
+// Inflates the stream after its header with zlib. Returns the number of bytes, or nothing when the stream is
+// malformed before the target is full.
 std::optional<std::size_t> InflateByZlib(std::span<const std::uint8_t> source,
                                          std::span<std::uint8_t> target) {
     z_stream stream = {};
@@ -52,7 +52,7 @@ std::optional<std::vector<std::uint8_t>> InPieces(std::span<const std::uint8_t> 
     return isDone ? std::optional(made) : std::nullopt;
 }
 
-// Whether all of the target was filled.
+// Returns whether the target was filled.
 bool Compare(std::span<const std::uint8_t> source, std::size_t targetSize) {
     std::vector<std::uint8_t> own(targetSize);
     std::vector<std::uint8_t> theirs(targetSize);
@@ -84,7 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (source.size() >= kHeader) {
         Compare(source, 1);
         Compare(source, 259);
-        // More than a piece, for the few that make so much.
+        // More than one piece, for the few streams that are long enough.
         if (Compare(source, 70000)) {
             Compare(source, 600000);
         }

@@ -1,4 +1,4 @@
-// Fuzzer of the INI files: reading, and changing a key without touching anything else.
+// Fuzzer of the INI files: reads them, and changes a key without affecting anything else.
 #include "run_files.h"
 #include "settings/ini_file.h"
 
@@ -29,7 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Expect(file.Value(section, key) == value);
     Expect(file.Value(section, other) == kept);
 
-    // What would be written reads the same, and writing the same value again changes nothing.
+    // The written file reads the same, and writing the same value again changes nothing.
     IniFile again(file.Bytes());
     Expect(again.Value(section, key) == value);
     Expect(again.Value(section, other) == kept);

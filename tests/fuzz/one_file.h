@@ -1,9 +1,10 @@
-// A jukebox on a simulated machine whose application folder holds the fuzzer's data as its only file.
+// A jukebox on a simulated machine whose application folder contains only the fuzzer's data.
 #pragma once
 
 #include "core/run_time_error.h"
 #include "platform/simulated/simulated_platform.h"
-#include "shell/form_main.h"
+#include "shell/hand_down.h"
+#include "state/form_main.h"
 #include "support/home_folder.h"
 
 #include <QDir>
@@ -12,11 +13,12 @@
 #include <cstdlib>
 #include <memory>
 
-// A jukebox takes long to make. Each is used for some hundred files, which cannot make it larger for ever.
+// Making a jukebox is slow. Each is used for several hundred files and then replaced, so that its memory
+// stays bounded.
 inline Form_Main& UsedJukebox(const QString& appFolder) {
     struct Machine {
         SimulatedPlatform platform;
-        Form_Main form{platform.ports()};
+        Form_Main form{platform.ports(), HandDown()};
     };
     constexpr int kFiles = 500;
     static std::unique_ptr<Machine> machine;
@@ -24,13 +26,13 @@ inline Form_Main& UsedJukebox(const QString& appFolder) {
     if (files++ % kFiles == 0) {
         machine.reset();
         machine = std::make_unique<Machine>();
-        machine->form.AppFolder = appFolder;
+        machine->form.shell.AppFolder = appFolder;
     }
     return machine->form;
 }
 
-// Gives a routine a jukebox and the path of the file. The ends that the rules name come back as if nothing
-// had been; any other exception is a finding.
+// Calls a routine with a jukebox and the path of the file. Run-time errors and stops of the program are
+// expected; any other exception is a finding.
 template <typename Routine>
 void WithOneFile(const QString& name, const std::uint8_t* data, std::size_t size, Routine&& routine) {
     static HomeFolder home;

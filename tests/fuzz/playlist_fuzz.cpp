@@ -1,4 +1,4 @@
-// Fuzzer of the saved playlists.
+// Fuzzer of saved playlists.
 #include "one_file.h"
 #include "playback/playlist_file.h"
 #include "run_files.h"

@@ -1,6 +1,6 @@
 // Fuzzer of the PNG decoder, with the compression library and without it.
-#include "imaging/c32bppdib.h"
-#include "imaging/png_parser.h"
+#include "imaging/picture_pixels.h"
+#include "imaging/png/parser.h"
 #include "platform/posix/dlopened_zlib.h"
 #include "run_files.h"
 #include "small_png.h"
@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     DlopenedZlib zlib;
     DlopenedZlib missing("no-such-library");
     for (ZlibLibrary* const library : {&zlib, &missing}) {
-        c32bppDIB image;
+        PicturePixels image;
         cPNGparser().LoadStream(std::span(data, size), image, 0, size, *library);
     }
     return 0;

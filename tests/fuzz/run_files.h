@@ -1,4 +1,4 @@
-// The main of a fuzzer without its engine: runs the files named on the command line.
+// The main routine of a fuzzer without its engine: runs the files on the command line.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Which pictures are fuzzed.
+// Which pictures are worth fuzzing.
 #pragma once
 
 #include "core/byte_reader.h"
@@ -8,8 +8,8 @@
 #include <span>
 #include <string_view>
 
-// Large pictures are slow to fuzz and take the same ways as small ones; the last PNG header of a file counts,
-// so none may tell of one.
+// Large pictures are slow to fuzz and use the same code as small ones. The last PNG header of a file counts,
+// so every header must be small.
 inline bool IsSmall(std::span<const std::uint8_t> file) {
     constexpr std::string_view kName = "IHDR";
     constexpr std::uint64_t kMostPixels = std::uint64_t{1} << 20;

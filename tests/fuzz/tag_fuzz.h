@@ -1,8 +1,8 @@
-// What the fuzzers of the tag readers share: a file in memory, read as the jukebox reads it.
+// Shared by the fuzzers of the tag readers: a file in memory, read as the jukebox reads it.
 #pragma once
 
 #include "core/run_time_error.h"
-#include "imaging/tagged_images.h"
+#include "imaging/tags/tagged_images.h"
 #include "platform/posix/posix_files.h"
 
 #include <algorithm>
@@ -42,7 +42,7 @@ private:
     FuzzBytes bytes_;
 };
 
-// Reads a tag and touches every byte of every picture. Run-time errors 6 and 9 are answers like others.
+// Reads a tag and touches every byte of every picture. Run-time errors 6 and 9 are valid results.
 inline void ReadTag(cTaggedImages& tag, FuzzBytes bytes) {
     MemoryFiles files(bytes);
     try {

@@ -1,9 +1,9 @@
 #!/usr/bin/python3
 """Writes the fixtures of tests/images/bmp, bitmaps and some JPEG files, and their ledger.
 
-The encoder and the rules for the expected pixels are this script's own: it never asks the decoder under test. Where the
-rules are those of the format, the expected pixels are compared with what Pillow reads; the pixels of JPEG files are
-Pillow's. Run from anywhere, no arguments; the output is the same on every run.
+The encoder and the rules for the expected pixels are independent of the decoder under test. Where the rules are those
+of the format, the expected pixels are compared with those that Pillow reads; the pixels of JPEG files are those of
+Pillow. Run it from any folder, without arguments. The output is the same on every run.
 """
 
 import io
@@ -18,7 +18,7 @@ RLE8, RLE4, FIELDS = 1, 2, 3
 
 
 def widened(sample, bits):
-    """A sample of fewer than eight bits as eight, its bits repeated; 0 without any bit."""
+    """Widens a sample of fewer than eight bits to eight by repeating its bits; 0 for a sample without bits."""
     if bits == 0:
         return 0
     value, filled = sample << (8 - bits), bits
@@ -34,7 +34,7 @@ def padded(bits):
 
 
 class Bitmap:
-    """Samples of pixels, the highest row first, and how the file tells them."""
+    """Samples of pixels, the top row first, and how the file stores them."""
 
     def __init__(self, depth, width=7, height=5, seed=0, used=0, **options):
         dice = random.Random(f"{depth} {width} {height} {seed}")
@@ -51,7 +51,7 @@ class Bitmap:
         self.__dict__.update(options)
 
     def word(self, pixel):
-        """A pixel of 16 bits, its fields at the places of their masks, red highest."""
+        """A pixel of 16 bits with its fields at the positions of their masks, red in the highest bits."""
         word = 0
         for sample, bits in zip(pixel, self.widths):
             word = word << bits | sample >> (8 - bits)
@@ -97,7 +97,7 @@ class Bitmap:
 
 
 def fields(*widths):
-    """The masks of fields that lie side by side, red highest."""
+    """The masks of adjacent fields, red in the highest bits."""
     masks, shift = [], sum(widths)
     for bits in widths:
         shift -= bits
@@ -144,15 +144,15 @@ def write_depths(cases):
 def write_run_lengths(cases):
     rows = [[3, 3, 3, 3, 3, 3, 3], [0, 1, 2, 3, 4, 4, 4], [5, 5, 5, 6, 7, 8, 9]]
     palette = Bitmap(8).palette[:16]
-    # Lowest row first: a run and five pixels as they are, which are padded to a whole word.
+    # Bottom row first: a run, and five literal pixels padded to a whole word.
     eight = (b"\x03\x05\x00\x04\x06\x07\x08\x09" b"\0\0" b"\x00\x05\x00\x01\x02\x03\x04\x00\x02\x04" b"\0\0"
              b"\x07\x03" b"\0\1")
     four = (b"\x03\x55\x00\x04\x67\x89" b"\0\0" b"\x00\x05\x01\x23\x40\x00\x02\x44" b"\0\0" b"\x07\x33" b"\0\1")
     for depth, compression, data in ((8, RLE8, eight), (4, RLE4, four)):
         options = {"rows": rows, "palette": palette, "compression": compression, "used": 16}
-        # Pillow loses the last pixel of an odd count of four bits.
+        # Pillow loses the last pixel of an odd number of 4-bit pixels.
         cases.good(f"runs-{depth}", Bitmap(depth, 7, 3, data=data, **options), pillow=depth == 8)
-        # What a jump passes over and what never comes is colour 0.
+        # Pixels that a jump skips or that are missing are colour 0.
         jumped = [[0, 0, 0, 0, 0, 0, 0], [0, 0, 0, 0, 2, 2, 2], [1, 1, 0, 0, 0, 0, 0]]
         run = bytes((2, 0x11)) + b"\0\2\2\1" + bytes((3, 0x22)) + b"\0\1"
         if depth == 8:
@@ -182,7 +182,7 @@ def write_alpha(cases):
     full = Bitmap(32, seed=3)
     full.rows = [[pixel[:3] + (255,) for pixel in row] for row in full.rows]
     cases.good("depth-32-all-of-255", full, full.rows, True)
-    # Colours under an alpha of 0 make straight colours of all the others, wherever they stand.
+    # A colour under an alpha of 0, at any position, makes all other colours straight.
     for name, place in (("first", (4, 0)), ("last", (0, 6))):
         hidden = Bitmap(32, seed=4)
         hidden.rows = [[premultiplied(pixel[:3] + (pixel[3] | 1,)) for pixel in row] for row in hidden.rows]
@@ -235,7 +235,7 @@ def write_bad(ledger):
 
 
 def write_costly(ledger):
-    """Small files that would take much time or memory. Larger ones are refused for what they cost, not for an error."""
+    """Small files that need much time or memory. Larger sizes are refused for their cost, not for an error."""
     for depth, compression, data in ((8, RLE8, b"\x03\x05\x05"), (4, RLE4, b"\x03\x55\x05"), (8, RLE8, b"\0\5\1\2"),
                                      (4, RLE4, b"\0\5\x12"), (8, RLE8, b"\0\2\1"), (4, RLE4, b"\0\2\1")):
         name = {3: "a-run", 5: "plain-pixels", 2: "a-jump"}[data[0] or data[1]]
@@ -260,7 +260,7 @@ def jpeg_segment(code, contents):
 
 
 def jpeg_start(frame, width, height, components):
-    """Everything in front of the first scan. Each table has a single code: a difference of 0, the end of a block."""
+    """Everything before the first scan. Each table has a single code: a difference of 0, and the end of a block."""
     code = b"\1" + bytes(15) + b"\0"
     sizes = struct.pack(">BHHB", 8, height, width, len(components))
     return (b"\xFF\xD8" + jpeg_segment(0xDB, b"\0" + b"\1" * 64) +

@@ -1,9 +1,9 @@
 #!/usr/bin/python3
 """Writes the GIF fixtures of tests/images/gif and their ledger.
 
-The encoder and the rules for the expected pixels are this script's own: it never asks the decoder under test. Where the
-rules are those of the format, the expected pixels are compared with what Pillow reads. Run from anywhere, no arguments;
-the output is the same on every run.
+The encoder and the rules for the expected pixels are independent of the decoder under test. Where the rules are those
+of the format, the expected pixels are compared with those that Pillow reads. Run it from any folder, without arguments.
+The output is the same on every run.
 """
 
 import random
@@ -33,7 +33,7 @@ def size_bits(palette):
 
 
 class Bits:
-    """Codes of a changing width, the lowest bit first."""
+    """Codes of varying width, the lowest bit first."""
 
     def __init__(self):
         self.value, self.count = 0, 0
@@ -74,7 +74,7 @@ def lzw(indices, code_size, clear_when_full=True, clear_every=None, end=True):
         known = (index,)
     if known:
         bits.put(codes[known], width)
-        # The reader makes an entry of this code as well.
+        # The reader adds an entry for this code too.
         if next_code == 1 << width and width < 12:
             width += 1
     if end:
@@ -107,7 +107,7 @@ LOOP = extension(255, b"\x0bNETSCAPE2.0" + blocks(b"\x01\0\0"))
 
 
 class Frame:
-    """One image: rows of indices, its own palette or none, and how it is coded."""
+    """One image: rows of indices, an optional palette of its own, and how it is encoded."""
 
     def __init__(self, width=7, height=6, entries=16, seed=0, **options):
         dice = random.Random(f"{width} {height} {entries} {seed}")
@@ -142,14 +142,14 @@ def colours(frame, palette, transparent=None):
 
 
 class Cases:
-    """Writes files and looks at them with the independent reader where told to."""
+    """Writes files and, where requested, compares them with the independent reader."""
 
     def __init__(self, ledger):
         self.ledger = ledger
 
     def good(self, name, frame, palette, data, transparent=None, pillow=True):
         rows = colours(frame, palette, transparent)
-        # Shorter files are not tried at all; what follows the frame is not read.
+        # Shorter files are not tried at all. The bytes after the frame are not read.
         data = data.ljust(57, b"\0")
         if pillow:
             expect_like(name, data, rows)
@@ -252,7 +252,7 @@ def write_extensions(cases):
         cases.good(f"extension-{name}-behind-the-control", own, own.palette,
                    gif(control(5), parts[name], own, TRAILER, palette=palette), transparent=5,
                    pillow=name != "plain-text")
-    # The length of an application's name is skipped as it stands; blocks follow even behind a length of 0.
+    # The length of an application's name is skipped as stated. Blocks follow even after a length of 0.
     short = extension(255, b"\0" + blocks(b"data"))
     cases.good("extension-application-without-a-name", frame, palette,
                gif(short, frame, TRAILER, palette=palette), pillow=False)
@@ -291,13 +291,13 @@ def write_bad(ledger):
                gif(Frame(width=65535, height=65535, rows=[], data=lzw(indices, 4)), TRAILER, palette=palette))
     ledger.bad("frame-larger-than-its-data",
                gif(Frame(width=16384, height=16384, rows=[], data=lzw(indices, 4)), TRAILER, palette=palette))
-    # All its pixels are there: six bytes make 16,000 of them.
+    # All of its pixels are there: six bytes give 16,000 of them.
     ledger.bad("frame-of-one-colour-and-56-million-pixels",
                gif(Frame(width=7500, height=7500, rows=[], code_size=2, data=zeros(7500 * 7500)), TRAILER, palette=palette))
 
 
 def zeros(count):
-    """The compressed data of `count` pixels of index 0 or a few more: each code is a pixel longer than the one before."""
+    """The compressed data of at least `count` pixels of index 0: each code is one pixel longer than the last."""
     bits, width, next_code, length, made = Bits(), 3, 6, 1, 1
     bits.put(4, width)
     bits.put(0, width)

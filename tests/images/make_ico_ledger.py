@@ -1,9 +1,9 @@
 #!/usr/bin/python3
 """Writes the fixtures of tests/images/ico, icons and cursors, and their ledger.
 
-The encoder and the rules for the expected pixels are this script's own: it never asks the decoder under test. Where the
-rules are those of the format, the expected pixels are compared with what Pillow reads. Run from anywhere, no arguments;
-the output is the same on every run.
+The encoder and the rules for the expected pixels are independent of the decoder under test. Where the rules are those
+of the format, the expected pixels are compared with those that Pillow reads. Run it from any folder, without arguments.
+The output is the same on every run.
 """
 
 import random
@@ -26,7 +26,7 @@ def widened(sample):
 
 
 class Bitmap:
-    """A bitmap with a mask: samples of pixels, the highest row first."""
+    """A bitmap with a mask: samples of pixels, the top row first."""
 
     def __init__(self, depth, width=7, height=5, seed=0, used=0):
         dice = random.Random(f"{depth} {width} {height} {seed}")
@@ -115,7 +115,7 @@ def write_depths(ledger):
         bitmap.mask = [[False] * bitmap.width for _ in bitmap.rows]
         if depth in (4, 24):
             ledger.good(f"depth-{depth}-without-a-masked-pixel", icon(entry(bitmap)), bitmap.stored(), False, ICON)
-    # A mask bit behind the last column, in the padding of the row, hides nothing.
+    # A mask bit after the last column, in the padding of the row, hides nothing.
     bitmap = Bitmap(24, seed=2)
     bitmap.mask = [[False] * 32 for _ in bitmap.rows]
     bitmap.mask[1][20] = True
@@ -146,7 +146,7 @@ def write_alpha(ledger):
     full = Bitmap(32, seed=3)
     full.rows = [[pixel[:3] + (255,) for pixel in row] for row in full.rows]
     ledger.good("alpha-of-255-alone", icon(entry(full)), full.rows, True, ICON)
-    # A colour under an alpha of 0 makes straight colours of all the others.
+    # A colour under an alpha of 0 makes all other colours straight.
     hidden = Bitmap(32, seed=4)
     hidden.rows = [[premultiplied(pixel[:3] + (pixel[3] | 1,)) for pixel in row] for row in hidden.rows]
     hidden.rows[4][0] = (9, 8, 7, 0)

@@ -1,8 +1,8 @@
-"""A ledger of small picture files with the pixels that the image object has to make of them.
+"""A ledger of small picture files with the pixels that the image object must make from them.
 
-A line: what the image object makes of the file (OK or BAD), the SHA-256 of the pixels (bottom-up rows, blue green red
-alpha, colour multiplied by alpha), whether `alpha` is set, the kind (`ImageType`), the file. "-" stands where there is
-no picture.
+Each line contains the result of loading (OK or BAD), the SHA-256 of the pixels (bottom-up rows, blue green red alpha,
+the colour multiplied by alpha), whether `alpha` is set, the kind (`ImageType`), and the file. A field is "-" when there
+is no picture.
 """
 
 import hashlib
@@ -21,12 +21,12 @@ def premultiplied(pixel):
 
 
 def buffer_of(rows):
-    """The buffer of rows of (red, green, blue, alpha), the highest first, colours as they are stored."""
+    """The buffer for rows of (red, green, blue, alpha), the top row first, with colours as stored."""
     return b"".join(bytes((blue, green, red, alpha)) for row in reversed(rows) for red, green, blue, alpha in row)
 
 
 class Ledger:
-    """The files of one folder. Every file is written anew, what is no longer named is removed."""
+    """The files of one folder. All files are rewritten, and files that are no longer named are removed."""
 
     def __init__(self, folder):
         self.folder = os.path.join(HERE, folder)
@@ -66,7 +66,7 @@ class Ledger:
 
 
 def seen_by_pillow(data, size=None):
-    """Rows of (red, green, blue, alpha) as an independent reader sees the file; `size` picks an icon's entry."""
+    """Rows of (red, green, blue, alpha) as Pillow reads the file; `size` selects the entry of an icon."""
     with Image.open(io.BytesIO(data)) as picture:
         if size is not None:
             picture.size = size
@@ -77,7 +77,7 @@ def seen_by_pillow(data, size=None):
 
 
 def expect_like(name, data, rows, size=None, tolerance=0):
-    """Compares rows of straight colours with the independent reader's. Where alpha is 0 no colour counts."""
+    """Compares rows of straight colours with those of Pillow. Colours under an alpha of 0 are ignored."""
     seen = seen_by_pillow(data, size)
     assert [len(row) for row in seen] == [len(row) for row in rows], name
     for y, (seen_row, row) in enumerate(zip(seen, rows)):

@@ -1,14 +1,14 @@
-// What the tests of pictures share: fixtures, ports, and pictures made in place.
+// Shared by the tests of pictures: fixtures, ports, and generated pictures.
 #pragma once
 
 #include "core/path_text.h"
-#include "imaging/c32bppdib.h"
-#include "imaging/surface.h"
+#include "imaging/picture/c32bppdib.h"
+#include "imaging/picture/surface.h"
 #include "platform/event_pump.h"
 #include "platform/pictures/picture_loader.h"
 #include "platform/posix/dlopened_zlib.h"
 #include "platform/posix/posix_files.h"
-#include "platform/simulated/simulated_zlib.h"
+#include "platform/simulated/simulated_resources.h"
 #include "support/failing_files.h"
 
 #include <QCryptographicHash>
@@ -20,7 +20,7 @@
 #include <utility>
 #include <vector>
 
-// An event pump that counts, and runs once what the test gives it.
+// An event pump that counts its calls and runs the pending routine of the test once.
 struct CountingPump : EventPump {
     void DoEvents() override {
         ++calls;
@@ -34,7 +34,8 @@ struct CountingPump : EventPump {
     std::function<void()> pending;
 };
 
-// A machine for pictures: the real files, failing on demand, and the compression library, there or not.
+// The ports for pictures: real files that can be made to fail, and the compression library, present or
+// missing.
 struct PictureMachine {
     DlopenedZlib zlib;
     NoZlib noZlib;
@@ -59,32 +60,40 @@ inline std::span<const std::uint8_t> SpanOf(const QByteArray& bytes) {
     return {reinterpret_cast<const std::uint8_t*>(bytes.constData()), static_cast<std::size_t>(bytes.size())};
 }
 
-// All pixels of an image object, bottom-up.
-inline std::vector<std::uint8_t> PixelsOf(const c32bppDIB& image) {
-    const std::size_t size = image.ScanWidth() * static_cast<std::size_t>(image.Height());
-    return {image.BitsPointer(), image.BitsPointer() + size};
+// An image object, or the pixels of a parser.
+template <typename Image>
+concept HasPixels = requires(Image& image) {
+    image.BitsPointer();
+};
+
+// All pixels, bottom row first.
+template <HasPixels Image>
+std::vector<std::uint8_t> PixelsOf(Image&& image) {
+    return {image.BitsPointer(), image.BitsPointer() + image.ByteCount()};
 }
 
-inline QByteArray Sha256Of(const c32bppDIB& image) {
+template <HasPixels Image>
+QByteArray Sha256Of(Image&& image) {
     const auto pixels = PixelsOf(image);
     const QByteArray bytes(reinterpret_cast<const char*>(pixels.data()),
                            static_cast<qsizetype>(pixels.size()));
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
 }
 
-// A pixel of an image object as 0xAARRGGBB, colour multiplied by alpha, row 0 at the top.
-inline QRgb PixelAt(const c32bppDIB& image, int x, int y) {
+// A pixel as 0xAARRGGBB, the colour multiplied by alpha. Row 0 is the top row.
+template <HasPixels Image>
+QRgb PixelAt(Image&& image, int x, int y) {
     const auto row = static_cast<std::size_t>(image.Height() - y - 1);
     const std::uint8_t* const pixel =
         image.BitsPointer() + row * image.ScanWidth() + static_cast<std::size_t>(x) * 4;
     return qRgba(pixel[2], pixel[1], pixel[0], pixel[3]);
 }
 
-// An image object whose pixel at (x, y) is what `colour` says, as 0xAARRGGBB, colour multiplied by alpha.
+// An image object whose pixel at (x, y) is `colour`(x, y): 0xAARRGGBB, the colour multiplied by alpha.
 inline c32bppDIB MakeImage(int width, int height, const std::function<QRgb(int, int)>& colour) {
-    c32bppDIB image;
-    image.InitializeDIB(width, height);
-    std::uint8_t* to = image.BitsPointer();
+    PicturePixels pixels;
+    pixels.InitializeDIB(width, height);
+    std::uint8_t* to = pixels.BitsPointer();
     for (int y = height - 1; y >= 0; --y) {
         for (int x = 0; x < width; ++x) {
             const QRgb value = colour(x, y);
@@ -94,7 +103,9 @@ inline c32bppDIB MakeImage(int width, int height, const std::function<QRgb(int, 
             *to++ = static_cast<std::uint8_t>(qAlpha(value));
         }
     }
-    image.alpha = true;
+    pixels.alpha = true;
+    c32bppDIB image;
+    image.TakePixels(std::move(pixels));
     return image;
 }
 
@@ -113,7 +124,7 @@ inline QRgb PixelAt(const Surface& surface, int x, int y) {
     return surface.picture.pixel(x, y);
 }
 
-// A colour for each place that no other place near it has.
+// A colour for each position that differs from those nearby.
 inline QRgb PatternAt(int x, int y) {
     return qRgb((x * 37 + y * 11) & 255, (x * 5 + y * 71) & 255, (x * y) & 255);
 }

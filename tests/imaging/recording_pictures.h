@@ -1,4 +1,4 @@
-// A system's picture loader that notes what it is given, for tests of the parsers in front of it.
+// A system picture loader that records its input, for tests of the parsers that call it.
 #pragma once
 
 #include "platform/system_pictures.h"
@@ -24,12 +24,12 @@ struct RecordingPictures : SystemPictures {
         return copy;
     }
 
-    // What the next questions are answered with; null is nothing.
+    // The answer to every request; null means that nothing can be loaded.
     std::unique_ptr<SystemPicture> answer;
     std::vector<std::vector<std::uint8_t>> asked;
 };
 
-// A picture of these pixels.
+// A system picture with these pixels.
 inline SystemPicture MakeSystemPicture(int width, int height, int bitCount,
                                        std::vector<std::uint8_t> pixels) {
     SystemPicture picture;

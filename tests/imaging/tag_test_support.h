@@ -1,7 +1,7 @@
-// Tags made byte by byte, and a reader over them, for tests.
+// Tags built byte by byte, and a reader for them.
 #pragma once
 
-#include "imaging/tagged_images.h"
+#include "imaging/tags/tagged_images.h"
 #include "support/home_folder.h"
 
 #include <QByteArray>
@@ -9,7 +9,7 @@
 
 #include <initializer_list>
 
-// Bytes by their numbers.
+// Bytes from numbers.
 inline QByteArray Bytes(std::initializer_list<int> numbers) {
     QByteArray bytes;
     for (const int number : numbers) {
@@ -28,12 +28,12 @@ inline QByteArray BigEndian(qsizetype value) {
                   static_cast<int>(value >> 8 & 255), static_cast<int>(value & 255)});
 }
 
-// Bytes of padding behind the frames of most tags here, so that the ten missing bytes are not missed.
+// Padding after the frames of most tags here, so that the loss of the last ten bytes does not matter.
 inline QByteArray Padding() {
     return QByteArray(20, '\0');
 }
 
-// A file that begins with a tag of `body`.
+// A file that starts with a tag whose contents are `body`.
 inline QByteArray Id3File(int version, const QByteArray& body, int flags = 0) {
     return "ID3" + Bytes({version, 0, flags}) + SyncSafe(body.size()) + body + QByteArray(40, '\x55');
 }
@@ -42,12 +42,12 @@ struct PictureFrame {
     int category = 3;
     int encoding = 0;
     QByteArray mime = "image/jpeg";
-    // With its end.
+    // The description with its final zero.
     QByteArray description = QByteArray(1, '\0');
     int flags = 0;
 };
 
-// A picture's frame of version 2.3 or 2.4.
+// A picture frame of version 2.3 or 2.4.
 inline QByteArray Apic(int version, const QByteArray& picture, const PictureFrame& of = {}) {
     const QByteArray body =
         Bytes({of.encoding}) + of.mime + Bytes({0, of.category}) + of.description + picture;
@@ -55,7 +55,7 @@ inline QByteArray Apic(int version, const QByteArray& picture, const PictureFram
            body;
 }
 
-// A reader of files that the test makes.
+// A reader of files that a test makes.
 class TagReader {
 public:
     int Load(const QByteArray& file) {

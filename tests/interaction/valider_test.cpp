@@ -1,8 +1,7 @@
-// Validation of a slot where the console cannot look: the log, a track that goes after the listing, a full
-// queue.
+// Choosing a slot where the console cannot observe it: the log, a track deleted after listing, a full queue.
 #include "interaction/valider.h"
 
-#include "interaction/folder_moves.h"
+#include "interaction/folders.h"
 #include "support/error_of.h"
 #include "support/jukebox.h"
 
@@ -54,43 +53,43 @@ TEST(BuyTrack, ATrackThatIsGoneCostsNothing) {
     Jukebox box;
     box.Track(u"a.mp3"_s);
     box.Start();
-    box.form.ManageCoin = u"true"_s;
-    box.form.Credits = 1;
+    box.form.settings.ManageCoin = u"true"_s;
+    box.form.coins.Credits = 1;
     ASSERT_TRUE(QFile::remove(box.Music(u"a.mp3"_s)));
     const QStringList log = LogOf(box, [&] { Valider(box.form, 0); });
     EXPECT_EQ(log.first(), u" : Valider"_s);
     EXPECT_EQ(log.at(1), u" : RedrawJukebox"_s);
-    EXPECT_EQ(box.form.Credits, 1);
-    EXPECT_EQ(box.form.PlaylistCount, 0);
-    EXPECT_EQ(box.form.PlaylistSelected, 0);
-    EXPECT_EQ(box.form.BlockMainInfos, u"selecttrack"_s);
+    EXPECT_EQ(box.form.coins.Credits, 1);
+    EXPECT_EQ(box.form.queue.PlaylistCount, 0);
+    EXPECT_EQ(box.form.queue.PlaylistSelected, 0);
+    EXPECT_EQ(box.form.frame.BlockMainInfos, u"selecttrack"_s);
 }
 
-// The refusal comes before the look for the file.
+// The credit is checked before the file is looked up.
 TEST(BuyTrack, WithoutACreditAGoneTrackIsRefused) {
     Jukebox box;
     box.Track(u"a.mp3"_s);
     box.Start();
-    box.form.ManageCoin = u"true"_s;
+    box.form.settings.ManageCoin = u"true"_s;
     ASSERT_TRUE(QFile::remove(box.Music(u"a.mp3"_s)));
     const std::int64_t start = box.platform.clock.timeGetTime();
     Valider(box.form, 0);
     EXPECT_EQ(box.platform.clock.timeGetTime() - start, 720);
 }
 
-// The counters are moved before the entry is written.
+// The counters are changed before the entry is written.
 TEST(BuyTrack, TheThousandAndFirstEntryIsError9) {
     Jukebox box;
     box.Track(u"a.mp3"_s);
     box.Start();
-    box.form.ManageCoin = u"true"_s;
-    box.form.Credits = 3;
-    box.form.PlaylistCount = 999;
+    box.form.settings.ManageCoin = u"true"_s;
+    box.form.coins.Credits = 3;
+    box.form.queue.PlaylistCount = 999;
     EXPECT_EQ(ErrorOf([&] { Valider(box.form, 0); }), 0);
-    EXPECT_EQ(box.form.PlaylistTitre(1000), u"a.mp3"_s);
+    EXPECT_EQ(box.form.queue.PlaylistTitre(1000), u"a.mp3"_s);
     EXPECT_EQ(ErrorOf([&] { Valider(box.form, 0); }), kSubscriptOutOfRange);
-    EXPECT_EQ(box.form.PlaylistCount, 1001);
-    EXPECT_EQ(box.form.Credits, 1);
+    EXPECT_EQ(box.form.queue.PlaylistCount, 1001);
+    EXPECT_EQ(box.form.coins.Credits, 1);
 }
 
 TEST(EnterFolder, AFolderThatIsGoneIsError76WithItsPath) {
@@ -99,9 +98,9 @@ TEST(EnterFolder, AFolderThatIsGoneIsError76WithItsPath) {
     box.Start();
     ASSERT_TRUE(QDir().rmdir(box.Music(u"x"_s)));
     EXPECT_EQ(ErrorOf([&] { Valider(box.form, 0); }), kPathNotFound);
-    EXPECT_EQ(box.form.CurrentPath, box.Music(u"x"_s));
-    EXPECT_EQ(box.form.Dir1.Path, box.Music());
-    EXPECT_EQ(box.form.DirLevel, 0);
+    EXPECT_EQ(box.form.library.CurrentPath, box.Music(u"x"_s));
+    EXPECT_EQ(box.form.library.Dir1.Path, box.Music());
+    EXPECT_EQ(box.form.library.DirLevel, 0);
 }
 
 } // namespace

@@ -1,8 +1,11 @@
-// The folder shown as a sorted list.
+// Listing a folder as a sorted list.
 #include "library/create_list.h"
 
 #include "platform/simulated/simulated_platform.h"
-#include "shell/form_main.h"
+#include "settings/ini_files.h"
+#include "settings/profile.h"
+#include "shell/hand_down.h"
+#include "state/form_main.h"
 #include "support/error_of.h"
 #include "support/home_folder.h"
 
@@ -15,8 +18,8 @@ namespace {
 class CreateListTest : public testing::Test {
 protected:
     CreateListTest() {
-        form.AppFolder = home.Path();
-        form.DefaultOrder = QStringLiteral("alpha");
+        form.shell.AppFolder = home.Path();
+        form.settings.DefaultOrder = QStringLiteral("alpha");
         music = home.MakeFolder(QStringLiteral("music"));
     }
     void Add(const char* name) { home.Write(QStringLiteral("music/") + QString::fromUtf8(name)); }
@@ -31,22 +34,22 @@ protected:
         PointDir1(form, music);
         CreateList(form);
     }
-    // The lines, the music folder's path written as "M", joined by ";".
+    // Returns the lines joined by ";", with the music folder's path written as "M".
     std::string Lines() {
         QStringList lines;
-        for (const ListLine& line : form.List_List) {
+        for (const ListLine& line : form.library.List_List) {
             lines += line.Text().replace(music, QStringLiteral("M"));
         }
         return lines.join(u';').toStdString();
     }
     std::string Titles() {
         QStringList titles;
-        for (const ListLine& line : form.List_List) {
+        for (const ListLine& line : form.library.List_List) {
             titles += line.title;
         }
         return titles.join(u' ').toStdString();
     }
-    // The log's texts behind the stamp.
+    // Returns the texts of the log after the time stamp.
     std::string Log() {
         QStringList texts;
         for (const QString& line :
@@ -55,7 +58,7 @@ protected:
         }
         return texts.join(u'\n').toStdString();
     }
-    // The number of the error that stops the program, 0 when it goes on.
+    // Returns the number of the error that stops the program, 0 when there is none.
     int StopOf() {
         try {
             CreateList(form);
@@ -69,17 +72,17 @@ protected:
 
     HomeFolder home;
     SimulatedPlatform platform;
-    Form_Main form{platform.ports()};
+    Form_Main form{platform.ports(), HandDown()};
     QString music;
     QString detail;
 };
 
 TEST_F(CreateListTest, AnEmptyFolderIsAnEmptyList) {
-    form.List_List.resize(3);
-    form.NumTrack = 9;
+    form.library.List_List.resize(3);
+    form.library.NumTrack = 9;
     List();
-    EXPECT_TRUE(form.List_List.empty());
-    EXPECT_EQ(form.NumTrack, 0);
+    EXPECT_TRUE(form.library.List_List.empty());
+    EXPECT_EQ(form.library.NumTrack, 0);
 }
 
 TEST_F(CreateListTest, LinesOfTheAlphaOrder) {
@@ -90,8 +93,8 @@ TEST_F(CreateListTest, LinesOfTheAlphaOrder) {
     EXPECT_EQ(
         Lines(),
         "M/Rock|dir|M/Rock|Rock;Mix.vtxpl|playlist|M/Mix.vtxpl|Mix.vtxpl;Song.mp3|file|M/Song.mp3|Song.mp3");
-    EXPECT_EQ(form.NumTrack, 3);
-    EXPECT_EQ(form.Order, QStringLiteral("alpha"));
+    EXPECT_EQ(form.library.NumTrack, 3);
+    EXPECT_EQ(form.library.Order, QStringLiteral("alpha"));
 }
 
 // Deliberate D-48.
@@ -112,8 +115,9 @@ TEST_F(CreateListTest, OnlyTheListedKindsWhateverTheirCase) {
     }
     List();
     EXPECT_EQ(Titles(), "a.mp3 b.WMA c.wav d.avi e.MPG f.mp44 g.Flac");
-    EXPECT_EQ(form.File1.Pattern, QStringLiteral("*.mp3;*.wma;*.wav;*.vtxpl;*.avi;*.mpg;*.mp44;*.flac"));
-    EXPECT_EQ(form.File1.Path, music);
+    EXPECT_EQ(form.library.File1.Pattern,
+              QStringLiteral("*.mp3;*.wma;*.wav;*.vtxpl;*.avi;*.mpg;*.mp44;*.flac"));
+    EXPECT_EQ(form.library.File1.Path, music);
 }
 
 TEST_F(CreateListTest, HiddenEntriesAreNotListed) {
@@ -129,7 +133,7 @@ TEST_F(CreateListTest, AnMp3BesideItsVideoIsNotShown) {
     Add("Track.avi");
     List();
     EXPECT_EQ(Titles(), "Track.avi");
-    EXPECT_EQ(form.NumTrack, 1);
+    EXPECT_EQ(form.library.NumTrack, 1);
     Add("Other.mp3");
     Add("Other.mpg");
     List();
@@ -141,7 +145,7 @@ TEST_F(CreateListTest, NeitherIsShownBesideAnMp4) {
     Add("Track.mp4");
     List();
     EXPECT_EQ(Titles(), "");
-    EXPECT_EQ(form.NumTrack, 0);
+    EXPECT_EQ(form.library.NumTrack, 0);
 }
 
 TEST_F(CreateListTest, TwinsAreFoundWhateverTheirCase) {
@@ -178,21 +182,21 @@ TEST_F(CreateListTest, AnUnknownOrderListsNothingAndCountsAll) {
     AddFolder("Rock");
     Order("date");
     List();
-    EXPECT_TRUE(form.List_List.empty());
-    EXPECT_EQ(form.NumTrack, 2);
-    EXPECT_EQ(form.Order, QStringLiteral("date"));
+    EXPECT_TRUE(form.library.List_List.empty());
+    EXPECT_EQ(form.library.NumTrack, 2);
+    EXPECT_EQ(form.library.Order, QStringLiteral("date"));
 }
 
 TEST_F(CreateListTest, TheFoldersOrderIsReadTrimmedAndComparedWithoutCase) {
     Add("a.mp3");
-    form.DefaultOrder = QStringLiteral("date");
+    form.settings.DefaultOrder = QStringLiteral("date");
     Order("Alpha  ");
     List();
-    EXPECT_EQ(form.Order, QStringLiteral("Alpha"));
+    EXPECT_EQ(form.library.Order, QStringLiteral("Alpha"));
     EXPECT_EQ(Titles(), "a.mp3");
     Order("  ");
     List();
-    EXPECT_EQ(form.Order, QStringLiteral("date")) << "only blanks: the installation's order";
+    EXPECT_EQ(form.library.Order, QStringLiteral("date")) << "blanks count as missing: the default order";
     EXPECT_EQ(Titles(), "");
 }
 
@@ -224,8 +228,8 @@ TEST_F(CreateListTest, CountsAreFoundByNameWhateverTheirCase) {
     Add("#1 = [Hit].mp3");
     Order("playcount");
     Counts("A.MP3=2\r\n");
-    form.iniFiles.Write(form.files, home.Path(QStringLiteral("stats.ini")), QStringLiteral("PayingCount"),
-                        QStringLiteral("#1 = [Hit].mp3"), QStringLiteral("3"));
+    IniFilesOf(form).Write(form.files, home.Path(QStringLiteral("stats.ini")), QStringLiteral("PayingCount"),
+                           QStringLiteral("#1 = [Hit].mp3"), QStringLiteral("3"));
     List();
     EXPECT_EQ(Lines(), "0999997|file|M/#1 = [Hit].mp3|#1 = [Hit].mp3;0999998|file|M/a.mp3|a.mp3");
 }
@@ -237,7 +241,7 @@ TEST_F(CreateListTest, OddCounts) {
     Order("playcount");
     Counts("a.mp3=\r\nb.mp3=1000001\r\nc.mp3=2.5\r\nd.mp3= 1e1 \r\n");
     List();
-    EXPECT_EQ(form.List_List.size(), 4U);
+    EXPECT_EQ(form.library.List_List.size(), 4U);
     EXPECT_EQ(Lines(), "-0000001|file|M/b.mp3|b.mp3;0999990|file|M/d.mp3|d.mp3;"
                        "0999998|file|M/c.mp3|c.mp3;1000000|file|M/a.mp3|a.mp3");
 }
@@ -261,10 +265,10 @@ TEST_F(CreateListTest, CountsCostOneLookAtTheirFile) {
     Order("playcount");
     Counts("7.mp3=2\r\n");
     List();
-    EXPECT_EQ(form.List_List.front().title, QStringLiteral("7.mp3"));
+    EXPECT_EQ(form.library.List_List.front().title, QStringLiteral("7.mp3"));
     Counts("9.mp3=12\r\n");
     CreateList(form);
-    EXPECT_EQ(form.List_List.front().title, QStringLiteral("9.mp3"))
+    EXPECT_EQ(form.library.List_List.front().title, QStringLiteral("9.mp3"))
         << "each listing reads the counts as they are now";
 }
 
@@ -293,8 +297,8 @@ TEST_F(CreateListTest, ShowsWhatIsOnDiskNow) {
     AddFolder("New");
     CreateList(form);
     EXPECT_EQ(Titles(), "New a.mp3 b.mp3");
-    EXPECT_EQ(form.Dir1.List, QStringList{music + QStringLiteral("/New")});
-    EXPECT_EQ(form.File1.List, (QStringList{QStringLiteral("a.mp3"), QStringLiteral("b.mp3")}));
+    EXPECT_EQ(form.library.Dir1.List, QStringList{music + QStringLiteral("/New")});
+    EXPECT_EQ(form.library.File1.List, (QStringList{QStringLiteral("a.mp3"), QStringLiteral("b.mp3")}));
 }
 
 TEST_F(CreateListTest, AFolderThatCannotBeReadIsEmpty) {
@@ -302,20 +306,20 @@ TEST_F(CreateListTest, AFolderThatCannotBeReadIsEmpty) {
     List();
     platform.failures.Add(QStringLiteral("ListFolder"));
     CreateList(form);
-    EXPECT_TRUE(form.List_List.empty());
-    EXPECT_EQ(form.NumTrack, 0);
+    EXPECT_TRUE(form.library.List_List.empty());
+    EXPECT_EQ(form.library.NumTrack, 0);
 }
 
 TEST_F(CreateListTest, NamesOfAnyBytesAreListed) {
     home.Write(QStringLiteral("music/") + TextOfPath("caf\xE9.mp3"));
     Add("pipe|and\nbreak.mp3");
     List();
-    ASSERT_EQ(form.List_List.size(), 2U);
-    EXPECT_EQ(BytesOfPath(form.List_List[0].title), "caf\xE9.mp3");
-    EXPECT_TRUE(form.files.Identity(form.List_List[0].path)) << "the path still names the file";
-    EXPECT_EQ(form.List_List[1].title, QStringLiteral("pipe|and\nbreak.mp3"));
-    EXPECT_EQ(form.List_List[1].path, music + QStringLiteral("/pipe|and\nbreak.mp3"));
-    EXPECT_EQ(form.List_List[1].type, QStringLiteral("file"));
+    ASSERT_EQ(form.library.List_List.size(), 2U);
+    EXPECT_EQ(BytesOfPath(form.library.List_List[0].title), "caf\xE9.mp3");
+    EXPECT_TRUE(form.files.Identity(form.library.List_List[0].path)) << "the path still leads to the file";
+    EXPECT_EQ(form.library.List_List[1].title, QStringLiteral("pipe|and\nbreak.mp3"));
+    EXPECT_EQ(form.library.List_List[1].path, music + QStringLiteral("/pipe|and\nbreak.mp3"));
+    EXPECT_EQ(form.library.List_List[1].type, QStringLiteral("file"));
 }
 
 TEST_F(CreateListTest, AFolderWithBracketsHasItsOwnOrder) {
@@ -323,10 +327,10 @@ TEST_F(CreateListTest, AFolderWithBracketsHasItsOwnOrder) {
     home.Write(QStringLiteral("Live [2004]/a.mp3"));
     Order("date");
     List();
-    EXPECT_EQ(form.Order, QStringLiteral("date"));
+    EXPECT_EQ(form.library.Order, QStringLiteral("date"));
 }
 
-// A file system with more entries than a counter can hold.
+// A folder with more entries than the counter can hold.
 struct CrowdedFiles : PosixFiles {
     int count = 0;
 
@@ -344,14 +348,15 @@ TEST_F(CreateListTest, MoreThan32767EntriesStopTheProgram) {
     Ports ports = platform.ports();
     Form_Main crowdedForm({ports.audio, ports.graphs, ports.MSComm1, ports.display, ports.windows,
                            ports.fonts, ports.clock, ports.pump, ports.dialogs, ports.messageBox, crowded,
-                           ports.zlib, ports.pictures});
-    crowdedForm.AppFolder = home.Path();
-    crowdedForm.DefaultOrder = QStringLiteral("alpha");
+                           ports.zlib, ports.pictures},
+                          HandDown());
+    crowdedForm.shell.AppFolder = home.Path();
+    crowdedForm.settings.DefaultOrder = QStringLiteral("alpha");
     crowded.count = 32767;
     PointDir1(crowdedForm, music);
     CreateList(crowdedForm);
-    EXPECT_EQ(crowdedForm.NumTrack, 32767);
-    EXPECT_EQ(crowdedForm.List_List.size(), 32767U);
+    EXPECT_EQ(crowdedForm.library.NumTrack, 32767);
+    EXPECT_EQ(crowdedForm.library.List_List.size(), 32767U);
     crowded.count = 32768;
     try {
         CreateList(crowdedForm);
@@ -360,7 +365,7 @@ TEST_F(CreateListTest, MoreThan32767EntriesStopTheProgram) {
         EXPECT_EQ(stop.error.number, kOverflow);
     }
     EXPECT_EQ(home.Read(QStringLiteral("vantorix.log")).count('\n'), 2 + 32767 + 32768)
-        << "the lines until then are logged";
+        << "the lines up to the error are logged";
 }
 
 class PointTest : public CreateListTest {};
@@ -371,12 +376,13 @@ TEST_F(PointTest, AFolderListHasFullPathsInNameOrder) {
     AddFolder(".hidden");
     Add("file.mp3");
     PointDir1(form, music);
-    EXPECT_EQ(form.Dir1.Path, music);
-    EXPECT_EQ(form.Dir1.List, (QStringList{music + QStringLiteral("/A"), music + QStringLiteral("/b")}));
+    EXPECT_EQ(form.library.Dir1.Path, music);
+    EXPECT_EQ(form.library.Dir1.List,
+              (QStringList{music + QStringLiteral("/A"), music + QStringLiteral("/b")}));
     PointDir2(form, music + QStringLiteral("/A"));
-    EXPECT_EQ(form.Dir2.Path, music + QStringLiteral("/A"));
-    EXPECT_TRUE(form.Dir2.List.isEmpty());
-    EXPECT_EQ(form.Dir1.Path, music) << "the other list stays";
+    EXPECT_EQ(form.library.Dir2.Path, music + QStringLiteral("/A"));
+    EXPECT_TRUE(form.library.Dir2.List.isEmpty());
+    EXPECT_EQ(form.library.Dir1.Path, music) << "the other list is unchanged";
 }
 
 TEST_F(PointTest, AFileListHasTheNamesThatMatch) {
@@ -384,27 +390,28 @@ TEST_F(PointTest, AFileListHasTheNamesThatMatch) {
     Add("a.ttf");
     Add("c.mp3");
     AddFolder("d.ttf");
-    form.File1.Pattern = QStringLiteral("*.mp3");
+    form.library.File1.Pattern = QStringLiteral("*.mp3");
     PointFile1(form, music);
-    EXPECT_EQ(form.File1.List, QStringList{QStringLiteral("c.mp3")});
+    EXPECT_EQ(form.library.File1.List, QStringList{QStringLiteral("c.mp3")});
     SetFile1Pattern(form, QStringLiteral("*.ttf"));
-    EXPECT_EQ(form.File1.List, (QStringList{QStringLiteral("a.ttf"), QStringLiteral("b.TTF")}));
-    EXPECT_EQ(form.File1.Path, music);
+    EXPECT_EQ(form.library.File1.List, (QStringList{QStringLiteral("a.ttf"), QStringLiteral("b.TTF")}));
+    EXPECT_EQ(form.library.File1.Path, music);
 }
 
 TEST_F(PointTest, SeparatorsAtTheEndAreCut) {
     PointDir1(form, music + QStringLiteral("//"));
-    EXPECT_EQ(form.Dir1.Path, music);
+    EXPECT_EQ(form.library.Dir1.Path, music);
     PointDir1(form, QStringLiteral("/"));
-    EXPECT_EQ(form.Dir1.Path, QStringLiteral("/"));
-    EXPECT_TRUE(form.Dir1.List.contains(QStringLiteral("/usr"))) << "no second separator below the root";
+    EXPECT_EQ(form.library.Dir1.Path, QStringLiteral("/"));
+    EXPECT_TRUE(form.library.Dir1.List.contains(QStringLiteral("/usr")))
+        << "no second separator below the root";
 }
 
 TEST_F(PointTest, ARelativePathCountsFromTheApplicationFolderFirst) {
     PointDir1(form, QStringLiteral("music"));
-    EXPECT_EQ(form.Dir1.Path, music);
+    EXPECT_EQ(form.library.Dir1.Path, music);
     PointFile1(form, QStringLiteral("music/"));
-    EXPECT_EQ(form.File1.Path, music);
+    EXPECT_EQ(form.library.File1.Path, music);
 }
 
 TEST_F(PointTest, ElseFromTheWorkingDirectory) {
@@ -413,7 +420,7 @@ TEST_F(PointTest, ElseFromTheWorkingDirectory) {
     home.MakeFolder(QStringLiteral("work/there"));
     ASSERT_EQ(::chdir(home.Path(QStringLiteral("work")).toUtf8().constData()), 0);
     PointDir1(form, QStringLiteral("there"));
-    EXPECT_EQ(form.Dir1.Path, form.files.RealPath(home.Path(QStringLiteral("work/there"))));
+    EXPECT_EQ(form.library.Dir1.Path, form.files.RealPath(home.Path(QStringLiteral("work/there"))));
     ASSERT_EQ(::chdir(before.constData()), 0);
 }
 
@@ -426,7 +433,7 @@ TEST_F(PointTest, NoFolderIsError76WithThePath) {
         EXPECT_EQ(ErrorOf([&] { PointDir2(form, path); }), kPathNotFound);
         EXPECT_EQ(ErrorOf([&] { PointFile1(form, path); }), kPathNotFound);
     }
-    EXPECT_EQ(form.Dir1.Path, music) << "a list that could not be moved stays";
+    EXPECT_EQ(form.library.Dir1.Path, music) << "after an error the list is unchanged";
     try {
         PointDir1(form, QStringLiteral("/no/such"));
         FAIL();
@@ -439,8 +446,8 @@ TEST_F(PointTest, AnUnreadableFolderIsAnEmptyList) {
     AddFolder("Rock");
     platform.failures.Add(QStringLiteral("ListFolder"));
     PointDir1(form, music);
-    EXPECT_EQ(form.Dir1.Path, music);
-    EXPECT_TRUE(form.Dir1.List.isEmpty());
+    EXPECT_EQ(form.library.Dir1.Path, music);
+    EXPECT_TRUE(form.library.Dir1.List.isEmpty());
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 #include "library/list_order.h"
 
 #include "library/collation.h"
-#include "library/library_state.h"
+#include "state/library_state.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@
 
 namespace {
 
-// The collation's locale for one test.
+// Sets the collation's locale for one test.
 class Locale {
 public:
     explicit Locale(const char* name) { ::setenv("LC_ALL", name, 1); }
@@ -43,7 +43,8 @@ std::string SortedTitles(std::vector<ListLine> lines) {
 TEST(ListOrder, CaseCountsForNothingAndAccentsForLittle) {
     EXPECT_EQ(SortedNames("b A c B2 a1"), "A a1 b B2 c");
     EXPECT_EQ(SortedNames("zoo Éa ea eb été etf"), "ea Éa eb été etf zoo");
-    EXPECT_EQ(SortedNames("10 9 1 a _a -a (a"), "_a -a (a 1 10 9 a") << "digits as text, signs before digits";
+    EXPECT_EQ(SortedNames("10 9 1 a _a -a (a"), "_a -a (a 1 10 9 a")
+        << "digits sort as text, signs before digits";
 }
 
 TEST(ListOrder, NamesEqualButForCaseHaveAnOrderOfTheirOwn) {
@@ -98,7 +99,7 @@ TEST(ListOrder, EmptyAndSingleListsAreLeftAlone) {
     EXPECT_EQ(SortedTitles({}), "");
 }
 
-// The short cut for ASCII and the collation itself must give one order, whatever the mixture.
+// The shortcut for ASCII and the collation itself must give the same order for any mixture of names.
 TEST(ListOrder, IsThatOfTheCollationForAnyNames) {
     const Collation collation;
     const QString letters = QString::fromUtf8("aAbBzZ019 ._-'(&|#éÉèñÑœß日本ÅК\u0301\u00AD\u0001~");

@@ -1,14 +1,15 @@
-// The folder "/" as music folder and as application folder: every path has one separator.
+// The folder "/" as music folder and application folder: no path has a double separator.
 #include "core/run_time_error.h"
-#include "library/covers.h"
 #include "library/create_list.h"
-#include "library/find_file.h"
 #include "library/folder_names.h"
 #include "platform/simulated/simulated_platform.h"
 #include "playback/play_counts.h"
 #include "playback/playlist_file.h"
-#include "shell/form_main.h"
-#include "shell/log.h"
+#include "rendering/covers.h"
+#include "shell/hand_down.h"
+#include "state/form_main.h"
+#include "state/log.h"
+#include "state/paths.h"
 #include "support/home_folder.h"
 #include "support/rooted_files.h"
 
@@ -33,9 +34,9 @@ QByteArray Picture() {
 // Both the music folder and the application folder are "/".
 class RootFolderTest : public testing::Test {
 protected:
-    RootFolderTest() : form(PortsWith(files)) {
-        form.AppFolder = u"/"_s;
-        form.DefaultOrder = u"alpha"_s;
+    RootFolderTest() : form(PortsWith(files), HandDown()) {
+        form.shell.AppFolder = u"/"_s;
+        form.settings.DefaultOrder = u"alpha"_s;
     }
     Ports PortsWith(Files& rooted) {
         const Ports ports = platform.ports();
@@ -59,7 +60,7 @@ protected:
     }
     QStringList Paths() const {
         QStringList paths;
-        for (const ListLine& line : form.List_List) {
+        for (const ListLine& line : form.library.List_List) {
             paths += line.path;
         }
         return paths;
@@ -75,8 +76,8 @@ TEST_F(RootFolderTest, TheListHasOneSeparatorInEachPath) {
     root.MakeFolder(u"rock"_s);
     root.Write(u"song.mp3"_s);
     List();
-    EXPECT_EQ(form.Dir1.Path, u"/"_s);
-    EXPECT_EQ(form.Dir1.List, QStringList(u"/rock"_s));
+    EXPECT_EQ(form.library.Dir1.Path, u"/"_s);
+    EXPECT_EQ(form.library.Dir1.List, QStringList(u"/rock"_s));
     EXPECT_EQ(Paths(), QStringList({u"/rock"_s, u"/song.mp3"_s}));
 }
 
@@ -84,7 +85,7 @@ TEST_F(RootFolderTest, AFolderBelowIsEnteredByItsPath) {
     root.MakeFolder(u"rock"_s);
     root.Write(u"rock/song.mp3"_s);
     PointDir1(form, u"rock"_s);
-    EXPECT_EQ(form.Dir1.Path, u"/rock"_s) << "a relative path counts from the application folder";
+    EXPECT_EQ(form.library.Dir1.Path, u"/rock"_s) << "a relative path is resolved in the application folder";
     CreateList(form);
     EXPECT_EQ(Paths(), QStringList(u"/rock/song.mp3"_s));
 }
@@ -95,14 +96,14 @@ TEST_F(RootFolderTest, ItsOrderIsInTheSectionOfOneSeparator) {
     root.Write(u"pathconfig.ini"_s, "[/]\r\nOrder=playcount\r\n");
     root.Write(u"stats.ini"_s, "[PayingCount]\r\nb.mp3=2\r\n");
     List();
-    EXPECT_EQ(form.Order, u"playcount"_s);
+    EXPECT_EQ(form.library.Order, u"playcount"_s);
     EXPECT_EQ(Paths(), QStringList({u"/b.mp3"_s, u"/a.mp3"_s}));
 }
 
 TEST_F(RootFolderTest, APickCountsTheTitleAndTheFolderAndNoEmptyKey) {
     root.Write(u"song.mp3"_s);
     List();
-    form.InfoTitre(0) = u"song.mp3"_s;
+    form.library.InfoTitre(0) = u"song.mp3"_s;
     CountPick(form, 0);
     EXPECT_EQ(root.Read(u"stats.ini"_s), "[PayingCount]\r\nsong.mp3=1\r\n/=1\r\n");
 }
@@ -118,17 +119,17 @@ TEST_F(RootFolderTest, FilesAreFoundWhateverTheirCase) {
 TEST_F(RootFolderTest, TheCoverBesideATrackIsFound) {
     root.Write(u"song.mp3"_s);
     root.Write(u"SONG.jpg"_s, Picture());
-    form.InfoPath(0) = u"/song.mp3"_s;
-    form.InfoType(0) = u"file"_s;
+    form.library.InfoPath(0) = u"/song.mp3"_s;
+    form.library.InfoType(0) = u"file"_s;
     LoadBigCover(form, 0);
-    EXPECT_EQ(form.CoverKind, 1);
+    EXPECT_EQ(form.frame.CoverKind, 1);
 }
 
 TEST_F(RootFolderTest, APlaylistAndTheLogAreWrittenBelowIt) {
     root.MakeFolder(u"playlists"_s);
-    form.PlaylistCount = 1;
-    form.PlaylistPath(1) = u"/song.mp3"_s;
-    form.PlaylistTitre(1) = u"song.mp3"_s;
+    form.queue.PlaylistCount = 1;
+    form.queue.PlaylistPath(1) = u"/song.mp3"_s;
+    form.queue.PlaylistTitre(1) = u"song.mp3"_s;
     WritePlaylistFile(form, u"mix"_s);
     EXPECT_EQ(root.Read(u"playlists/mix - 01 Jan 2000.vtxpl"_s), " 1 \r\n/song.mp3\r\nsong.mp3\r\n");
     OpenLog(form, u" : line"_s);
@@ -140,7 +141,7 @@ TEST_F(RootFolderTest, AnErrorNamesAFileByOneSeparator) {
     List();
     try {
         CountPick(form, 0);
-        FAIL() << "a count that is no number is an error";
+        FAIL() << "a count that is not a number is an error";
     } catch (const RunTimeError& error) {
         EXPECT_TRUE(error.detail.startsWith(u"/stats.ini, [PayingCount] / (expected a number): "_s))
             << error.detail.toStdString();

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Makes the music and film files of the tests with ffmpeg: make_media.sh FOLDER. Several may run at once; the work is
-# done once, and again when this script has changed.
+# Makes the music and film files of the tests with ffmpeg: make_media.sh FOLDER. Several can run at once; the files are
+# made only once, and again if this script has changed.
 set -euo pipefail
 
 folder=$1
@@ -18,8 +18,8 @@ make() {
     ffmpeg -nostdin -v error -y "$@"
 }
 
-# Twenty seconds: a sweep, which tells the time by its frequency, with noise in every second stretch of four seconds, so
-# that encoders of varying bit rate have something to vary.
+# Twenty seconds: a sweep, whose frequency indicates the time, with noise in every second four-second section, so that
+# encoders with a variable bit rate vary it.
 make -f lavfi -i "aevalsrc='0.4*sin(2*PI*(300*t+20*t*t))+0.2*(random(0)-0.5)*lt(mod(t,8),4)|0.4*sin(2*PI*(300*t+20*t*t))':s=44100:d=20" song.wav
 make -i song.wav -b:a 128k cbr.mp3
 make -i song.wav -b:a 128k -write_xing 0 cbr_noheader.mp3
@@ -32,14 +32,13 @@ make -i song.wav song.m4a
 make -i song.wav -ar 48000 -ac 1 -c:a pcm_s24le mono48k.wav
 make -i song.wav -ar 8000 -ac 1 -c:a pcm_u8 mono8k.wav
 
-# Files that say one length and have another.
+# Files whose stated length is wrong.
 head -c $(($(stat -c %s cbr.mp3) / 5)) cbr.mp3 >truncated.mp3
 head -c $(($(stat -c %s song.flac) / 5)) song.flac >truncated.flac
 head -c $(($(stat -c %s song.wav) / 5)) song.wav >truncated.wav
 head -c $(($(stat -c %s song.m4a) / 5)) song.m4a >truncated.m4a
 
-# More than four hours that do not tell their length, at two bit rates: frames of such a file can simply be put one
-# behind the other.
+# More than four hours without a stated length, at two bit rates: frames of such files can simply be concatenated.
 for rate in 8k 16k; do
     make -i song.wav -ar 8000 -ac 1 -b:a $rate -write_xing 0 -id3v2_version 0 slow.mp3
     for _ in $(seq 400); do

@@ -1,4 +1,4 @@
-// Tests of the theme sounds' own way to memory, beside the pipeline's.
+// Tests of the theme sounds' own decoder, compared with the pipeline's.
 #include "platform/gstreamer/decode_mp3.h"
 
 #include "platform/gstreamer_media.h"
@@ -12,7 +12,8 @@ using media::MadeFile;
 
 constexpr double kUnlimited = 100.0;
 
-// The greatest difference of a second of sound from another one that lies so many frames behind.
+// The greatest difference between a second of one sound and the same second of another one that is this many
+// frames later.
 int Difference(const DecodedSound& sound, const DecodedSound& other, std::size_t behind) {
     int farthest = 0;
     for (std::size_t i = 0; i < std::size_t{2} * 44100; ++i) {

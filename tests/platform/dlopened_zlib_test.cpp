@@ -1,4 +1,4 @@
-// The compression library as the machine has it, and a machine that has none.
+// Tests of the installed compression library, and of a machine without one.
 #include "platform/posix/dlopened_zlib.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// The lock on a folder: who gets it, who has it, and when it ends.
+// Tests of the lock on a folder: who gets it, who holds it, and when it is released.
 #include "platform/posix/folder_lock.h"
 
 #include "support/home_folder.h"

@@ -102,7 +102,7 @@ TEST_F(GstreamerAudioLibrary, LengthOfALongFileWithoutHeaderIsEstimatedAndThenEx
     const std::uint32_t handle = Open(path);
     const std::chrono::nanoseconds work = ProcessWork() - before;
     ASSERT_NE(handle, 0U);
-    // Eight hundred times the song of twenty seconds, each with up to 0.2 s of padding.
+    // Eight hundred copies of the song of twenty seconds, each with up to 0.2 s of padding.
     const double least = 800 * 20.0;
     const auto length = [&] {
         return library.BASS_ChannelBytes2Seconds(handle, library.BASS_ChannelGetLength(handle));
@@ -207,7 +207,7 @@ TEST_F(GstreamerAudioLibrary, SeekOutsideTheStreamIsRefused) {
     EXPECT_EQ(library.BASS_ChannelGetPosition(handle), 88199 * 4);
 }
 
-// The sweep tells the time by its frequency: 300 Hz + 40 Hz a second.
+// The sweep's frequency gives the time: 300 Hz + 40 Hz a second.
 TEST_F(GstreamerAudioLibrary, SeekAndSpectrumAgreeOnThePlace) {
     for (const char* name : {"song.wav", "vbr_noheader.mp3", "song.flac", "song.wma", "song.m4a"}) {
         const std::uint32_t handle = Open(MadeFile(name));
@@ -226,8 +226,7 @@ TEST_F(GstreamerAudioLibrary, SeekAndSpectrumAgreeOnThePlace) {
     }
 }
 
-// 43 bins of 0.1 s blocks: the seam of the loop would show as a dip of the peak by 4 % for each millisecond
-// of gap.
+// 43 bins of 0.1 s blocks: a gap at the seam of the loop would lower the peak by 4 % for each millisecond.
 TEST_F(GstreamerAudioLibrary, SpectrumShowsTheToneAtItsHeightAndNoGapAtTheSeam) {
     const double frequency = 10 * 44100.0 / 1024;
     const std::uint32_t handle = Open(scratch.WriteTone("bin.wav", frequency, 1024.0 * 20 / 44100, 0.5));
@@ -288,7 +287,7 @@ TEST_F(GstreamerAudioLibrary, OpeningAndFreeingLeavesNoThread) {
         }
         ASSERT_TRUE(library.BASS_StreamFree(handle));
     };
-    // The toolkit keeps a few threads for later use, which the first cycles bring up.
+    // The toolkit keeps a few threads for later use, which the first cycles start.
     for (int i = 0; i < 10; ++i) {
         cycle(i % 2 == 0 ? wav : mp3, true);
     }
@@ -323,7 +322,7 @@ TEST_F(GstreamerAudioLibrary, DamageInTheMiddleIsPlayedOver) {
     library.BASS_ChannelPlay(handle, false);
     EXPECT_TRUE(Reaches(handle, 6 * 44100)) << Frame(handle);
     EXPECT_EQ(library.BASS_ChannelGetLength(handle), 20 * 176400);
-    // The sweep stands where the position says that it does.
+    // The sweep is where the position says.
     std::array<float, 512> fft{};
     EXPECT_TRUE(Eventually([&] {
         EXPECT_TRUE(library.BASS_ChannelGetData(handle, fft));

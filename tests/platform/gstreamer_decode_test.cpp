@@ -1,4 +1,4 @@
-// Tests of whole-file decoding, of the length of files, and of the spectrum.
+// Tests of decoding whole files, of the length of files, and of the spectrum.
 #include "platform/gstreamer/decode_file.h"
 #include "platform/gstreamer/opening.h"
 #include "platform/gstreamer/spectrum.h"
@@ -52,7 +52,7 @@ TEST(GstreamerDecode, OtherRatesAndChannelsBecomeStereoAt44100) {
         const auto sound = DecodeFile(MadeFile(name), kUnlimited);
         ASSERT_TRUE(sound) << name;
         EXPECT_NEAR(static_cast<double>(sound->Frames()), static_cast<double>(kSongFrames), 10) << name;
-        // At two seconds the sweep stands at 380 Hz.
+        // The sweep is at 380 Hz after two seconds.
         EXPECT_NEAR(media::Amplitude(sound->samples, 2 * 44100 - 1000, 2000, 380), 0.4, 0.05) << name;
         EXPECT_EQ(sound->samples[100000], sound->samples[100001]) << name;
     }
@@ -183,7 +183,7 @@ TEST(GstreamerSpectrum, SineOnABinStandsAtItsAmplitude) {
         const auto spectrum = SpectrumOfTone(bin * 44100.0 / 1024, 1.0);
         const auto at = static_cast<std::size_t>(bin);
         EXPECT_NEAR(spectrum[at], 1.0, 0.005) << bin;
-        // The window spreads half of it to either neighbour and nothing further.
+        // The window spreads half of it to each neighbour and nothing further.
         EXPECT_NEAR(spectrum[at - 1], 0.5, 0.01) << bin;
         EXPECT_LT(spectrum[at - 4], 0.005) << bin;
     }

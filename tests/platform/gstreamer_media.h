@@ -1,4 +1,4 @@
-// What the tests of decoding and sound share: files made by hand, files made with ffmpeg, waiting with a
+// Shared by the tests of decoding and sound: generated files, files made with ffmpeg, waiting with a
 // deadline.
 #pragma once
 
@@ -64,7 +64,7 @@ inline std::string WavBytes(const Samples& samples, std::uint32_t rate = 44100) 
     return bytes;
 }
 
-// A folder of its own for files that a test writes.
+// A separate folder for files that a test writes.
 class Scratch {
 public:
     Scratch() {
@@ -77,7 +77,7 @@ public:
     Scratch(const Scratch&) = delete;
     Scratch& operator=(const Scratch&) = delete;
 
-    // The path of a file with these bytes, under a name that may hold any byte but "/" and NUL.
+    // Writes a file and returns its path. The name may hold any byte but "/" and NUL.
     QString Write(const QByteArray& name, const std::string& content) {
         const std::string path = folder_ + '/' + name.toStdString();
         std::ofstream(path, std::ios::binary) << content;
@@ -96,7 +96,8 @@ private:
 inline QString MadeFile(const char* name) {
     const QString folder = QStringLiteral(TESTS_BUILD_FOLDER "/media");
     static const bool made = [&] {
-        // The toolkit's processes confuse ThreadSanitizer, which takes their fork for one of this process.
+        // The toolkit's child processes confuse ThreadSanitizer, which takes their fork for one of this
+        // process.
         const std::string script =
             "bash '" TESTS_FOLDER "/media/make_media.sh' '" + folder.toStdString() + "'";
         return std::system(script.c_str()) == 0;
@@ -109,7 +110,7 @@ inline double SecondsNow() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-// Looks at a condition until it holds. False when it does not within so many seconds.
+// Waits until a condition holds. Returns false when it does not within this many seconds.
 inline bool Eventually(const std::function<bool()>& condition, double seconds = 10) {
     const double deadline = SecondsNow() + seconds;
     while (!condition()) {
@@ -121,16 +122,16 @@ inline bool Eventually(const std::function<bool()>& condition, double seconds = 
     return true;
 }
 
-// Compares a position in frames with the time that passes. A busy machine reads either of them late, now and
-// then; a position that runs at another speed leaves the time further behind with each second.
+// Compares a position in frames with the elapsed time. A busy machine sometimes reads one of them late; a
+// position that runs at another speed drifts further from the time with each second.
 class Pace {
 public:
     void Start(std::int64_t frame) {
         startFrame_ = frame;
         start_ = SecondsNow();
     }
-    // True once the position agrees with the time, within 0.15 s, after a second or more. False when it does
-    // not do so before ten seconds have passed.
+    // Returns true once the position agrees with the time within 0.15 s, after a second or more. Returns
+    // false when it does not within ten seconds.
     bool IsReal(const std::function<std::int64_t()>& frame) const {
         return Eventually([&] {
             const double played = static_cast<double>(frame() - startFrame_) / 44100;
@@ -148,7 +149,7 @@ inline std::string BytesOf(const QString& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// A song of twenty seconds, by its bytes, that is damaged from its third second to its ninth, so that the
+// The bytes of a song of twenty seconds that is damaged from its third second to its ninth, so that the
 // decoder gives up there.
 inline std::string DamagedSong() {
     std::string bytes = BytesOf(MadeFile("song.flac"));
@@ -159,7 +160,7 @@ inline std::string DamagedSong() {
     return bytes;
 }
 
-// The amplitude of one frequency in a stretch of one channel (Goertzel 1958), 1.0 for a full-scale sine.
+// The amplitude of one frequency in a piece of one channel (Goertzel 1958), 1.0 for a full-scale sine.
 inline double Amplitude(const Samples& samples, std::size_t firstFrame, std::size_t frames, double frequency,
                         int channel = 0) {
     const double factor = 2 * std::cos(2 * std::numbers::pi * frequency / 44100);

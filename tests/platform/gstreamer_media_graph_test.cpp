@@ -16,7 +16,7 @@ protected:
         return options;
     }
 
-    // The detail of the error that a file raises, empty when it raises none.
+    // The detail of the error that a file raises; empty when it raises none.
     QString DetailOf(MediaGraph& graph, const QString& path) {
         try {
             graph.RenderFile(path);

@@ -1,4 +1,4 @@
-// Tests of what is really heard: the cabinet's sound on a private PulseAudio server, recorded and measured.
+// Tests of the audible result: the cabinet's sound on a private PulseAudio server, recorded and measured.
 #include "platform/gstreamer/audio_library.h"
 #include "platform/gstreamer/media_graph.h"
 
@@ -27,11 +27,11 @@ using media::Eventually;
 using media::Samples;
 using media::SecondsNow;
 
-// The server of tests/desktop/pulse.sh, which ends with this process at the latest.
+// The server of tests/desktop/pulse.sh. It ends with this process at the latest.
 class PulseServer {
 public:
-    // What is measured here is our sound, not how busy the machine is: where that is allowed, this process
-    // and those that it starts go before others.
+    // The test measures our sound, not the load of the machine: where that is allowed, this process and its
+    // children get a higher priority.
     explicit PulseServer(const QString& folder) : folder_(folder) {
         setpriority(PRIO_PROCESS, 0, -15);
         qputenv("PULSE_SERVER", "unix:" + folder.toUtf8() + "/native");
@@ -65,7 +65,7 @@ private:
     std::unique_ptr<QProcess> server_;
 };
 
-// Everything that the server's sink plays, from the making of this object on.
+// Everything that the server's sink plays from the construction of this object on.
 class Recording {
 public:
     Recording() : thread_([this] { Record(); }) {}
@@ -84,15 +84,15 @@ public:
         const std::lock_guard lock(mutex_);
         return samples_.size() / 2;
     }
-    // The last frames, fewer when there are fewer.
+    // The last frames, or fewer when there are not so many.
     Samples Last(std::size_t frames) const {
         const std::lock_guard lock(mutex_);
         const std::size_t count = std::min(frames * 2, samples_.size());
         return {samples_.end() - static_cast<std::ptrdiff_t>(count), samples_.end()};
     }
-    // When a frame was heard, by SecondsNow. Samples reach us after they have sounded, so of those that came
-    // in the half second from it on the quickest tells best; the result is late by the shortest way through
-    // the server.
+    // The time at which a frame was audible, by SecondsNow. Samples arrive after they have sounded, so the
+    // fastest of those that arrive in the following half second is the most accurate. The result is late by
+    // the shortest delay through the server.
     double TimeOf(std::size_t frame) const {
         const std::lock_guard lock(mutex_);
         double time = std::numeric_limits<double>::max();
@@ -105,7 +105,7 @@ public:
     }
 
 private:
-    // So many frames had come at that time.
+    // The number of frames that had arrived at that time.
     struct Arrival {
         std::size_t frames;
         double time;
@@ -145,7 +145,7 @@ private:
 
 constexpr std::size_t kStretch = 4410;
 
-// The last 0.1 s were this tone at this amplitude and nothing else.
+// Whether the last 0.1 s were only this tone at this amplitude.
 bool Sounds(const Recording& recording, double frequency, double amplitude) {
     const Samples last = recording.Last(kStretch);
     if (last.size() < kStretch * 2) {
@@ -205,8 +205,7 @@ TEST_F(GstreamerSound, TonesAreHeardAndPauseIsSilence) {
     EXPECT_TRUE(Eventually([&] { return IsSilent(recording); }));
 }
 
-// A sample of a pure sine follows from the two before it; where it does not, something is missing or too
-// much.
+// Each sample of a pure sine follows from the two before it. Where it does not, samples are missing or added.
 std::size_t CountGlitches(const Samples& samples, std::size_t from, std::size_t to, double frequency) {
     const double factor = 2 * std::cos(2 * std::numbers::pi * frequency / 44100);
     std::size_t glitches = 0;
@@ -217,7 +216,7 @@ std::size_t CountGlitches(const Samples& samples, std::size_t from, std::size_t 
     return glitches;
 }
 
-// The first frame from `from` on at which the right channel sounds.
+// The first frame from `from` on at which the right channel has sound.
 std::optional<std::size_t> FirstOnTheRight(const Samples& samples, std::size_t from) {
     for (std::size_t i = from; i < samples.size() / 2; ++i) {
         if (std::abs(samples[2 * i + 1]) > 8000) {
@@ -227,9 +226,9 @@ std::optional<std::size_t> FirstOnTheRight(const Samples& samples, std::size_t f
     return std::nullopt;
 }
 
-// What was heard around the moment at which a loop starts over.
+// The recording around the moment at which a loop restarts.
 struct Seam {
-    // Irregular samples within ten milliseconds of the seam, and in the rest of the stretch around it.
+    // Irregular samples within ten milliseconds of the seam, and in the rest of the piece around it.
     std::size_t at = 0;
     std::size_t around = 0;
 };
@@ -241,12 +240,11 @@ Seam ExamineSeam(const Samples& samples, std::size_t seam, double frequency) {
     return {at, CountGlitches(samples, seam - kAround, seam + kAround, frequency) - at};
 }
 
-// A machine whose processors are all taken drops sound now and then, wherever it may be. Such a stretch says
-// nothing about the seam in its middle and is left out; the first clean seam, or the third faulty one in a
-// stretch that is clean otherwise, decides.
+// A machine under full load sometimes drops sound anywhere. Such a piece says nothing about the seam in its
+// middle and is skipped. The first clean seam decides, or the third faulty one in an otherwise clean piece.
 TEST_F(GstreamerSound, SeamOfALoopIsNotHeard) {
     ASSERT_TRUE(library.BASS_Init(-1, 44100, 0));
-    // The left channel is a sine that runs on across the seam; on the right a mark begins with each pass.
+    // The left channel is a sine that continues across the seam; on the right a mark begins with each pass.
     Samples tone = media::Tone(441, 2, 0.5);
     for (std::size_t i = 0; i < tone.size(); i += 2) {
         tone[i + 1] = i < 8820 ? 16000 : 0;
@@ -277,7 +275,7 @@ TEST_F(GstreamerSound, SeamOfALoopIsNotHeard) {
 
 TEST_F(GstreamerSound, ThemeSoundStartsWithin25Milliseconds) {
     ASSERT_TRUE(library.BASS_Init(-1, 44100, 0));
-    // Music on the left, the sound, which begins at its full height, on the right.
+    // Music on the left; on the right the sound, which begins at full height.
     Samples music = media::Tone(440, 4, 0.3);
     Samples burst(2205 * 2, 0);
     for (std::size_t i = 0; i < music.size(); i += 2) {

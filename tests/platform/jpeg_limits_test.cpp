@@ -1,4 +1,4 @@
-// What a JPEG costs by its markers, and which ones are refused for it.
+// Tests of a JPEG's cost as its markers give it, and of what is refused for its cost.
 #include "platform/jpeg_limits.h"
 
 #include "platform/picture_limits.h"
@@ -28,7 +28,7 @@ QByteArray Segment(int code, const QByteArray& contents) {
     return Bytes({0xFF, code, length >> 8, length & 255}) + contents;
 }
 
-// A component's number, and its sampling across and down as two digits of 16.
+// A component's number, and its sampling across and down as two hexadecimal digits.
 struct Sampling {
     int id = 1;
     int factors = 0x11;
@@ -43,7 +43,7 @@ constexpr int kBaseline = 0xC0;
 constexpr int kProgressive = 0xC2;
 
 // The start of a file, with one code of one bit in each table: a difference of 0, and the end of a block or
-// of 16,384 and more.
+// of 16,384 and more blocks.
 QByteArray Start(int frame, int width, int height, const Samplings& components) {
     QByteArray contents = Bytes({8, height >> 8, height & 255, width >> 8, width & 255});
     contents += static_cast<char>(components.size());
@@ -56,7 +56,7 @@ QByteArray Start(int frame, int width, int height, const Samplings& components) 
            Segment(0xC4, Bytes({0x10}) + oneCode + Bytes({frame == kProgressive ? 0xE0 : 0}));
 }
 
-// A scan's header; `step` holds the bit before it and its own bit.
+// A scan's header; `step` holds the previous bit position and the scan's own.
 QByteArray Scan(const std::vector<int>& components, int first, int last, int step) {
     QByteArray contents = Bytes({static_cast<int>(components.size())});
     for (const int id : components) {
@@ -99,7 +99,7 @@ TEST(JpegCost, SeveralScansHoldTheCoefficientsOfWholeUnits) {
     const QByteArray start = Start(kBaseline, 33, 17, kHalved);
     const JpegCost cost = Cost(start + Scan({1}, 0, 63, 0) + Scan({2, 3}, 0, 63, 0) + End());
     EXPECT_EQ(cost.coefficientBytes, 36 * 128);
-    // 5 x 3 blocks of the first component, and 6 of each of the others.
+    // 5 x 3 blocks of the first component, and 6 of each other one.
     EXPECT_EQ(cost.visits, 1024 + 15 + 1024 + 12);
     EXPECT_EQ(Cost(Start(kProgressive, 8, 8, kGrey) + Scan({1}, 0, 0, 0) + End()).coefficientBytes, 128);
 }
@@ -108,7 +108,7 @@ TEST(JpegCost, ARefiningScanCountsItsCoefficients) {
     const QByteArray start = Start(kProgressive, 80, 80, kGrey);
     EXPECT_EQ(Cost(start + Scan({1}, 1, 63, 0x01) + End()).visits, 1024 + 100);
     EXPECT_EQ(Cost(start + Scan({1}, 1, 63, 0x10) + End()).visits, 1024 + 100 + 100 * 63 / 8);
-    // A baseline scan has no such bits.
+    // A baseline scan has no bit positions.
     EXPECT_EQ(Cost(Start(kBaseline, 80, 80, kGrey) + Scan({1}, 1, 63, 0x10) + End()).visits, 1024 + 100);
 }
 
@@ -181,12 +181,12 @@ TEST(JpegLimits, CoefficientsCountAsMemory) {
     EXPECT_FALSE(IsAffordable(file(5264, kColour)));
     EXPECT_TRUE(IsAffordable(file(6272, kHalved)));
     EXPECT_FALSE(IsAffordable(file(6304, kHalved)));
-    // Decoded at a fraction of its size it takes less.
+    // It takes less when it is decoded at a fraction of its size.
     EXPECT_TRUE(IsJpegAffordable(SpanOf(file(6304, kHalved)), 1'000'000));
     EXPECT_LE(Cost(file(6272, kHalved)).coefficientBytes + std::int64_t{6272} * 6272 * 4, kMostDecodingBytes);
 }
 
-// As encoders write them, plain areas, which have the fewest bytes, included.
+// Pictures as encoders write them, including plain areas, which have the fewest bytes.
 TEST(JpegLimits, EncodedPicturesAreAffordable) {
     QImage image(5000, 4000, QImage::Format_RGB32);
     image.fill(0xFF336699);

@@ -1,4 +1,4 @@
-// A system without more threads, for one thread of a test. Included once in a program.
+// Simulates a system without more threads, for one thread of a test. Included once in a program.
 #pragma once
 
 #include <cerrno>
@@ -6,7 +6,7 @@
 #include <dlfcn.h>
 #include <pthread.h>
 
-// While it lives, the thread that made it gets so many threads and no more.
+// While it exists, the thread that made it can start only this many threads.
 class NoMoreThreads {
 public:
     explicit NoMoreThreads(int left = 0) { left_ = left; }
@@ -14,7 +14,7 @@ public:
     NoMoreThreads(const NoMoreThreads&) = delete;
     NoMoreThreads& operator=(const NoMoreThreads&) = delete;
 
-    // False when the next thread is refused.
+    // Returns false when the next thread is refused.
     static bool TakeOne() { return left_ == kUnlimited || (left_ > 0 && left_-- > 0); }
 
 private:
@@ -22,7 +22,7 @@ private:
     static inline thread_local int left_ = kUnlimited;
 };
 
-// Takes the place of the C library's routine of this name.
+// Replaces the C library's routine of this name.
 extern "C" int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*routine)(void*),
                               void* argument) noexcept {
     using Create = int (*)(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);

@@ -1,4 +1,4 @@
-// Tests of the limits for opening a file: counted by a clock of the test, and with files that would take
+// Tests of the limits for opening a file, counted with the test's own clock, and with files that would take
 // minutes.
 #include "platform/gstreamer/audio_library.h"
 #include "platform/gstreamer/audio_stream.h"
@@ -21,7 +21,7 @@ using std::chrono::milliseconds;
 using std::chrono::nanoseconds;
 using std::chrono::seconds;
 
-// What an errand waits at until the test lets it go on.
+// Blocks an errand until the test opens it.
 class Gate {
 public:
     void Open() {
@@ -40,7 +40,7 @@ private:
     bool open_ = false;
 };
 
-// The clock of the work, moved by so much at each look.
+// The clock of the work, which advances by a fixed step at each look.
 struct Looks {
     milliseconds each{0};
     int count = 0;
@@ -53,7 +53,7 @@ OpeningLimits LimitsBy(const std::shared_ptr<Looks>& looks) {
     return limits;
 }
 
-// How often a file that never opens is looked at until it is given up.
+// The number of looks after which a file that never opens is given up.
 int LooksUntilGivenUp(milliseconds workAtEachLook) {
     const auto gate = std::make_shared<Gate>();
     const auto looks = std::make_shared<Looks>(Looks{workAtEachLook});
@@ -131,7 +131,7 @@ TEST(Opening, AnExceptionReachesTheCaller) {
                  std::length_error);
 }
 
-// Ten gigabytes of nothing, of which the disk holds the head alone.
+// Ten gigabytes of zeros, of which the disk holds only the head.
 QString WriteSparse(media::Scratch& scratch, const QByteArray& name, const std::string& head,
                     std::uintmax_t size) {
     const QString path = scratch.Write(name, head);
@@ -141,14 +141,14 @@ QString WriteSparse(media::Scratch& scratch, const QByteArray& name, const std::
 
 constexpr std::uintmax_t kTenGigabytes = 10'000'000'000;
 
-// The header of hours of sound, and no frame.
+// The header of hours of sound without a single frame.
 QString WriteEndlessFlac(media::Scratch& scratch) {
     std::string head("fLaC\x80\x00\x00\x22\x10\x00\x10\x00\x00\x00\x00\x00\x00\x00", 18);
     head += std::string("\x0a\xc4\x42\xff\xff\xff\xff\xff", 8);
     return WriteSparse(scratch, "endless.flac", head, kTenGigabytes);
 }
 
-// A look at what has been worked costs a test's time only, so a tenth of a second stands for five.
+// Reading the used CPU time costs the test time, so a tenth of a second replaces five.
 OpeningLimits Brief() {
     OpeningLimits limits;
     limits.work = milliseconds(100);
@@ -173,13 +173,13 @@ TEST(Opening, EveryWayInHasTheSameLimit) {
     const QString path = WriteEndlessFlac(scratch);
     const nanoseconds before = ProcessWork();
     EXPECT_FALSE(ProbeMedia(path));
-    // Looking at the streams and measuring the length share one limit.
+    // Reading the streams and measuring the length share one limit.
     EXPECT_LT(ProcessWork() - before, seconds(7));
 }
 
 constexpr auto kStarted = static_cast<GstMessageType>(GST_MESSAGE_ASYNC_DONE | GST_MESSAGE_ERROR);
 
-// A demuxer that finds nothing may end without a word. There is nothing to wait for then.
+// A demuxer that finds nothing may end without a message. Then there is nothing to wait for.
 TEST(Opening, APipelineWithoutARunningThreadHasNoVerdict) {
     ASSERT_TRUE(StartGStreamer());
     const PipelineHandle pipeline(gst_parse_launch("identity ! fakesink", nullptr));

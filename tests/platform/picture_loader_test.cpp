@@ -1,4 +1,5 @@
-// The system's picture loader: what it tells by content, what it refuses, and how it fails on demand.
+// Tests of the system's picture loader: what it recognises by content, what it refuses, and how it fails on
+// demand.
 #include "platform/pictures/picture_loader.h"
 
 #include "core/path_text.h"
@@ -58,7 +59,7 @@ TEST(PictureLoader, DamagedFilesAreNothing) {
     }
 }
 
-// Run-length data, or none at all, may stand for 16 bits only in a broken file.
+// A bitmap of 16 bits with run-length coding or embedded JPEG data is broken.
 TEST(PictureLoader, SixteenBitsAreReadUncompressedOnly) {
     QByteArray file = Picture("bmp/depth-16.bmp");
     ASSERT_TRUE(Load(file));
@@ -84,7 +85,7 @@ TEST(PictureLoader, EveryPrefixAndEveryChangedByteIsAnswered) {
         for (qsizetype at = 0; at < std::min<qsizetype>(200, file.size()); ++at) {
             QByteArray changed = file;
             changed[at] = static_cast<char>(~changed[at]);
-            // Sizes that come out of it are refused or small.
+            // Sizes that result from it are refused or small.
             const auto picture = Load(changed);
             EXPECT_TRUE(!picture || std::int64_t{picture->width} * picture->height <= 1 << 26);
             Load(file.first(at));

@@ -1,4 +1,4 @@
-// Memory of every size for pixels.
+// Tests of memory of every size for pixels.
 #include "platform/pixel_memory.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// The machine's file system behind the port.
+// Tests of the real file system through the port.
 #include "platform/posix/posix_files.h"
 
 #include "support/failing_files.h"

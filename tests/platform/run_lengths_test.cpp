@@ -1,5 +1,5 @@
-// Run-length coded bitmaps, cut at every byte: both depths give the same answer, and nothing but colours of
-// the file.
+// Tests of bitmaps with run-length coding, truncated at every byte: both depths give the same result, with
+// only the file's colours.
 #include "platform/pictures/picture_loader.h"
 
 #include <QByteArray>
@@ -16,15 +16,15 @@ constexpr int kHeight = 4;
 
 using Indices = std::vector<std::uint8_t>;
 
-// A part of the data that is whole or missing, and what it draws: `indices` from a place on, rows from the
-// lowest one.
+// A part of the data that is complete or missing, and what it draws: `indices` from a position on, the lowest
+// row first.
 struct Token {
     QByteArray eight;
     QByteArray four;
     int x = 0;
     int row = 0;
     Indices indices;
-    // The last byte is padding, and all pixels are there without it.
+    // The last byte is padding; without it all pixels are still there.
     bool isPadded8 = false;
     bool isPadded4 = false;
 };
@@ -66,7 +66,7 @@ void Put(QByteArray& bytes, std::uint32_t value, int count) {
     }
 }
 
-// A bitmap of sixteen colours, colour i being (i, 100 + i, 200 + i) in red, green and blue.
+// A bitmap of sixteen colours. Colour i is (i, 100 + i, 200 + i) in red, green and blue.
 QByteArray BitmapFile(int depth, int width, int height, const QByteArray& data) {
     QByteArray file = "BM";
     Put(file, static_cast<std::uint32_t>(14 + 40 + 64 + data.size()), 4);
@@ -83,7 +83,7 @@ QByteArray BitmapFile(int depth, int width, int height, const QByteArray& data) 
     return file + data;
 }
 
-// The red of every pixel, which is its index, the highest row first; empty when the picture is refused.
+// The red of every pixel, which is its index, highest row first; empty when the picture is refused.
 Indices Decode(const QByteArray& file) {
     PictureLoader pictures;
     const auto picture = pictures.OleLoadPicture(
@@ -126,7 +126,7 @@ TEST(RunLengths, CutAtEveryByteBothDepthsShowWholePartsAndRefuseHalfOnes) {
             Draw(token, drawn);
         }
         EXPECT_EQ(Decode(BitmapFile(depth, kWidth, kHeight, data)), drawn);
-        // Nothing behind the end of the picture is looked at.
+        // Data after the end of the picture is ignored.
         EXPECT_EQ(Decode(BitmapFile(depth, kWidth, kHeight, data + "\5")), drawn);
     }
 }
@@ -144,7 +144,7 @@ TEST(RunLengths, AJumpEndsAtTheEdges) {
     EXPECT_EQ(Decode(BitmapFile(8, 3, 2, Bytes({0, 2, 255, 255, 1, 7, 0, 1}))), (Indices{0, 0, 7, 0, 0, 0}));
 }
 
-// 16 colours are in the file; an index behind them is the last one.
+// The file has 16 colours; an index past them is the last one.
 TEST(RunLengths, AnIndexBehindThePaletteIsTheLastColour) {
     PictureLoader pictures;
     const QByteArray file = BitmapFile(8, 2, 1, Bytes({1, 2, 1, 200, 0, 1}));
@@ -168,7 +168,8 @@ TEST(RunLengths, APaletteThatIsCutOrTooLongIsRefused) {
     EXPECT_TRUE(Decode(long257).empty());
 }
 
-// 4096 x 4096 pixels may be left out; of more pixels a run of 255 must be there for each 255, or nearly.
+// Up to 4096 x 4096 pixels may be missing. With more pixels there must be about one run of 255 for each 255
+// pixels.
 TEST(RunLengths, LargePicturesMustBeFilledByTheirData) {
     const QByteArray end = Bytes({0, 1});
     EXPECT_EQ(Decode(BitmapFile(8, 4096, 4096, end)).size(), std::size_t{1} << 24);

@@ -1,4 +1,4 @@
-// Every operation of the simulated machine, failed once.
+// Tests of every operation of the simulated machine, failed once.
 #include "app/console/surroundings.h"
 #include "platform/simulated/simulated_platform.h"
 #include "tone_file.h"
@@ -9,7 +9,7 @@
 
 namespace {
 
-// A machine with a file, a folder, an open port and a playing stream; then one operation begins to fail.
+// A machine with a file, a folder, an open port and a playing stream. Then one operation begins to fail.
 class Failing : public ::testing::Test {
 protected:
     Failing() {

@@ -1,4 +1,4 @@
-// The simulated pump, serial line, display, message boxes, fonts and record of calls.
+// Tests of the simulated pump, serial line, display, message boxes and fonts, and of the record of calls.
 #include "app/console/surroundings.h"
 #include "platform/simulated/simulated_platform.h"
 

@@ -1,4 +1,4 @@
-// What the sound does when the system has no more threads.
+// Tests of the sound when the system has no more threads.
 #include "core/run_time_error.h"
 #include "platform/gstreamer/audio_library.h"
 #include "platform/gstreamer/errand.h"

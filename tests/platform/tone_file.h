@@ -9,7 +9,7 @@
 #include <cmath>
 #include <cstdint>
 
-// Writes a WAV file (RIFF, 16-bit stereo at 44100 Hz) of so many frames of a sine at half of full scale.
+// Writes a WAV file (RIFF, 16-bit stereo at 44100 Hz) with this many frames of a sine at half of full scale.
 inline void WriteTone(const QString& path, std::int64_t frames, double frequency) {
     const auto little32 = [](std::uint32_t value) {
         const quint32 bytes = qToLittleEndian(value);

@@ -1,7 +1,9 @@
-// The two players behind one pair of operations, where the console cannot look.
+// The audio and video players behind their common operations, where the console cannot observe them.
 #include "playback/engine.h"
+#include "playback/play_time.h"
 
 #include "platform/tone_file.h"
+#include "shell/hand_down.h"
 #include "support/error_of.h"
 #include "support/jukebox.h"
 
@@ -9,7 +11,7 @@
 
 namespace {
 
-// The simulated library, telling how it was asked.
+// The simulated library. Records how it was called, and can return given lengths and positions.
 class ListeningAudio : public SimulatedAudio {
 public:
     using SimulatedAudio::SimulatedAudio;
@@ -35,7 +37,7 @@ public:
     std::optional<std::int64_t> position;
 };
 
-// A graph of a given length that notes what it is asked.
+// A graph of a given length that records its calls.
 class NotingGraph : public MediaGraph {
 public:
     explicit NotingGraph(double duration) : duration_(duration) {}
@@ -59,7 +61,7 @@ private:
 
 class Engine : public ::testing::Test {
 protected:
-    Engine() : form(PortsWithListening()) { WriteTone(tone, 441'000, 440); }
+    Engine() : form(PortsWithListening(), HandDown()) { WriteTone(tone, 441'000, 440); }
 
     Ports PortsWithListening() {
         Ports all = jukebox.platform.ports();
@@ -67,11 +69,12 @@ protected:
                 all.pump, all.dialogs, all.messageBox, all.files,   all.zlib,    all.pictures};
     }
     void GiveRefusalSound() {
-        form.SoundNoCredit = refusal;
-        form.SoundNoCreditPosition = refusal;
+        form.assets.SoundNoCredit = refusal;
+        form.assets.SoundNoCreditPosition = refusal;
     }
     void GiveVideo(const std::shared_ptr<MediaGraph>& graph) {
-        form.VideoControl = form.VideoPosition = form.VideoAudio = form.VideoWindow = graph;
+        form.player.VideoControl = form.player.VideoPosition = form.player.VideoAudio =
+            form.player.VideoWindow = graph;
     }
 
     Jukebox jukebox;
@@ -85,27 +88,27 @@ TEST_F(Engine, AStreamLoopsAndIsResumedNotRestarted) {
     BassPlayFile(form, tone);
     EXPECT_EQ(audio.openFlags, 4U);
     EXPECT_EQ(audio.playRestart, false);
-    EXPECT_EQ(form.IsPlaying, -1);
-    EXPECT_EQ(form.TrackLengthSeconds, 10);
+    EXPECT_EQ(form.player.IsPlaying, -1);
+    EXPECT_EQ(form.player.TrackLengthSeconds, 10);
 }
 
 TEST_F(Engine, AnAudioStartHidesTheEmbeddedVideoSurface) {
-    form.Picture_MainVideo.Visible = true;
+    form.frame.Picture_MainVideo.Visible = true;
     BassPlayFile(form, tone);
-    EXPECT_FALSE(form.Picture_MainVideo.Visible);
+    EXPECT_FALSE(form.frame.Picture_MainVideo.Visible);
 }
 
 TEST_F(Engine, AFileThatDoesNotOpenHidesTheSurfaceSoundsTheRefusalAndStops) {
     GiveRefusalSound();
-    form.Picture_MainVideo.Visible = true;
-    form.IsPlaying = -1;
-    form.Remain = QStringLiteral("00:01");
+    form.frame.Picture_MainVideo.Visible = true;
+    form.player.IsPlaying = -1;
+    form.player.Remain = QStringLiteral("00:01");
     BassPlayFile(form, jukebox.Music(QStringLiteral("missing.wav")));
-    EXPECT_FALSE(form.Picture_MainVideo.Visible);
+    EXPECT_FALSE(form.frame.Picture_MainVideo.Visible);
     EXPECT_EQ(refusal->asked, (QStringList{QStringLiteral("CurrentPosition 0"), QStringLiteral("Run")}));
-    EXPECT_EQ(form.IsPlaying, 0);
-    EXPECT_EQ(form.BassChannel, 0U);
-    EXPECT_EQ(form.Remain, QString());
+    EXPECT_EQ(form.player.IsPlaying, 0);
+    EXPECT_EQ(form.player.BassChannel, 0U);
+    EXPECT_EQ(form.player.Remain, QString());
 }
 
 TEST_F(Engine, WithoutAThemeThereIsNoRefusalSound) {
@@ -118,49 +121,50 @@ TEST_F(Engine, OnlyTheLowWordOfALengthAndAPositionIsKept) {
     audio.length = kWord + 3 * 176'400;
     audio.position = 5 * kWord + 2 * 176'400;
     BassPlayFile(form, tone);
-    EXPECT_EQ(form.TrackLengthSeconds, 3);
+    EXPECT_EQ(form.player.TrackLengthSeconds, 3);
     const PlayTime time = ReadPlayTime(form);
     EXPECT_EQ(time.position, 2);
     EXPECT_EQ(time.length, 3);
-    EXPECT_EQ(form.TrackPositionSeconds, 2);
+    EXPECT_EQ(form.player.TrackPositionSeconds, 2);
 }
 
 TEST_F(Engine, StoppingAudioLeavesTheStreamOpenAndEmptiesTheRemainingTime) {
     BassPlayFile(form, tone);
-    const std::uint32_t channel = form.BassChannel;
-    form.Remain = QStringLiteral("00:09");
+    const std::uint32_t channel = form.player.BassChannel;
+    form.player.Remain = QStringLiteral("00:09");
     BassStopFile(form);
-    EXPECT_EQ(form.IsPlaying, 0);
-    EXPECT_EQ(form.BassChannel, channel);
+    EXPECT_EQ(form.player.IsPlaying, 0);
+    EXPECT_EQ(form.player.BassChannel, channel);
     EXPECT_GT(audio.BASS_ChannelGetLength(channel), 0);
-    EXPECT_EQ(form.Remain, QString());
+    EXPECT_EQ(form.player.Remain, QString());
 }
 
 TEST_F(Engine, StoppingAVideoRewindsItDropsItAndLeavesTheRemainingTime) {
     const auto video = std::make_shared<NotingGraph>(30);
     GiveVideo(video);
-    form.Remain = QStringLiteral("00:09");
+    form.player.Remain = QStringLiteral("00:09");
     jukebox.platform.calls.Clear();
     BassStopFile(form);
     EXPECT_EQ(video->asked, (QStringList{QStringLiteral("Stop"), QStringLiteral("CurrentPosition 0")}));
-    EXPECT_FALSE(form.VideoControl || form.VideoPosition || form.VideoAudio || form.VideoWindow);
-    EXPECT_EQ(form.Remain, QStringLiteral("00:09"));
+    EXPECT_FALSE(form.player.VideoControl || form.player.VideoPosition || form.player.VideoAudio ||
+                 form.player.VideoWindow);
+    EXPECT_EQ(form.player.Remain, QStringLiteral("00:09"));
     // The audio stream is not touched.
     EXPECT_TRUE(jukebox.platform.calls.Entries().empty());
 }
 
 TEST_F(Engine, StoppingNothingIsHarmless) {
     EXPECT_EQ(ErrorOf([&] { BassStopFile(form); }), 0);
-    EXPECT_EQ(form.IsPlaying, 0);
+    EXPECT_EQ(form.player.IsPlaying, 0);
 }
 
 TEST_F(Engine, OnlyAnActiveControllersTimerIsStopped) {
-    form.tmrSpectrum.Enabled = true;
+    form.shell.tmrSpectrum.Enabled = true;
     BassStopFile(form);
-    EXPECT_TRUE(form.tmrSpectrum.Enabled);
-    form.RGBLedsActive = QStringLiteral("true");
+    EXPECT_TRUE(form.shell.tmrSpectrum.Enabled);
+    form.settings.RGBLedsActive = QStringLiteral("true");
     BassStopFile(form);
-    EXPECT_FALSE(form.tmrSpectrum.Enabled);
+    EXPECT_FALSE(form.shell.tmrSpectrum.Enabled);
 }
 
 TEST_F(Engine, TheSeekKeyGoesTenSecondsBeforeTheEndOfAVideo) {
@@ -178,11 +182,11 @@ TEST_F(Engine, AVideoBelowTenSecondsGoesToItsStart) {
 }
 
 TEST_F(Engine, AVideosTimeLeavesTheAudioPositionAlone) {
-    form.TrackPositionSeconds = 7;
+    form.player.TrackPositionSeconds = 7;
     GiveVideo(std::make_shared<NotingGraph>(30));
     const PlayTime time = ReadPlayTime(form);
     EXPECT_EQ(time.length, 30);
-    EXPECT_EQ(form.TrackPositionSeconds, 7);
+    EXPECT_EQ(form.player.TrackPositionSeconds, 7);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
-// Counting a pick: what is counted, in how many writes, and what a bad count leaves.
+// Counting a pick: what is counted, in how many writes, and the effect of a bad count.
 #include "playback/play_counts.h"
 
+#include "shell/hand_down.h"
 #include "support/error_of.h"
 #include "support/failing_files.h"
 #include "support/jukebox.h"
@@ -13,8 +14,8 @@ namespace {
 
 class CountPickTest : public testing::Test {
 protected:
-    // A form of its own, so that its file operations are counted.
-    CountPickTest() : form(PortsWith(files)) { form.AppFolder = home.Path(); }
+    // A separate form, so that its file operations can be counted.
+    CountPickTest() : form(PortsWith(files), HandDown()) { form.shell.AppFolder = home.Path(); }
 
     Ports PortsWith(Files& counted) {
         Ports ports = platform.ports();
@@ -33,8 +34,8 @@ protected:
                 .pictures = ports.pictures};
     }
     void Pick(const QString& title, const QString& folder) {
-        form.InfoTitre(0) = title;
-        form.Dir1.Path = folder;
+        form.library.InfoTitre(0) = title;
+        form.library.Dir1.Path = folder;
         CountPick(form, 0);
     }
     QByteArray Counts() { return home.Read(u"stats.ini"_s); }
@@ -94,7 +95,7 @@ TEST_F(CountPickTest, ABlankCountIsNone) {
     EXPECT_EQ(Counts(), "[PayingCount]\nSong.mp3=  1\n/music=1\n");
 }
 
-// The text of a key ends at a line feed, so that two folders of the way up may be one key.
+// The text of a key ends at a line feed, so two folders of the same path can share one key.
 TEST_F(CountPickTest, FoldersThatAreOneKeyAreCountedOneAfterTheOther) {
     Pick(u"a"_s, u"/music/x\ny/z"_s);
     EXPECT_EQ(Counts(), "[PayingCount]\r\na=1\r\n/music/x=2\r\n/music=1\r\n");

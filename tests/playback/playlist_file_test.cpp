@@ -1,4 +1,4 @@
-// Playlist files: what a count may be, broken files, and saving that fails.
+// Playlist files: valid counts, broken files, and saving that fails.
 #include "playback/playlist_file.h"
 
 #include "support/error_of.h"
@@ -14,10 +14,11 @@ class PlaylistFile : public testing::Test {
 protected:
     PlaylistFile() {
         box.Track(u"a.mp3"_s);
-        form.PlaylistCount = 7;
-        form.PlaylistTitre(1) = u"before"_s;
+        form.queue.PlaylistCount = 7;
+        form.queue.PlaylistTitre(1) = u"before"_s;
     }
-    // Reads a file of these bytes, "M" standing for the music folder. The number of the error, 0 without.
+    // Reads a file with these bytes, in which "M" stands for the music folder. Returns the number of the
+    // error, 0 when there is none.
     int Read(QByteArray bytes) {
         bytes.replace("M/", box.Music().toUtf8() + '/');
         const QString path = box.Home(u"playlists/p.vtxpl"_s);
@@ -31,11 +32,11 @@ protected:
         return 0;
     }
     void FillQueue() {
-        form.PlaylistCount = 2;
-        form.PlaylistPath(1) = u"/m/one.mp3"_s;
-        form.PlaylistTitre(1) = u"One"_s;
-        form.PlaylistPath(2) = TextOfPath("/m/caf\xE9.mp3");
-        form.PlaylistTitre(2) = u"Été\r\nlive"_s;
+        form.queue.PlaylistCount = 2;
+        form.queue.PlaylistPath(1) = u"/m/one.mp3"_s;
+        form.queue.PlaylistTitre(1) = u"One"_s;
+        form.queue.PlaylistPath(2) = TextOfPath("/m/caf\xE9.mp3");
+        form.queue.PlaylistTitre(2) = u"Été\r\nlive"_s;
     }
     QByteArray Saved(const QString& name) {
         return form.files.ReadWhole(box.Home(u"playlists/"_s + name), 1 << 20).value_or("(missing)");
@@ -46,7 +47,7 @@ protected:
     QString detail;
 };
 
-// What stands in line 1, and what comes of it.
+// The first line of a playlist and its effect.
 struct CountRow {
     const char* line;
     int error;
@@ -58,11 +59,11 @@ class PlaylistCountLine : public PlaylistFile, public testing::WithParamInterfac
 TEST_P(PlaylistCountLine, IsA16BitNumber) {
     const CountRow& row = GetParam();
     EXPECT_EQ(Read(row.line + QByteArray("\r\nM/a.mp3\r\nA\r\nM/a.mp3\r\nB\r\nM/a.mp3\r\nC\r\n")), row.error);
-    EXPECT_EQ(form.PlaylistCount, row.entries) << row.line;
+    EXPECT_EQ(form.queue.PlaylistCount, row.entries) << row.line;
     EXPECT_EQ(detail.contains(u"line 1"_s), row.error != 0) << detail.toStdString();
 }
 
-// A line that cannot be converted leaves the old queue; what follows the promised entries is not read.
+// A line that cannot be converted leaves the old queue; lines after the announced entries are not read.
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Lines, PlaylistCountLine, testing::Values(
     CountRow{" 2 ",     0,             2},
@@ -81,25 +82,25 @@ INSTANTIATE_TEST_SUITE_P(Lines, PlaylistCountLine, testing::Values(
 
 TEST_F(PlaylistFile, AnEmptyFileIsError62AndLeavesTheQueue) {
     EXPECT_EQ(Read(""), kInputPastEnd);
-    EXPECT_EQ(form.PlaylistCount, 7);
-    EXPECT_EQ(form.PlaylistTitre(1), u"before"_s);
+    EXPECT_EQ(form.queue.PlaylistCount, 7);
+    EXPECT_EQ(form.queue.PlaylistTitre(1), u"before"_s);
 }
 
 TEST_F(PlaylistFile, AFileThatEndsTooEarlyKeepsWhatWasRead) {
     EXPECT_EQ(Read("2\nM/a.mp3\nA\nM/a.mp3\n"), kInputPastEnd);
     EXPECT_TRUE(detail.contains(u"line 5"_s)) << detail.toStdString();
-    EXPECT_EQ(form.PlaylistCount, 1);
-    EXPECT_EQ(form.PlaylistTitre(1), u"A"_s);
+    EXPECT_EQ(form.queue.PlaylistCount, 1);
+    EXPECT_EQ(form.queue.PlaylistTitre(1), u"A"_s);
 }
 
 TEST_F(PlaylistFile, EntriesThatNameNoFileArePassedOver) {
     box.Folder(u"folder.mp3"_s);
     EXPECT_EQ(Read("5\nM/gone.mp3\nGone\n\nno path\nM/folder.mp3\nFolder\n  M/a.mp3 \n A \nM/A.MP3\nOther\n"),
               0);
-    EXPECT_EQ(form.PlaylistCount, 1);
-    EXPECT_EQ(form.PlaylistPath(1), box.Music(u"a.mp3"_s));
-    EXPECT_EQ(form.PlaylistTitre(1), u"A"_s);
-    EXPECT_EQ(form.PlaylistCredits(1), 0);
+    EXPECT_EQ(form.queue.PlaylistCount, 1);
+    EXPECT_EQ(form.queue.PlaylistPath(1), box.Music(u"a.mp3"_s));
+    EXPECT_EQ(form.queue.PlaylistTitre(1), u"A"_s);
+    EXPECT_EQ(form.queue.PlaylistCredits(1), 0);
 }
 
 TEST_F(PlaylistFile, TheThousandAndFirstEntryIsError9) {
@@ -108,15 +109,15 @@ TEST_F(PlaylistFile, TheThousandAndFirstEntryIsError9) {
         lines += "M/a.mp3\nA\n";
     }
     EXPECT_EQ(Read("1000\n" + lines), 0);
-    EXPECT_EQ(form.PlaylistCount, 1000);
+    EXPECT_EQ(form.queue.PlaylistCount, 1000);
     EXPECT_EQ(Read("1001\n" + lines), kSubscriptOutOfRange);
-    EXPECT_EQ(form.PlaylistCount, 1001);
+    EXPECT_EQ(form.queue.PlaylistCount, 1001);
 }
 
 TEST_F(PlaylistFile, AFileThatCannotBeReadIsError75) {
     box.platform.failures.Add(u"ReadWhole"_s);
     EXPECT_EQ(Read("1\nM/a.mp3\nA\n"), kPathFileAccess);
-    EXPECT_EQ(form.PlaylistCount, 7);
+    EXPECT_EQ(form.queue.PlaylistCount, 7);
 }
 
 TEST_F(PlaylistFile, PathsKeepTheirBytesAndTitlesTheirLine) {
@@ -130,7 +131,7 @@ TEST_F(PlaylistFile, ASaveThatFailsLeavesTheOldFile) {
     FillQueue();
     WritePlaylistFile(form, u"Mix"_s);
     const QByteArray before = Saved(u"Mix - 01 Jan 2000.vtxpl"_s);
-    form.PlaylistCount = 1;
+    form.queue.PlaylistCount = 1;
     box.platform.failures.Add(u"Rename"_s);
     EXPECT_EQ(ErrorOf([&] { WritePlaylistFile(form, u"Mix"_s); }), kPathFileAccess);
     EXPECT_EQ(Saved(u"Mix - 01 Jan 2000.vtxpl"_s), before);

@@ -1,4 +1,4 @@
-// The menu's rows: the choices that mirror settings, what is drawn, which window of the rows shows.
+// The menu's rows: the choices that mirror settings, what is drawn, and which rows are visible.
 #include "rendering/command_block.h"
 
 #include "support/error_of.h"
@@ -19,10 +19,11 @@ protected:
     CommandBlock() { jukebox.Start(); }
 
     QImage Shown() {
-        form.Picture_Main.picture.fill(kGround);
+        form.frame.Picture_Main.picture.fill(kGround);
         ShowCommandRows(form);
-        return form.Picture_Main.picture.copy(form.BlockCommandX.value() + 7, form.BlockCommandY.value() + 7,
-                                              form.Picture_Command.Width(), kRoom);
+        return form.frame.Picture_Main.picture.copy(form.theme.BlockCommand.X.value() + 7,
+                                                    form.theme.BlockCommand.Y.value() + 7,
+                                                    form.frame.Picture_Command.Width(), kRoom);
     }
     static QImage Part(const Surface& strip, int top, int height) {
         return strip.picture.copy(0, top, strip.Width(), height);
@@ -36,38 +37,38 @@ protected:
 
 TEST_F(CommandBlock, CoverAndNumberFeedTwoRowsThatAgree) {
     for (const QString& word : {u"true"_s, u"false"_s, QString()}) {
-        form.ShowCover = word;
-        form.ShowTrackNum = word;
+        form.settings.ShowCover = word;
+        form.settings.ShowTrackNum = word;
         DrawCommand(form);
         const int choice = word == u"true" ? 1 : 2;
-        EXPECT_EQ(form.CommandChoice(1, 3), choice) << word.toStdString();
-        EXPECT_EQ(form.CommandChoice(2, 6), choice) << word.toStdString();
-        EXPECT_EQ(form.CommandChoice(1, 4), choice) << word.toStdString();
-        EXPECT_EQ(form.CommandChoice(2, 9), choice) << word.toStdString();
+        EXPECT_EQ(form.menu.CommandChoice(1, 3), choice) << word.toStdString();
+        EXPECT_EQ(form.menu.CommandChoice(2, 6), choice) << word.toStdString();
+        EXPECT_EQ(form.menu.CommandChoice(1, 4), choice) << word.toStdString();
+        EXPECT_EQ(form.menu.CommandChoice(2, 9), choice) << word.toStdString();
     }
 }
 
 TEST_F(CommandBlock, EachRowMirrorsItsOwnSetting) {
-    form.ManageCoin = u"true"_s;
-    form.PlayTransitionSound = u"false"_s;
-    form.ShowFolderCover = u"false"_s;
-    form.ShowFileCover = u"true"_s;
-    form.ShowBigCoverDefault = u"true"_s;
-    form.ShowMp3CoverTag = u"false"_s;
-    form.ShowBigtitle = u"true"_s;
-    form.Order = u"playcount"_s;
+    form.settings.ManageCoin = u"true"_s;
+    form.settings.PlayTransitionSound = u"false"_s;
+    form.settings.ShowFolderCover = u"false"_s;
+    form.settings.ShowFileCover = u"true"_s;
+    form.settings.ShowBigCoverDefault = u"true"_s;
+    form.settings.ShowMp3CoverTag = u"false"_s;
+    form.settings.ShowBigtitle = u"true"_s;
+    form.library.Order = u"playcount"_s;
     DrawCommand(form);
-    EXPECT_EQ(form.CommandChoice(1, 1), 2);
-    EXPECT_EQ(form.CommandChoice(1, 2), 1);
-    EXPECT_EQ(form.CommandChoice(2, 1), 1);
-    EXPECT_EQ(form.CommandChoice(2, 2), 2);
-    EXPECT_EQ(form.CommandChoice(2, 4), 2);
-    EXPECT_EQ(form.CommandChoice(2, 5), 1);
-    EXPECT_EQ(form.CommandChoice(2, 7), 1);
-    EXPECT_EQ(form.CommandChoice(2, 8), 2);
-    form.Order = u"neither"_s;
+    EXPECT_EQ(form.menu.CommandChoice(1, 1), 2);
+    EXPECT_EQ(form.menu.CommandChoice(1, 2), 1);
+    EXPECT_EQ(form.menu.CommandChoice(2, 1), 1);
+    EXPECT_EQ(form.menu.CommandChoice(2, 2), 2);
+    EXPECT_EQ(form.menu.CommandChoice(2, 4), 2);
+    EXPECT_EQ(form.menu.CommandChoice(2, 5), 1);
+    EXPECT_EQ(form.menu.CommandChoice(2, 7), 1);
+    EXPECT_EQ(form.menu.CommandChoice(2, 8), 2);
+    form.library.Order = u"neither"_s;
     DrawCommand(form);
-    EXPECT_EQ(form.CommandChoice(1, 1), 2) << "the choice stays";
+    EXPECT_EQ(form.menu.CommandChoice(1, 1), 2) << "the choice is unchanged";
 }
 
 TEST_F(CommandBlock, LabelsAndChoicesAreInCapitalsInBothLooks) {
@@ -77,7 +78,7 @@ TEST_F(CommandBlock, LabelsAndChoicesAreInCapitalsInBothLooks) {
     for (const QString& text : jukebox.DrawnTexts().mid(drawn)) {
         words += text.section(u',', 0, 0);
     }
-    // Five rows of four texts, two buttons of two; the note has no choice yet.
+    // Five rows of four texts, two buttons of two; "tracknote" has no choice yet.
     const QStringList rows = {u"ORDER"_s, u"ALPHA"_s,    u"BIG TITLE"_s, u"NO"_s,        u"COVER"_s,
                               u"YES"_s,   u"TRACKNUM"_s, u"YES"_s,       u"TRACKNOTE"_s, QString()};
     QStringList expected;
@@ -89,39 +90,39 @@ TEST_F(CommandBlock, LabelsAndChoicesAreInCapitalsInBothLooks) {
 }
 
 TEST_F(CommandBlock, ARowThatIsNoListAndNoButtonStaysBlank) {
-    form.CommandCurrentMenu = 3;
+    form.menu.CommandCurrentMenu = 3;
     const qsizetype drawn = jukebox.DrawnTexts().size();
     DrawCommand(form);
-    EXPECT_EQ(form.Picture_Command.Height(), 2 * kRow);
-    EXPECT_EQ(jukebox.DrawnTexts().size() - drawn, 2) << "the button alone";
+    EXPECT_EQ(form.frame.Picture_Command.Height(), 2 * kRow);
+    EXPECT_EQ(jukebox.DrawnTexts().size() - drawn, 2) << "only the button";
 }
 
 TEST_F(CommandBlock, AChoiceBeyondTwentyIsError9) {
-    form.CommandChoice(1, 5) = 21;
+    form.menu.CommandChoice(1, 5) = 21;
     EXPECT_EQ(ErrorOf([&] { DrawCommand(form); }), kSubscriptOutOfRange);
-    form.CommandChoice(1, 5) = 20;
+    form.menu.CommandChoice(1, 5) = 20;
     EXPECT_EQ(ErrorOf([&] { DrawCommand(form); }), 0);
 }
 
 TEST_F(CommandBlock, RowsThatFitAreShownFromTheirTop) {
-    form.CommandCurrentId = 6;
+    form.menu.CommandCurrentId = 6;
     const QImage shown = Shown();
-    EXPECT_EQ(shown.copy(0, 0, shown.width(), 105), Part(form.Picture_Command, 0, 105));
-    form.ActiveZone = u"command"_s;
+    EXPECT_EQ(shown.copy(0, 0, shown.width(), 105), Part(form.frame.Picture_Command, 0, 105));
+    form.cursor.ActiveZone = u"command"_s;
     EXPECT_EQ(Shown().copy(0, 5 * kRow, shown.width(), kRow),
-              Part(form.Picture_CommandHilight, 5 * kRow, kRow));
+              Part(form.frame.Picture_CommandHilight, 5 * kRow, kRow));
 }
 
 TEST_F(CommandBlock, RowsThatDoNotFitScrollUnderTheCursor) {
-    form.CommandCurrentMenu = 2;
-    form.CommandCurrentId = 10;
-    form.ActiveZone = u"command"_s;
+    form.menu.CommandCurrentMenu = 2;
+    form.menu.CommandCurrentId = 10;
+    form.cursor.ActiveZone = u"command"_s;
     DrawCommand(form);
     const QImage shown = Shown();
     EXPECT_EQ(shown.copy(0, 0, shown.width(), kRoom - kRow),
-              Part(form.Picture_Command, 10 * kRow - kRoom, kRoom - kRow));
+              Part(form.frame.Picture_Command, 10 * kRow - kRoom, kRoom - kRow));
     EXPECT_EQ(shown.copy(0, kRoom - kRow, shown.width(), kRow),
-              Part(form.Picture_CommandHilight, 9 * kRow, kRow));
+              Part(form.frame.Picture_CommandHilight, 9 * kRow, kRow));
 }
 
 } // namespace

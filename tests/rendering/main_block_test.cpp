@@ -11,26 +11,26 @@ class MainBlockTest : public testing::Test {
 protected:
     MainBlockTest() {
         jukebox.Start();
-        form.PlaylistCount = 1;
-        form.PlaylistCurrent = 1;
-        form.PlaylistTitre(1) = QStringLiteral("Mix.vtxpl");
-        form.InfosBlink = 0;
+        form.queue.PlaylistCount = 1;
+        form.queue.PlaylistCurrent = 1;
+        form.queue.PlaylistTitre(1) = QStringLiteral("Mix.vtxpl");
+        form.frame.InfosBlink = 0;
     }
 
-    // The text of the second line in a state of the lines.
+    // Returns the text of the second line in a state of the lines.
     QString SecondLine(const char* state) {
-        form.BlockMainInfos = QString::fromLatin1(state);
-        form.InfosTicks = 1;
+        form.frame.BlockMainInfos = QString::fromLatin1(state);
+        form.frame.InfosTicks = 1;
         BlockMainRedrawInfos(form);
         return jukebox.DrawnTexts().last().section(u',', 0, 0);
     }
 
-    // The state after a call at an age of so many ticks.
+    // Returns the state after a call at an age of this many ticks.
     QString StateAfter(const char* state, int ticks) {
-        form.BlockMainInfos = QString::fromLatin1(state);
-        form.InfosTicks = ticks;
+        form.frame.BlockMainInfos = QString::fromLatin1(state);
+        form.frame.InfosTicks = ticks;
         BlockMainRedrawInfos(form);
-        return form.BlockMainInfos;
+        return form.frame.BlockMainInfos;
     }
 
     Jukebox jukebox;
@@ -46,33 +46,33 @@ TEST_F(MainBlockTest, APlaylistLosesItsEndingInTheOtherStates) {
     EXPECT_EQ(SecondLine("addtoplaylist"), QStringLiteral("MIX"));
 }
 
-// ".avi" is looked for before ".mp3" is taken away, and so it stays.
+// ".avi" is removed before ".mp3", so one that appears after that stays.
 TEST_F(MainBlockTest, TheEndingsGoInTheirOrder) {
-    form.PlaylistTitre(1) = QStringLiteral("x.a.mp3vi");
+    form.queue.PlaylistTitre(1) = QStringLiteral("x.a.mp3vi");
     EXPECT_EQ(SecondLine("addtoplaylist"), QStringLiteral("X.AVI"));
 }
 
 TEST_F(MainBlockTest, ATrackNumberInFrontAndAYearBothGiveWayToTheSong) {
-    form.PlaylistTitre(1) = QStringLiteral("45 - Song.mp3");
+    form.queue.PlaylistTitre(1) = QStringLiteral("45 - Song.mp3");
     EXPECT_EQ(SecondLine("nowplaying"), QStringLiteral("SONG"));
-    form.PlaylistTitre(1) = QStringLiteral("2014 - Song.mp3");
+    form.queue.PlaylistTitre(1) = QStringLiteral("2014 - Song.mp3");
     EXPECT_EQ(SecondLine("nowplaying"), QStringLiteral("SONG"));
 }
 
 TEST_F(MainBlockTest, AfterMoreThan15TicksACoinIsFollowedByTheTrackToSelect) {
-    form.ManageCoin = QStringLiteral("true");
-    form.PlaylistCount = 0;
-    form.Credits = 1;
+    form.settings.ManageCoin = QStringLiteral("true");
+    form.queue.PlaylistCount = 0;
+    form.coins.Credits = 1;
     EXPECT_EQ(StateAfter("insertcoin", 15), QStringLiteral("insertcoin"));
     EXPECT_EQ(StateAfter("insertcoin", 16), QStringLiteral("selecttrack"));
-    EXPECT_EQ(form.InfosTicks, 1);
+    EXPECT_EQ(form.frame.InfosTicks, 1);
 }
 
 TEST_F(MainBlockTest, WithoutACreditTheWishForACoinStaysAndGrowsOld) {
-    form.ManageCoin = QStringLiteral("true");
-    form.PlaylistCount = 0;
+    form.settings.ManageCoin = QStringLiteral("true");
+    form.queue.PlaylistCount = 0;
     EXPECT_EQ(StateAfter("insertcoin", 16), QStringLiteral("insertcoin"));
-    EXPECT_EQ(form.InfosTicks, 16);
+    EXPECT_EQ(form.frame.InfosTicks, 16);
 }
 
 TEST_F(MainBlockTest, AnAddedTrackIsToldForExactlyTenTicks) {
@@ -83,22 +83,22 @@ TEST_F(MainBlockTest, AnAddedTrackIsToldForExactlyTenTicks) {
 }
 
 TEST_F(MainBlockTest, FreeTracksNeedNoCoinAtOnce) {
-    form.InfosTicks = 7;
-    form.BlockMainInfos = QStringLiteral("insertcoin");
+    form.frame.InfosTicks = 7;
+    form.frame.BlockMainInfos = QStringLiteral("insertcoin");
     const qsizetype drawn = jukebox.DrawnTexts().size();
     BlockMainRedrawInfos(form);
-    EXPECT_EQ(form.BlockMainInfos, QStringLiteral("selecttrack"));
-    EXPECT_EQ(form.InfosTicks, 7);
+    EXPECT_EQ(form.frame.BlockMainInfos, QStringLiteral("selecttrack"));
+    EXPECT_EQ(form.frame.InfosTicks, 7);
     EXPECT_EQ(jukebox.DrawnTexts().size(), drawn);
 }
 
 TEST_F(MainBlockTest, AHiddenMainZoneNeitherDrawsNorLogsNorChanges) {
-    form.ShowMainZone = QStringLiteral("false");
+    form.settings.ShowMainZone = QStringLiteral("false");
     const qsizetype lines = jukebox.Log().size();
-    const QImage before = form.Picture_Main.picture.copy();
+    const QImage before = form.frame.Picture_Main.picture.copy();
     EXPECT_EQ(StateAfter("nowplaying", 99), QStringLiteral("nowplaying"));
     EXPECT_EQ(jukebox.Log().size(), lines);
-    EXPECT_EQ(form.Picture_Main.picture, before);
+    EXPECT_EQ(form.frame.Picture_Main.picture, before);
 }
 
 TEST_F(MainBlockTest, AnUnknownStateIsLoggedAndDrawsNothing) {
@@ -109,9 +109,9 @@ TEST_F(MainBlockTest, AnUnknownStateIsLoggedAndDrawsNothing) {
 }
 
 TEST_F(MainBlockTest, TheSecondLineIsBlankInOnePhaseOfThree) {
-    form.BlockMainInfos = QStringLiteral("selecttrack");
+    form.frame.BlockMainInfos = QStringLiteral("selecttrack");
     for (const int blink : {0, 1, 2}) {
-        form.InfosBlink = blink;
+        form.frame.InfosBlink = blink;
         const qsizetype drawn = jukebox.DrawnTexts().size();
         BlockMainRedrawInfos(form);
         EXPECT_EQ(jukebox.DrawnTexts().size() - drawn, blink == 1 ? 1 : 2) << blink;
@@ -119,17 +119,17 @@ TEST_F(MainBlockTest, TheSecondLineIsBlankInOnePhaseOfThree) {
 }
 
 TEST_F(MainBlockTest, TheLastEntryOfAllIsErrorNineWhenTheNextOneIsAsked) {
-    form.PlaylistCurrent = 1000;
-    form.BlockMainInfos = QStringLiteral("nextplaying");
+    form.queue.PlaylistCurrent = 1000;
+    form.frame.BlockMainInfos = QStringLiteral("nextplaying");
     EXPECT_EQ(ErrorOf([&] { BlockMainRedrawInfos(form); }), kSubscriptOutOfRange);
 }
 
 struct LeavesRow {
     const char* state;
-    int ticks; // the last at which it stays
+    int ticks; // the last tick in this state
     const char* withQueue;
     const char* withCredit;
-    const char* withNothing; // no queue, no credit, coins wanted
+    const char* withNothing; // no queue and no credit, coins required
 };
 
 // clang-format off
@@ -156,13 +156,13 @@ class MainBlockLeaves : public MainBlockTest, public testing::WithParamInterface
 
 TEST_P(MainBlockLeaves, EachStateHasItsTimeAndItsSuccessors) {
     const LeavesRow& row = GetParam();
-    form.ManageCoin = QStringLiteral("true");
-    form.PlaylistCount = 2;
+    form.settings.ManageCoin = QStringLiteral("true");
+    form.queue.PlaylistCount = 2;
     EXPECT_EQ(StateAfter(row.state, row.ticks), QLatin1StringView(row.state));
     EXPECT_EQ(StateAfter(row.state, row.ticks + 1), QLatin1StringView(row.withQueue));
-    form.PlaylistCount = 0;
+    form.queue.PlaylistCount = 0;
     EXPECT_EQ(StateAfter(row.state, row.ticks + 1), QLatin1StringView(row.withNothing));
-    form.Credits = 1;
+    form.coins.Credits = 1;
     EXPECT_EQ(StateAfter(row.state, row.ticks + 1), QLatin1StringView(row.withCredit));
 }
 

@@ -1,4 +1,4 @@
-// The turn of a page frame by frame: which leaf folds, what lies under it, what opens.
+// A page turn frame by frame: which leaf folds, what is under it, what opens.
 #include "rendering/page_anim.h"
 
 #include "support/jukebox.h"
@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kPageWidth = 224;
 constexpr int kPageHeight = 336;
-// Frames of the half that folds and of the half that opens, for pages of that width.
+// The number of frames in the folding half and in the opening half, for pages of this width.
 constexpr int kFoldFrames = 21;
 constexpr int kOpenFrames = 15;
 // The leaf's width in the last frame of each half: 224 less 1 + ... + 20, and 22 + ... + 9.
@@ -24,7 +24,7 @@ constexpr int kLastOpen = 217;
 
 const QRgb kOld = qRgb(200, 10, 10);
 
-// A jukebox on a screen as large as its theme, with two pages of which the old one is painted in one colour.
+// A jukebox on a screen of its theme's size, with two pages. The old page is painted in one colour.
 class PageTurn : public testing::Test {
 protected:
     void StartWith(Jukebox& box) {
@@ -33,19 +33,19 @@ protected:
             box.Track(u"%1.mp3"_s.arg(100 + track));
         }
         box.Start();
-        box.form.Picture_Cache.picture.fill(kOld);
-        box.form.CurrentPage = 1;
+        box.form.frame.Picture_Cache.picture.fill(kOld);
+        box.form.library.CurrentPage = 1;
     }
-    // Turns the page and keeps Picture_Main at each point where events are let through: once before the first
-    // frame, then twice a frame.
+    // Turns the page and copies Picture_Main each time pending events run: once before the first frame, then
+    // twice per frame.
     void Turn(Jukebox& box, const QString& direction) {
         box.platform.pump.runPending = [&] {
-            points.push_back(box.form.Picture_Main.picture.copy());
+            points.push_back(box.form.frame.Picture_Main.picture.copy());
             return false;
         };
         PageAnim(box.form, direction);
         box.platform.pump.runPending = {};
-        current = box.form.Picture_Cache.picture;
+        current = box.form.frame.Picture_Cache.picture;
     }
     const QImage& FrameAt(int frame) const { return points[static_cast<std::size_t>(1 + 2 * frame)]; }
     bool IsOld(const QImage& image, int x, int width) const {
@@ -102,15 +102,14 @@ TEST_F(PageTurn, AnyWordButPlusTurnsBack) {
     EXPECT_TRUE(IsOld(FrameAt(kFoldFrames), kPageWidth, kPageWidth));
 }
 
-// The right half of the leaf that opens shows the right half of the new page, squeezed: its last column is
-// the page's own.
+// The opening leaf shows the whole page squeezed into the leaf's width.
 TEST_F(PageTurn, TheLeafIsTheWholePageSqueezed) {
     Jukebox box;
     StartWith(box);
     Turn(box, u"+"_s);
     Surface page;
     Resize(page, 2 * kPageWidth, kPageHeight);
-    page.stretchMode = box.form.Picture_CacheTmp2.stretchMode;
+    page.stretchMode = box.form.frame.Picture_CacheTmp2.stretchMode;
     Surface source;
     Resize(source, current.width(), current.height());
     source.picture = current;
@@ -123,9 +122,9 @@ TEST_F(PageTurn, TheLeafIsTheWholePageSqueezed) {
 TEST_F(PageTurn, TheWaitPictureCoversTheScreenFirst) {
     Jukebox box;
     StartWith(box);
-    Surface expected = box.form.Picture_Main;
-    box.form.ImgWait.Render(expected, 0, 0, expected.Width(), expected.Height());
-    ASSERT_NE(expected.picture, box.form.Picture_Main.picture);
+    Surface expected = box.form.frame.Picture_Main;
+    box.form.assets.ImgWait.Render(expected, 0, 0, expected.Width(), expected.Height());
+    ASSERT_NE(expected.picture, box.form.frame.Picture_Main.picture);
     Turn(box, u"+"_s);
     EXPECT_EQ(points.front(), expected.picture);
 }
@@ -142,15 +141,15 @@ TEST_F(PageTurn, TheLogTellsTheTurnThenThePageThenTheFrame) {
     EXPECT_EQ(log.count(u" : RedrawJukebox"_s), 1);
 }
 
-// The page is recorded before the frame that may repair it.
+// The page is recorded before the frame is drawn, which can repair the page.
 TEST_F(PageTurn, ThePageIsRecordedAsItWasTurnedTo) {
     Jukebox box;
     StartWith(box);
-    box.form.CurrentPage = 2;
+    box.form.library.CurrentPage = 2;
     Turn(box, u"+"_s);
-    EXPECT_EQ(box.form.DirHistoryPage(0), 2);
-    EXPECT_EQ(box.form.CurrentPage, 0);
-    EXPECT_EQ(box.form.DirHistoryPath(0), box.Music());
+    EXPECT_EQ(box.form.library.DirHistoryPage(0), 2);
+    EXPECT_EQ(box.form.library.CurrentPage, 0);
+    EXPECT_EQ(box.form.library.DirHistoryPath(0), box.Music());
 }
 
 TEST_F(PageTurn, OnAScaledScreenTheLeavesAreStretchedFast) {
@@ -158,45 +157,45 @@ TEST_F(PageTurn, OnAScaledScreenTheLeavesAreStretchedFast) {
     StartWith(box);
     std::vector<int> modes;
     box.platform.pump.runPending = [&] {
-        modes.push_back(box.form.Picture_Main.stretchMode);
+        modes.push_back(box.form.frame.Picture_Main.stretchMode);
         return false;
     };
     PageAnim(box.form, u"+"_s);
     EXPECT_EQ(modes.front(), kStretchHalftone);
     EXPECT_EQ(std::vector<int>(modes.begin() + 1, modes.end()),
               std::vector<int>(2 * (kFoldFrames + kOpenFrames), kStretchFast));
-    EXPECT_EQ(box.form.Picture_Main.stretchMode, kStretchHalftone);
+    EXPECT_EQ(box.form.frame.Picture_Main.stretchMode, kStretchHalftone);
 }
 
 TEST_F(PageTurn, OnAScreenOfTheThemesSizeTheStretchModeIsLeftAlone) {
     Jukebox box;
     StartWith(box);
     for (const int mode : {int{kStretchFast}, int{kStretchHalftone}}) {
-        box.form.Picture_Main.stretchMode = mode;
+        box.form.frame.Picture_Main.stretchMode = mode;
         std::vector<int> modes;
         box.platform.pump.runPending = [&] {
-            modes.push_back(box.form.Picture_Main.stretchMode);
+            modes.push_back(box.form.frame.Picture_Main.stretchMode);
             return false;
         };
         PageAnim(box.form, u"+"_s);
         EXPECT_EQ(modes, std::vector<int>(1 + 2 * (kFoldFrames + kOpenFrames), mode));
-        EXPECT_EQ(box.form.Picture_Main.stretchMode, mode);
+        EXPECT_EQ(box.form.frame.Picture_Main.stretchMode, mode);
     }
 }
 
 TEST_F(PageTurn, DuringTheFoldTheBlocksAreNotOnTheScreenAndTheLastFrameBringsThemBack) {
     Jukebox box;
     StartWith(box);
-    const int left = box.form.BlockMainX.value();
-    const QImage before = box.form.Picture_Main.picture.copy(left, 0, 192, 360);
+    const int left = box.form.theme.BlockMain.X.value();
+    const QImage before = box.form.frame.Picture_Main.picture.copy(left, 0, 192, 360);
     Turn(box, u"+"_s);
-    // Right of the zone stands the picture that covered the screen, until the whole frame is drawn again.
+    // To the right of the zone the wait picture stays visible until the whole frame is drawn again.
     const QImage covered = points.front().copy(left, 0, 192, 360);
     EXPECT_NE(covered, before);
     for (const QImage& point : points) {
         ASSERT_EQ(point.copy(left, 0, 192, 360), covered);
     }
-    EXPECT_EQ(box.form.Picture_Main.picture.copy(left, 0, 192, 360), before);
+    EXPECT_EQ(box.form.frame.Picture_Main.picture.copy(left, 0, 192, 360), before);
 }
 
 } // namespace

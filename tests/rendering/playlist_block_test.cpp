@@ -1,4 +1,4 @@
-// The queue's rows: their texts, their window, and as the finger drags them.
+// The queue's rows: their texts, the visible window, and dragging with a finger.
 #include "rendering/playlist_block.h"
 #include "support/jukebox.h"
 
@@ -15,20 +15,19 @@ protected:
 
     void Queue(const QStringList& titles) {
         for (const QString& title : titles) {
-            form.PlaylistCount += 1;
-            form.PlaylistTitre(form.PlaylistCount) = title;
+            form.queue.PlaylistCount += 1;
+            form.queue.PlaylistTitre(form.queue.PlaylistCount) = title;
         }
-        form.PlaylistSelected = 1;
+        form.queue.PlaylistSelected = 1;
     }
-    // What the queue's place on the frame shows after a fresh frame, one design pixel being one of the
-    // screen.
+    // Returns the queue's part of the frame, drawn onto a blank frame. One design pixel is one screen pixel.
     QImage Shown() {
-        form.Picture_Main.picture.fill(kGround);
+        form.frame.Picture_Main.picture.fill(kGround);
         ShowPlaylistRows(form);
-        return form.Picture_Main.picture.copy(
-            form.BlockPlaylistX.value() + form.BlockPlaylistPlaylistX.value(),
-            form.BlockPlaylistY.value() + form.BlockPlaylistPlaylistY.value(),
-            form.BlockPlaylistPlaylistW.value(), form.BlockPlaylistPlaylistH.value());
+        return form.frame.Picture_Main.picture.copy(
+            form.theme.BlockPlaylist.X.value() + form.theme.BlockPlaylistPlaylist.X.value(),
+            form.theme.BlockPlaylist.Y.value() + form.theme.BlockPlaylistPlaylist.Y.value(),
+            form.theme.BlockPlaylistPlaylist.W.value(), form.theme.BlockPlaylistPlaylist.H.value());
     }
     static QImage RowOf(const Strip& strip, int row) {
         return PictureOf(strip).copy(0, row * kRow, strip.Width(), kRow);
@@ -48,32 +47,32 @@ protected:
 TEST_F(PlaylistBlock, AnEmptyQueueHasSevenBlankRowsAndCopiesNothing) {
     const qsizetype drawn = jukebox.DrawnTexts().size();
     DrawPlaylist(form);
-    EXPECT_EQ(form.Picture_Playlist.Height(), kTail * kRow);
-    EXPECT_EQ(form.Picture_PlaylistHilight.Height(), kTail * kRow);
+    EXPECT_EQ(form.frame.Picture_Playlist.Height(), kTail * kRow);
+    EXPECT_EQ(form.frame.Picture_PlaylistHilight.Height(), kTail * kRow);
     EXPECT_EQ(jukebox.DrawnTexts().size(), drawn);
     EXPECT_EQ(jukebox.Log().last(), QStringLiteral(" : DrawPlaylist"));
     for (int row = 1; row < kTail; ++row) {
-        EXPECT_EQ(RowOf(form.Picture_Playlist, row), RowOf(form.Picture_Playlist, 0)) << row;
+        EXPECT_EQ(RowOf(form.frame.Picture_Playlist, row), RowOf(form.frame.Picture_Playlist, 0)) << row;
     }
     EXPECT_TRUE(IsGround(Shown()));
 }
 
 TEST_F(PlaylistBlock, WithTheLastEntrySelectedOneRowShowsAndTheRestIsLeft) {
     Queue({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
-    form.PlaylistSelected = 3;
+    form.queue.PlaylistSelected = 3;
     DrawPlaylist(form);
     const QImage shown = Shown();
-    EXPECT_EQ(shown.copy(0, 0, shown.width(), kRow), RowOf(form.Picture_PlaylistHilight, 2));
+    EXPECT_EQ(shown.copy(0, 0, shown.width(), kRow), RowOf(form.frame.Picture_PlaylistHilight, 2));
     EXPECT_TRUE(IsGround(shown.copy(0, kRow, shown.width(), shown.height() - kRow)));
 }
 
 TEST_F(PlaylistBlock, TheSelectedRowIsTheTopOne) {
     Queue({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
-    form.PlaylistSelected = 2;
+    form.queue.PlaylistSelected = 2;
     DrawPlaylist(form);
     const QImage shown = Shown();
-    EXPECT_EQ(shown.copy(0, 0, shown.width(), kRow), RowOf(form.Picture_PlaylistHilight, 1));
-    EXPECT_EQ(shown.copy(0, kRow, shown.width(), kRow), RowOf(form.Picture_Playlist, 2));
+    EXPECT_EQ(shown.copy(0, 0, shown.width(), kRow), RowOf(form.frame.Picture_PlaylistHilight, 1));
+    EXPECT_EQ(shown.copy(0, kRow, shown.width(), kRow), RowOf(form.frame.Picture_Playlist, 2));
 }
 
 TEST_F(PlaylistBlock, ATitleWithoutADashStandsInTheUpperHalfAndTheLowerOneIsEmpty) {
@@ -82,9 +81,9 @@ TEST_F(PlaylistBlock, ATitleWithoutADashStandsInTheUpperHalfAndTheLowerOneIsEmpt
     DrawPlaylist(form);
     const QString plain = QStringLiteral(",5,%1,175,13,Vantorix Test,%2,%3,left,center");
     const auto drawnAs = [&](const QString& text, int top) {
-        const QString style = plain.arg(top + form.BlockPlaylistPlaylistFontDecal.value())
-                                  .arg(form.BlockPlaylistPlaylistFontSize.value())
-                                  .arg(form.BlockPlaylistPlaylistFontColor);
+        const QString style = plain.arg(top + form.theme.BlockPlaylistPlaylistFontDecal.value())
+                                  .arg(form.theme.BlockPlaylistPlaylistFont.Size.value())
+                                  .arg(form.theme.BlockPlaylistPlaylistFont.Color);
         return text + style;
     };
     const QStringList texts = jukebox.DrawnTexts().mid(drawn);
@@ -95,20 +94,20 @@ TEST_F(PlaylistBlock, ATitleWithoutADashStandsInTheUpperHalfAndTheLowerOneIsEmpt
     EXPECT_EQ(texts[5], drawnAs(QStringLiteral("BAND"), 38));
 }
 
-// Without a height the rows have no pixels, but their texts keep the theme's width.
+// Without a height the rows have no pixels, but their texts still have the theme's width.
 TEST(PlaylistBlockWithoutItsBar, AQueueIsDrawnAllTheSame) {
     Jukebox jukebox;
     QFile::remove(jukebox.Home(QStringLiteral("themes/default/playlist_playlisthilight.png")));
     jukebox.Start();
-    jukebox.form.PlaylistCount = 1;
-    jukebox.form.PlaylistTitre(1) = QStringLiteral("Alone.mp3");
+    jukebox.form.queue.PlaylistCount = 1;
+    jukebox.form.queue.PlaylistTitre(1) = QStringLiteral("Alone.mp3");
     EXPECT_FALSE(StopOf([&] { DrawPlaylist(jukebox.form); }));
     const QStringList texts = jukebox.DrawnTexts();
     EXPECT_TRUE(texts[texts.size() - 4].startsWith(QStringLiteral("ALONE,5,1,175,0,")))
         << texts[texts.size() - 4].toStdString();
 }
 
-// ".mp3" goes first here and last but two on the Main block.
+// Here ".mp3" is removed first; on the Main block it is third from last.
 TEST_F(PlaylistBlock, TheEndingsGoInAnOrderOfTheirOwn) {
     Queue({QStringLiteral("x.a.mp3vi")});
     DrawPlaylist(form);
@@ -122,16 +121,16 @@ TEST(ReleaseOffset, IsLimitedByTheRowsAloneAndTheNextFrameByTheirAreaToo) {
     Jukebox jukebox;
     jukebox.Start();
     Form_Main& form = jukebox.form;
-    form.TactileMode = QStringLiteral("true");
-    form.PlaylistCount = 50;
+    form.settings.TactileMode = QStringLiteral("true");
+    form.queue.PlaylistCount = 50;
     DrawPlaylist(form);
-    const int rows = 50 * form.ImgPlaylistPlaylistHilight.Height();
-    form.TouchDeltaY = 32000;
+    const int rows = 50 * form.assets.ImgPlaylistPlaylistHilight.Height();
+    form.touch.TouchDeltaY = 32000;
     EXPECT_EQ(ReleaseOffset(form), rows);
-    form.TouchScrollOffset = rows;
-    form.TouchDragging = 0;
+    form.touch.TouchScrollOffset = rows;
+    form.touch.TouchDragging = 0;
     ShowPlaylistRows(form);
-    EXPECT_EQ(form.TouchScrollOffset.value(), rows - form.BlockPlaylistPlaylistH.value());
+    EXPECT_EQ(form.touch.TouchScrollOffset.value(), rows - form.theme.BlockPlaylistPlaylist.H.value());
 }
 
 } // namespace

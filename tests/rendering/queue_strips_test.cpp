@@ -1,13 +1,13 @@
-// The strips of the queue, compared with strips that are painted whole.
+// The strips of the queue, compared with strips that are painted completely.
 #include "core/conversions.h"
-#include "imaging/strip.h"
+#include "imaging/picture/strip.h"
 #include "rendering/playlist_block.h"
 #include "rendering/text.h"
 #include "rendering/titles.h"
-#include "shell/log.h"
+#include "shell/load_theme.h"
+#include "state/log.h"
 #include "support/error_of.h"
 #include "support/jukebox.h"
-#include "theme/load_theme.h"
 
 #include <gtest/gtest.h>
 
@@ -17,11 +17,11 @@ namespace {
 
 constexpr int kTail = 7;
 
-// How the theme of a test differs from the plain one.
+// How the theme of a test differs from the default one.
 struct Theme {
     const char* name;
     QSize bar;
-    // Of the pictures: 255 is opaque.
+    // The alpha of the pictures: 255 is opaque.
     int alpha;
     const char* font;
     int fontSize;
@@ -32,7 +32,7 @@ std::ostream& operator<<(std::ostream& out, const Theme& theme) {
     return out << theme.name;
 }
 
-// The whole strips, painted as the rule says: each row's ground, then its texts.
+// The complete strips as a reference: each row's background, then its texts.
 struct WholeStrips {
     Surface normal;
     Surface selected;
@@ -40,21 +40,21 @@ struct WholeStrips {
 };
 
 void PaintGround(Form_Main& form, WholeStrips& strips, int y) {
-    const int x = form.BlockPlaylistPlaylistX.value();
-    const int top = form.BlockPlaylistPlaylistY.value();
-    const int width = form.ImgPlaylistPlaylistHilight.Width();
-    const int height = form.ImgPlaylistPlaylistHilight.Height();
-    form.ImgPlaylist.Render(strips.normal, 0, y, width, height, x, top, width, height);
-    form.ImgPlaylist.Render(strips.selected, 0, y, width, height, x, top, width, height);
-    form.ImgPlaylistPlaylistHilight.Render(strips.selected, 0, y);
+    const int x = form.theme.BlockPlaylistPlaylist.X.value();
+    const int top = form.theme.BlockPlaylistPlaylist.Y.value();
+    const int width = form.assets.ImgPlaylistPlaylistHilight.Width();
+    const int height = form.assets.ImgPlaylistPlaylistHilight.Height();
+    form.assets.ImgPlaylist.Render(strips.normal, 0, y, width, height, x, top, width, height);
+    form.assets.ImgPlaylist.Render(strips.selected, 0, y, width, height, x, top, width, height);
+    form.assets.ImgPlaylistPlaylistHilight.Render(strips.selected, 0, y);
 }
 
-void PaintTexts(Form_Main& form, Surface& strip, int y, const TitleParts& parts, const TextStyle& style,
+void PaintTexts(Form_Main& form, Surface& strip, int y, const TitleParts& parts, const TextLook& style,
                 Integer16 decal) {
     const QString left = QStringLiteral("left");
     const QString center = QStringLiteral("center");
-    const double half = form.ImgPlaylistPlaylistHilight.Height() / 2.0;
-    const Integer16 width = form.BlockPlaylistPlaylistW - 5;
+    const double half = form.assets.ImgPlaylistPlaylistHilight.Height() / 2.0;
+    const Integer16 width = form.theme.BlockPlaylistPlaylist.W - 5;
     const Integer16 titleTop = CInt16(static_cast<double>(y) + decal.value() + 1);
     const Integer16 artistTop = CInt16(y + half + decal.value() - 1);
     DrawText(form, strip, parts.Titre, {5, titleTop, width, CInt16(half)}, style, left, center);
@@ -62,28 +62,24 @@ void PaintTexts(Form_Main& form, Surface& strip, int y, const TitleParts& parts,
 }
 
 void PaintRow(Form_Main& form, WholeStrips& strips, int row) {
-    const int y = row * form.ImgPlaylistPlaylistHilight.Height();
+    const int y = row * form.assets.ImgPlaylistPlaylistHilight.Height();
     PaintGround(form, strips, y);
     const TitleParts parts = BlockTitle(
-        form.PlaylistTitre(row + 1),
+        form.queue.PlaylistTitre(row + 1),
         {QStringLiteral(".mp3"), QStringLiteral(".flac"), QStringLiteral(".avi"), QStringLiteral(".mpg"),
          QStringLiteral(".mp4"), QStringLiteral(".wma"), QStringLiteral(".vtxpl")});
-    PaintTexts(form, strips.normal, y, parts,
-               {form.BlockPlaylistPlaylistFont, form.BlockPlaylistPlaylistFontSize,
-                form.BlockPlaylistPlaylistFontColor},
-               form.BlockPlaylistPlaylistFontDecal);
-    PaintTexts(form, strips.selected, y, parts,
-               {form.BlockPlaylistPlaylistFontHilight, form.BlockPlaylistPlaylistFontSizeHilight,
-                form.BlockPlaylistPlaylistFontColorHilight},
-               form.BlockPlaylistPlaylistFontDecalHilight);
+    PaintTexts(form, strips.normal, y, parts, form.theme.BlockPlaylistPlaylistFont,
+               form.theme.BlockPlaylistPlaylistFontDecal);
+    PaintTexts(form, strips.selected, y, parts, form.theme.BlockPlaylistPlaylistFontHilight,
+               form.theme.BlockPlaylistPlaylistFontDecalHilight);
 }
 
 void PaintWhole(Form_Main& form, WholeStrips& strips) {
     WriteLog(form, QStringLiteral(" : DrawPlaylist"));
-    const int rowHeight = form.ImgPlaylistPlaylistHilight.Height();
-    const int count = form.PlaylistCount.value();
+    const int rowHeight = form.assets.ImgPlaylistPlaylistHilight.Height();
+    const int count = form.queue.PlaylistCount.value();
     for (Surface* strip : {&strips.normal, &strips.selected}) {
-        Resize(*strip, form.BlockPlaylistPlaylistW.value(), (count + kTail) * rowHeight);
+        Resize(*strip, form.theme.BlockPlaylistPlaylist.W.value(), (count + kTail) * rowHeight);
     }
     for (int row = 0; row < count; ++row) {
         PaintRow(form, strips, row);
@@ -93,11 +89,11 @@ void PaintWhole(Form_Main& form, WholeStrips& strips) {
     }
     Resize(strips.touch, strips.normal.Width(), strips.normal.Height());
     BitBlt(strips.touch, {0, 0, strips.normal.Width(), strips.normal.Height()}, strips.normal, 0, 0);
-    const int y = (form.PlaylistSelected.value() - 1) * rowHeight;
+    const int y = (form.queue.PlaylistSelected.value() - 1) * rowHeight;
     BitBlt(strips.touch, {0, y, strips.normal.Width(), rowHeight}, strips.selected, 0, y);
 }
 
-// A picture in which no two neighbouring pixels are the same.
+// Returns a picture of random pixels, in which any shift is detected.
 QImage Pattern(const QSize& size, int alpha, unsigned seed) {
     QImage picture(size, QImage::Format_ARGB32);
     std::mt19937 random(seed);
@@ -117,13 +113,13 @@ protected:
         SetPicture(QStringLiteral("playlist.png"), Pattern({400, 300}, theme.alpha, 1));
         SetPicture(QStringLiteral("playlist_playlisthilight.png"), Pattern(theme.bar, theme.alpha, 2));
         jukebox.Start();
-        form.TactileMode = QStringLiteral("true");
-        form.BlockPlaylistPlaylistFont = QString::fromLatin1(theme.font);
-        form.BlockPlaylistPlaylistFontSize = theme.fontSize;
-        form.BlockPlaylistPlaylistFontDecal = theme.decal;
-        form.BlockPlaylistPlaylistFontHilight = QStringLiteral("DejaVu Sans");
-        form.BlockPlaylistPlaylistFontSizeHilight = theme.fontSize + 3;
-        form.BlockPlaylistPlaylistFontDecalHilight = -theme.decal;
+        form.settings.TactileMode = QStringLiteral("true");
+        form.theme.BlockPlaylistPlaylistFont.Font = QString::fromLatin1(theme.font);
+        form.theme.BlockPlaylistPlaylistFont.Size = theme.fontSize;
+        form.theme.BlockPlaylistPlaylistFontDecal = theme.decal;
+        form.theme.BlockPlaylistPlaylistFontHilight.Font = QStringLiteral("DejaVu Sans");
+        form.theme.BlockPlaylistPlaylistFontHilight.Size = theme.fontSize + 3;
+        form.theme.BlockPlaylistPlaylistFontDecalHilight = -theme.decal;
         Queue();
     }
 
@@ -143,15 +139,16 @@ protected:
             QStringLiteral("12 - Band - Song.mp3"),
             QStringLiteral("Band - Song.mp3")};
         for (int i = 0; i < 24; ++i) {
-            form.PlaylistCount += 1;
-            form.PlaylistTitre(form.PlaylistCount) = titles[i * 5 % titles.size()] + QString::number(i / 6);
+            form.queue.PlaylistCount += 1;
+            form.queue.PlaylistTitre(form.queue.PlaylistCount) =
+                titles[i * 5 % titles.size()] + QString::number(i / 6);
         }
-        form.PlaylistSelected = 7;
+        form.queue.PlaylistSelected = 7;
     }
     void ExpectSamePictures() {
-        EXPECT_EQ(PictureOf(form.Picture_Playlist), whole.normal.picture);
-        EXPECT_EQ(PictureOf(form.Picture_PlaylistHilight), whole.selected.picture);
-        EXPECT_EQ(PictureOf(form.Picture_PlaylistTmp), whole.touch.picture);
+        EXPECT_EQ(PictureOf(form.frame.Picture_Playlist), whole.normal.picture);
+        EXPECT_EQ(PictureOf(form.frame.Picture_PlaylistHilight), whole.selected.picture);
+        EXPECT_EQ(PictureOf(form.frame.Picture_PlaylistTmp), whole.touch.picture);
     }
 
     Jukebox jukebox;
@@ -163,26 +160,26 @@ TEST_P(QueueStrips, AreThoseThatArePaintedWhole) {
     DrawPlaylist(form);
     PaintWhole(form, whole);
     ExpectSamePictures();
-    EXPECT_EQ(form.Picture_Playlist.Width(), whole.normal.Width());
-    EXPECT_EQ(form.Picture_Playlist.Height(), whole.normal.Height());
+    EXPECT_EQ(form.frame.Picture_Playlist.Width(), whole.normal.Width());
+    EXPECT_EQ(form.frame.Picture_Playlist.Height(), whole.normal.Height());
 }
 
 TEST_P(QueueStrips, FollowTheQueue) {
     DrawPlaylist(form);
-    std::swap(form.PlaylistTitre(2), form.PlaylistTitre(9));
-    form.PlaylistCount -= 1;
-    form.PlaylistSelected = 1;
+    std::swap(form.queue.PlaylistTitre(2), form.queue.PlaylistTitre(9));
+    form.queue.PlaylistCount -= 1;
+    form.queue.PlaylistSelected = 1;
     DrawPlaylist(form);
     PaintWhole(form, whole);
     ExpectSamePictures();
-    form.PlaylistCount = 0;
-    form.PlaylistSelected = 0;
+    form.queue.PlaylistCount = 0;
+    form.queue.PlaylistSelected = 0;
     DrawPlaylist(form);
     PaintWhole(form, whole);
     ExpectSamePictures();
 }
 
-// Places of copies: inside the strip, over its edges, beside it, in the same size and scaled.
+// Returns a random box: inside the strip, across its edges or outside it.
 Box RandomBox(std::mt19937& random, int width, int height) {
     const auto between = [&](int low, int high) {
         return low + static_cast<int>(random() % static_cast<unsigned>(high - low));
@@ -194,9 +191,10 @@ TEST_P(QueueStrips, AreCopiedAsThoseThatArePaintedWhole) {
     DrawPlaylist(form);
     PaintWhole(form, whole);
     std::mt19937 random(3);
-    const std::pair<const Strip*, const Surface*> pairs[] = {{&form.Picture_Playlist, &whole.normal},
-                                                             {&form.Picture_PlaylistHilight, &whole.selected},
-                                                             {&form.Picture_PlaylistTmp, &whole.touch}};
+    const std::pair<const Strip*, const Surface*> pairs[] = {
+        {&form.frame.Picture_Playlist, &whole.normal},
+        {&form.frame.Picture_PlaylistHilight, &whole.selected},
+        {&form.frame.Picture_PlaylistTmp, &whole.touch}};
     for (int i = 0; i < 300; ++i) {
         const auto& [strip, surface] = pairs[i % 3];
         const Box from = RandomBox(random, surface->Width(), surface->Height());
@@ -215,7 +213,7 @@ TEST_P(QueueStrips, AreCopiedAsThoseThatArePaintedWhole) {
     }
 }
 
-// The heartbeat's slide, a line at a time, and back.
+// The heartbeat's slide by a few lines per step, and back.
 TEST_P(QueueStrips, SlideAsThoseThatArePaintedWhole) {
     DrawPlaylist(form);
     PaintWhole(form, whole);
@@ -225,7 +223,8 @@ TEST_P(QueueStrips, SlideAsThoseThatArePaintedWhole) {
     for (int step = 0; step < 240; ++step) {
         const int top = step < 120 ? step * 3 : (240 - step) * 2;
         BitBlt(expected, {0, 0, copy.Width(), 90}, whole.touch, 0, top);
-        StretchBlt(copy, {0, 0, copy.Width(), 90}, form.Picture_PlaylistTmp, {0, top, copy.Width(), 90});
+        StretchBlt(copy, {0, 0, copy.Width(), 90}, form.frame.Picture_PlaylistTmp,
+                   {0, top, copy.Width(), 90});
         ASSERT_EQ(copy.picture, expected.picture) << step;
     }
 }
@@ -237,10 +236,10 @@ TEST_P(QueueStrips, WriteTheLogOfThoseThatArePaintedWhole) {
     PaintWhole(form, whole);
     const QStringList log = jukebox.Log();
     EXPECT_EQ(log.mid(before, between - before), log.mid(between));
-    EXPECT_EQ(between - before, 1 + 4 * form.PlaylistCount.value());
+    EXPECT_EQ(between - before, 1 + 4 * form.queue.PlaylistCount.value());
 }
 
-// A theme is loaded without a new drawing of the queue when the menu's dialog closes.
+// Closing the menu's dialog loads the theme without drawing the queue again.
 TEST_P(QueueStrips, KeepThePicturesOfTheirTheme) {
     DrawPlaylist(form);
     PaintWhole(form, whole);
@@ -271,15 +270,15 @@ protected:
         QFile::remove(bar);
         Pattern({180, 64}, 255, 2).save(bar);
         jukebox.Start();
-        form.TactileMode = QStringLiteral("false");
+        form.settings.TactileMode = QStringLiteral("false");
     }
     void Queue(int count) {
-        form.PlaylistCount = count;
+        form.queue.PlaylistCount = count;
         for (int i = 1; i <= count; ++i) {
-            form.PlaylistTitre(i) = QStringLiteral("Band - Song %1.mp3").arg(i);
+            form.queue.PlaylistTitre(i) = QStringLiteral("Band - Song %1.mp3").arg(i);
         }
     }
-    // Both ways of drawing fail alike: the same lines in the log, and the same rows drawn.
+    // Returns the error of a drawing, plus 1000 when it stops the program, and its log lines.
     template <typename Draw>
     std::pair<int, QStringList> Outcome(Draw&& draw) {
         const qsizetype before = jukebox.Log().size();
@@ -293,8 +292,8 @@ protected:
         EXPECT_EQ(ours, error);
         EXPECT_EQ(theirs, error);
         EXPECT_EQ(ourLog, theirLog);
-        EXPECT_EQ(PictureOf(form.Picture_Playlist), whole.normal.picture);
-        EXPECT_EQ(PictureOf(form.Picture_PlaylistHilight), whole.selected.picture);
+        EXPECT_EQ(PictureOf(form.frame.Picture_Playlist), whole.normal.picture);
+        EXPECT_EQ(PictureOf(form.frame.Picture_PlaylistHilight), whole.selected.picture);
     }
 
     Jukebox jukebox;
@@ -311,30 +310,30 @@ TEST_F(QueueStripErrors, ARowBeyond16BitsIsError6AndTheRowsBeforeItStay) {
 }
 
 TEST_F(QueueStripErrors, OnlyTheSelectedLookCanPass16Bits) {
-    form.BlockPlaylistPlaylistFontDecalHilight = 32'700;
+    form.theme.BlockPlaylistPlaylistFontDecalHilight = 32'700;
     Queue(4);
     ExpectSameOutcome(kOverflow);
 }
 
 TEST_F(QueueStripErrors, ABoxWithoutRoomForDotsEndsTheProgram) {
-    form.BlockPlaylistPlaylistW = 20;
+    form.theme.BlockPlaylistPlaylist.W = 20;
     Queue(3);
     ExpectSameOutcome(1000 + kInvalidProcedureCall);
-    form.BlockPlaylistPlaylistW = 5;
+    form.theme.BlockPlaylistPlaylist.W = 5;
     ExpectSameOutcome(1000 + kInvalidProcedureCall);
-    form.BlockPlaylistPlaylistW = -1;
+    form.theme.BlockPlaylistPlaylist.W = -1;
     ExpectSameOutcome(1000 + kInvalidProcedureCall);
-    form.BlockPlaylistPlaylistW = -32'768;
+    form.theme.BlockPlaylistPlaylist.W = -32'768;
     ExpectSameOutcome(kOverflow);
-    form.PlaylistCount = 0;
+    form.queue.PlaylistCount = 0;
     ExpectSameOutcome(0);
 }
 
 TEST_F(QueueStripErrors, AColourThatIsNoColourEndsTheProgram) {
     Queue(3);
-    form.BlockPlaylistPlaylistFontColorHilight = QStringLiteral("1,2");
+    form.theme.BlockPlaylistPlaylistFontHilight.Color = QStringLiteral("1,2");
     ExpectSameOutcome(1000 + kSubscriptOutOfRange);
-    form.BlockPlaylistPlaylistFontColor = QStringLiteral("red,2,3");
+    form.theme.BlockPlaylistPlaylistFont.Color = QStringLiteral("red,2,3");
     ExpectSameOutcome(1000 + kTypeMismatch);
 }
 
@@ -345,51 +344,51 @@ TEST_F(QueueStripErrors, ALogThatCannotBeWrittenIsError75) {
 }
 
 TEST_F(QueueStripErrors, AStripOfMoreThanAGibibyteIsError7) {
-    form.BlockPlaylistPlaylistW = 32'767;
+    form.theme.BlockPlaylistPlaylist.W = 32'767;
     Queue(1);
     DrawPlaylist(form);
-    const QSize before(form.Picture_Playlist.Width(), form.Picture_Playlist.Height());
+    const QSize before(form.frame.Picture_Playlist.Width(), form.frame.Picture_Playlist.Height());
     Queue(200);
     EXPECT_EQ(ErrorOf([&] { DrawPlaylist(form); }), kOutOfMemory);
-    EXPECT_EQ(QSize(form.Picture_Playlist.Width(), form.Picture_Playlist.Height()), before);
+    EXPECT_EQ(QSize(form.frame.Picture_Playlist.Width(), form.frame.Picture_Playlist.Height()), before);
 }
 
 // --- Cost ----------------------------------------------------------------------------------------
 
-// 500 rows of 64 lines would be 23 MB a strip; the window of a frame is less than a hundredth of that.
+// 500 rows of 64 lines would take 23 MB per strip; the visible window is less than a hundredth of that.
 TEST_F(QueueStripErrors, ALongQueueKeepsOnlyThePixelsThatAreShown) {
     Queue(500);
-    form.PlaylistSelected = 250;
+    form.queue.PlaylistSelected = 250;
     DrawPlaylist(form);
     ShowPlaylistRows(form);
-    EXPECT_GT(form.Picture_Playlist.painted.Height(), 0);
-    EXPECT_LE(form.Picture_Playlist.painted.Height(), 2 * form.BlockPlaylistPlaylistH.value());
-    EXPECT_LE(form.Picture_PlaylistHilight.painted.Height(), 2 * 64);
+    EXPECT_GT(form.frame.Picture_Playlist.painted.Height(), 0);
+    EXPECT_LE(form.frame.Picture_Playlist.painted.Height(), 2 * form.theme.BlockPlaylistPlaylist.H.value());
+    EXPECT_LE(form.frame.Picture_PlaylistHilight.painted.Height(), 2 * 64);
 }
 
 TEST_F(QueueStripErrors, TextsThatStayInTheQueueAreKeptAndOthersForgotten) {
     Queue(3);
     DrawPlaylist(form);
-    const auto kept = form.playlistTexts.letters.value(QStringLiteral("SONG 2"));
+    const auto kept = form.frame.playlistTexts.letters.value(QStringLiteral("SONG 2"));
     ASSERT_TRUE(kept);
-    form.PlaylistTitre(1) = form.PlaylistTitre(2);
-    form.PlaylistCount = 1;
+    form.queue.PlaylistTitre(1) = form.queue.PlaylistTitre(2);
+    form.queue.PlaylistCount = 1;
     DrawPlaylist(form);
-    EXPECT_EQ(form.playlistTexts.letters.value(QStringLiteral("SONG 2")), kept);
-    EXPECT_EQ(form.playlistTexts.letters.size(), 2); // its title and its artist
-    form.BlockPlaylistPlaylistFontSize += 1;
+    EXPECT_EQ(form.frame.playlistTexts.letters.value(QStringLiteral("SONG 2")), kept);
+    EXPECT_EQ(form.frame.playlistTexts.letters.size(), 2); // its title and its artist
+    form.theme.BlockPlaylistPlaylistFont.Size += 1;
     DrawPlaylist(form);
-    EXPECT_NE(form.playlistTexts.letters.value(QStringLiteral("SONG 2")), kept);
+    EXPECT_NE(form.frame.playlistTexts.letters.value(QStringLiteral("SONG 2")), kept);
 }
 
-// The theme may bring the font that its texts are measured in.
+// A theme can install the font in which its texts are measured.
 TEST_F(QueueStripErrors, AFontThatIsInstalledMakesTheTextsBeMeasuredAgain) {
     Queue(3);
     DrawPlaylist(form);
-    ASSERT_FALSE(form.playlistTexts.letters.isEmpty());
+    ASSERT_FALSE(form.frame.playlistTexts.letters.isEmpty());
     LoadTheme(form);
-    EXPECT_TRUE(form.playlistTexts.letters.isEmpty());
-    EXPECT_TRUE(form.playlistHilightTexts.letters.isEmpty());
+    EXPECT_TRUE(form.frame.playlistTexts.letters.isEmpty());
+    EXPECT_TRUE(form.frame.playlistHilightTexts.letters.isEmpty());
 }
 
 } // namespace

@@ -1,5 +1,4 @@
-// The whole frame: its steps, the repair of the cursor, the scaled texts of the Main block, the selected
-// slot.
+// The whole frame: its steps, repairing the cursor, scaled texts of the Main block, the selected slot.
 #include "rendering/redraw_jukebox.h"
 
 #include "rendering/track_zone.h"
@@ -13,11 +12,11 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr QRgb kAmber = qRgb(255, 184, 46); // the ground of a selected slot in the test theme
+constexpr QRgb kAmber = qRgb(255, 184, 46); // the background of a selected slot in the test theme
 
 class Frame : public testing::Test {
 protected:
-    // Starts with this many tracks on pages of two columns of this many rows.
+    // Starts with this many tracks on pages of two columns with this many rows each.
     void StartWith(Jukebox& box, int tracks, int rows = 10) {
         box.SetTheme(u"zonelist"_s, u"ZoneListNbTracksParColonne"_s, QString::number(rows));
         for (int track = 0; track < tracks; ++track) {
@@ -25,7 +24,7 @@ protected:
         }
         box.Start();
     }
-    // The log lines of one more frame, texts by their words alone.
+    // Returns the log lines of one more frame, with each drawn text reduced to its words.
     QStringList LogOfFrame(Jukebox& box) {
         const qsizetype before = box.Log().size();
         RedrawJukebox(box.form);
@@ -75,7 +74,7 @@ TEST_F(Frame, TextsOnTheScreenAreScaledWithTheirFonts) {
     EXPECT_TRUE(texts.contains(u",1048,84,208,40,Vantorix Test,18,244,242,234,center,center"_s));
 }
 
-// 1.25 times: sizes and places are rounded half to even.
+// Scaled by 1.25: sizes and positions are rounded half to even.
 TEST_F(Frame, ScaledTextsAreRoundedHalfToEven) {
     Jukebox box(QSize(800, 450));
     StartWith(box, 1);
@@ -102,13 +101,13 @@ class CursorRepair : public Frame, public testing::WithParamInterface<CursorRow>
 TEST_P(CursorRepair, TheCursorWalksBackToTheLastEntry) {
     Jukebox box;
     StartWith(box, 7, 5);
-    box.form.SelX = GetParam().x;
-    box.form.SelY = GetParam().y;
+    box.form.cursor.SelX = GetParam().x;
+    box.form.cursor.SelY = GetParam().y;
     RedrawJukebox(box.form);
-    EXPECT_EQ(box.form.SelX, GetParam().repairedX);
-    EXPECT_EQ(box.form.SelY, GetParam().repairedY);
-    EXPECT_EQ(box.form.NumTrack, GetParam().slot);
-    EXPECT_EQ(box.form.CurrentPage, 0);
+    EXPECT_EQ(box.form.cursor.SelX, GetParam().repairedX);
+    EXPECT_EQ(box.form.cursor.SelY, GetParam().repairedY);
+    EXPECT_EQ(box.form.library.NumTrack, GetParam().slot);
+    EXPECT_EQ(box.form.library.CurrentPage, 0);
 }
 
 // clang-format off
@@ -126,57 +125,57 @@ INSTANTIATE_TEST_SUITE_P(Places, CursorRepair, testing::Values(
 TEST_F(Frame, TheWalkGoesFromTheRightColumnIntoTheLeft) {
     Jukebox box;
     StartWith(box, 23, 10);
-    box.form.CurrentPage = 1; // three entries
+    box.form.library.CurrentPage = 1; // three entries
     DrawZoneList(box.form);
-    box.form.SelX = 2;
-    box.form.SelY = 4;
+    box.form.cursor.SelX = 2;
+    box.form.cursor.SelY = 4;
     RedrawJukebox(box.form);
-    EXPECT_EQ(box.form.SelX, 1);
-    EXPECT_EQ(box.form.SelY, 3);
-    EXPECT_EQ(box.form.NumTrack, 2);
-    EXPECT_EQ(box.form.CurrentPage, 1);
+    EXPECT_EQ(box.form.cursor.SelX, 1);
+    EXPECT_EQ(box.form.cursor.SelY, 3);
+    EXPECT_EQ(box.form.library.NumTrack, 2);
+    EXPECT_EQ(box.form.library.CurrentPage, 1);
 }
 
 TEST_F(Frame, AnEmptyPageBehindTheLastGivesWayToTheFirst) {
     Jukebox box;
     StartWith(box, 5, 2);
-    box.form.CurrentPage = 2;
-    box.form.SelX = 2;
-    box.form.SelY = 2;
+    box.form.library.CurrentPage = 2;
+    box.form.cursor.SelX = 2;
+    box.form.cursor.SelY = 2;
     DrawZoneList(box.form);
-    ASSERT_EQ(box.form.InfoPath(0), QString());
+    ASSERT_EQ(box.form.library.InfoPath(0), QString());
     const qsizetype before = box.Log().count(u" : DrawZoneList"_s);
     RedrawJukebox(box.form);
-    EXPECT_EQ(box.form.CurrentPage, 0);
-    EXPECT_EQ(box.form.SelX, 1);
-    EXPECT_EQ(box.form.SelY, 1);
-    EXPECT_EQ(box.form.InfoTitre(0), u"100.mp3"_s);
-    EXPECT_EQ(box.form.NumTrack, 4); // what painting the page left in it
+    EXPECT_EQ(box.form.library.CurrentPage, 0);
+    EXPECT_EQ(box.form.cursor.SelX, 1);
+    EXPECT_EQ(box.form.cursor.SelY, 1);
+    EXPECT_EQ(box.form.library.InfoTitre(0), u"100.mp3"_s);
+    EXPECT_EQ(box.form.library.NumTrack, 4); // the value that painting the page left
     EXPECT_EQ(box.Log().count(u" : DrawZoneList"_s), before + 1);
 }
 
 TEST_F(Frame, AnEmptyFolderLeavesTheCursorAtTheEndOfPageZero) {
     Jukebox box;
     StartWith(box, 0, 5);
-    EXPECT_EQ(box.form.CurrentPage, 0);
-    EXPECT_EQ(box.form.NbPages, 0);
-    EXPECT_EQ(box.form.SelX, 2);
-    EXPECT_EQ(box.form.SelY, 5);
-    EXPECT_EQ(box.form.NumTrack, 0);
-    // The repair of the first frame painted the page a second time.
+    EXPECT_EQ(box.form.library.CurrentPage, 0);
+    EXPECT_EQ(box.form.library.NbPages, 0);
+    EXPECT_EQ(box.form.cursor.SelX, 2);
+    EXPECT_EQ(box.form.cursor.SelY, 5);
+    EXPECT_EQ(box.form.library.NumTrack, 0);
+    // Repairing the first frame painted the page a second time.
     EXPECT_EQ(box.Log().count(u" : DrawZoneList"_s), 2);
 }
 
 TEST_F(Frame, OnlyAnotherSlotUnderTheCursorEndsTheIdleTime) {
     Jukebox box;
     StartWith(box, 3);
-    box.form.IdleTicks = 40;
+    box.form.shell.IdleTicks = 40;
     RedrawJukebox(box.form);
-    EXPECT_EQ(box.form.IdleTicks, 40);
-    box.form.SelY = 3;
+    EXPECT_EQ(box.form.shell.IdleTicks, 40);
+    box.form.cursor.SelY = 3;
     RedrawJukebox(box.form);
-    EXPECT_EQ(box.form.IdleTicks, 1);
-    EXPECT_EQ(box.form.LastDrawnSlot, 2);
+    EXPECT_EQ(box.form.shell.IdleTicks, 1);
+    EXPECT_EQ(box.form.frame.LastDrawnSlot, 2);
 }
 
 // --- The remaining time --------------------------------------------------------------------------
@@ -191,11 +190,11 @@ class FrameRemain : public Frame, public testing::WithParamInterface<RemainRow> 
 TEST_P(FrameRemain, MinutesAreCutAndSecondsRounded) {
     Jukebox box;
     StartWith(box, 1);
-    box.form.IsPlaying = -1;
-    box.form.TrackLengthSeconds = GetParam().length;
+    box.form.player.IsPlaying = -1;
+    box.form.player.TrackLengthSeconds = GetParam().length;
     RedrawJukebox(box.form);
-    EXPECT_EQ(box.form.Remain, QString::fromLatin1(GetParam().remain));
-    EXPECT_EQ(box.form.TrackPositionSeconds, 0);
+    EXPECT_EQ(box.form.player.Remain, QString::fromLatin1(GetParam().remain));
+    EXPECT_EQ(box.form.player.TrackPositionSeconds, 0);
 }
 
 // clang-format off
@@ -211,9 +210,9 @@ INSTANTIATE_TEST_SUITE_P(Lengths, FrameRemain, testing::Values(
 TEST_F(Frame, WithNothingPlayingTheRemainingTimeIsEmptied) {
     Jukebox box;
     StartWith(box, 1);
-    box.form.Remain = u"01:00"_s;
+    box.form.player.Remain = u"01:00"_s;
     RedrawJukebox(box.form);
-    EXPECT_EQ(box.form.Remain, QString());
+    EXPECT_EQ(box.form.player.Remain, QString());
 }
 
 // --- The selected slot ---------------------------------------------------------------------------
@@ -224,33 +223,34 @@ TEST_F(Frame, TheSelectedSlotStandsAtItsScaledPlacePlusTheUnscaledCorner) {
     box.SetTheme(u"zonelist"_s, u"ZoneListX"_s, u"10"_s);
     box.SetTheme(u"zonelist"_s, u"ZoneListY"_s, u"20"_s);
     StartWith(box, 1);
-    ASSERT_EQ(box.form.ZoneScaleX, 2.0);
+    ASSERT_EQ(box.form.theme.ZoneScaleX, 2.0);
     QRect amber;
     for (int y = 0; y < 720; ++y) {
         for (int x = 0; x < 896; ++x) {
-            amber =
-                box.form.Picture_Main.picture.pixel(x, y) == kAmber ? amber.united(QRect(x, y, 1, 1)) : amber;
+            amber = box.form.frame.Picture_Main.picture.pixel(x, y) == kAmber
+                        ? amber.united(QRect(x, y, 1, 1))
+                        : amber;
         }
     }
-    // The slot's rectangle is (4, 3, 216, 32); its ground is amber to the edges.
+    // The slot's rectangle is (4, 3, 216, 32); its background is amber up to the edges.
     EXPECT_EQ(amber, QRect(4 * 2 + 10, 3 * 2 + 20, 216 * 2, 32 * 2));
 }
 
 TEST_F(Frame, OnlyTheListZoneShowsASelectedSlot) {
     Jukebox box;
     StartWith(box, 1);
-    ASSERT_EQ(box.form.Picture_Main.picture.pixel(150, 5), kAmber);
-    box.form.ActiveZone = u"main"_s;
+    ASSERT_EQ(box.form.frame.Picture_Main.picture.pixel(150, 5), kAmber);
+    box.form.cursor.ActiveZone = u"main"_s;
     RedrawJukebox(box.form);
-    EXPECT_NE(box.form.Picture_Main.picture.pixel(150, 5), kAmber);
-    box.form.ActiveZone = u"list"_s;
-    box.form.TactileMode = u"true"_s;
+    EXPECT_NE(box.form.frame.Picture_Main.picture.pixel(150, 5), kAmber);
+    box.form.cursor.ActiveZone = u"list"_s;
+    box.form.settings.TactileMode = u"true"_s;
     RedrawJukebox(box.form);
-    EXPECT_NE(box.form.Picture_Main.picture.pixel(150, 5), kAmber);
+    EXPECT_NE(box.form.frame.Picture_Main.picture.pixel(150, 5), kAmber);
 }
 
-// Half of 5 and half of 341 are rounded with the corner of the zone added, as with the slots: 2.5 + 1 and
-// 170.5 + 1 make 4 and 172.
+// Half of 5 and half of 341 are rounded after the zone's corner is added, as for the slots: 2.5 + 1 and 170.5
+// + 1 become 4 and 172.
 TEST_F(Frame, ATouchMarkIsRoundedOnceWithTheZonesCorner) {
     Jukebox box(QSize(320, 180));
     box.SetTheme(u"zonelist"_s, u"ZoneListX"_s, u"1"_s);
@@ -260,43 +260,43 @@ TEST_F(Frame, ATouchMarkIsRoundedOnceWithTheZonesCorner) {
     box.SetTheme(u"zonelist"_s, u"ZoneListNavigationBackWidth"_s, u"50"_s);
     box.SetTheme(u"zonelist"_s, u"ZoneListNavigationBackHeight"_s, u"10"_s);
     StartWith(box, 1);
-    ASSERT_EQ(box.form.ZoneScaleX, 0.5);
-    box.form.TactileMode = u"true"_s;
+    ASSERT_EQ(box.form.theme.ZoneScaleX, 0.5);
+    box.form.settings.TactileMode = u"true"_s;
     RedrawJukebox(box.form);
-    const QImage without = box.form.Picture_Main.picture.copy();
-    box.form.DirLevel = 1;
+    const QImage without = box.form.frame.Picture_Main.picture.copy();
+    box.form.library.DirLevel = 1;
     RedrawJukebox(box.form);
     QRect mark;
     for (int y = 0; y < 180; ++y) {
         for (int x = 0; x < 320; ++x) {
-            const bool same = box.form.Picture_Main.picture.pixel(x, y) == without.pixel(x, y);
+            const bool same = box.form.frame.Picture_Main.picture.pixel(x, y) == without.pixel(x, y);
             mark = same ? mark : mark.united(QRect(x, y, 1, 1));
         }
     }
     EXPECT_EQ(mark, QRect(4, 172, 25, 5));
 }
 
-// Without "main.png" the focused look has no size to take over: a size of 0 is the picture's own.
+// Without "main.png" the focused look has no size to copy; a size of 0 means the picture's own size.
 TEST_F(Frame, WithoutTheMainPictureItsFocusedLookKeepsItsOwnSize) {
     Jukebox box(QSize(960, 480));
     QFile::remove(box.Home(u"themes/default/main.png"_s));
     box.SetKey(u"config.ini"_s, u"Main"_s, u"PositionWidth"_s, u"960"_s);
     box.SetKey(u"config.ini"_s, u"Main"_s, u"PositionHeight"_s, u"480"_s);
     StartWith(box, 1);
-    ASSERT_EQ(box.form.ZoneScaleX, 2.0);
-    box.form.ActiveMainZone = u"false"_s;
-    box.form.ActiveZone = u"main"_s;
+    ASSERT_EQ(box.form.theme.ZoneScaleX, 2.0);
+    box.form.settings.ActiveMainZone = u"false"_s;
+    box.form.cursor.ActiveZone = u"main"_s;
     RedrawJukebox(box.form);
     const QImage look(box.Home(u"themes/default/main_active_selected.png"_s));
     const QRect part(0, 60, 64, 20);
-    EXPECT_EQ(box.form.Picture_Main.picture.copy(part.translated(896, 0)),
+    EXPECT_EQ(box.form.frame.Picture_Main.picture.copy(part.translated(896, 0)),
               look.convertToFormat(QImage::Format_RGB32).copy(part));
 }
 
 // --- The big cover -------------------------------------------------------------------------------
 
 constexpr QRgb kRed = qRgb(200, 0, 0);
-// On the ground of the menu's first row.
+// On the background of the menu's first row.
 constexpr QPoint kInMenu(530, 255);
 
 class BigCover : public Frame {
@@ -304,14 +304,14 @@ protected:
     void SetUp() override {
         StartWith(box, 1);
         menu_ = At(kInMenu);
-        box.form.ShowBigCover = u"true"_s;
-        box.form.CoverKind = 2;
-        Resize(box.form.Picture_TmpCover, 10, 10);
-        box.form.Picture_TmpCover.picture.fill(kRed);
+        box.form.settings.ShowBigCover = u"true"_s;
+        box.form.frame.CoverKind = 2;
+        Resize(box.form.frame.Picture_TmpCover, 10, 10);
+        box.form.frame.Picture_TmpCover.picture.fill(kRed);
     }
-    QRgb At(const QPoint& place) const { return box.form.Picture_Main.picture.pixel(place); }
+    QRgb At(const QPoint& place) const { return box.form.frame.Picture_Main.picture.pixel(place); }
     void Redraw(int idleTicks) {
-        box.form.IdleTicks = idleTicks;
+        box.form.shell.IdleTicks = idleTicks;
         RedrawJukebox(box.form);
     }
     bool ShowsMenu() const { return At(kInMenu) == menu_; }
@@ -334,7 +334,7 @@ TEST_F(BigCover, ItFillsTheMenusBlockButForTenPixelsAtEachSide) {
 }
 
 TEST_F(BigCover, TheMenuComesBackOneTickAfterTheCoverHasGone) {
-    box.form.Picture_Command.picture.fill(qRgb(0, 90, 0));
+    box.form.frame.Picture_Command.picture.fill(qRgb(0, 90, 0));
     Redraw(20);
     EXPECT_NE(At(kInMenu), kRed);
     EXPECT_NE(At(kInMenu), qRgb(0, 90, 0));
@@ -345,32 +345,32 @@ TEST_F(BigCover, TheMenuComesBackOneTickAfterTheCoverHasGone) {
 TEST_F(BigCover, ACoverFromAFileIsDrawnWhole) {
     const PicturePorts ports{box.form.files, box.form.zlib, box.form.pump, box.form.pictures};
     ASSERT_TRUE(
-        box.form.ImgCover.LoadPicture_File(ports, box.Home(u"themes/default/zonelist_hilight.png"_s)));
-    box.form.CoverKind = 1;
+        box.form.frame.ImgCover.LoadPicture_File(ports, box.Home(u"themes/default/zonelist_hilight.png"_s)));
+    box.form.frame.CoverKind = 1;
     Redraw(1);
     EXPECT_FALSE(ShowsMenu());
     EXPECT_EQ(At(QPoint(458 + 60, 250 + 4)), kAmber);
 }
 
 TEST_F(BigCover, WithoutACoverTheMenuStays) {
-    box.form.CoverKind = 0;
+    box.form.frame.CoverKind = 0;
     Redraw(1);
     EXPECT_TRUE(ShowsMenu());
 }
 
 TEST_F(BigCover, TheMenuStaysInTouchModeInAnotherZoneAndWithoutTheSetting) {
-    box.form.TactileMode = u"true"_s;
+    box.form.settings.TactileMode = u"true"_s;
     Redraw(1);
     EXPECT_TRUE(ShowsMenu());
-    box.form.TactileMode = u"false"_s;
-    box.form.ActiveZone = u"main"_s;
+    box.form.settings.TactileMode = u"false"_s;
+    box.form.cursor.ActiveZone = u"main"_s;
     Redraw(1);
     EXPECT_TRUE(ShowsMenu());
-    box.form.ActiveZone = u"list"_s;
-    box.form.ShowBigCover = u"false"_s;
+    box.form.cursor.ActiveZone = u"list"_s;
+    box.form.settings.ShowBigCover = u"false"_s;
     Redraw(1);
     EXPECT_TRUE(ShowsMenu());
-    box.form.ShowBigCover = u"true"_s;
+    box.form.settings.ShowBigCover = u"true"_s;
     Redraw(1);
     EXPECT_FALSE(ShowsMenu());
 }
@@ -382,7 +382,7 @@ TEST_F(Frame, EveryFrameGivesThreeObjectsTheirPointer) {
     StartWith(box, 1);
     for (const auto& [mode, pointer] :
          {std::pair{u"false"_s, 99}, std::pair{u"true"_s, 0}, std::pair{u"no"_s, 0}}) {
-        box.form.TactileMode = mode;
+        box.form.settings.TactileMode = mode;
         box.platform.calls.Clear();
         RedrawJukebox(box.form);
         QStringList objects;

@@ -1,7 +1,7 @@
-// Shortening, placing and writing text; accents.
+// Shortening, placing and writing text, and removing accents.
 #include "rendering/text.h"
 
-#include "imaging/surface.h"
+#include "imaging/picture/surface.h"
 #include "support/jukebox.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 
 namespace {
 
-// The test font at nine points: every character is six pixels wide, a line twelve high.
+// In the test font at nine points, every character is six pixels wide and a line is twelve pixels high.
 constexpr int kCharacter = 6;
 constexpr int kLine = 12;
 const QString kFont = QStringLiteral("Vantorix Test");
@@ -27,21 +27,21 @@ protected:
         Resize(pic, 120, 60);
     }
 
-    void Draw(const QString& text, const TextBox& where, const QString& align = kLeft,
+    void Draw(const QString& text, const Box16& where, const QString& align = kLeft,
               const QString& vAlign = kTop) {
         DrawText(box.form, pic, text, where, style, align, vAlign);
     }
-    std::optional<ProgramStop> StopOfDraw(const QString& text, const TextBox& where,
+    std::optional<ProgramStop> StopOfDraw(const QString& text, const Box16& where,
                                           const QString& align = kLeft, const QString& vAlign = kTop) {
         return StopOf([&] { Draw(text, where, align, vAlign); });
     }
 
-    // A surface that bears nothing but this text at this place.
+    // Returns a surface with only this text, at this position.
     QImage Written(const QString& text, int x, int y) const {
         Surface plain;
         Resize(plain, pic.Width(), pic.Height());
-        plain.FontName = style.Typo;
-        plain.FontSize = style.TypoSize;
+        plain.FontName = style.Font;
+        plain.FontSize = style.Size;
         plain.ForeColor = qRgb(10, 200, 30);
         TextOutA(plain, x, y, text);
         return plain.picture;
@@ -50,7 +50,7 @@ protected:
 
     Jukebox box;
     Surface pic;
-    TextStyle style{kFont, 9, QStringLiteral("10,200,30")};
+    TextLook style{kFont, 9, QStringLiteral("10,200,30")};
 };
 
 TEST_F(DrawTextTest, TheTestFontHasTheSizesThatTheseTestsCountOn) {
@@ -116,7 +116,7 @@ TEST_F(DrawTextTest, TheHeightTakesNoPartInShortening) {
     EXPECT_EQ(pic.picture, Written(QStringLiteral("ABC"), 2, 14)); // 20 + (0.5 - 6), half to even
 }
 
-// The rule, one character after the other: what every shortened text is compared with.
+// The reference for every shortened text: removes one character at a time.
 QString ShortenedOneByOne(const Surface& surface, const QString& text, int width) {
     if (TextWidth(surface, text) <= width) {
         return text;
@@ -144,7 +144,7 @@ struct CharacterRange {
     char32_t last;
 };
 
-// Texts of one kind of characters, of which each range is as likely as the others.
+// Random texts of one kind: characters from these ranges, each range equally likely.
 struct Script {
     const char* name;
     std::vector<CharacterRange> ranges;
@@ -155,7 +155,7 @@ QString RandomText(std::mt19937& random, const Script& script, int length) {
     QString text;
     char32_t character = U' ';
     for (int i = 0; i < length; ++i) {
-        // A character is often repeated, which gives runs of marks and of characters without a width.
+        // Characters are often repeated, which gives runs of marks and of zero-width characters.
         if (i == 0 || below(3) != 0) {
             const CharacterRange& range = script.ranges[below(script.ranges.size())];
             character = range.first + static_cast<char32_t>(below(range.last - range.first + 1));
@@ -168,7 +168,7 @@ QString RandomText(std::mt19937& random, const Script& script, int length) {
 
 class ShortenedScripts : public DrawTextTest, public testing::WithParamInterface<Script> {
 protected:
-    // Of 60 boxes, those that do not give what the rule gives.
+    // Returns in how many of 60 boxes the shortened text differs from the reference.
     int Differences(const QString& font, int longest) {
         std::mt19937 random(1);
         int differences = 0;
@@ -210,8 +210,8 @@ INSTANTIATE_TEST_SUITE_P(Scripts, ShortenedScripts, testing::Values(
     [](const auto& script) { return std::string(script.param.name); });
 // clang-format on
 
-// A joined letter can be narrower than the same letter at the end, so that a longer text fits where a shorter
-// one does not.
+// A joined letter can be narrower than the same letter at the end of a text, so a longer text can fit where a
+// shorter one does not.
 TEST_F(DrawTextTest, ALongerTextCanBeTheNarrowerOne) {
     std::mt19937 random(7);
     const Script arabic{"Arabic", {{0x621, 0x64A}}};
@@ -231,7 +231,7 @@ TEST_F(DrawTextTest, ALongerTextCanBeTheNarrowerOne) {
     EXPECT_GT(narrower, 0);
 }
 
-// Characters without a width, and marks, do not make a text longer to look at, but to measure.
+// Zero-width characters and marks make a text no wider, but they still have to be measured.
 TEST_F(DrawTextTest, ManyCharactersWithoutAWidthAreShortenedInTime) {
     pic.FontName = QStringLiteral("DejaVu Sans");
     const QString word = QStringLiteral("Title");
@@ -254,7 +254,7 @@ struct PlaceRow {
 
 class DrawTextPlaces : public DrawTextTest, public testing::WithParamInterface<PlaceRow> {};
 
-// A text of 18 x 12 in a box of 40 x 30 at (7, 5).
+// A text of 18 x 12 pixels in a box of 40 x 30 pixels at (7, 5).
 TEST_P(DrawTextPlaces, TheWordsPlaceTheText) {
     const PlaceRow& row = GetParam();
     Draw(QStringLiteral("ABC"), {7, 5, 40, 30}, QString::fromLatin1(row.align),
@@ -300,7 +300,7 @@ TEST_F(DrawTextTest, TheGroundShowsBetweenTheLetters) {
             ink += pic.picture.pixel(x, y) == qRgb(10, 200, 30) ? 1 : 0;
         }
     }
-    EXPECT_EQ(ink, 18); // the dots of the drawing of "A"
+    EXPECT_EQ(ink, 18); // the inked pixels of "A"
     EXPECT_EQ(ground, kLine * kCharacter - 18);
 }
 
@@ -325,19 +325,19 @@ TEST_F(DrawTextTest, AMiddleOrAnUpperCornerMayLieAnywhere) {
 // --- Colour --------------------------------------------------------------------------------------
 
 TEST_F(DrawTextTest, BlanksAndFurtherElementsOfAColourDoNoHarm) {
-    style.TypoColor = QStringLiteral(" 10 , 200,30,40");
+    style.Color = QStringLiteral(" 10 , 200,30,40");
     Draw(QStringLiteral("A"), {2, 3, 20, kLine});
     EXPECT_EQ(pic.picture, Written(QStringLiteral("A"), 2, 3));
 }
 
 TEST_F(DrawTextTest, AWrongColourNamesTheKeysThatHaveItBesideTheSameFont) {
-    box.form.BlockMainRemainFont = kFont;
-    box.form.BlockMainRemainFontColor = QStringLiteral("1,2");
-    box.form.BlockMainInsertCoinFont = QStringLiteral("Other");
-    box.form.BlockMainInsertCoinFontColor = QStringLiteral("1,2");
-    box.form.ZoneListPisteTitreTitreFontHilight = kFont;
-    box.form.ZoneListPisteTitreTitreFontColorHilight = QStringLiteral("1,2");
-    style.TypoColor = QStringLiteral("1,2");
+    box.form.theme.BlockMainRemainFont.Font = kFont;
+    box.form.theme.BlockMainRemainFont.Color = QStringLiteral("1,2");
+    box.form.theme.BlockMainInsertCoinFont.Font = QStringLiteral("Other");
+    box.form.theme.BlockMainInsertCoinFont.Color = QStringLiteral("1,2");
+    box.form.theme.ZoneListPisteTitreTitreFontHilight.Font = kFont;
+    box.form.theme.ZoneListPisteTitreTitreFontHilight.Color = QStringLiteral("1,2");
+    style.Color = QStringLiteral("1,2");
     const auto stop = StopOfDraw(QStringLiteral("A"), {0, 0, 60, 20});
     ASSERT_TRUE(stop);
     const QString keys = QStringLiteral("theme.ini, [BlockMain] BlockMainRemainFontColor or [zonelist] "
@@ -347,8 +347,8 @@ TEST_F(DrawTextTest, AWrongColourNamesTheKeysThatHaveItBesideTheSameFont) {
 }
 
 TEST_F(DrawTextTest, ABoxWithoutRoomNamesTheTextTheBoxAndTheStyle) {
-    box.form.ZoneListPisteNumSaisieFont = kFont;
-    box.form.ZoneListPisteNumSaisieFontColor = style.TypoColor;
+    box.form.theme.ZoneListPisteNumSaisieFont.Font = kFont;
+    box.form.theme.ZoneListPisteNumSaisieFont.Color = style.Color;
     const auto stop = StopOfDraw(QStringLiteral("ABCDE"), {1, 2, 10, 20});
     ASSERT_TRUE(stop);
     for (const char* words : {"\"ABCDE\"", "10x20 at 1,2", "\"Vantorix Test\" of 9 points",
@@ -366,14 +366,14 @@ struct ColourRow {
 class DrawTextColours : public DrawTextTest, public testing::WithParamInterface<ColourRow> {};
 
 TEST_P(DrawTextColours, AColourOfOtherThanThreeNumbersEndsTheProgram) {
-    style.TypoColor = QString::fromLatin1(GetParam().colour);
+    style.Color = QString::fromLatin1(GetParam().colour);
     const auto stop = StopOfDraw(QStringLiteral("A"), {2, 3, 20, kLine});
     ASSERT_TRUE(stop) << GetParam().colour;
     EXPECT_EQ(stop->error.number, GetParam().error) << GetParam().colour;
     EXPECT_EQ(pic.picture, Empty());
 }
 
-// A text split at commas has no elements when it is empty.
+// An empty text split at commas has no elements.
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Colours, DrawTextColours, testing::Values(
     ColourRow{"",             9},
@@ -388,7 +388,7 @@ INSTANTIATE_TEST_SUITE_P(Colours, DrawTextColours, testing::Values(
 // clang-format on
 
 TEST_F(DrawTextTest, AFaultyColourIsFoundAfterAFaultyBox) {
-    style.TypoColor = QStringLiteral("red");
+    style.Color = QStringLiteral("red");
     EXPECT_EQ(StopOfDraw(QStringLiteral("ABCD"), {2, 3, 1, kLine})->error.number, 5);
     EXPECT_EQ(StopOfDraw(QStringLiteral("A"), {32767, 0, 6, 12}, QStringLiteral("right"))->error.number, 6);
 }
@@ -408,7 +408,7 @@ TEST_F(DrawTextTest, TheLogHasTheTextBeforeItIsShortened) {
 
 TEST_F(DrawTextTest, TheLogLineComesBeforeAnyFault) {
     EXPECT_TRUE(StopOfDraw(QStringLiteral("ABCD"), {2, 3, 1, kLine}));
-    style.TypoColor = QStringLiteral("red");
+    style.Color = QStringLiteral("red");
     EXPECT_TRUE(StopOfDraw(QStringLiteral("A"), {2, 3, 20, kLine}));
     EXPECT_EQ(box.DrawnTexts().size(), 2);
 }
@@ -423,7 +423,7 @@ TEST_F(DrawTextTest, ALogThatCannotBeWrittenEndsTheProgramBeforeAnythingIsDrawn)
 }
 
 TEST_F(DrawTextTest, TheFontStaysOnTheSurface) {
-    style.TypoSize = 18;
+    style.Size = 18;
     Draw(QStringLiteral("A"), {2, 3, 100, 50});
     EXPECT_EQ(pic.FontName, kFont);
     EXPECT_EQ(TextWidth(pic, QStringLiteral("ABC")), 2 * 3 * kCharacter);
@@ -432,7 +432,7 @@ TEST_F(DrawTextTest, TheFontStaysOnTheSurface) {
 }
 
 TEST_F(DrawTextTest, AFaultLeavesTheFontButNotTheColour) {
-    style.TypoSize = 18;
+    style.Size = 18;
     EXPECT_TRUE(StopOfDraw(QStringLiteral("ABCD"), {2, 3, 1, kLine}));
     EXPECT_EQ(TextWidth(pic, QStringLiteral("A")), 2 * kCharacter);
     EXPECT_EQ(pic.ForeColor, qRgb(0, 0, 0));
@@ -450,7 +450,7 @@ TEST_F(DrawTextTest, ASurfaceWithoutPixelsTakesText) {
     EXPECT_EQ(none.Width(), 0);
 }
 
-// A playlist file may hold a title of any length, and it passes through here.
+// A playlist file can contain a title of any length, and this routine draws it.
 TEST_F(DrawTextTest, AVeryLongTextIsShortenedInTime) {
     Draw(QString(100'000, u'A'), {2, 3, 59, kLine});
     EXPECT_EQ(pic.picture, Written(QStringLiteral("AAAAAA..."), 2, 3));

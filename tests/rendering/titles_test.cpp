@@ -1,4 +1,4 @@
-// Titles, artists and track numbers out of file names.
+// Extracting titles, artists and track numbers from file names.
 #include "rendering/titles.h"
 
 #include <gtest/gtest.h>
@@ -25,14 +25,14 @@ TEST_P(CleanTitles, UnderscoresDashesBlanksThenEndings) {
 INSTANTIATE_TEST_SUITE_P(Titles, CleanTitles, testing::Values(
     CleanRow{"",             ""},
     CleanRow{"a_b__c",       "a b c"},
-    CleanRow{"a   b",        "a  b"},      // two blanks become one, once
+    CleanRow{"a   b",        "a  b"},      // two blanks become one, in a single pass
     CleanRow{"a-b",          "a - b"},
     CleanRow{"a - b",        "a - b"},
     CleanRow{"a_-_b",        "a - b"},
     CleanRow{"a.mp3.mp3",    "a"},
-    CleanRow{".amp3.avivi",  ".amp3vi"},   // an ending goes from anywhere
-    CleanRow{"a.m.avip3",    "a"},         // and one may come about as an earlier one goes
-    CleanRow{"a.a.mp3vi",    "a.avi"},     // but not the other way round
+    CleanRow{".amp3.avivi",  ".amp3vi"},   // an ending is removed anywhere
+    CleanRow{"a.m.avip3",    "a"},         // removing one can create a later one
+    CleanRow{"a.a.mp3vi",    "a.avi"},     // but not an earlier one
     CleanRow{"a.MP3",        "a.MP3"}));
 // clang-format on
 
@@ -63,7 +63,7 @@ struct BlockRow {
 
 class BlockTitles : public testing::TestWithParam<BlockRow> {};
 
-// Deliberate D-15: the numeric value tells a track number, not the whole text.
+// Deliberate D-15: a prefix is a track number by its numeric value, not by its whole text.
 TEST_P(BlockTitles, AccentsAndTrackNumbersGo) {
     const TitleParts parts = BlockTitle(QString::fromUtf8(GetParam().title), kMp3);
     EXPECT_EQ(parts.Titre, QString::fromUtf8(GetParam().shown));

@@ -1,4 +1,4 @@
-// The two pages of tracks: titles out of names, boxes, summaries, labels, the page itself.
+// The two pages of tracks: titles from names, boxes, summaries, labels, the page itself.
 #include "rendering/track_zone.h"
 
 #include "support/jukebox.h"
@@ -24,7 +24,7 @@ void PrintTo(const Drawn& drawn, std::ostream* out) {
     *out << drawn.text.toStdString() << " at " << drawn.box.toStdString() << ", " << drawn.size;
 }
 
-// Each element of a slot has a colour of its own here, so that the log tells them apart.
+// Here each element of a slot has its own colour, so that the log shows which is which.
 const QString kTitle = u"1,1,1"_s;
 const QString kArtist = u"2,2,2"_s;
 const QString kTitleHilight = u"3,3,3"_s;
@@ -48,7 +48,7 @@ protected:
         box.SetTheme(zone, u"ZoneListPisteNumSaisieFontColorHilight"_s, kLabelHilight);
     }
 
-    // The texts drawn in a colour since the start, in order.
+    // Returns the texts drawn in a colour since the start, in order.
     std::vector<Drawn> DrawnIn(const QString& colour) const {
         std::vector<Drawn> result;
         constexpr int kBehindText = 11;
@@ -90,7 +90,7 @@ QStringList NoneIfEmpty(const char* text) {
     return *text == '\0' ? QStringList() : QStringList{QString::fromUtf8(text)};
 }
 
-// Deliberate D-16: ".wav" and endings in capitals stay.
+// Deliberate D-16: ".wav" and endings in capitals are not removed.
 TEST_P(TrackZoneNames, TheNameTellsTitleArtistAndNumber) {
     const NameRow& row = GetParam();
     box.Track(QString::fromUtf8(row.name));
@@ -147,7 +147,7 @@ TEST_F(TrackZone, ANumberNeedsTheSettingAndIsDrawnBesideTheTitle) {
     EXPECT_EQ(DrawnIn(kTitle), std::vector<Drawn>({{u"SONG"_s, u"30,-2,187,28"_s, 9}}));
 }
 
-// --- Where the lines stand -----------------------------------------------------------------------
+// --- Positions of the lines ----------------------------------------------------------------------
 
 TEST_F(TrackZone, APlainTitleTakesTheCoversRoom) {
     box.Track(u"Song.mp3"_s);
@@ -169,7 +169,8 @@ TEST_F(TrackZone, TwoLinesStandALineApartInEachLooksOwnSize) {
 
 TEST_F(TrackZone, ATitleThatDoesNotFitBreaksIntoTwo) {
     box.SetTheme(u"zonelist"_s, u"ZoneListPisteTitreTitreFontSizeHilight"_s, u"6"_s);
-    // 27 characters of six pixels pass the 158 pixels of the title's box, though not the 187 of the line.
+    // 27 characters of six pixels exceed the 158 pixels of the title's box, but not the 187 pixels of the
+    // line.
     box.Track(u"Artist - Dancing In Moonlight Tonigh.mp3"_s);
     box.Start();
     EXPECT_EQ(DrawnIn(kTitle), std::vector<Drawn>({{u"DANCING IN MOONLIGHT"_s, u"30,-6,187,28"_s, 9},
@@ -205,11 +206,11 @@ TEST_P(TrackZoneBreaks, TheTitleBreaksAtTheLastBlankOfWhatFits) {
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Titles, TrackZoneBreaks, testing::Values(
-    // The second word ends where the room ends, and still goes to the second line.
+    // The second word ends where the room ends, but still moves to the second line.
     BreakRow{"ABCDEFGHIJKL MNOPQRSTUVWXY Z",        "ABCDEFGHIJKL",              "MNOPQRSTUVWXY Z"},
     // The blank itself is the last character that fits.
     BreakRow{"ABCDEFGHIJKL MNOPQRSTUVWX YZ",        "ABCDEFGHIJKL MNOPQRSTUVWX", "YZ"},
-    // The second line is shortened where it is drawn, not here.
+    // The second line is shortened when it is drawn, not here.
     BreakRow{"A BCDEFGHIJKLMNOPQRSTUVWXYZABCDEFGHIJKLMNOPQRSTUV", "A", "BCDEFGHIJKLMNOPQRSTUVWXYZABCDEFGHIJKLMNOPQRSTUV"}));
 // clang-format on
 
@@ -307,7 +308,7 @@ INSTANTIATE_TEST_SUITE_P(Folders, TrackZoneFolders, testing::Values(
     FolderRow{"Rock",        {"-Live"},                       "ROCK",  "LIVE"},
     FolderRow{"Rock",        {"Rock Rock - Live in Rockland"}, "ROCK", "LIVE IN LAND"},
     FolderRow{"Rock",        {"Live"},                        "ROCK",  "LIVE"},
-    FolderRow{"a---b",       {"- b"},                         "- B",   "B"},   // a dash in front always goes
+    FolderRow{"a---b",       {"- b"},                         "- B",   "B"},   // leading dashes are removed
     FolderRow{"a---b",       {"- b - - b"},                   "- B",   "B"},
     FolderRow{"Rock",        {"One", "Two"},                  "ROCK",  "2 ALBUMS"},
     FolderRow{"Rock",        {"One", "Two", "Three"},         "ROCK",  "3 ALBUMS"},
@@ -328,7 +329,7 @@ TEST_F(TrackZone, ThePageLetterStandsWhereverTheLabelAsksForIt) {
     box.Start();
     EXPECT_EQ(DrawnIn(kLabel),
               std::vector<Drawn>({{u"AA"_s, u"6,5,22,14"_s, 9}, {u"B1"_s, u"230,5,22,14"_s, 9}}));
-    box.form.CurrentPage = 2;
+    box.form.library.CurrentPage = 2;
     DrawZoneList(box.form);
     EXPECT_EQ(TextsIn(kLabel).mid(2), QStringList({u"EE"_s, u"F1"_s}));
     EXPECT_EQ(TextsIn(kLabelHilight).mid(2), QStringList({u"EE"_s, u"F1"_s}));
@@ -343,18 +344,18 @@ TEST_F(TrackZone, AnEmptyLabelIsFilledAtItsFirstDrawing) {
     }
     box.Start();
     EXPECT_EQ(TextsIn(kLabel), QStringList({u"A0"_s, u"A2"_s, u"A3"_s, u"B1"_s, u"B2"_s}));
-    EXPECT_EQ(box.form.ZoneListPisteNumSaisieLibele(1, 1), u"A0"_s);
-    EXPECT_EQ(box.form.ZoneListPisteNumSaisieLibele(2, 3), QString()); // not drawn yet
+    EXPECT_EQ(box.form.slots.ZoneListPisteNumSaisieLibele(1, 1), u"A0"_s);
+    EXPECT_EQ(box.form.slots.ZoneListPisteNumSaisieLibele(2, 3), QString()); // not drawn yet
 
     box.Track(u"f.mp3"_s);
     box.Start();
     EXPECT_EQ(TextsIn(kLabel).constLast(), u"B2"_s);
-    EXPECT_EQ(box.form.ZoneListPisteNumSaisieLibele(2, 3), u"B2"_s);
+    EXPECT_EQ(box.form.slots.ZoneListPisteNumSaisieLibele(2, 3), u"B2"_s);
 }
 
 class TrackZoneManyPages : public TrackZone {
 protected:
-    // A page of two slots, and this many tracks.
+    // Starts with pages of two slots and this many tracks.
     void StartWith(int tracks) {
         box.SetTheme(u"zonelist"_s, u"ZoneListNbTracksParColonne"_s, u"1"_s);
         for (int track = 0; track < tracks; ++track) {
@@ -363,7 +364,7 @@ protected:
         box.Start();
     }
     std::optional<ProgramStop> StopAtPage(int page) {
-        box.form.CurrentPage = page;
+        box.form.library.CurrentPage = page;
         return StopOf([&] { DrawZoneList(box.form); });
     }
 };
@@ -374,7 +375,7 @@ TEST_F(TrackZoneManyPages, TheLeftSlotOfPage95HasTheLastLetterThereIs) {
     EXPECT_EQ(TextsIn(kLabel).constLast(), u"\u00FF1"_s);
 }
 
-// Code 131 is a letter of the set that older cabinets have, not a control character.
+// Code 131 is a letter of Windows-1252, which older cabinets use, not a control character.
 TEST_F(TrackZoneManyPages, BehindTheLettersOfAsciiComeThoseOfOlderCabinets) {
     StartWith(68);
     EXPECT_FALSE(StopAtPage(33));
@@ -405,37 +406,39 @@ TEST_F(TrackZone, ThePageIsFilledFromTheListAndTheRestIsCleared) {
         box.Track(QString::fromLatin1(name) + u".mp3"_s);
     }
     box.Start();
-    EXPECT_EQ(box.form.NbPages, 2);
-    EXPECT_EQ(box.form.InfoPath(0), box.Music(u"a.mp3"_s));
-    EXPECT_EQ(box.form.InfoTitre(3), u"d.mp3"_s);
-    EXPECT_EQ(box.form.InfoType(3), u"file"_s);
+    EXPECT_EQ(box.form.library.NbPages, 2);
+    EXPECT_EQ(box.form.library.InfoPath(0), box.Music(u"a.mp3"_s));
+    EXPECT_EQ(box.form.library.InfoTitre(3), u"d.mp3"_s);
+    EXPECT_EQ(box.form.library.InfoType(3), u"file"_s);
 
-    box.form.InfoPath(4) = box.form.InfoType(4) = box.form.InfoTitre(4) = u"stale"_s;
-    box.form.InfoPath(5) = u"beyond the page"_s;
-    box.form.CurrentPage = 1;
+    box.form.library.InfoPath(4) = box.form.library.InfoType(4) = box.form.library.InfoTitre(4) = u"stale"_s;
+    box.form.library.InfoPath(5) = u"beyond the page"_s;
+    box.form.library.CurrentPage = 1;
     DrawZoneList(box.form);
-    EXPECT_EQ(box.form.InfoTitre(0), u"e.mp3"_s);
-    EXPECT_EQ(box.form.NumTrack, 5); // one past the page's last entry
+    EXPECT_EQ(box.form.library.InfoTitre(0), u"e.mp3"_s);
+    EXPECT_EQ(box.form.library.NumTrack, 5); // one past the page's last entry
     for (int slot = 1; slot <= 4; ++slot) {
-        EXPECT_EQ(box.form.InfoPath(slot) + box.form.InfoType(slot) + box.form.InfoTitre(slot), QString())
+        EXPECT_EQ(box.form.library.InfoPath(slot) + box.form.library.InfoType(slot) +
+                      box.form.library.InfoTitre(slot),
+                  QString())
             << slot;
     }
-    EXPECT_EQ(box.form.InfoPath(5), u"beyond the page"_s);
+    EXPECT_EQ(box.form.library.InfoPath(5), u"beyond the page"_s);
     EXPECT_EQ(TextsIn(kTitle).mid(4), QStringList{u"E"_s});
 }
 
 TEST_F(TrackZone, PagesAreCountedInFullAndRest) {
     box.SetTheme(u"zonelist"_s, u"ZoneListNbTracksParColonne"_s, u"6"_s);
     box.Start();
-    EXPECT_EQ(box.form.NbPages, 0);
+    EXPECT_EQ(box.form.library.NbPages, 0);
     for (int track = 0; track < 12; ++track) {
         box.Track(u"%1.mp3"_s.arg(track));
     }
     box.Start();
-    EXPECT_EQ(box.form.NbPages, 1);
+    EXPECT_EQ(box.form.library.NbPages, 1);
     box.Track(u"12.mp3"_s);
     box.Start();
-    EXPECT_EQ(box.form.NbPages, 2);
+    EXPECT_EQ(box.form.library.NbPages, 2);
 }
 
 TEST_F(TrackZone, TheMenuIsDrawnBeforeThePage) {
@@ -463,7 +466,7 @@ TEST_P(TrackZoneRows, ACountOfRowsThatLeavesTheArraysEndsTheProgram) {
     EXPECT_EQ(stop->error.number, GetParam().error);
 }
 
-// Twice 16384 leaves 16 bits before any array is asked.
+// Twice 16384 exceeds 16 bits before any array is accessed.
 INSTANTIATE_TEST_SUITE_P(Counts, TrackZoneRows,
                          testing::Values(RowsRow{0, 11}, RowsRow{1501, 9}, RowsRow{16384, 6}));
 
@@ -501,8 +504,8 @@ TEST_F(TrackZone, ABoxThatLeaves16BitsWithTheCornerEndsTheProgram) {
     EXPECT_EQ(stop->error.number, 6);
 }
 
-// A slot of the left column in a cache, its label's box left out: nothing else tells two slots of one title
-// apart.
+// Returns a slot of the left column of a cache without its label's box, which would differ between two slots
+// with the same title.
 QImage SlotOf(const Surface& cache, int row) {
     QImage slot = cache.picture.copy(4, 3 + 33 * (row - 1), 216, 32);
     for (int y = 2; y < 2 + 14; ++y) {
@@ -515,11 +518,12 @@ QImage SlotOf(const Surface& cache, int row) {
 
 class VideoMark : public TrackZone {
 protected:
-    // Whether one of two tracks of the same shown title bears a mark that the other has not.
+    // Whether one of two tracks with the same displayed title has a mark that the other one lacks.
     bool OneIsMarked() {
-        EXPECT_EQ(SlotOf(box.form.Picture_Cache, 1) == SlotOf(box.form.Picture_Cache, 2),
-                  SlotOf(box.form.Picture_CacheHilight, 1) == SlotOf(box.form.Picture_CacheHilight, 2));
-        return SlotOf(box.form.Picture_Cache, 1) != SlotOf(box.form.Picture_Cache, 2);
+        EXPECT_EQ(SlotOf(box.form.frame.Picture_Cache, 1) == SlotOf(box.form.frame.Picture_Cache, 2),
+                  SlotOf(box.form.frame.Picture_CacheHilight, 1) ==
+                      SlotOf(box.form.frame.Picture_CacheHilight, 2));
+        return SlotOf(box.form.frame.Picture_Cache, 1) != SlotOf(box.form.frame.Picture_Cache, 2);
     }
 };
 
@@ -548,10 +552,10 @@ TEST_F(VideoMark, ATrackBesideAVideoOfItsNameIsMarkedByTheNameWithoutThreeLetter
     EXPECT_TRUE(OneIsMarked());
 }
 
-// Deliberate D-17: the comparison of three letters with "mp44" is in vain.
+// Deliberate D-17: the comparison of three letters with "mp44" never succeeds.
 TEST_F(VideoMark, AnMp44HasNoMark) {
     box.Track(u"Song4.mp3"_s);
-    box.Track(u"Song.mp44"_s); // reads SONG4 as well
+    box.Track(u"Song.mp44"_s); // is displayed as SONG4 too
     box.Start();
     ASSERT_EQ(TextsIn(kTitle), QStringList({u"SONG4"_s, u"SONG4"_s}));
     EXPECT_FALSE(OneIsMarked());
@@ -571,12 +575,12 @@ TEST_F(VideoMark, TheMarkStaysWhereTheZonesCornerWouldMoveIt) {
     box.SetTheme(u"zonelist"_s, u"ZoneListY"_s, u"40"_s);
     box.Track(u"Song.flac"_s);
     box.Start();
-    const QImage unmarked = box.form.Picture_Cache.picture;
+    const QImage unmarked = box.form.frame.Picture_Cache.picture;
     box.Track(u"Song.avi"_s);
     QFile::remove(box.Music(u"Song.flac"_s));
     box.Start();
     ASSERT_EQ(TextsIn(kTitle), QStringList{u"SONG"_s});
-    const QImage marked = box.form.Picture_Cache.picture;
+    const QImage marked = box.form.frame.Picture_Cache.picture;
     EXPECT_NE(marked.copy(4, 3, 216, 32), unmarked.copy(4, 3, 216, 32));
     QImage rest = marked;
     for (int y = 3; y < 3 + 32; ++y) {

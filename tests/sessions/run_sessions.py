@@ -1,42 +1,44 @@
 #!/usr/bin/env python3
-"""Runs console sessions and compares every answer with what is expected.
+"""Runs console sessions and compares every answer with the expected one.
 
     run_sessions.py --console PROGRAM --work FOLDER [--accept] SESSION...
 
-A session is a folder of this kind, <subject>/<behaviour>/ in this place:
+A session is a folder <subject>/<behaviour>/ next to this script with these files:
 
-  session.txt      the rule that the session shows, as a comment, and the commands, one a line, as the console reads
-                   them. "@HOME@" and "@MUSIC@" stand for the session's application folder and music folder.
-  home.txt         how these folders are made and the program is called; see below.
-  expected.jsonl   what the console must answer: one JSON value a line, in the order of the answers, the first one being
-                   {"ready":true}. Blank lines and lines that begin with "#" are skipped. The same words are replaced.
-  after/           optional: files that must stand in the application folder at the end, byte for byte (the same words
-                   are replaced).
+  session.txt      the rule that the session shows, as a comment, and the console's commands, one per line. "@HOME@" and
+                   "@MUSIC@" are replaced by the session's application folder and music folder.
+  home.txt         how these folders are made and how the program is called; see below.
+  expected.jsonl   the expected answers of the console: one JSON value per line, in the order of the answers. The first
+                   is {"ready":true}. Blank lines and lines that begin with "#" are skipped. @HOME@ and @MUSIC@ are
+                   replaced here too.
+  after/           optional: files that the application folder must contain at the end, byte for byte (@HOME@ and
+                   @MUSIC@ are replaced).
 
-How an answer compares: numbers, texts, true, false and null exactly (1 and 1.0 are the same, 1 and true are not). Of an
-object every member that is expected must be there and compare; others may be there too. Lists compare element by element
-and must be of the same length. A member whose name ends in "~" expects a list in which the given elements stand in this
-order, with others before, between and behind them: {"calls~": [["BASS_ChannelPlay"]]}. Answers that nobody expects, and
-missing ones, are failures. The program's exit code must be the number of its "exit" line, and 0 without one.
+How answers are compared: numbers, texts, true, false and null must match exactly (1 and 1.0 are the same, 1 and true
+are not). Every expected member of an object must exist and match; other members are ignored. Lists must have the same
+length and are compared element by element. A member whose name ends in "~" expects a list that contains the given
+elements in this order, possibly with others before, between and after them: {"calls~": [["BASS_ChannelPlay"]]}.
+Unexpected and missing answers are failures. The exit code must be the number in the program's "exit" line, or 0 without
+such a line.
 
-home.txt, one step a line ("#" begins a comment; words are split as a shell splits them, so that "a name with blanks" is
-quoted; paths may hold @HOME@ and @MUSIC@, and lie in the application folder when they hold neither):
+home.txt has one step per line. "#" begins a comment. Words are split as in a shell, so "a name with blanks" is quoted.
+Paths may contain @HOME@ and @MUSIC@; without them they are relative to the application folder:
 
-  base NAME                       the application folder begins as a copy of tests/homes/NAME; "none": empty. First step.
+  base NAME                       copies tests/homes/NAME to the application folder; "none": empty. First step.
   set FILE SECTION KEY VALUE      sets a key of an INI file
   unset FILE SECTION KEY          removes a key of an INI file
-  folder PATH                     makes a folder, and those above it
+  folder PATH                     makes a folder and its parents
   empty PATH...                   makes empty files
-  text PATH TEXT                  makes a file of a text with the escapes \\n, \\r, \\t, \\xHH and \\\\
-  playlist PATH COUNT TRACK       makes a playlist file of so many entries of one track
-  tone PATH SECONDS [HZ]          makes a WAV file, 16-bit stereo at 44100 Hz, of a sine (440 Hz) at half of full scale
+  text PATH TEXT                  makes a text file; TEXT may use the escapes \\n, \\r, \\t, \\xHH and \\\\
+  playlist PATH COUNT TRACK       makes a playlist file with COUNT entries of one track
+  tone PATH SECONDS [HZ]          makes a WAV file: a sine (440 Hz) at half of full scale, 16-bit stereo, 44100 Hz
   media NAME PATH                 copies tests/sessions/media/NAME: tone.mp3 (3 s), tone.flac (1 s), film.avi (10 s)
-  copy NAME PATH                  copies a file of the repository, NAME from its tests folder on
-  remove PATH                     removes a file or a folder with all that is in it
+  copy NAME PATH                  copies a file of the repository; NAME is relative to the tests folder
+  remove PATH                     removes a file, or a folder with its contents
   link TARGET PATH                makes a symbolic link
-  options WORD...                 further words of the command line: --screen, --clock, --fail
+  options WORD...                 more words for the command line: --screen, --clock, --fail
 
---accept prints the actual answers instead of comparing them, with the folders put back into words.
+--accept prints the actual answers instead of comparing them, with the folders replaced by @HOME@ and @MUSIC@.
 """
 
 import argparse
@@ -56,7 +58,7 @@ SECONDS_TO_RUN = 240
 
 
 class Failure(Exception):
-    """What is wrong with a session."""
+    """A fault of a session."""
 
 
 # --- Making the folders -------------------------------------------------------------------------------------------------
@@ -64,7 +66,7 @@ class Failure(Exception):
 
 def write_tone(path, seconds, hertz):
     turn = 2 * math.pi * hertz / 44100
-    # Whole hertz begin anew every second.
+    # The samples of whole hertz repeat every second.
     second = b"".join(struct.pack("<hh", *[round(16384 * math.sin(turn * i))] * 2) for i in range(44100))
     samples = (second * math.ceil(seconds))[:4 * round(seconds * 44100)]
     head = struct.pack("<4sI4s4sIHHIIHH4sI", b"RIFF", len(samples) + 36, b"WAVE", b"fmt ", 16, 1, 2, 44100, 176400, 4, 16,
@@ -89,7 +91,7 @@ def unescape(text):
 
 
 def change_ini(path, section, key, value):
-    """Sets a key, or removes it when the value is None; nothing else in the file changes."""
+    """Sets a key, or removes it if the value is None; nothing else in the file changes."""
     lines = open(path, encoding="utf-8").read().split("\n") if os.path.exists(path) else []
     inside = [i for i, line in enumerate(lines) if line.strip().lower() == "[%s]" % section.lower()]
     if not inside:
@@ -110,10 +112,10 @@ def change_ini(path, section, key, value):
 
 
 def members(pairs):
-    """The members of an answer's object. One that bears a name twice is no good answer."""
+    """The members of an answer's object. An object with a repeated name is invalid."""
     names = [name for name, _ in pairs]
     if len(set(names)) < len(names):
-        raise Failure("an answer tells a member twice: " + ", ".join(sorted(n for n in set(names) if names.count(n) > 1)))
+        raise Failure("an answer has a member twice: " + ", ".join(sorted(n for n in set(names) if names.count(n) > 1)))
     return dict(pairs)
 
 
@@ -128,7 +130,7 @@ class Session:
 
     @staticmethod
     def name_of(folder):
-        """Subject and behaviour for one of the sessions here, else the folder's own name."""
+        """Subject and behaviour for a session below this folder, otherwise the folder's own name."""
         inside = os.path.commonpath([folder, SESSIONS]) == SESSIONS
         return os.path.relpath(folder, SESSIONS) if inside else os.path.basename(folder)
 
@@ -238,7 +240,7 @@ class Session:
         return self.put_back(text) + ("\n" + self.errors if self.errors else "")
 
     def commands_of(self, actual):
-        """The command behind each answer, for the report: kept commands answer out of turn."""
+        """The command of each answer, for the report: kept commands answer out of turn."""
         commands = iter(self.commands())
         started = False
         result = []
@@ -270,7 +272,7 @@ class Session:
 
 
 def compare(expected, actual, place):
-    """What differs, or an empty text."""
+    """Describes the difference; empty if there is none."""
     if isinstance(expected, dict):
         if not isinstance(actual, dict):
             return "%s: no object" % place
@@ -285,7 +287,7 @@ def compare(expected, actual, place):
         faults = (compare(e, a, "%s[%d]" % (place, i)) for i, (e, a) in enumerate(zip(expected, actual)))
         return next((fault for fault in faults if fault), "")
     same = expected == actual and isinstance(expected, bool) == isinstance(actual, bool)
-    return "" if same else "%s: expected %s, is %s" % (place, json.dumps(expected), json.dumps(actual))
+    return "" if same else "%s: expected %s, got %s" % (place, json.dumps(expected), json.dumps(actual))
 
 
 def compare_member(name, value, actual, place):
@@ -293,7 +295,7 @@ def compare_member(name, value, actual, place):
         among = actual.get(name[:-1])
         rest = iter(among if isinstance(among, list) else [])
         missing = [e for e in value if not any(not compare(e, a, "") for a in rest)]
-        return "%s: missing from there on: %s" % (place, json.dumps(missing[0])) if missing else ""
+        return "%s: missing from here on: %s" % (place, json.dumps(missing[0])) if missing else ""
     return compare(value, actual[name], place) if name in actual else "%s: missing" % place
 
 

@@ -1,20 +1,20 @@
 #!/usr/bin/env python3
-"""Feeds the console seeded random commands on homes of many kinds, and looks at every answer.
+"""Feeds the console seeded random commands on homes of many kinds and checks every answer.
 
     soak.py --console PROGRAM --work FOLDER [--commands N] [--seed N] [--run N] [--verbose]
 
-A run is one start of the console on a fresh home: one of HOMES, with settings drawn from the seed. It ends after --run
-commands, at the quit key or the menu's "quit", or soon after an error that leaves the guard of the handlers up. Runs follow
-one another until N commands have been answered. What must hold:
+A run is one start of the console on a fresh home: one of HOMES, with settings that depend on the seed. It ends after
+--run commands, at the quit key or the menu's "quit", or soon after an error that leaves InputBusy set. Runs follow one
+another until N commands have been answered. These rules are checked:
 
   - every line is a well-formed answer, and every command has one;
-  - an error in a handler bears one of the numbers of ERRORS; they are counted and told at the end;
-  - the program ends by its quit key, by the menu, or because its input ended, and in no other way;
+  - an error in a handler has one of the numbers of ERRORS; they are counted and reported at the end;
+  - the program ends only by its quit key, by the menu, or because its input ended;
   - nothing is written to standard error;
-  - no run takes more memory than --megabytes, however many commands it has had.
+  - no run takes more memory than --megabytes, however many commands it gets.
 
-Every fault is told with the home and the seed, and the run's commands are kept in the work folder: feed them to the console
-again to see it. The long soak: soak.py --commands 100000 --run 2000.
+Every fault is reported with the home and the seed, and the run's commands are kept in the work folder. Feed them to the
+console to reproduce it. The long soak: soak.py --commands 100000 --run 2000.
 """
 
 import argparse
@@ -34,17 +34,17 @@ import check_support  # noqa: E402
 ERRORS = {5, 6, 9, 13, 62, 75, 76, 91}
 SECONDS_TO_ANSWER = 60
 SECONDS_TO_END = 30
-# So many commands are still given to a console whose guard an error has left up: they must change nothing bad.
+# Number of commands that a console still gets after an error has left InputBusy set: they must do no harm.
 COMMANDS_AFTER_ERROR = 20
 COMMANDS_BETWEEN_LOOKS = 25
 
-# The delivered bindings: the arrows, then confirm, back, next zone, coin, the transport keys; seek, letters, digits.
+# The default bindings: the arrows, then confirm, back, next zone, coin, the transport keys; seek, letters, digits.
 ARROWS = [37, 38, 39, 40]
 BINDINGS = [13, 13, 8, 9, 9, 45, 113, 114, 115, 116, 117]
 TYPED = [70] + list(range(65, 70)) + list(range(48, 58))
 RARE = [27, 120, 0, 33, 64, 90, 91, 255, 32767, -1, -32768]
 
-# A place, a button, a slot: where a finger lands more often than chance would have it.
+# A place, a button, a slot: positions that are touched more often than by chance.
 SPOTS = [(20, 20), (20, 80), (240, 20), (240, 300), (464, 88), (500, 88), (536, 88), (572, 88), (608, 88), (466, 50),
          (460, 130), (460, 160), (460, 200), (460, 214), (500, 214), (536, 214), (570, 214), (610, 214), (20, 345),
          (340, 345), (400, 345), (460, 245), (460, 262), (460, 330)]
@@ -99,7 +99,7 @@ def make_home(given, kind, source):
                 "DefaultOrder": ["alpha"] * 4 + ["playcount"] * 3 + ["odd"], "ShowBigCover": ["false", "true"],
                 "PlayTransitionSound": ["true", "false"]}
     settings["ShowMainZone"] = settings["ActivePlaylistZone"] = ["true"] * 4 + ["false"]
-    # Half of the runs have no menu to quit by, and last.
+    # Half of the runs have no menu, and with it no way to quit from there, so that they last.
     settings["ActiveCommandZone"] = ["true", "false"]
     chosen = {key: source.choice(values) for key, values in settings.items()}
     steps += ["set config.ini Main %s %s" % pair for pair in chosen.items()]
@@ -146,7 +146,7 @@ BADLY_FORMED = {"state SelX Nothing", "key", "key x", "down 1", "tick -1", "jump
 
 
 def a_keyboard_command(source):
-    """Something that is done while the on-screen keyboard is open; now and then it closes it."""
+    """A command while the on-screen keyboard is open; now and then it closes it."""
     kinds = [
         (40, lambda s: "key %d" % s.choice(ARROWS + [13, 13, 8, 9, 70, 45])),
         (30, lambda s: "down %d %d" % (s.randrange(-5, 365), s.randrange(-5, 225))),
@@ -162,11 +162,11 @@ def a_keyboard_command(source):
 
 
 class Fault(Exception):
-    """What must not be."""
+    """A rule that was broken."""
 
 
 class Run:
-    """One start of the console, and what it has answered."""
+    """One start of the console and its answers."""
 
     def __init__(self, given, session, source, counts):
         self.given = given
@@ -214,21 +214,21 @@ class Run:
         return answer
 
     def look_at(self, answer, command):
-        """What holds of every answer. True when it ends the program."""
+        """Checks the rules for every answer. True if it ends the program."""
         if "exit" in answer:
             self.ended = answer["exit"]
             if answer != {"exit": 0}:
-                raise Fault("an end that no rule names: %s" % answer)
+                raise Fault("an end that no rule allows: %s" % answer)
             return True
         if answer.get("ok") is False:
             if not answer.get("reason") or command not in BADLY_FORMED:
                 raise Fault("refused: %s" % answer)
         elif answer.get("ok") is not True or command in BADLY_FORMED:
-            raise Fault("neither carried out nor refused: %s" % answer)
+            raise Fault("neither executed nor refused: %s" % answer)
         if answer.get("later"):
             self.kept -= 1
             if self.kept < 0:
-                raise Fault("a kept command answered that was never given: %s" % answer)
+                raise Fault("an answer to a kept command that was never given: %s" % answer)
         self.look_at_error(answer)
         return False
 
@@ -237,12 +237,12 @@ class Run:
         if error is None:
             return
         if sorted(error) != ["detail", "number", "text"] or error["number"] not in ERRORS or not error["text"]:
-            raise Fault("an error that must not be: %s" % error)
+            raise Fault("an error that is not allowed: %s" % error)
         detail = re.sub(r"-?\d+", "N", error["detail"].replace(self.session.home, "@HOME@"))
         self.counts[(error["number"], error["text"], re.sub(r"@HOME@.*", "(a path)", detail)[:60])] += 1
 
     def give(self, command):
-        """Gives one command. False when the program has ended, None when the guard may have stayed up."""
+        """Sends one command. False if the program has ended, None if InputBusy may still be set."""
         self.lines.append(command)
         self.process.stdin.write(command.encode() + b"\n")
         self.process.stdin.flush()
@@ -278,14 +278,14 @@ class Run:
         raise Fault("the dialog %s does not close" % name)
 
     def use_keyboard(self):
-        """Types at random until the keyboard is closed, or long enough."""
+        """Types at random until the keyboard is closed or enough was typed."""
         for _ in range(self.source.randrange(40)):
             command = a_keyboard_command(self.source)
             self.kept += command.startswith("later")
             answer = self.ask(command)
             self.look_at_error(answer)
             if answer.get("ok") is not True:
-                raise Fault("refused under the keyboard: %s: %s" % (command, answer))
+                raise Fault("refused while the keyboard is open: %s: %s" % (command, answer))
             if not self.ask("state Form_KeyBoard.Visible")["state"]["Form_KeyBoard.Visible"]:
                 return
 
@@ -307,16 +307,16 @@ class Run:
             return log.read().decode(errors="replace").rstrip("\r\n").rsplit("\n", 1)[-1][19:]
 
     def end(self):
-        """Closes the input, waits for the end and looks at what is left."""
+        """Closes the input, waits for the end and checks the remaining output."""
         self.look_at_memory()
         self.process.stdin.close()
         try:
             code = self.process.wait(SECONDS_TO_END)
         except subprocess.TimeoutExpired as error:
-            raise Fault("does not end after its input has") from error
+            raise Fault("does not end at the end of its input") from error
         rest = self.buffer + self.process.stdout.read()
         if rest:
-            raise Fault("an answer that nobody waits for: %r" % rest[:300])
+            raise Fault("an unexpected answer: %r" % rest[:300])
         if code != (self.ended or 0):
             raise Fault("exit code %d" % code)
         if self.ended == 0 and self.last_log_line() not in (" Fin ", " : ValiderCommand"):
@@ -329,7 +329,7 @@ class Run:
             raise Fault("took %d MB" % self.peak)
 
     def look_at_memory(self):
-        """Keeps the most memory that the process has held so far, in megabytes; one that has ended tells nothing."""
+        """Keeps the highest memory use of the process so far, in megabytes; a process that has ended reports none."""
         with open("/proc/%d/status" % self.process.pid, encoding="ascii") as status:
             found = re.search(r"VmHWM:\s+(\d+) kB", status.read())
         self.peak = int(found.group(1)) >> 10 if found else self.peak
@@ -340,7 +340,8 @@ class Run:
 
 
 def soak_run(given, number, counts, most):
-    """One run of at most `most` commands. How many it has answered, its most megabytes, and whether all was well."""
+    """One run of at most `most` commands. Returns the number of answers, the highest memory use and whether all was
+    well."""
     source = random.Random("%d/%d" % (given.seed, number))
     kind = list(HOMES)[number % len(HOMES)]
     session, chosen = make_home(given, kind, source)
@@ -352,7 +353,8 @@ def soak_run(given, number, counts, most):
         going = True
         journey = []
         while going is not False and left > 0:
-            # Rarely the way to the button "save", which chance alone hardly finds: a pick, two zones on, a button back.
+            # Rarely: the sequence that leads to the button "save", which chance almost never finds: a pick, two zones
+            # on, a button back.
             if not journey and source.random() < 0.01:
                 journey = ["key 13", "key 9", "key 9", "key 37", "key 13"]
             going = run.give(journey.pop(0) if journey else a_command(source, chosen["TactileMode"] == "true"))
@@ -383,7 +385,7 @@ def main():
     parser.add_argument("--commands", type=int, default=5000)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--run", type=int, default=300, help="commands a run")
-    parser.add_argument("--megabytes", type=int, default=400, help="the most memory that a run may take")
+    parser.add_argument("--megabytes", type=int, default=400, help="the limit for the memory of a run")
     parser.add_argument("--verbose", action="store_true")
     given = parser.parse_args()
     given.console = os.path.abspath(given.console)

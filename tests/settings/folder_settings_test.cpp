@@ -1,4 +1,4 @@
-// A folder's own settings and what stands in for them.
+// A folder's own settings and their fallbacks.
 #include "settings/folder_settings.h"
 
 #include "support/jukebox.h"
@@ -7,12 +7,12 @@
 
 namespace {
 
-// A form that shows the music folder and is not started.
+// A form with the music folder as its current folder, before start-up.
 class FolderSettingsTest : public ::testing::Test {
 protected:
     FolderSettingsTest() {
-        form.Dir1.Path = jukebox.Music();
-        form.DefaultOrder = QStringLiteral("alpha");
+        form.library.Dir1.Path = jukebox.Music();
+        form.settings.DefaultOrder = QStringLiteral("alpha");
     }
     void SetFolder(const char* key, const char* value) {
         jukebox.SetKey(QStringLiteral("pathconfig.ini"), jukebox.Music(), QString::fromLatin1(key),
@@ -35,18 +35,18 @@ TEST_F(FolderSettingsTest, AFolderWithoutASectionTakesTheCabinetsValues) {
     SetCabinet("ShowTrackNum", "");
     SetCabinet("ShowMp3CoverTag", "no");
     SetCabinet("ShowBigtitle", "true");
-    form.DefaultOrder = QStringLiteral("playcount");
+    form.settings.DefaultOrder = QStringLiteral("playcount");
     ReadStartFolderSettings(form);
-    EXPECT_EQ(form.Order, QStringLiteral("playcount"));
+    EXPECT_EQ(form.library.Order, QStringLiteral("playcount"));
     ReadFolderSettings(form);
-    EXPECT_EQ(form.ShowCover, QStringLiteral("true"));
-    EXPECT_EQ(form.ShowBigCover, QStringLiteral("true"));
-    EXPECT_EQ(form.ShowFolderCover, QStringLiteral("false"));
-    EXPECT_EQ(form.ShowFileCover, QStringLiteral("true"));
-    EXPECT_EQ(form.ShowTrackNum, QString());
-    EXPECT_EQ(form.ShowMp3CoverTag, QStringLiteral("no"));
-    // The big title alone has no value in the cabinet's file.
-    EXPECT_EQ(form.ShowBigtitle, QStringLiteral("false"));
+    EXPECT_EQ(form.settings.ShowCover, QStringLiteral("true"));
+    EXPECT_EQ(form.settings.ShowBigCover, QStringLiteral("true"));
+    EXPECT_EQ(form.settings.ShowFolderCover, QStringLiteral("false"));
+    EXPECT_EQ(form.settings.ShowFileCover, QStringLiteral("true"));
+    EXPECT_EQ(form.settings.ShowTrackNum, QString());
+    EXPECT_EQ(form.settings.ShowMp3CoverTag, QStringLiteral("no"));
+    // Only the big title takes no value from the cabinet's file.
+    EXPECT_EQ(form.settings.ShowBigtitle, QStringLiteral("false"));
 }
 
 TEST_F(FolderSettingsTest, AFoldersOwnValuesWin) {
@@ -59,12 +59,13 @@ TEST_F(FolderSettingsTest, AFoldersOwnValuesWin) {
     SetFolder("ShowTrackNum", "false");
     SetFolder("ShowMp3CoverTag", "false");
     ReadStartFolderSettings(form);
-    EXPECT_EQ(form.Order, QStringLiteral("playcount"));
+    EXPECT_EQ(form.library.Order, QStringLiteral("playcount"));
     ReadFolderSettings(form);
-    EXPECT_EQ(form.ShowBigtitle, QStringLiteral("true"));
-    EXPECT_EQ(form.ShowBigCover, QStringLiteral("true"));
-    for (const QString* value : {&form.ShowCover, &form.ShowFolderCover, &form.ShowFileCover,
-                                 &form.ShowTrackNum, &form.ShowMp3CoverTag}) {
+    EXPECT_EQ(form.settings.ShowBigtitle, QStringLiteral("true"));
+    EXPECT_EQ(form.settings.ShowBigCover, QStringLiteral("true"));
+    for (const QString* value :
+         {&form.settings.ShowCover, &form.settings.ShowFolderCover, &form.settings.ShowFileCover,
+          &form.settings.ShowTrackNum, &form.settings.ShowMp3CoverTag}) {
         EXPECT_EQ(*value, QStringLiteral("false"));
     }
 }
@@ -73,7 +74,7 @@ TEST_F(FolderSettingsTest, AnotherFoldersSectionIsNotRead) {
     jukebox.SetKey(QStringLiteral("pathconfig.ini"), jukebox.Music(QStringLiteral("rock")),
                    QStringLiteral("Order"), QStringLiteral("playcount"));
     ReadStartFolderSettings(form);
-    EXPECT_EQ(form.Order, QStringLiteral("alpha"));
+    EXPECT_EQ(form.library.Order, QStringLiteral("alpha"));
 }
 
 TEST_F(FolderSettingsTest, AKeyOfBlanksCountsAsMissing) {
@@ -82,39 +83,41 @@ TEST_F(FolderSettingsTest, AKeyOfBlanksCountsAsMissing) {
     SetFolder("ShowCover", " ");
     ReadStartFolderSettings(form);
     ReadFolderSettings(form);
-    EXPECT_EQ(form.Order, QStringLiteral("alpha"));
-    EXPECT_EQ(form.ShowBigtitle, QStringLiteral("false"));
-    EXPECT_EQ(form.ShowCover, QStringLiteral("true"));
+    EXPECT_EQ(form.library.Order, QStringLiteral("alpha"));
+    EXPECT_EQ(form.settings.ShowBigtitle, QStringLiteral("false"));
+    EXPECT_EQ(form.settings.ShowCover, QStringLiteral("true"));
 }
 
 TEST_F(FolderSettingsTest, BlanksBehindAValueAreDropped) {
     SetFolder("Order", "playcount  ");
     SetFolder("ShowBigtitle", "true ");
     ReadStartFolderSettings(form);
-    EXPECT_EQ(form.Order, QStringLiteral("playcount"));
-    EXPECT_EQ(form.ShowBigtitle, QStringLiteral("true"));
+    EXPECT_EQ(form.library.Order, QStringLiteral("playcount"));
+    EXPECT_EQ(form.settings.ShowBigtitle, QStringLiteral("true"));
 }
 
-// Start-up lowers the big title; a drawing takes it as it stands. All other switches are lowered each time.
+// Start-up converts the big title to lower case; a drawing uses it as it is spelled. All other switches are
+// converted every time.
 TEST_F(FolderSettingsTest, OnlyStartUpLowersTheBigTitle) {
     SetFolder("ShowBigtitle", "TRUE");
     SetFolder("ShowTrackNum", "FALSE");
     ReadStartFolderSettings(form);
-    EXPECT_EQ(form.ShowBigtitle, QStringLiteral("true"));
+    EXPECT_EQ(form.settings.ShowBigtitle, QStringLiteral("true"));
     ReadFolderSettings(form);
-    EXPECT_EQ(form.ShowBigtitle, QStringLiteral("TRUE"));
-    EXPECT_EQ(form.ShowTrackNum, QStringLiteral("false"));
+    EXPECT_EQ(form.settings.ShowBigtitle, QStringLiteral("TRUE"));
+    EXPECT_EQ(form.settings.ShowTrackNum, QStringLiteral("false"));
 }
 
 TEST_F(FolderSettingsTest, StartUpKeepsTheFoldersCoverAndNumberApartAndLeavesTheBigCover) {
     SetFolder("ShowCover", "FALSE");
     SetFolder("ShowTrackNum", "False");
     SetFolder("ShowBigCover", "true");
-    form.ShowCover = form.ShowTrackNum = form.ShowBigCover = QStringLiteral("before");
+    form.settings.ShowCover = form.settings.ShowTrackNum = form.settings.ShowBigCover =
+        QStringLiteral("before");
     ReadStartFolderSettings(form);
-    EXPECT_EQ(form.ShowCoverFolder, QStringLiteral("false"));
-    EXPECT_EQ(form.ShowTrackNumFolder, QStringLiteral("false"));
-    EXPECT_EQ(form.ShowBigCover, QStringLiteral("before"));
+    EXPECT_EQ(form.settings.ShowCoverFolder, QStringLiteral("false"));
+    EXPECT_EQ(form.settings.ShowTrackNumFolder, QStringLiteral("false"));
+    EXPECT_EQ(form.settings.ShowBigCover, QStringLiteral("before"));
 }
 
 } // namespace

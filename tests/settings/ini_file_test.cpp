@@ -29,7 +29,7 @@ TEST(IniFileReading, ComparesLettersBeyondAsciiWithoutCaseToo) {
     EXPECT_EQ(Value("[\xC3\x89]\nk=3\n", "é", "K"), "3");
     EXPECT_EQ(Value("[S]\n\xE2\x84\xAA=3\n", "S", "k"), "3") << "the Kelvin sign folds to k";
     EXPECT_EQ(Value("[S]\nk=3\n", "S", "\xE2\x84\xAA"), "3");
-    EXPECT_EQ(Value("[S]\n\xF0\x90\x90\x80=3\n", "S", "\xF0\x90\x90\xA8"), "3") << "a letter beyond U+FFFF";
+    EXPECT_EQ(Value("[S]\n\xF0\x90\x90\x80=3\n", "S", "\xF0\x90\x90\xA8"), "3") << "a letter above U+FFFF";
 }
 
 TEST(IniFileReading, EachLetterIsComparedByItself) {
@@ -58,7 +58,7 @@ TEST(IniFileReading, AByteOrderMarkInFrontOfANameOrValueIsNotPartOfIt) {
         mark + mark + "[A]\n[" + mark + "B]\n" + mark + "k=" + mark + "1\nz=\xED\xB2\x80" + mark;
     EXPECT_EQ(Value(file, "B", "k"), "1");
     EXPECT_EQ(Value(file, "A", "k"), "") << "a second mark of the file is text before the bracket";
-    EXPECT_EQ(IniFile(file).Bytes(), file) << "nothing of the file is lost";
+    EXPECT_EQ(IniFile(file).Bytes(), file) << "no byte of the file is lost";
 }
 
 TEST(IniFileReading, TellsSimilarNamesApart) {
@@ -76,7 +76,7 @@ TEST(IniFileReading, TellsSimilarNamesApart) {
 TEST(IniFileReading, TheFirstSectionAndTheFirstKeyWin) {
     EXPECT_EQ(Value("[A]\nk=1\nk=2\n[B]\nk=3\n[a]\nk=4\nz=5\n", "A", "k"), "1");
     EXPECT_EQ(Value("[A]\nk=1\n[B]\nk=3\n[a]\nz=5\n", "A", "z"), "")
-        << "a second section of the name is not read";
+        << "a second section of the same name is not read";
     EXPECT_EQ(Value("[A]\nk=1\n[a]\nz=5\n[B]\nz=6\n", "B", "z"), "6");
 }
 
@@ -129,21 +129,21 @@ TEST(IniFileReading, AValueHasAtMost254Characters) {
     const QString notes = QString::fromUtf8("\xF0\x9F\x8E\xB5").repeated(200);
     EXPECT_EQ(IniFile("[A]\nk=" + notes.toUtf8()).Value(u"A", u"k"), notes.left(254));
     EXPECT_EQ(IniFile("[A]\nk=x" + notes.toUtf8()).Value(u"A", u"k"), u'x' + notes.left(252))
-        << "a pair of surrogates is not cut in two";
+        << "a surrogate pair is not split";
 }
 
 TEST(IniFileReading, EveryKindOfLineEnd) {
     for (const char* const end : {"\n", "\r\n", "\r"}) {
         const QByteArray file = QByteArray("[A]") + end + "k=1" + end + end + "z=2";
         EXPECT_EQ(Value(file, "A", "k"), "1");
-        EXPECT_EQ(Value(file, "A", "z"), "2") << "the last line has no end";
+        EXPECT_EQ(Value(file, "A", "z"), "2") << "the last line has no line end";
     }
 }
 
 TEST(IniFileReading, AByteOrderMarkIsSkipped) {
     EXPECT_EQ(Value("\xEF\xBB\xBF[A]\nk=\xC3\xA9\n", "A", "k"), "é");
     EXPECT_EQ(Value("\xEF\xBB\xBF", "A", "k"), "");
-    EXPECT_EQ(Value("\xEF\xBB\xBF[A]\nk=\xE9\n", "A", "k"), "é") << "a mark before Windows-1252";
+    EXPECT_EQ(Value("\xEF\xBB\xBF[A]\nk=\xE9\n", "A", "k"), "é") << "a byte order mark before Windows-1252";
 }
 
 TEST(IniFileReading, InvalidUtf8IsWindows1252) {
@@ -154,12 +154,12 @@ TEST(IniFileReading, InvalidUtf8IsWindows1252) {
 }
 
 TEST(IniFileReading, OddLinesDoNoHarm) {
-    EXPECT_EQ(Value("[A\nk=1\n", "A", "k"), "1") << "a section without its bracket";
+    EXPECT_EQ(Value("[A\nk=1\n", "A", "k"), "1") << "a section without a closing bracket";
     EXPECT_EQ(Value("[A]\nno value\n=5\n\n \t\nk=1\n", "A", "k"), "1");
     EXPECT_EQ(Value("[A]\n=5\n", "A", ""), "");
     EXPECT_EQ(Value("[A] ; rest\nk=1\n", "A", "k"), "1");
     EXPECT_EQ(Value("[/music/Live [2004]]\nk=1\n", "/music/Live [2004]", "k"), "1")
-        << "the last bracket ends it";
+        << "the last bracket ends the name";
     EXPECT_EQ(Value(QByteArray("[A]\n\0k=1\nz=a\0b\n\0\0\0", 18), "A", "z").size(), 3U);
     EXPECT_EQ(IniFile(QByteArray("[A]\nz=a\0b\n", 10)).Value(u"A", u"z"), QString::fromLatin1("a\0b", 3));
     EXPECT_EQ(Value("[", "", "k"), "");
@@ -274,7 +274,7 @@ TEST(IniFileWriting, NamesThatLookLikeSomethingElseAreFoundAgain) {
         for (const QString& key : names) {
             EXPECT_EQ(again.Value(section, key), key);
         }
-        EXPECT_EQ(again.Bytes().count('\n'), 3 + static_cast<int>(std::size(names))) << "one line a key";
+        EXPECT_EQ(again.Bytes().count('\n'), 3 + static_cast<int>(std::size(names))) << "one line per key";
     }
 }
 

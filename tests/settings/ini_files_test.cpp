@@ -1,4 +1,4 @@
-// The parsed copies of INI files: when they are made anew, and what a write that fails leaves behind.
+// The cached INI files: when they are parsed again, and what a failed write leaves.
 #include "settings/ini_files.h"
 
 #include "core/run_time_error.h"
@@ -27,7 +27,7 @@ protected:
 
 TEST_F(IniFilesTest, AMissingFileIsEmpty) {
     EXPECT_EQ(Value(), QString());
-    EXPECT_EQ(home.Count(), 0U) << "reading makes no file";
+    EXPECT_EQ(home.Count(), 0U) << "reading creates no file";
 }
 
 TEST_F(IniFilesTest, AnUnchangedFileIsLookedAtOnceAReadAndParsedOnce) {
@@ -80,7 +80,7 @@ TEST_F(IniFilesTest, EachPathHasItsOwnCopy) {
 TEST_F(IniFilesTest, WriteMakesTheFileAndReadsBackWithoutParsingAgain) {
     EXPECT_TRUE(Write(QStringLiteral("1")));
     EXPECT_EQ(home.Read(QStringLiteral("config.ini")), "[A]\r\nk=1\r\n");
-    EXPECT_EQ(home.Count(), 1U) << "no temporary file stays";
+    EXPECT_EQ(home.Count(), 1U) << "no temporary file is left";
     const int reads = files.Calls("ReadWhole");
     EXPECT_EQ(Value(), QStringLiteral("1"));
     EXPECT_EQ(files.Calls("ReadWhole"), reads);
@@ -151,9 +151,9 @@ TEST_F(IniFilesTest, AFileThatCannotBeReadIsNeverReplaced) {
     EXPECT_EQ(Value(), QString());
     EXPECT_FALSE(Write(QStringLiteral("2")));
     files.FailNothing();
-    EXPECT_EQ(Value(), QStringLiteral("1")) << "it is read as soon as it can be";
+    EXPECT_EQ(Value(), QStringLiteral("1")) << "the file is read as soon as that is possible";
     files.Fail("Identity", 1, 1);
-    EXPECT_FALSE(Write(QStringLiteral("2"))) << "the look fails, the file is there";
+    EXPECT_FALSE(Write(QStringLiteral("2"))) << "Identity fails although the file exists";
     files.FailNothing();
     EXPECT_EQ(home.Read(QStringLiteral("config.ini")), "[A]\nk=1\nz=2\n");
 }

@@ -16,7 +16,7 @@ class Chance {
 public:
     explicit Chance(unsigned seed) : random_(seed) {}
 
-    // 0 to below - 1.
+    // A random number from 0 to below - 1.
     int Below(int below) { return static_cast<int>(random_() % static_cast<unsigned>(below)); }
 
     QByteArray Bytes() {
@@ -76,7 +76,7 @@ private:
     std::mt19937 random_;
 };
 
-// What a value reads as that was set: its first line, blanks in front dropped.
+// Returns a value as it is read back after it was set: its first line without leading blanks.
 QString AsRead(const QString& value) {
     qsizetype begin = 0;
     const auto end = std::min(value.indexOf(u'\n') < 0 ? value.size() : value.indexOf(u'\n'),
@@ -127,7 +127,7 @@ TEST(IniFileMutation, SettingTheSameValueTwiceChangesNothingMore) {
     }
 }
 
-// A file changed many times in place, beside one that is parsed anew after each change.
+// Compares a file that is changed many times in place with one that is parsed again after each change.
 TEST(IniFileMutation, ManyChangesLeaveWhatAFreshParseFinds) {
     Chance chance(23);
     for (int round = 0; round < kRounds / 10; ++round) {

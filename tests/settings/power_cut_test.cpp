@@ -1,5 +1,4 @@
-// A thousand power cuts: the writer is killed at a random moment, and the file is the old or the new one,
-// whole.
+// A thousand power cuts: the writer is killed at a random moment, and the file must be completely old or new.
 #include "settings/power_cut_content.h"
 #include "support/home_folder.h"
 
@@ -20,7 +19,7 @@ namespace {
 constexpr int kCuts = 1000;
 constexpr int kLongestWaitMicroseconds = 5000;
 
-// The writer lies beside this program.
+// Returns the path of the writer, which is in the same folder as this program.
 QByteArray WriterPath() {
     std::array<char, 4096> path{};
     const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
@@ -28,7 +27,7 @@ QByteArray WriterPath() {
     return self.left(self.lastIndexOf('/') + 1) + "power_cut_writer";
 }
 
-// The writer, its standard input and output in our hands. It ends with its input.
+// Runs the writer and holds the ends of its standard input and output. It exits when its input is closed.
 class Writer {
 public:
     explicit Writer(QByteArray file) {
@@ -61,7 +60,7 @@ public:
 
     bool started() const { return started_; }
     bool Start(int number) const { return ::write(input_, &number, sizeof number) == sizeof number; }
-    // The next message; kEnded as well when the writer itself has gone.
+    // Returns the next message; kEnded also when the writer itself has exited.
     PowerCutMessage Next() const {
         PowerCutMessage message;
         const bool whole = ::read(output_, &message, sizeof message) == sizeof message;
@@ -80,8 +79,8 @@ void WaitMicroseconds(int microseconds) {
     ::nanosleep(&time, nullptr);
 }
 
-// Lets the writer write from `first` on, and kills it after its first write and a while. The last number it
-// told of, or -1 when not even the first write has succeeded.
+// Lets the writer write from `first` on, and kills it some time after its first write. Returns the last
+// number that it reported, or -1 when not even the first write succeeded.
 int LastBeforeCut(const Writer& writer, int first, int waitMicroseconds) {
     pid_t process = -1;
     int last = -1;
@@ -106,23 +105,23 @@ TEST(PowerCut, TheFileIsTheOldOrTheNewOneWhole) {
     HomeFolder home;
     const QString name = QStringLiteral("stats.ini");
     const Writer writer(home.Path(name).toUtf8());
-    ASSERT_TRUE(writer.started()) << WriterPath().toStdString() << " is not there";
+    ASSERT_TRUE(writer.started()) << WriterPath().toStdString() << " does not exist";
     std::mt19937 random(7);
     int number = 0;
     int leftovers = 0;
     for (int cut = 0; cut < kCuts; ++cut) {
         const int wait = static_cast<int>(random() % kLongestWaitMicroseconds);
-        // What the last cut left behind is no hindrance to the next write.
+        // Leftovers of the last cut must not prevent the next write.
         const int told = LastBeforeCut(writer, number + 1, wait);
         ASSERT_GT(told, number) << "cut " << cut;
         const QByteArray bytes = home.Read(name);
         number = bytes.left(bytes.indexOf('\n')).toInt();
-        ASSERT_TRUE(bytes == PowerCutContent(number)) << "cut " << cut << ": not whole";
+        ASSERT_TRUE(bytes == PowerCutContent(number)) << "cut " << cut << ": the content is incomplete";
         ASSERT_TRUE(number == told || number == told + 1)
             << "cut " << cut << ": " << number << " after " << told;
         leftovers += home.Count() > 1 ? 1 : 0;
     }
-    EXPECT_GT(leftovers, 0) << "no cut has ever hit a write";
+    EXPECT_GT(leftovers, 0) << "no cut hit a write";
     EXPECT_LE(home.Count(), 2U);
     RecordProperty("leftovers", leftovers);
 }

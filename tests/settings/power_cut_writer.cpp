@@ -31,8 +31,8 @@ void Tell(int kind, int value) {
 
 } // namespace
 
-// The argument is the file. For each number on standard input a process of its own writes that number's
-// content, then the following ones, until somebody kills it.
+// The argument is the file. For each number on standard input a child process writes that number's content,
+// then that of the following numbers, until it is killed.
 int main(int argc, char** argv) {
     if (argc != 2) {
         return 2;

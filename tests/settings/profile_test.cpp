@@ -1,8 +1,9 @@
-// Single keys by path, section and key.
+// Reading and writing single keys by path, section and key.
 #include "settings/profile.h"
 
 #include "platform/simulated/simulated_platform.h"
-#include "shell/form_main.h"
+#include "shell/hand_down.h"
+#include "state/form_main.h"
 #include "support/home_folder.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +19,7 @@ protected:
     HomeFolder home;
     QString path = home.Path(QStringLiteral("config.ini"));
     SimulatedPlatform platform;
-    Form_Main form{platform.ports()};
+    Form_Main form{platform.ports(), HandDown()};
 };
 
 TEST_F(Profile, ReadsWhatTheFileHasNow) {

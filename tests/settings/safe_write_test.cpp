@@ -1,4 +1,4 @@
-// Replacing files safely: each step that fails leaves the old file.
+// Replacing files safely: when a step fails, the old file stays.
 #include "settings/safe_write.h"
 
 #include "support/failing_files.h"
@@ -58,7 +58,7 @@ TEST_F(SafeWrite, AFolderThatFailsAfterTheRenameKeepsTheNewFileWhole) {
     EXPECT_EQ(home.Count(), 1U);
 }
 
-// Ends the file's growth in the middle of the bytes, as a full disk does.
+// Limits the file size so that the write fails partway, as on a full disk.
 TEST_F(SafeWrite, ADiskThatGetsFullLeavesTheOldFile) {
     home.Write(name, "old");
     rlimit before{};

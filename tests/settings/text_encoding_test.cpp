@@ -1,4 +1,4 @@
-// Telling encodings apart and converting.
+// Telling encodings apart, and converting.
 #include "settings/text_encoding.h"
 
 #include <gtest/gtest.h>
@@ -11,8 +11,8 @@ TEST(TextEncoding, IsUtf8OnlyWhenEveryByteFits) {
     EXPECT_EQ(EncodingOf("\xC3\xA9"), TextEncoding::kUtf8);
     EXPECT_EQ(EncodingOf("\xC3\xA9 \xE9"), TextEncoding::kWindows1252);
     EXPECT_EQ(EncodingOf("\xC3"), TextEncoding::kWindows1252);
-    EXPECT_EQ(EncodingOf("\xC0\x80"), TextEncoding::kWindows1252) << "a longer form than needed";
-    EXPECT_EQ(EncodingOf("\xED\xA0\x80"), TextEncoding::kWindows1252) << "half of a pair";
+    EXPECT_EQ(EncodingOf("\xC0\x80"), TextEncoding::kWindows1252) << "an overlong form";
+    EXPECT_EQ(EncodingOf("\xED\xA0\x80"), TextEncoding::kWindows1252) << "half of a surrogate pair";
     EXPECT_EQ(EncodingOf("\xED\xB2\x80 \xED\xB3\xBF"), TextEncoding::kUtf8) << "bytes of file names";
     EXPECT_EQ(EncodingOf("\xED\xB2\x80 \xE9"), TextEncoding::kWindows1252);
 }
@@ -30,7 +30,7 @@ TEST(TextEncoding, EveryByteOfWindows1252ComesBack) {
 TEST(TextEncoding, Windows1252HasNoPlaceForOtherCharacters) {
     EXPECT_EQ(EncodeAs(TextEncoding::kWindows1252, QString::fromUtf8("日")), std::nullopt);
     EXPECT_EQ(EncodeAs(TextEncoding::kWindows1252, QString(QChar(0x80))), std::nullopt)
-        << "the number of a byte that stands for another character";
+        << "0x80 is the byte of another character";
 }
 
 TEST(TextEncoding, Utf8KeepsTheBytesOfFileNames) {

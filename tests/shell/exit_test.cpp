@@ -1,4 +1,4 @@
-// The exit routine: what it stops, sends and leaves alone.
+// The exit routine: what it stops, what it sends, and what it leaves unchanged.
 #include "shell/exit.h"
 
 #include "shell/handle_event.h"
@@ -35,7 +35,7 @@ InputEvent Event(InputKind kind, int code = 0) {
     return event;
 }
 
-// All calls, one line of JSON each.
+// Returns all calls, each as one line of JSON.
 std::vector<std::string> AllCalls(const SimulatedPlatform& platform) {
     std::vector<std::string> calls;
     for (const QJsonArray& call : platform.calls.Entries()) {
@@ -53,9 +53,9 @@ TEST(Exit, FreesTheSoundThenLetsTheControllerGoThenClosesItsPort) {
     jukebox.SetKey(QStringLiteral("config.ini"), QStringLiteral("RGBLeds"), QStringLiteral("Active"),
                    QStringLiteral("true"));
     jukebox.Start();
-    jukebox.form.tmrSpectrum.Enabled = true;
+    jukebox.form.shell.tmrSpectrum.Enabled = true;
     jukebox.platform.calls.Clear();
-    // The calls up to each point.
+    // The calls up to each run of pending events.
     std::vector<std::vector<std::string>> points;
     jukebox.platform.pump.runPending = [&] {
         points.push_back(AllCalls(jukebox.platform));
@@ -65,7 +65,7 @@ TEST(Exit, FreesTheSoundThenLetsTheControllerGoThenClosesItsPort) {
     const auto sent = ElementsAre(kFree, kOutput);
     EXPECT_THAT(points, ElementsAre(sent, sent, sent));
     EXPECT_THAT(AllCalls(jukebox.platform), ElementsAre(kFree, kOutput, kPortClosed));
-    EXPECT_FALSE(jukebox.form.tmrSpectrum.Enabled);
+    EXPECT_FALSE(jukebox.form.shell.tmrSpectrum.Enabled);
 }
 
 TEST(Exit, SendsNothingWithoutAController) {
@@ -79,15 +79,15 @@ TEST(Exit, SendsNothingWithoutAController) {
 TEST(Exit, DoesNotWaitForARunningHandler) {
     Jukebox jukebox;
     jukebox.Start();
-    jukebox.form.InputBusy = 1;
+    jukebox.form.shell.InputBusy = 1;
     EXPECT_EQ(ExitCodeOf([&] { HandleEvent(jukebox.form, Event(InputKind::kClose)); }), 0);
 }
 
 TEST(Exit, SavesNothing) {
     Jukebox jukebox;
     jukebox.Start();
-    jukebox.form.Credits = 3;
-    jukebox.form.Theme = QStringLiteral("small");
+    jukebox.form.coins.Credits = 3;
+    jukebox.form.settings.Theme = QStringLiteral("small");
     const QStringList files = QDir(jukebox.Home()).entryList(QDir::AllEntries | QDir::Hidden);
     const QString settings = jukebox.Home(QStringLiteral("config.ini"));
     const auto before = jukebox.platform.files.ReadWhole(settings, 1 << 20);

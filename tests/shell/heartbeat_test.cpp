@@ -1,4 +1,4 @@
-// What a heartbeat draws, and what it leaves when it dies.
+// What a heartbeat draws, and the state that a failed heartbeat leaves.
 #include "shell/heartbeat.h"
 
 #include "platform/tone_file.h"
@@ -26,7 +26,7 @@ protected:
             key.code = kConfirmKey;
             ASSERT_FALSE(HandleEvent(form, key));
         }
-        // The picks after the first one flash for 720 ms each while it plays.
+        // Each pick after the first flashes for 720 ms while the first track plays.
         jukebox.platform.clock.Advance(-720.0 * (entries - 1) + 3000);
     }
     std::optional<RunTimeError> TickAfter(double milliseconds) {
@@ -55,16 +55,16 @@ QImage Part(const Strip& strip, int x, int y, int width, int height) {
 TEST_F(Heartbeat, TheSlideEndsOnTheNextRowInItsSelectedLook) {
     StartWith(2);
     ASSERT_FALSE(TickAfter(2000));
-    ASSERT_EQ(form.TrackChanging, 0);
+    ASSERT_EQ(form.player.TrackChanging, 0);
     ASSERT_FALSE(TickAfter(1500));
-    ASSERT_EQ(form.TrackChanging, 1);
-    const int x = form.BlockPlaylistX.value() + form.BlockPlaylistPlaylistX.value();
-    const int y = form.BlockPlaylistY.value() + form.BlockPlaylistPlaylistY.value();
-    const int width = form.BlockPlaylistPlaylistW.value();
-    EXPECT_EQ(Part(form.Picture_Main, x, y, width, kRowHeight),
-              Part(form.Picture_PlaylistHilight, 0, kRowHeight, width, kRowHeight));
-    EXPECT_NE(Part(form.Picture_Main, x, y, width, kRowHeight),
-              Part(form.Picture_Playlist, 0, kRowHeight, width, kRowHeight));
+    ASSERT_EQ(form.player.TrackChanging, 1);
+    const int x = form.theme.BlockPlaylist.X.value() + form.theme.BlockPlaylistPlaylist.X.value();
+    const int y = form.theme.BlockPlaylist.Y.value() + form.theme.BlockPlaylistPlaylist.Y.value();
+    const int width = form.theme.BlockPlaylistPlaylist.W.value();
+    EXPECT_EQ(Part(form.frame.Picture_Main, x, y, width, kRowHeight),
+              Part(form.frame.Picture_PlaylistHilight, 0, kRowHeight, width, kRowHeight));
+    EXPECT_NE(Part(form.frame.Picture_Main, x, y, width, kRowHeight),
+              Part(form.frame.Picture_Playlist, 0, kRowHeight, width, kRowHeight));
 }
 
 TEST_F(Heartbeat, TheRemainingTimeIsDrawnInItsRectangle) {
@@ -82,7 +82,7 @@ TEST_F(Heartbeat, TheRemainingTimeIsKeptButNotDrawnWithoutTheMainBlock) {
     StartWith(1);
     const qsizetype before = jukebox.DrawnTexts().size();
     ASSERT_FALSE(TickAfter(0));
-    EXPECT_EQ(form.Remain, QStringLiteral("00:06"));
+    EXPECT_EQ(form.player.Remain, QStringLiteral("00:06"));
     EXPECT_EQ(jukebox.DrawnTexts().size(), before);
 }
 
@@ -96,24 +96,24 @@ TEST_F(Heartbeat, AChargingSoundThatIsGoneEndsTheTickAndStopsThePulse) {
     EXPECT_TRUE(error->detail.startsWith(QStringLiteral("a sound of the theme \"default\" (expected")))
         << error->detail.toStdString();
     EXPECT_TRUE(error->detail.contains(sound)) << error->detail.toStdString();
-    EXPECT_EQ(form.BlockMainInfos, QStringLiteral("charging"));
+    EXPECT_EQ(form.frame.BlockMainInfos, QStringLiteral("charging"));
     // Deliberate D-134: the next tick finds InputBusy set.
-    EXPECT_EQ(form.InputBusy, 1);
-    const Integer16 current = form.PlaylistCurrent;
+    EXPECT_EQ(form.shell.InputBusy, 1);
+    const Integer16 current = form.queue.PlaylistCurrent;
     EXPECT_FALSE(TickAfter(2500));
-    EXPECT_EQ(form.PlaylistCurrent, current);
+    EXPECT_EQ(form.queue.PlaylistCurrent, current);
 }
 
 TEST_F(Heartbeat, TheEndOfAQueueThatShrankHidesBothVideoSurfaces) {
     StartWith(2);
-    form.TrackChanging = 1;
-    form.PlaylistCount = 1;
-    form.Picture_MainVideo.Visible = true;
-    form.Form_Video.Visible = true;
+    form.player.TrackChanging = 1;
+    form.queue.PlaylistCount = 1;
+    form.frame.Picture_MainVideo.Visible = true;
+    form.shell.Form_Video.Visible = true;
     ASSERT_FALSE(TickAfter(6000));
-    EXPECT_EQ(form.IsPlaying, 0);
-    EXPECT_FALSE(form.Picture_MainVideo.Visible);
-    EXPECT_FALSE(form.Form_Video.Visible);
+    EXPECT_EQ(form.player.IsPlaying, 0);
+    EXPECT_FALSE(form.frame.Picture_MainVideo.Visible);
+    EXPECT_FALSE(form.shell.Form_Video.Visible);
     const QStringList log = jukebox.Log();
     EXPECT_LT(log.lastIndexOf(QStringLiteral(" : DrawPlaylist")),
               log.lastIndexOf(QStringLiteral(" : RedrawJukebox")));
@@ -121,28 +121,28 @@ TEST_F(Heartbeat, TheEndOfAQueueThatShrankHidesBothVideoSurfaces) {
 
 TEST_F(Heartbeat, InTouchModeTheChangeRefreshesTheQueuesTouchPicture) {
     StartWith(2);
-    form.TactileMode = QStringLiteral("true");
-    form.TrackChanging = 1;
+    form.settings.TactileMode = QStringLiteral("true");
+    form.player.TrackChanging = 1;
     DrawPlaylist(form);
-    ResizeStrip(form.Picture_PlaylistTmp, 1, 1, 1);
+    ResizeStrip(form.frame.Picture_PlaylistTmp, 1, 1, 1);
     ASSERT_FALSE(TickAfter(6000));
-    ASSERT_EQ(form.PlaylistCurrent, 2);
-    const int width = form.Picture_Playlist.Width();
-    ASSERT_EQ(form.Picture_PlaylistTmp.Height(), form.Picture_Playlist.Height());
+    ASSERT_EQ(form.queue.PlaylistCurrent, 2);
+    const int width = form.frame.Picture_Playlist.Width();
+    ASSERT_EQ(form.frame.Picture_PlaylistTmp.Height(), form.frame.Picture_Playlist.Height());
     // The cursor stays on row 1.
-    EXPECT_EQ(Part(form.Picture_PlaylistTmp, 0, 0, width, kRowHeight),
-              Part(form.Picture_PlaylistHilight, 0, 0, width, kRowHeight));
-    EXPECT_EQ(Part(form.Picture_PlaylistTmp, 0, kRowHeight, width, kRowHeight),
-              Part(form.Picture_Playlist, 0, kRowHeight, width, kRowHeight));
+    EXPECT_EQ(Part(form.frame.Picture_PlaylistTmp, 0, 0, width, kRowHeight),
+              Part(form.frame.Picture_PlaylistHilight, 0, 0, width, kRowHeight));
+    EXPECT_EQ(Part(form.frame.Picture_PlaylistTmp, 0, kRowHeight, width, kRowHeight),
+              Part(form.frame.Picture_Playlist, 0, kRowHeight, width, kRowHeight));
 }
 
 TEST_F(Heartbeat, ATickThatFindsTheGuardUpDoesNothing) {
     StartWith(1);
-    form.InputBusy = 2;
+    form.shell.InputBusy = 2;
     const qsizetype lines = jukebox.Log().size();
     ASSERT_FALSE(TickAfter(6000));
-    EXPECT_EQ(form.InputBusy, 2);
-    EXPECT_EQ(form.IsPlaying, -1);
+    EXPECT_EQ(form.shell.InputBusy, 2);
+    EXPECT_EQ(form.player.IsPlaying, -1);
     EXPECT_EQ(jukebox.Log().size(), lines);
 }
 

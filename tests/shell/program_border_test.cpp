@@ -1,8 +1,9 @@
-// The outermost border of the console: what no room expects ends it like a stop by an error.
+// The outermost border of the console: an exception that no room handles ends it like a run-time error.
 #include "app/console/console.h"
 #include "platform/clock.h"
 #include "platform/simulated/simulated_platform.h"
-#include "shell/form_main.h"
+#include "shell/hand_down.h"
+#include "state/form_main.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +16,7 @@
 
 namespace {
 
-// A port that fails in a way that no room knows.
+// A port that throws exceptions that no room handles.
 struct ThrowingClock : Clock {
     explicit ThrowingClock(std::function<void()> routine) : fault(std::move(routine)) {}
     QDateTime LocalTime() override {
@@ -49,8 +50,9 @@ Ending EndBy(const std::function<void()>& fault) {
                          .messageBox = real.messageBox,
                          .files = real.files,
                          .zlib = real.zlib,
-                         .pictures = real.pictures});
-    form.AppFolder = folder.path();
+                         .pictures = real.pictures},
+                   HandDown());
+    form.shell.AppFolder = folder.path();
     CommandReader input(-1);
     Console console{platform, form, input, {}, 0, {}};
     testing::internal::CaptureStdout();

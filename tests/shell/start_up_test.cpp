@@ -1,4 +1,4 @@
-// Start-up as the log, the platform and the faults show it.
+// Start-up, checked by its log, its platform calls and its errors.
 #include "support/jukebox.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 
 namespace {
 
-// The words of each call that bear this one in front.
+// Returns the last argument of each call of an operation.
 QStringList CallsOf(const SimulatedPlatform& platform, const QString& operation) {
     QStringList found;
     for (const QJsonArray& call : platform.calls.Entries()) {
@@ -61,7 +61,7 @@ TEST(StartUp, TellsAWrongAudioLibraryAndEndsAtOnce) {
     EXPECT_EQ(ExitCodeOf(jukebox), 0);
     EXPECT_EQ(CallsOf(jukebox.platform, QStringLiteral("MsgBox")),
               QStringList{QStringLiteral("An incorrect version of BASS.DLL was loaded")});
-    // Once before the version is looked at; the exit routine, which would free again, does not run.
+    // Freed once, before the version is checked; the exit routine, which would free it again, does not run.
     EXPECT_EQ(CallsOf(jukebox.platform, QStringLiteral("BASS_Free")).size(), 1);
     EXPECT_EQ(CallsOf(jukebox.platform, QStringLiteral("BASS_Init")).size(), 0);
 }
@@ -81,19 +81,19 @@ TEST(StartUp, KeepsTheWindowHiddenUntilTheFirstFrameIsDrawn) {
     std::optional<bool> visible;
     std::optional<int> busy;
     jukebox.platform.dialogs.showModal = [&](const QString&) {
-        visible = jukebox.form.MainWindow.Visible;
-        busy = jukebox.form.InputBusy.value();
+        visible = jukebox.form.shell.MainWindow.Visible;
+        busy = jukebox.form.shell.InputBusy.value();
         jukebox.SetKey(QStringLiteral("config.ini"), QStringLiteral("Main"), QStringLiteral("StartPath"),
                        jukebox.Music());
     };
     jukebox.Start();
     EXPECT_EQ(visible, false);
     EXPECT_EQ(busy, 1);
-    EXPECT_TRUE(jukebox.form.MainWindow.Visible);
-    EXPECT_EQ(jukebox.form.InputBusy, 0);
+    EXPECT_TRUE(jukebox.form.shell.MainWindow.Visible);
+    EXPECT_EQ(jukebox.form.shell.InputBusy, 0);
 }
 
-// A fault has to tell the operator where to look: the file, the section and the key.
+// An error must tell the operator where to look: the file, the section and the key.
 struct Fault {
     const char* name;
     const char* section;

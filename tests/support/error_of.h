@@ -1,11 +1,11 @@
-// What a body raises, for tests.
+// Finds the error that a body raises, for tests.
 #pragma once
 
 #include "core/run_time_error.h"
 
 #include <utility>
 
-// The number of the run-time error that the body raises, 0 when it raises none.
+// Returns the number of the run-time error that the body raises, or 0.
 template <typename Body>
 int ErrorOf(Body&& body) {
     try {

@@ -1,12 +1,12 @@
-// A file system that counts its calls, and whose chosen calls fail.
+// A file system that counts its calls and fails chosen ones.
 #pragma once
 
-#include "platform/simulated/simulated_files.h"
+#include "platform/simulated/simulated_resources.h"
 
 #include <map>
 #include <string>
 
-// CopyRights and RealPath do not fail and are not counted.
+// CopyRights and RealPath cannot fail and are not counted.
 class FailingFiles : public SimulatedFiles {
 public:
     static constexpr int kEndless = 1'000'000'000;
@@ -15,8 +15,8 @@ public:
     explicit FailingFiles(Files& real)
         : SimulatedFiles(real, [this](const char* operation) { return Fails(operation); }) {}
 
-    // Fails the operation of that name ("Write", "Rename", ...) `times` times, the first time at its
-    // `call`-th call from now on, counted from 1.
+    // Fails the operation of that name ("Write", "Rename", ...) `times` times, starting with its `call`-th
+    // call from now on, counted from 1.
     void Fail(const std::string& operation, int call = 1, int times = kEndless) {
         plans_[operation] = {Calls(operation) + call, times};
     }

@@ -1,6 +1,6 @@
-// GLib's locks as ThreadSanitizer has to see them. They are futexes of GLib's own, in a library that is not
-// built with the sanitizer: without these routines, which take the place of GLib's, everything that a lock of
-// GLib or GStreamer guards looks like a race. Linked into every program of the "thread" build and no other.
+// GLib's locks for ThreadSanitizer. GLib implements them with futexes in a library that is built without the
+// sanitizer. Without these replacements everything that a lock of GLib or GStreamer guards looks like a race.
+// Linked into every program of the "thread" build and into no other.
 #include <sanitizer/tsan_interface.h>
 
 #include <dlfcn.h>
@@ -15,7 +15,7 @@ Routine* Next(const char* name) {
 
 } // namespace
 
-// What was done before a lock was given back has happened before it is taken again.
+// Everything before the release of a lock happens before the next time it is taken.
 #define AFTER_LOCK(name, Type)                                                                               \
     void name(Type* lock) {                                                                                  \
         static const auto next = Next<void(Type*)>(#name);                                                   \

@@ -9,7 +9,7 @@
 
 #include <memory>
 
-// Makes the object as the console does, unless there is one already.
+// Makes the object in the same way as the console, unless there is one already.
 class GuiApplication : public testing::Environment {
 public:
     void SetUp() override {
@@ -23,6 +23,6 @@ private:
     std::unique_ptr<Surroundings> surroundings_;
 };
 
-// One for each test program, whatever the number of sources that include this.
+// One for each test program, however many sources include this.
 inline const testing::Environment* const kGuiApplication =
     testing::AddGlobalTestEnvironment(new GuiApplication);

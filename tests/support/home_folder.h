@@ -11,13 +11,13 @@
 #include <filesystem>
 #include <system_error>
 
-// Files and folders are named from the folder; bytes of a name that are no UTF-8 stay. It is removed at the
-// end.
+// Names of files and folders are relative to the folder; names may hold bytes that are not UTF-8. The
+// destructor removes the folder.
 class HomeFolder {
 public:
     HomeFolder() { folder_.setAutoRemove(false); }
     ~HomeFolder() {
-        // Unlike QTemporaryDir this removes names of any bytes.
+        // Unlike QTemporaryDir this removes names with any bytes.
         std::error_code error;
         std::filesystem::remove_all(folder_.path().toStdString(), error);
     }
@@ -35,11 +35,11 @@ public:
         files_.MakeFolder(Path(name));
         return Path(name);
     }
-    // The file's bytes; "(missing)" when there is none.
+    // The file's bytes, or "(missing)".
     QByteArray Read(const QString& name) {
         return files_.ReadWhole(Path(name), 1 << 30).value_or("(missing)");
     }
-    // How many entries the folder has, hidden ones included.
+    // The number of entries in the folder, hidden ones included.
     std::size_t Count(const QString& name = QString()) {
         return files_.ListFolder(Path(name)).value_or(std::vector<FolderEntry>()).size();
     }

@@ -1,11 +1,12 @@
-// A jukebox on a simulated machine, with the plain test home of its own.
+// A jukebox on a simulated machine, with its own copy of the plain test home.
 #pragma once
 
 #include "core/path_text.h"
 #include "core/run_time_error.h"
 #include "platform/simulated/simulated_platform.h"
-#include "shell/form_main.h"
+#include "shell/hand_down.h"
 #include "shell/start_up.h"
+#include "state/form_main.h"
 #include "support/gui_application.h"
 #include "support/home_folder.h"
 
@@ -16,7 +17,7 @@
 #include <optional>
 #include <utility>
 
-// The run-time error with which a routine stops the program; none when it comes back.
+// The run-time error with which a routine stops the program; nothing when the routine returns.
 template <typename Body>
 std::optional<ProgramStop> StopOf(Body&& body) {
     try {
@@ -27,19 +28,19 @@ std::optional<ProgramStop> StopOf(Body&& body) {
     return std::nullopt;
 }
 
-// The home is made of tests/homes/plain, the music folder lies beside it. The screen is as large as the
-// theme, so that one design pixel is one screen pixel. Nothing is started before Start.
+// The home is a copy of tests/homes/plain, with the music folder next to it. The screen has the theme's size,
+// so one design pixel is one screen pixel. Start starts the jukebox.
 class Jukebox {
 public:
     explicit Jukebox(const QSize& screen = QSize(640, 360))
-        : platform(OptionsFor(screen)), form(platform.ports()) {
+        : platform(OptionsFor(screen)), form(platform.ports(), HandDown()) {
         for (const char* folder : {"", "/playlists", "/themes/default"}) {
             const QString name = QString::fromLatin1(folder);
             CopyFolder(TextOfPath(TESTS_FOLDER "/homes/plain") + name, Home() + name);
         }
         folder_.MakeFolder(QStringLiteral("music"));
         SetKey(QStringLiteral("config.ini"), QStringLiteral("Main"), QStringLiteral("StartPath"), Music());
-        form.AppFolder = Home();
+        form.shell.AppFolder = Home();
     }
 
     QString Home(const QString& name = QString()) const {
@@ -49,11 +50,11 @@ public:
         return folder_.Path(Below(QStringLiteral("music"), name));
     }
 
-    // An empty file, or an empty folder, of the music folder.
+    // Makes an empty file, or an empty folder, in the music folder.
     void Track(const QString& name) { folder_.Write(Below(QStringLiteral("music"), name)); }
     void Folder(const QString& name) { QDir().mkpath(Music(name)); }
 
-    // Sets a key of an INI file of the home to a value, or takes the key away; no other line changes.
+    // Sets a key of an INI file of the home, or removes the key. Other lines do not change.
     void SetKey(const QString& file, const QString& section, const QString& key, const QString& value) {
         ChangeKey(file, section, key, key + u'=' + value);
     }
@@ -68,7 +69,7 @@ public:
 
     void Start() { Form_Load(form); }
 
-    // The texts of the log's lines, without their time.
+    // The lines of the log without their time.
     QStringList Log() const {
         QFile file(Home(QStringLiteral("vantorix.log")));
         file.open(QIODevice::ReadOnly);
@@ -80,7 +81,7 @@ public:
         }
         return lines;
     }
-    // The arguments of every text drawn so far, as the log names them.
+    // The arguments of every text drawn so far, as the log lists them.
     QStringList DrawnTexts() const {
         QStringList drawn;
         const QString head = QStringLiteral(" : DrawText (");
@@ -103,7 +104,7 @@ private:
     static QString Below(const QString& folder, const QString& name) {
         return name.isEmpty() ? folder : folder + u'/' + name;
     }
-    // Pictures and sounds are only read, so links to them do.
+    // Pictures and sounds are only read, so links are enough.
     static void CopyFolder(const QString& from, const QString& to) {
         QDir().mkpath(to);
         for (const QFileInfo& entry : QDir(from).entryInfoList(QDir::Files)) {

@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-// Hands every operation on with the path below `root`, so that a test can use "/" and everything in it.
+// Forwards every operation with the path below `root`, so that a test can use "/" and everything in it.
 class RootedFiles : public Files {
 public:
     // `real` outlives this object; `root` has no separator at its end.
@@ -41,7 +41,7 @@ public:
     bool Remove(const QString& path) override { return real_.Remove(root_ + path); }
     bool SyncFolder(const QString& path) override { return real_.SyncFolder(root_ + path); }
     bool MakeFolder(const QString& path) override { return real_.MakeFolder(root_ + path); }
-    // Holds no links.
+    // The root holds no links.
     QString RealPath(const QString& path) override { return path; }
 
 private:

@@ -1,7 +1,9 @@
 #!/usr/bin/python3
-"""Draws the covers of the golden frames and puts some of them into tags, all in the folder "covers" beside this script.
+"""Draws the covers for the golden frames and puts some of them into tags, all in the folder "covers" next to this
+script.
 
-Run from anywhere, no arguments; needs Pillow. JPEG files come out the same on every run with the same Pillow.
+Run it from any folder, without arguments; it needs Pillow. JPEG files are the same on every run with the same version
+of Pillow.
 """
 
 import io
@@ -17,7 +19,7 @@ SIDE = 960
 
 
 def sky(top, bottom):
-    """A slope from one colour to another."""
+    """A gradient from one colour to another."""
     picture = Image.new("RGB", (SIDE, SIDE))
     draw = ImageDraw.Draw(picture)
     for y in range(SIDE):
@@ -49,7 +51,7 @@ def target():
 
 
 def star():
-    """A star on nothing."""
+    """A star on a transparent ground."""
     picture = Image.new("RGBA", (120, 120), (0, 0, 0, 0))
     corners = []
     for i in range(10):

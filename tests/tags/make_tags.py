@@ -1,13 +1,13 @@
 #!/usr/bin/python3
-"""Writes the tag fixtures of this folder and their ledger. Run from anywhere, no arguments; the output is the same on every
-run.
+"""Writes the tag fixtures of this folder and their ledger. Run it from any folder, without arguments. The output is the
+same on every run.
 
-Each file is built here byte by byte. What the reader is to find in it comes from tag_rules.py, a reading of the rules of
-its own that never asks the reader under test. Where a case says what it planted, that must come out as well; and where the
-rules are those of the formats ("standard"), mutagen must find the same pictures.
+Each file is built here byte by byte. The expected result comes from tag_rules.py, an implementation of the rules that
+is independent of the reader under test. If a case names the pictures that it contains, they must be found; and where
+the rules are those of the formats ("standard"), mutagen must find the same pictures.
 
-ledger.jsonl: a line a file: its name and "images", what `tags` of the console answers, or "error" or "stop", the number of
-the error that ends the reading or the program.
+ledger.jsonl has one line for each file: its name and "images", the answer of `tags` at the console, or "error" or
+"stop", the number of the error that ends the reading or the program.
 """
 
 import io
@@ -26,7 +26,7 @@ AUDIO = b"\xFF\xFB\x90\x64" + bytes(60)
 
 
 def data_of(seed, size=48):
-    """Bytes that stand for a picture: no zeros, none of 255, unlike those of other seeds."""
+    """Bytes in place of a picture: none is 0 or 255, and they differ for other seeds."""
     return bytes((seed * 37 + i * 11) % 253 + 1 for i in range(size))
 
 
@@ -127,7 +127,7 @@ def extension(*objects, mark=tag_rules.EXTENSION_MARK, length=None, size=None):
 
 PROPERTIES = asf_object(bytes.fromhex("A1DCAB8C47A9CF118EE400C00C205365"), bytes(80))
 OTHER = asf_object(bytes(range(16)), b"something else")
-END = asf_object(bytes(range(1, 17)), bytes(16))  # so that the last object of interest lies before the limit
+END = asf_object(bytes(range(1, 17)), bytes(16))  # puts the last object of interest before the limit
 
 
 # --- The cases ----------------------------------------------------------------------------------------------------------
@@ -161,7 +161,7 @@ def pictures_by_mutagen(name, file):
 
 
 class EveryFrame(mutagen.id3.ID3):
-    """Keeps all frames in a list; the dictionary would keep one picture of a description alone."""
+    """Keeps all frames in a list; the dictionary would keep only one picture for each description."""
 
     def __init__(self):
         self.every = []
@@ -204,7 +204,7 @@ def all_versions(ledger):
         add("padding-alone", bytes(40), [])
         add("revision-254", picture(version, one) + PADDING, [(mime, 3, one)], revision=254, standard=False)
         add("revision-255", picture(version, one) + PADDING, [], revision=255, standard=False)
-        # The ten bytes that the buffer lacks are a frame's header in 2.3 and 2.4, and more than one in 2.2.
+        # The ten missing bytes are the size of a frame header in 2.3 and 2.4, and more than one in 2.2.
         add("without-padding", picture(version, one), [] if version == 2 else [(mime, 3, one[:-10])], standard=False)
         add("without-padding-short", picture(version, one[:8]), None, standard=False)
         add("encoding-4", picture(version, one, encoding=4) + PADDING, [], standard=False)
@@ -245,12 +245,12 @@ def all_versions(ledger):
 
 
 def unsync_frames(version, data):
-    """Frames of a tag that is unsynchronised as a whole: their sizes count the bytes before it."""
+    """Frames of a tag that is unsynchronised as a whole: their sizes count the bytes before unsynchronisation."""
     return unsync(text_frame(version) + picture(version, data))
 
 
 def header_flags(ledger):
-    """Every flag of the tag's header, alone and with the others that have a meaning, over a body that fits it."""
+    """Every flag of the tag's header, alone and combined with the other defined flags, with a matching body."""
     for version in (2, 3, 4):
         mime, one = "JPG" if version == 2 else JPEG, data_of(20 + version)
         found = [(mime, 3, one)]
@@ -263,7 +263,7 @@ def header_flags(ledger):
             if version == 2 and extended or version == 3 and extended and unsynchronised:
                 planted = []
             elif version == 4 and extended and unsynchronised:
-                planted = None  # the area passes the tag's end
+                planted = None  # the area passes the end of the tag
             ledger.add("id3v2%d-flags-%02x.mp3" % (version, flags),
                        id3(version, body, flags=flags, footer=version == 4 and flags & 0x10), planted)
 
@@ -355,7 +355,7 @@ def version4(ledger):
     add("status-flags", picture(4, one, flags=(0x70, 0)) + PADDING, [(JPEG, 3, one)], True)
     odd = bytes([255, 0, 1, 255, 224, 2, 255, 0, 0, 255, 255, 0]) + one
     body = unsync(picture_body(4, odd))
-    # Unsynchronising ends such a frame's area with a zero in the place of its last byte.
+    # Removing the unsynchronisation of such a frame leaves a zero as the last byte of its area.
     add("frame-unsynchronised", frame(4, b"APIC", body, (0, 0x02)) + picture(4, two) + PADDING,
         [(JPEG, 3, odd[:-1] + b"\0"), (JPEG, 3, two)])
     add("frame-unsynchronised-for-nothing", picture(4, one, flags=(0, 0x02)) + picture(4, two) + PADDING,
@@ -390,7 +390,7 @@ def version4(ledger):
 
 
 def following(flags, bytes_behind):
-    """What a picture takes from behind itself for the flags of a group and a data length."""
+    """The following bytes that become part of a picture because of the flags for a group and a data length."""
     return bytes_behind[:(1 if flags & 0x40 else 0) + (4 if flags & 1 else 0)]
 
 

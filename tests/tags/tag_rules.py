@@ -1,7 +1,7 @@
-"""What the tag reader is to find in a file, worked out from its rules alone.
+"""Computes from the rules what the tag reader must find in a file.
 
-A second reading of the rules, written for clarity and without a thought of speed; make_tags.py compares it with what was
-put into the files and with an independent reader.
+This is a second implementation of the rules, written for clarity instead of speed. make_tags.py compares it with the
+pictures that it puts into the files and with an independent reader.
 """
 
 import hashlib
@@ -18,11 +18,11 @@ CAPITALS = frozenset(b"ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789")
 
 
 class Fault(Exception):
-    """A run-time error, by its number."""
+    """A run-time error with its number."""
 
 
 class Tag:
-    """The tag buffer: every read outside it is a fault."""
+    """The tag buffer: every read outside it raises a fault."""
 
     def __init__(self, data):
         self.data = bytearray(data)
@@ -273,7 +273,7 @@ class Reader:
         return True
 
     def library(self, pos, end):
-        """The place behind the last record; nothing when the object is no good."""
+        """The position after the last record, or None when the object is invalid."""
         tag = self.tag
         count = tag.little16(pos + 24)
         if count == 0:
@@ -291,7 +291,7 @@ class Reader:
 
 
 def tag_of(file):
-    """The tag buffer that is read of a file; empty without a tag."""
+    """The bytes of the tag in a file; empty without a tag."""
     if len(file) < FEWEST_BYTES:
         return b""
     start = Tag(file[:FEWEST_BYTES])
@@ -321,7 +321,7 @@ def described(tag, item):
 
 
 def expected(file):
-    """{"images": [...]}, or {"stop": number} for a fault that stops the program."""
+    """Returns {"images": [...]}, or {"stop": number} for a fault that stops the program."""
     try:
         data = tag_of(file)
         if not data:

@@ -1,4 +1,4 @@
-// Building the menus: what the choices start on before anything is drawn, and the log.
+// Building the menus: the initial choices before anything is drawn, and the log.
 #include "theme/load_command.h"
 
 #include "support/jukebox.h"
@@ -13,8 +13,8 @@ class LoadCommandTest : public testing::Test {
 protected:
     std::vector<int> Choices(int menu) {
         std::vector<int> choices;
-        for (int row = 1; row <= box.form.CommandRowCount(menu).value(); ++row) {
-            choices.push_back(box.form.CommandChoice(menu, row).value());
+        for (int row = 1; row <= box.form.menu.CommandRowCount(menu).value(); ++row) {
+            choices.push_back(box.form.menu.CommandChoice(menu, row).value());
         }
         return choices;
     }
@@ -32,8 +32,9 @@ TEST_F(LoadCommandTest, EmptySettingsShowNo) {
 TEST_F(LoadCommandTest, EachRowStartsOnItsOwnSetting) {
     const QString on = u"true"_s;
     Form_Main& form = box.form;
-    form.ShowBigtitle = form.ShowTrackNumFolder = on;
-    form.ManageCoin = form.ShowFolderCover = form.ShowCover = form.ShowMp3CoverTag = on;
+    form.settings.ShowBigtitle = form.settings.ShowTrackNumFolder = on;
+    form.settings.ManageCoin = form.settings.ShowFolderCover = form.settings.ShowCover =
+        form.settings.ShowMp3CoverTag = on;
     LoadCommand(form);
     EXPECT_EQ(Choices(1), std::vector<int>({0, 1, 2, 1, 0, 0, 0}));
     EXPECT_EQ(Choices(2), std::vector<int>({1, 2, 2, 1, 2, 1, 2, 1, 2, 0}));
@@ -43,8 +44,9 @@ TEST_F(LoadCommandTest, EachRowStartsOnItsOwnSetting) {
 TEST_F(LoadCommandTest, NoRowStartsOnItsNeighboursSetting) {
     const QString on = u"true"_s;
     Form_Main& form = box.form;
-    form.ShowCoverFolder = on;
-    form.PlayTransitionSound = form.ShowFileCover = form.ShowBigCoverDefault = form.ShowTrackNum = on;
+    form.settings.ShowCoverFolder = on;
+    form.settings.PlayTransitionSound = form.settings.ShowFileCover = form.settings.ShowBigCoverDefault =
+        form.settings.ShowTrackNum = on;
     LoadCommand(form);
     EXPECT_EQ(Choices(1), std::vector<int>({0, 2, 1, 2, 0, 0, 0}));
     EXPECT_EQ(Choices(2), std::vector<int>({2, 1, 2, 2, 1, 2, 1, 2, 1, 0}));
@@ -54,9 +56,9 @@ TEST_F(LoadCommandTest, TheOrderOfTheFolderIsComparedAsItStands) {
     for (const auto& [order, choice] :
          {std::pair{u"alpha"_s, 1}, std::pair{u"playcount"_s, 2}, std::pair{u"date"_s, 0},
           std::pair{u"Alpha"_s, 0}, std::pair{QString(), 0}}) {
-        box.form.Order = order;
+        box.form.library.Order = order;
         LoadCommand(box.form);
-        EXPECT_EQ(box.form.CommandChoice(1, 1), choice) << order.toStdString();
+        EXPECT_EQ(box.form.menu.CommandChoice(1, 1), choice) << order.toStdString();
     }
 }
 
@@ -64,9 +66,9 @@ TEST_F(LoadCommandTest, TheOrderOfTheFolderIsComparedAsItStands) {
 TEST_F(LoadCommandTest, TheGeneralOrderIsOnPlaycountForEveryOrderThereIs) {
     for (const auto& [order, choice] :
          {std::pair{u"alpha"_s, 2}, std::pair{u"playcount"_s, 2}, std::pair{u"true"_s, 1}}) {
-        box.form.DefaultOrder = order;
+        box.form.settings.DefaultOrder = order;
         LoadCommand(box.form);
-        EXPECT_EQ(box.form.CommandChoice(2, 3), choice) << order.toStdString();
+        EXPECT_EQ(box.form.menu.CommandChoice(2, 3), choice) << order.toStdString();
     }
 }
 
@@ -77,11 +79,11 @@ TEST_F(LoadCommandTest, TheLogTellsStartAndEnd) {
 }
 
 TEST_F(LoadCommandTest, TheFirstRowOfTheFirstMenuIsCurrent) {
-    box.form.CommandCurrentMenu = 3;
-    box.form.CommandCurrentId = 2;
+    box.form.menu.CommandCurrentMenu = 3;
+    box.form.menu.CommandCurrentId = 2;
     LoadCommand(box.form);
-    EXPECT_EQ(box.form.CommandCurrentMenu, 1);
-    EXPECT_EQ(box.form.CommandCurrentId, 1);
+    EXPECT_EQ(box.form.menu.CommandCurrentMenu, 1);
+    EXPECT_EQ(box.form.menu.CommandCurrentId, 1);
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Each check of tools/ passes a clean tree and finds what is planted in it."""
+"""Each check of tools/ passes a clean tree and finds the faults that are planted in it."""
 
 import json
 import os
@@ -16,32 +16,29 @@ ARCHITECTURE = """# Architecture
 
 ## Who may include whom
 
-| Kind | Files | May include | Toolkits |
+| Folder | What is there | Sees | Toolkits |
 |---|---|---|---|
-| core | `core/*` | core | Qt Core only |
-| parser | `imaging/{png,gif}_*` | core, `imaging/image.h` | Qt Core only |
-| image | `imaging/*` | core, image | Qt Core, Qt Gui |
-| state | `*/*_state.h` | core, own state | Qt Core |
-| form | `shell/form_main.h` | state | Qt Core |
-| cabinet | `app/cabinet/*` | everything | Qt Core, Qt Widgets |
-| header | `library/*.h` | core, header of library rendering | Qt Core |
-| header | `*/*.h` | core, header | Qt Core |
-| source | `*/*.cpp` | core, state, form, header | Qt Core |
+| `core` | code | | Qt Core only |
+| `imaging` | code | all above | Qt Core, Qt Gui |
+| `imaging/png` | code | `imaging/image.h`, `core` | Qt Core only |
+| `state` | code | all above | Qt Core |
+| `library` | code | all above | Qt Core |
+| `rendering` | code | all above | Qt Core |
+| `app/cabinet` | code | everything | Qt Core, Qt Widgets |
 """
 
 CLEAN_SOURCES = {
     "src/core/integer.h": "#include <QString>\n#include <cstdint>\nstruct Integer {};\n",
-    "src/imaging/image.h": '#include "core/integer.h"\nclass Image {};\n',
+    "src/imaging/image.h": '#include "core/integer.h"\nclass Image { Integer size; };\n',
     "src/imaging/surface.h": "#include <QImage>\nstruct Surface {};\n",
-    "src/imaging/png_parser.cpp": '#include "imaging/image.h"\n#include <span>\n',
-    "src/theme/theme_keys_state.h": "struct Keys {};\n",
-    "src/theme/theme_state.h": '#include "theme/theme_keys_state.h"\nstruct ThemeState {};\n',
-    "src/shell/form_main.h": '#include "theme/theme_state.h"\nstruct Form_Main {};\n',
-    "src/rendering/geometry.h": "struct Place { int x; };\n",
-    "src/rendering/slot.h": '#include "rendering/geometry.h"\nvoid Draw(Place place);\n',
-    "src/rendering/slot.cpp": '#include "rendering/slot.h"\n#include "shell/form_main.h"\n',
-    "src/library/covers.h": '#include "rendering/geometry.h"\nvoid DrawCover(const Place& place);\n',
-    "src/app/cabinet/main.cpp": '#include "shell/form_main.h"\n#include <QWidget>\n',
+    "src/imaging/png/parser.cpp": '#include "imaging/image.h"\n#include <span>\n',
+    "src/state/keys.h": "struct Keys {};\n",
+    "src/state/theme_state.h": '#include "state/keys.h"\nstruct ThemeState { Keys keys; };\n',
+    "src/state/form_main.h": '#include "state/theme_state.h"\nstruct Form_Main : ThemeState {};\n',
+    "src/library/place.h": "struct Place { int x; };\n",
+    "src/rendering/slot.h": '#include "library/place.h"\nvoid Draw(Place place);\n',
+    "src/rendering/slot.cpp": '#include "rendering/slot.h"\n#include "state/form_main.h"\n',
+    "src/app/cabinet/main.cpp": '#include "state/form_main.h"\n#include <QWidget>\n',
 }
 
 REGISTER = """# Not bugs
@@ -55,7 +52,7 @@ MARKED = "// Deliberate D-01: it is odd. One expects otherwise.\n"
 
 
 def run(check, root, *options):
-    """A check's exit code and everything that it prints, or its own fault."""
+    """A check's exit code and all its output, or its own fault."""
     command = [sys.executable, str(ROOT / "tools" / f"{check}.py"), "--root", str(root), *options]
     result = subprocess.run(command, capture_output=True, text=True, check=False)
     if "Traceback" in result.stderr:
@@ -64,7 +61,7 @@ def run(check, root, *options):
 
 
 class TreeTest(unittest.TestCase):
-    """A test with a tree of its own."""
+    """A test with a source tree of its own."""
 
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
@@ -97,40 +94,40 @@ class Includes(TreeTest):
             self.write(path, text)
 
     def test_clean(self):
-        self.assertIn("12 files", self.assert_passes("check_includes"))
+        self.assertIn("11 files", self.assert_passes("check_includes"))
 
     def test_header_with_form(self):
-        self.write("src/rendering/slot.h", '\n#include "shell/form_main.h"\n')
-        self.assert_finds("check_includes", "src/rendering/slot.h:2:", '"shell/form_main.h" (form)')
+        self.write("src/rendering/slot.h", '\n#include "state/form_main.h"\nvoid Draw(Form_Main& form);\n')
+        self.assert_finds("check_includes", "src/rendering/slot.h:2:", "does not include")
 
     def test_header_without_need(self):
-        self.write("src/rendering/slot.h", '#include "rendering/geometry.h"\n// Place\nvoid Draw();\n')
-        self.assert_finds("check_includes", "src/rendering/slot.h:1:", "takes no type")
+        self.write("src/rendering/slot.h", '#include "library/place.h"\n// Place\nvoid Draw();\n')
+        self.assert_finds("check_includes", "src/rendering/slot.h:1:", "only for a type, and uses none")
 
-    def test_state_of_another_room(self):
-        self.write("src/library/library_state.h", '#include "theme/theme_state.h"\n')
-        self.assert_finds("check_includes", "src/library/library_state.h:1:", '"state" may not include')
+    def test_room_further_up(self):
+        self.write("src/library/place.cpp", '#include "rendering/slot.h"\n')
+        self.assert_finds("check_includes", "src/library/place.cpp:1:", '"library" may not include "rendering/slot.h"')
 
-    def test_room_out_of_reach(self):
-        self.write("src/playback/engine.h", "struct Track {};\n")
-        self.write("src/library/covers.h", '#include "playback/engine.h"\nTrack Found();\n')
-        self.assert_finds("check_includes", "src/library/covers.h:1:", '"playback/engine.h"')
-
-    def test_room_in_core(self):
-        self.write("src/core/clock.cpp", '#include "rendering/geometry.h"\n')
+    def test_named_folder_further_up(self):
+        self.write("docs/architecture.md", ARCHITECTURE.replace("| `core` | code | |", "| `core` | code | `library` |"))
+        self.write("src/core/clock.cpp", '#include "library/place.h"\n')
         self.assert_finds("check_includes", "src/core/clock.cpp:1:", '"core" may not include')
+
+    def test_folder_that_is_not_named(self):
+        self.write("src/imaging/png/parser.cpp", '#include "imaging/surface.h"\n')
+        self.assert_finds("check_includes", "src/imaging/png/parser.cpp:1:", '"imaging/surface.h"')
 
     def test_toolkit(self):
         self.write("src/rendering/slot.cpp", "int a;\n  #  include <QWidget>\n")
         self.assert_finds("check_includes", "src/rendering/slot.cpp:2:", "may not use Qt Widgets")
 
     def test_toolkit_behind_our_header(self):
-        self.write("src/imaging/image.h", '#include "imaging/surface.h"\nclass Image {};\n')
-        self.assert_finds("check_includes", "png_parser.cpp:1:", 'reach <QImage> through "imaging/surface.h"')
+        self.write("src/imaging/image.h", '#include "imaging/surface.h"\nclass Image { Surface surface; };\n')
+        self.assert_finds("check_includes", "png/parser.cpp:1:", 'reach <QImage> through "imaging/surface.h"')
 
     def test_unknown_toolkit(self):
         self.write("src/core/integer.h", "#include <boost/any.hpp>\n")
-        self.assert_finds("check_includes", "src/core/integer.h:1:", "no toolkit that this check knows")
+        self.assert_finds("check_includes", "src/core/integer.h:1:", "no toolkit known to this check")
 
     def test_missing_header(self):
         self.write("src/core/clock.cpp", '#include "core/clock.h"\n')
@@ -142,7 +139,7 @@ class Includes(TreeTest):
 
     def test_rule_without_file(self):
         (self.root / "src/app/cabinet/main.cpp").unlink()
-        self.assert_finds("check_includes", "docs/architecture.md:12:", "no file is of this kind: cabinet")
+        self.assert_finds("check_includes", "docs/architecture.md:13:", "this folder has no files: app/cabinet")
 
     def test_missing_table(self):
         self.write("docs/architecture.md", "# Architecture\n")
@@ -162,7 +159,7 @@ class Deliberate(TreeTest):
 
     def test_mark_without_row(self):
         self.write("src/clock.cpp", MARKED.replace("01", "02"))
-        self.assert_finds("check_deliberate", "src/clock.cpp:1: D-02 does not stand in docs/deliberate.md")
+        self.assert_finds("check_deliberate", "src/clock.cpp:1: D-02 is not in docs/deliberate.md")
 
     def test_mark_without_number(self):
         self.write("src/clock.cpp", MARKED.replace("01", "??"))
@@ -171,16 +168,16 @@ class Deliberate(TreeTest):
 
     def test_row_without_mark(self):
         self.write("src/pause.cpp", "int a;\n")
-        self.assert_finds("check_deliberate", "D-01 stands at no line of src/")
+        self.assert_finds("check_deliberate", "D-01 is not marked in src/")
 
     def test_mark_elsewhere(self):
         (self.root / "src/pause.cpp").rename(self.root / "src/wait.cpp")
-        self.assert_finds("check_deliberate", "deliberate.md:5: D-01 stands in `src/wait.cpp`, not `src/pause.cpp`")
+        self.assert_finds("check_deliberate", "deliberate.md:5: D-01 is marked in `src/wait.cpp`, not `src/pause.cpp`")
 
     def test_row_without_test(self):
         self.write("tests/pause_test.cpp", "\n")
         (self.root / "tests/sessions/queue/a-pause/session.txt").unlink()
-        self.assert_finds("check_deliberate", "D-01 stands in no test")
+        self.assert_finds("check_deliberate", "D-01 is named by no test")
 
     def test_test_of_another_name(self):
         self.write("tests/wait_test.cpp", "// D-01\n")
@@ -188,11 +185,11 @@ class Deliberate(TreeTest):
 
     def test_test_without_row(self):
         self.write("tests/wait_test.cpp", "// D-07\n")
-        self.assert_finds("check_deliberate", "tests/wait_test.cpp:1: D-07 does not stand")
+        self.assert_finds("check_deliberate", "tests/wait_test.cpp:1: D-07 is not in")
 
     def test_row_twice(self):
         self.write("docs/deliberate.md", REGISTER + REGISTER.split("\n")[-2] + "\n")
-        self.assert_finds("check_deliberate", "D-01 stands twice")
+        self.assert_finds("check_deliberate", "D-01 occurs twice")
 
     def test_empty_reason(self):
         self.write("docs/deliberate.md", REGISTER.replace("It is used.", ""))
@@ -223,7 +220,7 @@ class Behaviour(TreeTest):
         return (self.root / "docs/behaviour.md").read_text(encoding="utf-8")
 
     def assert_page_finds(self, *words):
-        """Neither --check nor writing lets the fault pass, and the page stays as it is."""
+        """The fault is found with --check and when writing, and the page is not changed."""
         before = self.page()
         self.assert_finds("make_behaviour", *words, options=["--check"])
         self.assert_finds("make_behaviour", *words)
@@ -242,14 +239,14 @@ class Behaviour(TreeTest):
 
     def test_page_that_says_something_else(self):
         self.write("tests/sessions/touch/press/session.txt", "# A press waits.\ndown 1 1\n")
-        self.assert_finds("make_behaviour", "docs/behaviour.md:21: not what the sessions say", options=["--check"])
+        self.assert_finds("make_behaviour", "docs/behaviour.md:21: does not match the sessions", options=["--check"])
         self.assertNotIn("waits", self.page())
         self.assert_passes("make_behaviour")
         self.assertIn("- A press waits. (", self.page())
 
     def test_missing_page(self):
         (self.root / "docs/behaviour.md").unlink()
-        self.assert_finds("make_behaviour", "docs/behaviour.md:1: not what", options=["--check"])
+        self.assert_finds("make_behaviour", "docs/behaviour.md:1: does not match", options=["--check"])
 
     def test_session_without_rule(self):
         for text in ("key 13\n# Too late.\n", "\n# Too late.\nkey 13\n", "# Deliberate D-07: \nkey 13\n"):
@@ -346,7 +343,7 @@ class Headers(TreeTest):
         self.options = ["--build", str(self.root / "build")]
 
     def make_old(self):
-        """What has been written so far looks older than the note of a run."""
+        """Makes everything written so far older than the note of a run."""
         for path in (self.root / "src").rglob("*.*"):
             os.utime(path, (1, 1))
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Tests of tools/progress.sh: what it shows, where the output goes, and the exit code."""
+"""Tests of tools/progress.sh: what it shows, where the output is written, and the exit code."""
 
 import os
 import pty
@@ -9,7 +9,7 @@ import unittest
 from pathlib import Path
 
 PROGRESS = Path(__file__).resolve().parents[2] / "tools" / "progress.sh"
-# Says a word, then waits until the test has seen it.
+# Prints a word, then waits until the test has seen it.
 WAITING = 'echo "one of two"; while [ ! -e "$0" ]; do sleep 0.05; done; echo "two of two"; exit 3'
 
 

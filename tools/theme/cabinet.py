@@ -1,5 +1,5 @@
-"""The look of the theme "default": a walnut cabinet with chrome rims, smoked glass cards, and warm light behind what is
-selected. Light is the one idea: what is lit is where you are, what is dark rests."""
+"""The look of the theme "default": a walnut cabinet with chrome rims and smoked glass cards, lit from behind where
+something is selected. Only the selected element is lit; everything else is dark."""
 
 import numpy
 
@@ -22,7 +22,7 @@ class Cabinet:
     """Paints the parts of the theme."""
 
     def front(self, sheet, layout):
-        """Walnut all over, and for each page a sunken dark field with a chrome rim."""
+        """Walnut everywhere, and for each page a recessed dark panel with a chrome rim."""
         w, h = sheet.size
         sheet.blend(0, 0, wood(w, h, 3, WALNUT_DARK, WALNUT_PALE), numpy.ones((h, w)))
         for page in layout.pages:
@@ -82,7 +82,7 @@ class Cabinet:
         sheet.ring(tab, 7, 1.2, (56, 46, 38))
 
     def number(self, sheet, slot, lit):
-        """A record whose paper label carries the track number."""
+        """A record with the track number on its paper label."""
         disc = Rect(slot.cover.x + 1, slot.cover.y + 1, slot.cover.w - 2, slot.cover.h - 2)
         sheet.rounded(disc, disc.w, (12, 11, 12))
         for inset, level in ((0, 118), (5, 52), (8, 60), (11, 48)):
@@ -93,7 +93,7 @@ class Cabinet:
         sheet.ring(label, label.w, 1.2, (110, 54, 10))
 
     def mark_frame(self, sheet, slot, name):
-        """A frame of light around a queued track: a full tube while it plays, a thin one while it waits."""
+        """A frame of light around a queued track: a full tube while it is playing, a thin one while it is waiting."""
         card = slot.whole.inset(5)
         if name == "nowplaying":
             sheet.ring(card, RADIUS, 5.5, (4, 26, 12))
@@ -112,13 +112,14 @@ class Cabinet:
         sheet.icon(inner.inset(3), icon, (10, 8, 8))
 
     def ground_under(self, sheet, box):
-        """Touch buttons cover what the strip shows without them."""
+        """Touch buttons cover the decoration that the strip shows without them."""
         grain = wood(*sheet.size, 3, WALNUT_DARK, WALNUT_PALE)
         x, y, w, h = box
         sheet.blend(x, y, grain[y : y + h, x : x + w], numpy.ones((h, w)))
 
     def button(self, sheet, box, icon, word, available, focused):
-        """A push button: raised with a chrome rim, sunk and dull when not available, lit from behind under the cursor."""
+        """A push button: raised with a chrome rim, sunken and dull if not available, lit from behind under the
+        cursor."""
         body = Rect(*box).inset(4)
         sheet.rounded(box, 12, (8, 6, 6))
         if available and focused:
@@ -143,7 +144,7 @@ class Cabinet:
 
     @staticmethod
     def face(sheet, box, icon, word, ink):
-        """Icon above the word, or beside it where the button is wide."""
+        """Icon above the word, or next to it if the button is wide."""
         x, y, w, h = box
         if w > 2 * h:
             side = h * 5 // 10
@@ -155,7 +156,7 @@ class Cabinet:
         sheet.caption((x, y + h - line - h // 12, w, line), word, line, ink)
 
     def block(self, sheet, box, focused):
-        """A block: a dark panel in a chrome rim of seven pixels, with a neon tube in it when it has the focus."""
+        """A block: a dark panel in a chrome rim of seven pixels, with a neon tube in it while it has the focus."""
         box = Rect(*box)
         sheet.rounded(box, 0, SOOT)
         sheet.rounded(box.inset(5), 10, [(0, (34, 28, 27)), (1, (17, 14, 14))])
@@ -179,14 +180,14 @@ class Cabinet:
 
     def list_field(self, sheet, box, row):
         x, y, w, h = box
-        # Every row shows the ground of the first one: it must be flat, with square corners.
+        # Every row shows the background of the first one, so it must be flat, with square corners.
         sheet.rounded(Rect(*box).inset(-2), 4, (62, 50, 44))
         sheet.rounded(box, 0, (11, 9, 9))
         for bottom in range(row, h + 1, row):
             sheet.rounded((x + 4, y + bottom - 1, w - 8, 1), 0, (52, 43, 38))
 
     def cursor(self, sheet, box):
-        """It shows with and without the focus: warm, but not lit."""
+        """The bar is shown with and without the focus, so it is warm but not lit."""
         sheet.rounded(box, 4, [(0, (92, 50, 14)), (1, (62, 32, 9))])
         sheet.ring(box, 4, 2, AMBER)
 
@@ -238,7 +239,7 @@ class Cabinet:
             sheet.caption(box, face, 40, ink)
 
     def lower_front(self, sheet, layout, front):
-        """The machine's lower front in portrait: walnut, the frame of the menu, lights at its sides, the grille."""
+        """The machine's lower front in portrait: walnut, the frame of the menu, lights on both sides, the grille."""
         w, h = sheet.size
         bw, bh = layout.block
         sheet.blend(0, 0, wood(w, h, 11, WALNUT_DARK, WALNUT_PALE), numpy.ones((h, w)))
@@ -274,16 +275,18 @@ class Cabinet:
         sheet.clear(front.main)
 
     def veil(self, size, waiting):
-        """A veil over the whole screen, stretched when it is drawn: black, darker at the edges; waiting, three lights."""
+        """A veil over the whole screen, stretched when it is drawn: black, darker at the edges; the waiting one has
+        three lights."""
         w, h = size
         sheet = Sheet(size)
         across, down = numpy.linspace(-1, 1, w)[None, :], numpy.linspace(-1, 1, h)[:, None]
         edge = numpy.clip((across**2 + down**2) / 2, 0, 1)
         base, depth = (0.30, 0.22) if waiting else (0.70, 0.16)
-        # In steps of a 32nd: the eye sees none, and the picture packs better.
+        # Steps of 1/32 are invisible, and the picture compresses better.
         sheet.blend(0, 0, (0, 0, 0), numpy.rint((base + depth * edge) * 32) / 32)
         if waiting:
-            # As wide as high on average of a landscape and a portrait screen, on a dark band that nothing shines through.
+            # On average of a landscape and a portrait screen the lights are as wide as high. Nothing shines through the
+            # dark band below them.
             sheet.rounded((0, h // 2 - 15, w, 30), 0, (0, 0, 0), 0.8)
             for left in (-35, -7, 21):
                 dot = Rect(w // 2 + left, h // 2 - 4, 14, 8)

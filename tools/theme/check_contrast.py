@@ -1,8 +1,9 @@
 #!/usr/bin/python3
-"""Measures the contrast of every text of a theme against the pixels it may stand on, as WCAG 2 defines contrast.
+"""Measures the contrast of every text of a theme against the pixels that can be behind it, as WCAG 2 defines contrast.
 
-For each text colour of theme.ini, in both looks, the worst pixel of its rectangle counts: all rectangles of all live slots,
-with and without the picture of the track numbers and the marks of queued tracks. Less than 4.5 is an error.
+For each text colour of theme.ini, in both looks, the worst pixel of its rectangle counts. All rectangles of all live
+slots are measured, with and without the picture of the track numbers and the marks of queued tracks. Less than 4.5 is
+an error.
 """
 
 import argparse
@@ -15,11 +16,11 @@ from check_theme import live_slots
 from light import LEAST_CONTRAST, contrast
 from mock_screen import Theme, cut
 
-CAPITAL = 0.73  # height of a capital by the size of the font
+CAPITAL = 0.73  # height of a capital relative to the font size
 
 
 def ground(theme, box, names):
-    """The pixels of a rectangle, pictures laid over one another in this order on black."""
+    """The pixels of a rectangle, with pictures drawn over one another in this order on black."""
     x, y, w, h = box
     result = numpy.zeros((h, w, 3))
     for name in names:
@@ -30,7 +31,7 @@ def ground(theme, box, names):
 
 
 def band(box, style, lines=1):
-    """The rows of a rectangle where capitals stand, for one line of text or for three."""
+    """The rows of a rectangle that capitals occupy, for one line of text or for three."""
     x, y, w, h = box
     half = round(style[1] * 96 / 72 * CAPITAL / 2) + (style[1] + 2 if lines == 3 else 0)
     middle = y + h // 2
@@ -38,7 +39,7 @@ def band(box, style, lines=1):
 
 
 def slot_texts(theme, lit):
-    """Name, style, rectangle and pictures below it, for the texts of the slots."""
+    """Name, style, rectangle and the pictures below it, for the texts of the slots."""
     ending = "_hilight.png" if lit else ".png"
     zone, numbers = "zonelist" + ending, "zonelistWithNumTrack" + ending
     piles = ([zone], [zone, "zonelist_nowplaying.png"], [zone, "zonelist_comingnext.png"], [zone, "zonelist_video.png"])
@@ -55,7 +56,7 @@ def slot_texts(theme, lit):
                 yield from ((part, style, band(box, style, lines), pile) for pile in piles)
         style = theme.ini.style("zonelist", "ZoneListPisteNumPiste", lit)
         number = band(theme.ini.slot(*place, "NumPiste"), style)
-        # Three digits are as wide as a number gets.
+        # A number has at most three digits.
         width = round(style[1] * 96 / 72 * 0.55 * 3)
         middle = (number[0] + max(number[2] - width, 0) // 2, number[1], min(width, number[2]), number[3])
         yield "track number", style, middle, [zone, numbers]

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Checks theme folders: keys, numbers, rectangles, picture sizes, the looks of buttons and slots, texts, sounds.
 
-An error is what stops the jukebox or shows wrong; it makes the exit code 1. Advice is what a theme may have meant;
+An error stops the jukebox or is displayed wrongly; it makes the exit code 1. Advice points out what may be unintended;
 with --strict it counts as an error.
 """
 
@@ -22,11 +22,11 @@ MENU_ROWS = ("command_listbox.png", "command_listbox_hilight.png", "command_btn.
 NAVIGATION = ("Back", "PreviewPage", "NextPage")
 WIDE = ("X", "Y", "Width", "Height")
 LONGEST_MENU = 7  # rows of the folder menu, the one that is shown
-CAPITAL = 0.73  # height of a capital by the size of the font
+CAPITAL = 0.73  # height of a capital relative to the font size
 
 
 class Report:
-    """What was found in one theme."""
+    """The findings in one theme."""
 
     def __init__(self, folder):
         self.folder, self.errors, self.advice = folder, [], []
@@ -48,7 +48,7 @@ class Report:
 
 
 def all_keys(theme):
-    """Every (section, key) that the jukebox reads, the keyboard's grid as the file itself counts it."""
+    """Every (section, key) that the jukebox reads, including the keyboard's grid as the file defines it."""
     for section, keys in ini.SECTIONS.items():
         yield from ((section, key) for key in keys)
     for base in ini.SLOT_SECTIONS.values():
@@ -67,7 +67,7 @@ def counted(theme, key):
 
 
 def check_value(report, section, key, value):
-    """One value by its kind, which the key's ending tells."""
+    """Checks one value by its kind, which the key's ending determines."""
     name = f"[{section}] {key}"
     if key.endswith("Libele"):
         return
@@ -88,21 +88,21 @@ def check_value(report, section, key, value):
 
 
 def check_keys(report, theme):
-    """All keys there, each once, each of its kind. Whether the geometry can be looked at."""
+    """Every key exists, once, and has a value of its kind. Returns whether the geometry can be checked."""
     for section, key in all_keys(theme):
         if key.endswith(("Libele", "Keys")) and (section.lower(), key.lower()) not in theme.ini.values:
             report.hint(f"[{section}] {key}: missing")
         check_value(report, section, key, theme.ini.text(section, key))
     for section, key in theme.ini.doubles:
-        report.error(f"[{section}] {key or 'the section'} stands twice, the second is not read")
+        report.error(f"[{section}] {key or 'the section'} occurs twice; the second one is ignored")
     known = {(section.lower(), key.lower()) for section, key in all_keys(theme)}
     for section, key in sorted(set(theme.ini.values) - known):
-        report.hint(f"[{section}] {key}: nothing reads this")
+        report.hint(f"[{section}] {key}: unknown key")
     return not report.errors
 
 
 def check_pictures(report, theme):
-    """All pictures there and readable as PNG. Whether they can be compared."""
+    """Every picture exists and can be read as PNG. Returns whether the pictures can be compared."""
     before = len(report.errors)
     for name in ini.PICTURES + ini.KEYBOARD_PICTURES:
         try:
@@ -113,7 +113,7 @@ def check_pictures(report, theme):
         except (OSError, SyntaxError) as fault:
             report.error(f"{name}: {fault}")
     if not (theme.folder / "preview.jpg").is_file():
-        report.hint("preview.jpg is missing: the configuration shows no picture of this theme")
+        report.hint("preview.jpg is missing: the configuration shows no preview of this theme")
     return len(report.errors) == before
 
 
@@ -141,7 +141,7 @@ def check_sizes(report, theme):
 
 
 def inside(report, name, box, frame, frame_name):
-    """A rectangle has a size and lies in (width, height) or in another rectangle."""
+    """A rectangle has a size and is inside (width, height) or another rectangle."""
     left, top, right, bottom = (0, 0, *frame) if len(frame) == 2 else edges(frame)
     x0, y0, x1, y1 = edges(box)
     if box[2] <= 0 or box[3] <= 0:
@@ -160,7 +160,7 @@ def overlap(one, other):
 
 
 def apart(report, boxes):
-    """No two of the named rectangles share a pixel."""
+    """No two of the named rectangles overlap."""
     for (name, box), (other_name, other) in itertools.combinations(boxes.items(), 2):
         if overlap(box, other):
             report.error(f"{name} {box} and {other_name} {other} overlap")
@@ -184,7 +184,7 @@ def page_box(theme, name):
 
 
 def check_zone(report, theme):
-    """Pages, navigation and slots lie in the zone, slots apart, the parts of a slot in it."""
+    """Pages, navigation and slots are in the zone, slots do not overlap, and their parts are inside them."""
     zone = theme.picture("zonelist.png").size
     if not 1 <= theme.ini.number("zonelist", "ZoneListNbTracksParColonne") <= ini.SLOT_ROWS:
         report.error("ZoneListNbTracksParColonne is not 1 to 10")
@@ -204,13 +204,13 @@ def check_zone(report, theme):
             inside(report, f"{name} {part}", theme.ini.slot(*place, part), whole, "its slot")
         keys = theme.ini.text(name, "ZoneListPisteNumSaisieKeys")
         if keys and (place[0], keys) in codes:
-            report.error(f"{name}: the keys {keys} choose another slot of the column already")
+            report.error(f"{name}: the keys {keys} already pick another slot of the column")
         codes.add((place[0], keys))
     apart(report, boxes)
 
 
 def fold_ends(first, second):
-    """Whether the page turn comes to its end: it opens the second width with the speed that folded the first."""
+    """Whether the page turn ends: it unfolds the second page at the speed that folded the first."""
     width, speed = first, 1
     while width > 0:
         width, speed = width - speed, speed + 1
@@ -229,7 +229,7 @@ def check_fold(report, theme):
 
 
 def check_orientation(report, theme, section):
-    """The three blocks lie in the theme and on nothing else."""
+    """The three blocks are inside the theme and do not overlap."""
     size = theme_size(theme, section)
     boxes = {"the track zone": (0, 0, *(theme.ini.number("zonelist", f"ZoneList{end}") for end in WIDE[2:]))}
     for block, extent in (
@@ -245,7 +245,7 @@ def check_orientation(report, theme, section):
 
 
 def playlist_extent(theme):
-    """The part of the Playlist block that is used. Its picture may be larger: it may carry a front around the blocks."""
+    """The used part of the Playlist block. Its picture may be larger, with a front around the blocks."""
     boxes = [theme.ini.box("BlockPlaylist", "BlockPlaylistPlaylist"), *button_boxes(theme, "BlockPlaylist", QUEUE_BUTTONS).values()]
     return max(edges(box)[2] for box in boxes), max(edges(box)[3] for box in boxes)
 
@@ -255,7 +255,7 @@ def button_boxes(theme, section, names):
 
 
 def check_blocks(report, theme):
-    """What stands in the three blocks."""
+    """The contents of the three blocks."""
     main = theme.picture("main.png").size
     texts = ("InsertCoin", "Remain", "InfosZoneLigne1", "InfosZoneLigne2")
     boxes = {name: theme.ini.box("BlockMain", f"BlockMain{name}") for name in texts}
@@ -278,7 +278,7 @@ def check_blocks(report, theme):
 
 
 def check_menu(report, theme):
-    """The rows of the menu lie in the block's border of 7 pixels, their texts in the rows."""
+    """The rows of the menu are inside the block's border of 7 pixels, their texts inside the rows."""
     block = theme.picture("command.png").size
     row = theme.picture("command_listbox.png").size
     inside(report, "a row of the menu", (7, 7, *row), (7, 7, block[0] - 14, block[1] - 14), "the border of command.png")
@@ -303,7 +303,8 @@ def keyboard_keys(theme):
 
 
 def check_keyboard(report, theme):
-    """Keys apart and in the picture, one of them accepts and one deletes, the word lies on the accepting one."""
+    """Keys do not overlap and are inside the picture, one of them accepts and one deletes, the word is on the accept
+    key."""
     size = theme.picture("keyboard.png").size
     keys = keyboard_keys(theme)
     boxes = {f"key {line}-{column}": box for (line, column), (box, _) in keys.items()}
@@ -325,7 +326,7 @@ def differs(one, other, box):
 
 
 def outside(picture, boxes):
-    """A copy with these rectangles blanked, to see what is left."""
+    """A copy with these rectangles blanked, to compare the rest."""
     rest = picture.copy()
     for x, y, w, h in boxes:
         rest.paste((0, 0, 0, 0), (x, y, x + w, y + h))
@@ -333,7 +334,7 @@ def outside(picture, boxes):
 
 
 def check_button_looks(report, theme, block, section, names):
-    """Each button looks different in each of its four states, and nothing but buttons changes between them."""
+    """Each button looks different in each of its four states, and nothing but the buttons changes between them."""
     boxes = button_boxes(theme, section, names)
     looks = [(look, theme.picture(f"{block}_{look}.png")) for look in LOOKS]
     for (one, first), (other, second) in itertools.combinations(looks, 2):
@@ -342,25 +343,25 @@ def check_button_looks(report, theme, block, section, names):
                 report.error(f"button {name} of {block}: looks {one} and {other} are the same")
         size = (0, 0, *first.size)
         rests = [outside(picture, boxes.values()) for picture in (first, second)]
-        # A picture of buttons alone is clear around them, or smaller than its block.
+        # A picture of buttons only is transparent around them, or smaller than its block.
         is_whole = first.size == second.size and all(rest.getchannel("A").getbbox() for rest in rests)
         if is_whole and differs(*rests, size):
-            report.hint(f"{block}: {one} and {other} differ outside the buttons, which is never seen")
+            report.hint(f"{block}: {one} and {other} differ outside the buttons, where it is never visible")
 
 
 def check_text_grounds(report, theme):
-    """Texts are wiped with the picture of the block without focus, so that it must be the same there with focus."""
+    """Texts are cleared with the picture of the block without focus, so it must look the same there with focus."""
     for name in ("InsertCoin", "Remain", "InfosZoneLigne1", "InfosZoneLigne2"):
         box = theme.ini.box("BlockMain", f"BlockMain{name}")
         if differs(theme.picture("main.png"), theme.picture("main_active_selected.png"), box):
-            report.hint(f"the ground of BlockMain{name} differs with the focus: a patch shows behind the text")
+            report.hint(f"the background of BlockMain{name} differs with the focus: a patch is visible behind the text")
     box = theme.ini.box("BlockPlaylist", "BlockPlaylistPlaylist")
     if differs(theme.picture("playlist.png"), theme.picture("playlist_active_selected.png"), box):
-        report.hint("the ground of the queue differs with the focus")
+        report.hint("the background of the queue differs with the focus")
 
 
 def check_marks(report, theme):
-    """Marks show in each slot, touch buttons in their rectangles, and neither anywhere else."""
+    """Marks are visible in each slot, touch buttons in their rectangles, and neither anywhere else."""
     slots = {slot_name(place): theme.ini.slot(*place, "Hilight") for place in live_slots(theme)}
     buttons = {name: navigation_box(theme, name) for name in NAVIGATION}
     rows = [("zonelist_nowplaying.png", slots), ("zonelist_comingnext.png", slots), ("zonelist_video.png", slots)]
@@ -370,16 +371,16 @@ def check_marks(report, theme):
         alpha = theme.picture(picture).getchannel("A")
         for name, box in boxes.items():
             if not cut(alpha, box).getbbox():
-                report.error(f"{picture}: nothing to see in {name}")
+                report.error(f"{picture}: nothing visible in {name}")
         rest = alpha.copy()
         for x, y, w, h in boxes.values():
             rest.paste(0, (x, y, x + w, y + h))
         if rest.getbbox() and alpha.getextrema()[0] < 255:
-            report.hint(f"{picture}: paint outside the rectangles is never seen: {rest.getbbox()}")
+            report.hint(f"{picture}: pixels outside the rectangles are never visible: {rest.getbbox()}")
     for name, box in slots.items():
         for one, other in (("zonelist.png", "zonelist_hilight.png"), ("zonelistWithNumTrack.png", "zonelistWithNumTrack_hilight.png")):
             if not differs(theme.picture(one), theme.picture(other), box):
-                report.error(f"{name}: {one} and {other} are the same, the selection cannot be seen")
+                report.error(f"{name}: {one} and {other} are the same; the selection is not visible")
 
 
 def check_keyboard_looks(report, theme):
@@ -389,7 +390,7 @@ def check_keyboard_looks(report, theme):
         if not differs(plain, lit, box):
             report.error(f"keyboard: the key at {box[0]},{box[1]} looks the same when it is selected")
     if differs(outside(plain, boxes), outside(lit, boxes), (0, 0, *plain.size)):
-        report.hint("keyboard.png and keyboard_hilight.png differ outside the keys, which is never seen")
+        report.hint("keyboard.png and keyboard_hilight.png differ outside the keys, where it is never visible")
 
 
 def text_boxes(theme):
@@ -413,7 +414,7 @@ def text_boxes(theme):
 
 
 def check_texts(report, theme):
-    """Every box takes at least three dots, which is where shortening ends, and the capitals of one line."""
+    """Every box has room for the three dots to which a text may be shortened, and for the capitals of one line."""
     families = set()
     for name, box, section, prefix, lit in text_boxes(theme):
         style = theme.ini.style(section, prefix, lit)
@@ -426,14 +427,14 @@ def check_texts(report, theme):
         if box[2] < dots:
             report.error(f"{name}: {box[2]} wide, three dots need {dots:.0f}: a text that does not fit stops the jukebox")
         if box[3] < style[1] * 96 / 72 * CAPITAL:
-            report.hint(f"{name}: {box[3]} high is less than the capitals of {style[1]} points")
+            report.hint(f"{name}: {box[3]} high is less than the height of capitals at {style[1]} points")
     for asked, found in sorted(families):
         if asked.lower() not in found:
-            report.hint(f"font {asked!r} is neither in the theme nor on this system, {found[1]!r} takes its place")
+            report.hint(f"font {asked!r} is neither in the theme nor on this system, {found[1]!r} is used instead")
 
 
 def check_title_lines(report, theme):
-    """Title and artist in three lines stay in their slot."""
+    """Title and artist in three lines fit into their slot."""
     for place in live_slots(theme):
         whole, box = theme.ini.slot(*place, "Hilight"), theme.ini.slot(*place, "Titre")
         for lit in (False, True):
@@ -443,11 +444,11 @@ def check_title_lines(report, theme):
             top = middle - step - size * 96 / 72 * CAPITAL / 2
             bottom = middle + step + artist * 96 / 72 * CAPITAL / 2
             if top < whole[1] or bottom > whole[1] + whole[3]:
-                report.hint(f"{slot_name(place)}: three lines of text leave the slot")
+                report.hint(f"{slot_name(place)}: three lines of text do not fit into the slot")
 
 
 def check_sounds(report, theme):
-    """All five sounds are there and begin like an MP3 file; a missing one stops the jukebox."""
+    """All five sounds exist and begin like an MP3 file; a missing one stops the jukebox."""
     for name in ini.SOUNDS:
         try:
             head = (theme.folder / name).read_bytes()[:3]
@@ -459,7 +460,7 @@ def check_sounds(report, theme):
 
 
 def check_geometry(report, theme):
-    """Everything that needs readable numbers and pictures."""
+    """Everything that requires readable numbers and pictures."""
     check_sizes(report, theme)
     check_zone(report, theme)
     check_fold(report, theme)
@@ -497,7 +498,7 @@ def check_theme(folder):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("theme", type=Path, nargs="+", help="theme folder")
-    parser.add_argument("--strict", action="store_true", help="advice counts as an error")
+    parser.add_argument("--strict", action="store_true", help="treat advice as errors")
     args = parser.parse_args()
     results = [check_theme(folder).show(args.strict) for folder in args.theme]
     sys.exit(0 if all(results) else 1)

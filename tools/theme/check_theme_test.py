@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Damages a good theme in one way at a time and sees that check_theme.py finds it."""
+"""Damages a good theme in one way at a time and checks that check_theme.py finds it."""
 
 import shutil
 import tempfile
@@ -29,7 +29,7 @@ class CheckThemeTest(unittest.TestCase):
         file.write_text(text.replace(old, new, 1), encoding="utf-8")
 
     def set(self, section, key, value):
-        """Gives a key of a section another value; None takes the key away."""
+        """Gives a key of a section another value; None removes the key."""
         lines, inside, done = [], False, False
         for line in (self.theme / "theme.ini").read_text(encoding="utf-8").splitlines():
             inside = line == f"[{section}]" if line.startswith("[") else inside
@@ -75,7 +75,7 @@ class CheckThemeTest(unittest.TestCase):
 
     def test_section_twice(self):
         self.edit("[BlockMain]", "[vertical]\nBlockMainX=1\n[BlockMain]")
-        self.found("[vertical] the section stands twice")
+        self.found("[vertical] the section occurs twice")
 
     def test_no_theme_file(self):
         (self.theme / "theme.ini").unlink()
@@ -144,7 +144,7 @@ class CheckThemeTest(unittest.TestCase):
 
     def test_selection_that_cannot_be_seen(self):
         shutil.copyfile(self.theme / "zonelist.png", self.theme / "zonelist_hilight.png")
-        self.found("the selection cannot be seen")
+        self.found("the selection is not visible")
 
     def test_states_that_look_the_same(self):
         shutil.copyfile(self.theme / "main_active_selected.png", self.theme / "main_active_selected_hilight.png")
@@ -155,11 +155,11 @@ class CheckThemeTest(unittest.TestCase):
             image = picture.convert("RGBA")
         image.putpixel((20, 10), (255, 0, 0, 255))
         image.save(self.theme / "main_active_selected.png")
-        self.advised("the ground of BlockMainInfosZoneLigne1 differs")
+        self.advised("the background of BlockMainInfosZoneLigne1 differs")
 
     def test_mark_that_misses_the_slots(self):
         Image.new("RGBA", (448, 360)).save(self.theme / "zonelist_video.png")
-        self.found("zonelist_video.png: nothing to see in zonelistGauche1")
+        self.found("zonelist_video.png: nothing visible in zonelistGauche1")
 
     def test_keyboard_without_accepting_key(self):
         self.set("keyboard", "KeyKey5-3", 32)

@@ -1,5 +1,5 @@
-"""The look of the theme "touch": the bright enamel of a diner. Cream cards, cherry red where one presses, mint behind, a
-checkered strip. Made for fingers: everything that can be pressed stands out of the picture, everything else is flat."""
+"""The look of the theme "touch": the bright enamel of a diner. Cream cards, cherry red where one presses, a mint
+background, a checkered strip. Made for fingers: everything that can be pressed is raised, everything else is flat."""
 
 import numpy
 
@@ -95,7 +95,7 @@ class Diner:
         sheet.blend(x, y, whole.colour[y : y + h, x : x + w], numpy.ones((h, w)))
 
     def button(self, sheet, box, icon, word, available, focused):
-        """Enamel with a lip below; flat and pale when not available; yellow in a dark ring under the cursor."""
+        """Enamel with a lip below; flat and pale if not available; yellow in a dark ring under the cursor."""
         body = Rect(box[0] + 3, box[1] + 3, box[2] - 6, box[3] - 9)
         sheet.rounded(box, 20, mix(MINT_LOW, CREAM, 0.72))
         if available:
@@ -125,7 +125,7 @@ class Diner:
         sheet.caption((x, y + h - 22 - h // 10, w, 22), word, 22, ink)
 
     def block(self, sheet, box, focused):
-        """A cream panel in a steel rim; a thick cherry rim when it has the focus."""
+        """A cream panel in a steel rim; a thick cherry rim while it has the focus."""
         box = Rect(*box)
         sheet.rounded(box, 0, MINT_LOW)
         sheet.rounded(box.inset(3), 16, mix(MINT_LOW, CREAM, 0.72))
@@ -147,13 +147,13 @@ class Diner:
     def list_field(self, sheet, box, row):
         x, y, w, h = box
         sheet.rounded(Rect(*box).inset(-2), 5, TEAL)
-        # Every row shows the ground of the first one: it must be flat, with square corners.
+        # Every row shows the background of the first one, so it must be flat, with square corners.
         sheet.rounded(box, 0, (255, 252, 242))
         for bottom in range(row, h + 1, row):
             sheet.rounded((x + 4, y + bottom - 1, w - 8, 1), 0, (200, 196, 176))
 
     def cursor(self, sheet, box):
-        """It shows with and without the focus: cherry red stays with what has it."""
+        """The bar is shown with and without the focus, so it is not cherry red, the colour of the focus."""
         sheet.rounded(box, 6, [(0, (255, 232, 150)), (1, (255, 214, 104))])
         sheet.ring(box, 6, 2, (176, 104, 0))
 
@@ -213,7 +213,7 @@ class Diner:
         sheet.clear(front.main)
 
     def veil(self, size, waiting):
-        """A veil over the whole screen, stretched when it is drawn; waiting, three dots on it."""
+        """A veil over the whole screen, stretched when it is drawn; the waiting one has three dots."""
         w, h = size
         sheet = Sheet(size)
         sheet.rounded((0, 0, w, h), 0, (0, 0, 0), 0.28 if waiting else 0.7)

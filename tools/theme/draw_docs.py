@@ -1,6 +1,7 @@
 #!/usr/bin/python3
-"""Draws the pictures of docs/theme-authors.md from the default theme as it lies in the repository, so that they cannot
-drift from it: a screen with numbered rectangles, and beside it the keys of theme.ini they come from.
+"""Draws the pictures of docs/theme-authors.md from the default theme in the repository, so that they always match it.
+
+Each picture shows a screen with numbered rectangles, and next to it their keys in theme.ini.
 """
 
 import argparse
@@ -27,7 +28,7 @@ def save_small(page, path):
 
 
 def annotate(picture, boxes, path, scale=1.0, panel=430):
-    """The picture, scaled, with numbered rectangles, and a list of their names beside it."""
+    """The scaled picture with numbered rectangles, and a list of their names next to it."""
     size = (round(picture.width * scale), round(picture.height * scale))
     height = max(size[1], len(boxes) * LINE + 20)
     page = Image.new("RGB", (size[0] + panel, height), GROUND)

@@ -1,4 +1,4 @@
-"""Small drawing helpers on Pillow: smooth flat shapes, icons, captions, and PNG files that stay exact and small."""
+"""Small drawing helpers on Pillow: smooth flat shapes, icons, captions, and lossless small PNG files."""
 
 import math
 from functools import lru_cache
@@ -8,7 +8,7 @@ from PIL import Image, ImageDraw, ImageFont
 
 
 class Canvas:
-    """A picture under work. Shapes are painted `smooth` times larger and averaged, so that edges are soft."""
+    """A picture that is being drawn. Shapes are painted `smooth` times larger and averaged, so that edges are soft."""
 
     def __init__(self, size, colour, smooth, font_file):
         self.image = Image.new("RGBA", size, opaque(colour))
@@ -16,7 +16,8 @@ class Canvas:
         self.font_file = font_file
 
     def shape(self, box, colour, paint):
-        """Fills with one colour what `paint(draw, scale)` draws in white; its coordinates begin at the box's corner."""
+        """Fills with one colour what `paint(draw, scale)` draws in white; its coordinates are relative to the box's
+        corner."""
         x, y, w, h = box
         mask = Image.new("L", (w * self.smooth, h * self.smooth), 0)
         paint(ImageDraw.Draw(mask), self.smooth)
@@ -51,14 +52,14 @@ class Canvas:
         self.shape(box, colour, paint)
 
     def icon(self, box, name, colour):
-        """An icon of the table below, as large as fits the box, in its middle."""
+        """An icon of the table below, as large as fits the box, centred in it."""
         x, y, w, h = box
         side = min(w, h)
         square = (x + (w - side) // 2, y + (h - side) // 2, side, side)
         self.shape(square, colour, lambda draw, s: paint_icon(draw, name, side * s))
 
     def caption(self, box, text, pixels, colour, align="center"):
-        """A word of the picture itself, centred in height by its capitals."""
+        """A caption in the picture itself, centred vertically by its capitals."""
         x, y, w, h = box
         font = caption_font(self.font_file, pixels)
         width = round(font.getlength(text))
@@ -79,7 +80,7 @@ def caption_font(file, pixels):
 
 
 def _triangle(left, right, middle=0.5, half=0.34):
-    """A triangle that points from left to right (or the other way when left is the larger)."""
+    """A triangle that points from left to right (or the other way if left is the larger)."""
     return [(left, middle - half), (left, middle + half), (right, middle)]
 
 
@@ -96,7 +97,7 @@ def _disc(radius):
     return [(0.5 + radius * math.cos(angle), 0.5 + radius * math.sin(angle)) for angle in turn]
 
 
-# Polygons in a unit square; those behind "cut" are taken away again.
+# Polygons in a unit square; those after "cut" are removed again.
 ICONS = {
     "Preview": {"fill": [_bar(0.14, 0.18, 0.24, 0.82), _triangle(0.56, 0.24), _triangle(0.88, 0.56)]},
     "Stop": {"fill": [_bar(0.22, 0.22, 0.78, 0.78)]},
@@ -156,7 +157,7 @@ def paint_icon(draw, name, side):
 
 
 def save_png(image, path):
-    """Writes a PNG without loss: with a palette where 256 colours do, and without alpha where all is opaque."""
+    """Writes a lossless PNG: with a palette if 256 colours are enough, and without alpha if everything is opaque."""
     pixels = numpy.asarray(image.convert("RGBA")).view("<u4")[..., 0]
     colours, index = numpy.unique(pixels, return_inverse=True)
     table = colours.view(numpy.uint8).reshape(-1, 4)

@@ -1,7 +1,7 @@
-"""Puts the pictures of a cabinet theme together: which picture holds what, and which look paints it.
+"""Composes the pictures of a cabinet theme: which picture holds what, and which look paints it.
 
-A look knows how things look (a card, a button, a rim); this file knows where they stand and in which picture they go.
-Everything that one block shows in several pictures is painted by the same calls at the same place, so that a rectangle
+A look defines the appearance of elements (a card, a button, a rim); this file defines their position and their picture.
+Everything that a block shows in several pictures is painted by the same calls at the same position, so that a rectangle
 cut from one of them fits into the others.
 """
 
@@ -38,7 +38,8 @@ def zone_list(layout, look, lit):
 
 
 def zone_numbers(layout, look, lit):
-    """What lies below the track number, and nothing else: around it all is clear, so that a video mark stays."""
+    """The background of the track number and nothing else: the rest is transparent, so that a video mark stays
+    visible."""
     sheet = Sheet(layout.zone)
     for slot in live_slots(layout):
         look.number(sheet, slot, lit)
@@ -80,10 +81,10 @@ def main_block(layout, look, focused):
 
 
 def playlist_block(layout, look, focused, front):
-    """The Playlist block without its buttons. With `front` it also carries the lower front of a portrait machine.
+    """The Playlist block without its buttons. With `front` it also contains the lower front of a portrait machine.
 
-    The front lies right of the block and below it, where in landscape the other blocks cover it or the screen ends.
-    The Main block stays uncovered: the front is clear there.
+    The front is to the right of the block and below it, where in landscape the other blocks cover it or the screen
+    ends. The Main block stays uncovered: the front is transparent there.
     """
     x, y, w, h = 0, 0, *layout.block
     sheet = Sheet(front.size if front else layout.block)
@@ -95,7 +96,7 @@ def playlist_block(layout, look, focused, front):
 
 
 class LowerFront:
-    """Where the lower front of a portrait machine lies, relative to the Playlist block."""
+    """The place of a portrait machine's lower front, relative to the Playlist block."""
 
     def __init__(self, layout, height):
         corners = layout.corners["vertical"]
@@ -148,7 +149,7 @@ def queue_cursor(layout, look):
 
 
 def keyboard(layout, look, lit):
-    """The on-screen keyboard; lit, all its keys are in the look of the selected one."""
+    """The on-screen keyboard; in the lit picture all keys have the look of the selected one."""
     sheet = Sheet(layout.keyboard)
     look.block(sheet, (0, 0, *layout.keyboard), True)
     x, y, w, h = layout.keyboard_text
@@ -179,7 +180,7 @@ def paint_all(layout, look, front_height):
     )
     pictures["playlist_playlisthilight.png"] = queue_cursor(layout, look)
     images = {name: sheet.image() for name, sheet in pictures.items()}
-    # Of these only the buttons are ever used: the lower front would only take memory, and time at the start.
+    # Only the buttons of these pictures are used: the lower front would only take memory, and time at the start.
     for ending in ("active_selected_hilight", "active_unselected", "active_unselected_hilight"):
         name = f"playlist_{ending}.png"
         images[name] = images[name].crop((0, 0, *layout.block))

@@ -1,4 +1,4 @@
-"""Where everything of our themes stands: rectangles, fonts and colours, for the cabinet and for the tests."""
+"""The layout of our themes: rectangles, fonts and colours, for the cabinet and for the tests."""
 
 from dataclasses import dataclass
 from pathlib import Path
@@ -37,7 +37,7 @@ class Style(NamedTuple):
 
 
 class Slot(NamedTuple):
-    """The elements of one slot, relative to the track zone. The two marks are ours alone: no key names them."""
+    """The elements of one slot, relative to the track zone. The two marks are our own addition: no key names them."""
 
     whole: Rect
     label: Rect
@@ -55,7 +55,7 @@ EMPTY_SLOT = Slot(*[NOTHING] * 7)
 
 
 class Key(NamedTuple):
-    """A key of the on-screen keyboard: its place, its code, and what its picture shows (a word or an icon)."""
+    """A key of the on-screen keyboard: its place, its code, and its caption (a word or an icon)."""
 
     place: Rect
     code: int
@@ -64,7 +64,7 @@ class Key(NamedTuple):
 
 @dataclass(frozen=True)
 class Palette:
-    """The colours, named by what they paint."""
+    """The colours, named by their use."""
 
     ground: tuple = (13, 16, 22)
     panel: tuple = (24, 30, 40)
@@ -85,7 +85,7 @@ class Palette:
 
 @dataclass(frozen=True)
 class Layout:
-    """One theme, complete. Rectangles of the blocks are relative to their block, those of slots to the zone."""
+    """One complete theme. Rectangles of the blocks are relative to their block, those of slots to the zone."""
 
     zone: tuple
     pages: tuple
@@ -115,7 +115,7 @@ class Layout:
     keyboard_lines: tuple
     styles: dict
     colours: Palette
-    # Edges are smoothed by painting this many times larger; 1 gives hard edges for pictures compared by pixel.
+    # Edges are smoothed by painting this many times larger; 1 gives hard edges, for pictures compared by pixel.
     smooth: int
     radius: int
     border: int
@@ -129,7 +129,7 @@ def in_a_row(names, first, step):
 
 
 def slot_grid(slot, rows, left, top, pitch, page_width):
-    """Slots of both columns by (column, row); rows above the live ones are empty, for the file lists all ten."""
+    """Slots of both columns by (column, row); rows beyond the live ones are empty, because the file lists all ten."""
     return {
         (column, row): slot.moved(left + (column - 1) * page_width, top + (row - 1) * pitch)
         if row <= rows
@@ -140,7 +140,7 @@ def slot_grid(slot, rows, left, top, pitch, page_width):
 
 
 def keyboard_lines(left, top, width, height, gap):
-    """Ten keys a line for digits and letters, and a last line of three wide keys: blank, delete, accept."""
+    """Ten keys per line for digits and letters, and a last line of three wide keys: blank, delete, accept."""
     step = width + gap
     faces = ("0123456789", "ABCDEFGHIJ", "KLMNOPQRST", "UVWXYZ-'.&")
     lines = [
@@ -191,7 +191,7 @@ def default_styles(font, colours, sizes):
 
 
 def block_layout():
-    """What both cabinet themes share: 1280x1080 of track zone, and blocks of 640x360 beside it or below it."""
+    """Shared by both cabinet themes: 1280x1080 of track zone, and blocks of 640x360 next to it or below it."""
     return {
         "zone": (1280, 1080),
         "block": (640, 360),
@@ -213,7 +213,7 @@ def block_layout():
 
 
 def default_layout():
-    """The theme of the cabinet: ten rows a column, driven by keys; 1920x1080, or 1280 wide on a portrait screen."""
+    """The theme of the cabinet: ten rows per column, driven by keys; 1920x1080, or 1280 wide on a portrait screen."""
     colours = Palette(
         text=(255, 244, 222), dim=(214, 190, 152), accent=(255, 190, 84), ink=(34, 16, 2), ink_dim=(84, 42, 2),
         playing=(96, 232, 132), waiting=(120, 196, 255), video=(255, 138, 160),
@@ -253,7 +253,7 @@ def default_layout():
         keyboard_lines=keyboard_lines(44, 164, 84, 74, 8),
         styles=default_styles("Roboto Condensed Medium", colours, sizes) | {
             "ZoneListPisteNumPiste": Style("Roboto Condensed Medium", sizes["number"], colours.ink),
-            # The cursor of the queue always shows; only what has the focus is lit.
+            # The cursor of the queue is always shown; only elements with the focus are lit.
             "BlockPlaylistPlaylist+": Style("Roboto Condensed Medium", sizes["queue"], (255, 222, 150)),
         },
         colours=colours,
@@ -262,7 +262,7 @@ def default_layout():
 
 
 def touch_layout():
-    """The theme for fingers: six tall rows a column and no button under 88 pixels."""
+    """The theme for fingers: six tall rows per column and no button smaller than 88 pixels."""
     colours = Palette(
         text=(38, 28, 26), dim=(96, 70, 58), accent=(158, 20, 28), ink=(255, 255, 255), ink_dim=(255, 232, 214),
         playing=(0, 112, 66), waiting=(16, 84, 168), video=(122, 36, 138),
@@ -280,7 +280,7 @@ def touch_layout():
              "counter": 38, "line1": 17, "line2": 23, "command": 20}  # fmt: skip
     return Layout(
         **block_layout(),
-        # The strip below the pages stays where it is when a page turns.
+        # The strip below the pages does not move when a page turns.
         pages=(Rect(0, 0, 640, 958), Rect(640, 0, 640, 958)),
         navigation={
             "Back": Rect(16, 960, 260, 112),
@@ -302,7 +302,7 @@ def touch_layout():
         queue_buttons=in_a_row(QUEUE_BUTTONS, Rect(16, 248, 116, 98), 123),
         keyboard_lines=keyboard_lines(39, 156, 85, 78, 8),
         styles=default_styles("Roboto Medium", colours, sizes) | {
-            # The message lines stand on dark glass; the lit label of a slot and its record differ from its card.
+            # The message lines are on dark glass; the lit label of a slot and its record differ from its card.
             "BlockMainInfosZoneLigne1": Style("Roboto Medium", sizes["line1"], (255, 226, 160)),
             "BlockMainInfosZoneLigne2": Style("Roboto Medium", sizes["line2"], (255, 255, 255)),
             "Texte": Style("Roboto Medium", sizes["line2"], (255, 255, 255)),
@@ -316,7 +316,7 @@ def touch_layout():
 
 
 def test_layout(rows):
-    """A theme of 640x360 in hard-edged flat colours for the tests, with our own small font; 5 or 10 rows a column."""
+    """A theme of 640x360 in hard-edged flat colours for the tests, with our own small font; 5 or 10 rows per column."""
     colours = Palette()
     tall = rows == 5
     pitch = 66 if tall else 33
@@ -444,7 +444,7 @@ def command_pairs(layout):
 
 
 def slot_pairs(slot, row):
-    """A slot's 22 values. Its label is the page's letter and a digit; 33 stands for the key of that letter."""
+    """A slot's 22 values. Its label is the page's letter and a digit; 33 means the key of that letter."""
     digit = row % 10
     pairs = box_pairs("ZoneListPisteNumSaisie", slot.label)
     pairs += [("ZoneListPisteNumSaisieLibele", f"[AP]{digit}"), ("ZoneListPisteNumSaisieKeys", f"33|{48 + digit}")]
@@ -471,9 +471,9 @@ def keyboard_pairs(layout):
 def theme_sections(layout):
     """The whole theme.ini as (section, comments, pairs), for theme_ini.write."""
     sections = [
-        ("zonelist", ["The track zone: its place, its two pages, its touch buttons, rows a column, text styles.",
+        ("zonelist", ["The track zone: its place, its two pages, its touch buttons, rows per column, text styles.",
                       "All numbers are theme pixels; font sizes are points; colours are red,green,blue."], zone_pairs(layout)),
-        ("horitontal", ["Corners of the three blocks on a landscape screen. The section's name is spelled like this.",
+        ("horitontal", ["Corners of the three blocks on a landscape screen. The section must be spelled like this.",
                         "Theme width = BlockMainX + width of main.png, height = BlockCommandY + height of main.png."],
          corner_pairs(layout.corners["horitontal"])),
         ("vertical", ["The same on a portrait screen."], corner_pairs(layout.corners["vertical"])),
@@ -485,5 +485,5 @@ def theme_sections(layout):
         for row in range(1, ini.SLOT_ROWS + 1):
             sections.append((f"{base}{row}", [], slot_pairs(layout.slots[column, row], row)))
     sections.append(("keyboard", ["The on-screen keyboard: texts, then place and code of each key by line and column.",
-                                  "Code 8 deletes, 13 accepts, any other is the character."], keyboard_pairs(layout)))  # fmt: skip
+                                  "Code 8 deletes, 13 accepts, any other code is the character."], keyboard_pairs(layout)))  # fmt: skip
     return sections

@@ -29,12 +29,12 @@ def contrast(one, other):
 
 
 def mix(one, other, share):
-    """The colour that lies `share` of the way from one to the other."""
+    """The colour at `share` of the way from one to the other."""
     return tuple(a + (b - a) * share for a, b in zip(one, other))
 
 
 def distance(width, height, box, radius):
-    """How far each pixel of a canvas lies outside a rounded rectangle; negative inside."""
+    """The distance of each pixel of a canvas from a rounded rectangle; negative inside."""
     x, y, w, h = box
     radius = min(radius, w / 2, h / 2)
     across = abs(numpy.arange(width) + 0.5 - x - w / 2) - w / 2 + radius
@@ -45,7 +45,7 @@ def distance(width, height, box, radius):
 
 
 def ramp(stops, height):
-    """A vertical gradient of (position 0 to 1, colour) stops, as one row a pixel line."""
+    """A vertical gradient of (position 0 to 1, colour) stops, as one row per pixel line."""
     at = (numpy.arange(height) + 0.5) / max(height, 1)
     places = [place for place, _ in stops]
     rows = [numpy.interp(at, places, [colour[i] for _, colour in stops]) for i in range(3)]
@@ -59,7 +59,7 @@ CHROME = (
 
 
 class Sheet:
-    """A picture under work: colours of 0 to 255 and alpha of 0 to 1, in floating point."""
+    """A picture that is being drawn: colours of 0 to 255 and alpha of 0 to 1, in floating point."""
 
     def __init__(self, size, colour=None):
         width, height = size
@@ -73,14 +73,14 @@ class Sheet:
 
     @contextmanager
     def within(self, box):
-        """Keeps what is painted meanwhile inside a rectangle, for parts that are cut out of the picture later."""
+        """Clips everything painted in the `with` block to a rectangle, for parts that are cut out of the picture later."""
         x, y, w, h = box
         before, self.limits = self.limits, (x, y, x + w, y + h)
         yield
         self.limits = before
 
     def blend(self, x, y, colour, cover):
-        """Lays a colour, or an array of them, over the picture with this cover; what leaves the picture is cut."""
+        """Draws a colour, or an array of colours, over the picture with this coverage, clipped to the limits."""
         height, width = cover.shape
         left, top = max(x, self.limits[0]), max(y, self.limits[1])
         right, bottom = min(x + width, self.limits[2]), min(y + height, self.limits[3])
@@ -96,7 +96,7 @@ class Sheet:
         alpha[:] = total
 
     def paint(self, box, radius, paint, cover, margin):
-        """Fills where `cover(distance)` says, in a colour or a list of stops over the box."""
+        """Fills the shape given by `cover(distance)` with a colour or a list of stops over the box."""
         x, y, w, h = box
         far = distance(w + 2 * margin, h + 2 * margin, (margin, margin, w, h), radius)
         if isinstance(paint, tuple):
@@ -111,12 +111,12 @@ class Sheet:
         self.paint(box, radius, paint, lambda far: numpy.clip(0.5 - far, 0, 1) * strength, 1)
 
     def ring(self, box, radius, width, paint, strength=1.0, inset=0.0):
-        """A band along the edge, inside it."""
+        """A band along the inside of the edge."""
         middle = -inset - width / 2
         self.paint(box, radius, paint, lambda far: numpy.clip(width / 2 + 0.5 - abs(far - middle), 0, 1) * strength, 1)
 
     def glow(self, box, radius, reach, colour, strength, inside=False):
-        """Light that fades away from the edge: outwards, or inwards too."""
+        """Light that fades away from the edge: outwards, or also inwards."""
 
         def cover(far):
             away = abs(far) if inside else numpy.where(far < -1, 1e9, numpy.maximum(far, 0))
@@ -137,13 +137,13 @@ class Sheet:
         self.blend(x, y, paint if isinstance(paint, tuple) else ramp(paint, cover.shape[0]), cover)
 
     def icon(self, box, name, paint):
-        """An icon of drawing.py, as large as fits the box, in its middle."""
+        """An icon of drawing.py, as large as fits the box, centred in it."""
         x, y, w, h = box
         side = min(w, h)
         self.stamp(x + (w - side) // 2, y + (h - side) // 2, icon_mask(name, side), paint)
 
     def caption(self, box, text, pixels, colour, align="center", font_file=CONDENSED):
-        """A word of the picture itself, centred in height by its capitals. Stops when it could not be read."""
+        """A caption in the picture itself, centred vertically by its capitals. Fails if it would be illegible."""
         x, y, w, h = box
         mask, capitals = text_mask(text, pixels, font_file)
         left = {"center": x + (w - mask.width) // 2, "left": x, "right": x + w - mask.width}[align]
@@ -156,7 +156,7 @@ class Sheet:
         self.stamp(left, top, mask, colour)
 
     def paste(self, x, y, other):
-        """Lays another sheet over this one."""
+        """Draws another sheet over this one."""
         self.blend(x, y, other.colour, other.alpha)
 
     def clear(self, box):
@@ -166,7 +166,7 @@ class Sheet:
         self.colour[y : y + h, x : x + w] = 0
 
     def image(self):
-        """The picture in 8 bits a channel; what is transparent is black."""
+        """The picture in 8 bits per channel; transparent pixels are black."""
         alpha = numpy.rint(self.alpha * 255)
         colour = numpy.where(alpha[..., None] > 0, numpy.rint(self.colour), 0)
         return Image.fromarray(numpy.dstack([colour, alpha]).clip(0, 255).astype(numpy.uint8), "RGBA")
@@ -181,7 +181,7 @@ def icon_mask(name, side):
 
 @lru_cache(maxsize=None)
 def text_mask(text, pixels, font_file):
-    """White letters on black, their line half the size below the top, and how high the capitals are."""
+    """White letters on black, with the top of the capitals half the font size below the edge, and the capitals' height."""
     font = ImageFont.truetype(str(font_file), pixels, layout_engine=ImageFont.Layout.BASIC)
     box = font.getbbox("H", anchor="ls")
     capitals = -box[1]
@@ -191,7 +191,7 @@ def text_mask(text, pixels, font_file):
 
 
 def smooth_noise(rng, width, height, cells_x, cells_y):
-    """Noise of 0 to 1 that changes slowly: random points, blended by cosines."""
+    """Noise of 0 to 1 that changes slowly: random points with cosine interpolation."""
     points = rng.random((cells_y + 1, cells_x + 1))
     at_x, at_y = numpy.linspace(0, cells_x, width, endpoint=False), numpy.linspace(0, cells_y, height, endpoint=False)
     left, top = at_x.astype(int), at_y.astype(int)
@@ -213,7 +213,7 @@ def wood(width, height, seed, dark, pale, upright=False):
     fibre = smooth_noise(rng, width, height, max(width // 40, 1), max(height // 2, 1))
     tone = smooth_noise(rng, width, height, max(width // 400, 1), max(height // 120, 1))
     share = (0.5 * rings + 0.22 * fibre + 0.28 * tone)[..., None]
-    # Few steps: the eye sees none missing, and the picture packs far better.
+    # The few steps are not visible, and the picture compresses far better.
     share = numpy.rint(share * 22) / 22
     return numpy.asarray(dark, dtype=float) + (numpy.asarray(pale, dtype=float) - dark) * share
 

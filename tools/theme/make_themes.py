@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""Makes our themes: the two delivered ones, and the two small ones of the tests. Sounds come from make_sounds.py.
+"""Makes our themes: the two included ones, and the two small ones of the tests. Sounds come from make_sounds.py.
 
-The same pixels come out at every run. What it needs: python3-pil, python3-numpy, the fonts of fonts-roboto-unhinted,
+The pixels are the same on every run. Requirements: python3-pil, python3-numpy, and the fonts of fonts-roboto-unhinted,
 fonts-lobster and fonts-dejavu-core.
 """
 
@@ -22,12 +22,12 @@ from mock_screen import Show, Theme, compose
 ROOT = Path(__file__).resolve().parents[2]
 THEMES = ROOT / "home/themes"
 TEST_THEMES = ROOT / "tests/homes/plain/themes"
-# The playlist picture carries the lower front of a portrait machine. 1080x1920 shows 2275 rows of a theme 1280 wide.
+# The playlist picture contains the lower front of a portrait machine. 1080x1920 shows 2275 rows of a theme 1280 wide.
 FRONT_HEIGHT = 2276 - 1080
 
 
 def check_keys(sections):
-    """Stops when the layout forgets a key of the file or has one too many."""
+    """Stops if the layout lacks a key of the file or has an extra one."""
     for name, _, pairs in sections:
         expected = ini.SECTIONS.get(name) or (ini.SLOT_KEYS if name.startswith("zonelist") else ())
         if expected and [key for key, _ in pairs] != list(expected):
@@ -35,7 +35,7 @@ def check_keys(sections):
 
 
 def make_theme(folder, layout, painted, preview_size, show=None, font_file=None):
-    """Writes theme.ini, the pictures, the preview and a font file into the folder; leaves its sounds alone."""
+    """Writes theme.ini, the pictures, the preview and a font file into the folder; does not touch its sounds."""
     folder.mkdir(parents=True, exist_ok=True)
     sections = theme_sections(layout)
     check_keys(sections)
@@ -55,7 +55,7 @@ def make_delivered(name, layout, look, show=None):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--only", choices=("default", "touch", "test"), help="make one theme, or those of the tests alone")
+    parser.add_argument("--only", choices=("default", "touch", "test"), help="make one theme, or those of the tests")
     only = parser.parse_args().only
     if only in (None, "default"):
         make_delivered("default", default_layout(), Cabinet())

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Composes a screen of a theme with sample content, from its theme.ini and pictures as they lie in the folder.
+"""Composes a screen of a theme with sample content from its theme.ini and pictures.
 
 It follows the jukebox: two cached looks of the track zone, slots copied from the lit one, buttons cut from the four
 pictures of their block, rows of the queue and the menu copied from strips. Text is placed by the same rules but drawn
@@ -16,7 +16,7 @@ from PIL import Image, ImageDraw, ImageFont
 
 from theme_ini import ThemeFile
 
-# Kind, title, artist, track number, cover, marks. Long and short ones, so that every layout of a slot is seen.
+# Kind, title, artist, track number, cover, marks. Long and short ones, to show every layout of a slot.
 SAMPLES = (
     ("dir", "BRASS BANDS", "3 ALBUMS", "", True, ""),
     ("dir", "WALTZES", "", "", False, ""),
@@ -38,14 +38,14 @@ QUEUE_BUTTONS = ("Down", "Up", "Remove", "Load", "Save")
 
 
 def font_names(font):
-    """What a font may be asked for by: its family, and for another weight than the usual two the family with it."""
+    """The names for a font: its family, and for weights other than the usual two the family with the weight."""
     family, style = font.getname()
     return family.lower(), f"{family} {style}".lower()
 
 
 @lru_cache(maxsize=None)
 def font_file(folder, family):
-    """The file of a font family: a font of the theme first, else one of the system."""
+    """The file of a font family: preferably a font of the theme, otherwise one of the system."""
     for file in sorted(Path(folder).glob("*.[tT][tT][fF]")):
         if family.lower() in font_names(ImageFont.truetype(str(file), 12)):
             return str(file)
@@ -60,7 +60,7 @@ def load_font(folder, family, points):
 
 
 class Theme:
-    """A theme folder: its file, and its pictures, loaded when they are first asked for."""
+    """A theme folder: its file, and its pictures, which are loaded at the first access."""
 
     def __init__(self, folder):
         self.folder = Path(folder)
@@ -79,7 +79,7 @@ class Theme:
 
 @dataclass
 class Show:
-    """What the mock screen shows."""
+    """The sample content of the mock screen."""
 
     zone: str = "list"
     button: str = "Pause"
@@ -99,7 +99,7 @@ def moved(box, corner):
 
 
 def shorten(font, text, width):
-    """The text as it is when it fits, else the longest beginning that fits with three dots."""
+    """The unchanged text if it fits, otherwise the longest beginning that fits with three dots."""
     short = text
     size = font.getlength(text)
     while size > width:
@@ -109,7 +109,7 @@ def shorten(font, text, width):
 
 
 def draw_text(image, theme, text, box, style, align="center", size_factor=1):
-    """One line of text in a box, centred in height, shortened to its width and not clipped."""
+    """One line of text in a box, centred vertically, shortened to its width and not clipped."""
     x, y, w, h = box
     family, size, colour = style
     font = theme.font((family, size * size_factor))
@@ -151,7 +151,7 @@ def draw_titles(image, theme, slot_box, sample, placed, hilight):
 
 
 def sample_cover(size):
-    """Stands for a cover picture."""
+    """A substitute for a cover picture."""
     image = Image.new("RGBA", size, (146, 60, 60, 255))
     draw = ImageDraw.Draw(image)
     draw.ellipse((4, 4, size[0] - 5, size[1] - 5), fill=(226, 196, 150, 255))
@@ -219,7 +219,7 @@ def paste_zone(screen, theme, show):
 
 
 def paste_buttons(screen, theme, section, block, names, corner, show):
-    """The five buttons of a block; without `available` every second one is in its dead look."""
+    """The five buttons of a block; without `available` every second one looks unavailable."""
     for i, name in enumerate(names):
         alive = "selected" if show.available or i % 2 else "unselected"
         lit = "_hilight" if show.button == name and show.zone == block else ""
@@ -299,7 +299,7 @@ def paste_command(screen, theme, corner, show):
 
 
 def theme_size(theme, section):
-    """Width and height of the whole theme in one orientation, as the jukebox takes them."""
+    """Width and height of the whole theme in one orientation, as the jukebox computes them."""
     main = theme.picture("main.png")
     return (theme.ini.number(section, "BlockMainX") + main.width, theme.ini.number(section, "BlockCommandY") + main.height)
 
@@ -331,7 +331,7 @@ def compose_keyboard(theme, selected=(2, 3), text="PARTY MIX"):
 
 
 def fit(image, width, height):
-    """The picture as a screen of this size shows it: one scale, from the top left corner."""
+    """The picture on a screen of this size: scaled by one factor, from the top left corner."""
     scale = min(width / image.width, height / image.height)
     screen = Image.new("RGB", (width, height))
     size = (round(image.width * scale), round(image.height * scale))
@@ -349,7 +349,7 @@ def main():
     parser.add_argument("--button", default="Pause", help="focused button of the zone")
     parser.add_argument("--touch", action="store_true", help="touch mode")
     parser.add_argument("--unavailable", action="store_true", help="every second button is not available")
-    parser.add_argument("--video", action="store_true", help="show where a small video goes")
+    parser.add_argument("--video", action="store_true", help="show the place of a small video")
     parser.add_argument("--key", default="2-3", help="selected key of the keyboard, line-column")
     args = parser.parse_args()
     theme = Theme(args.theme)

@@ -1,4 +1,4 @@
-"""Paints all pictures of the plain themes of the tests from a layout: flat colours, hard edges, no words."""
+"""Paints all pictures of the tests' plain themes from a layout: flat colours, hard edges, no words."""
 
 from drawing import Canvas
 from layout import Rect
@@ -7,7 +7,7 @@ CLEAR = (0, 0, 0, 0)
 
 
 def new_canvas(layout, size, colour):
-    """A picture of one colour, painted in the manner of the layout."""
+    """A picture of one colour, with the layout's smoothing."""
     return Canvas(size, colour, layout.smooth, layout.caption_font)
 
 
@@ -41,14 +41,15 @@ def zone_list(layout, hilight):
 
 
 def badge(canvas, box, icon, colour, ink):
-    """A small coloured field with an icon."""
+    """A small coloured box with an icon."""
     w, h = box[2:]
     canvas.rounded(box, colour, min(w, h) // 5 if canvas.smooth > 1 else 0)
     canvas.icon(Rect(*box).inset(max(min(w, h) // 8, 1)), icon, ink)
 
 
 def zone_numbers(layout, hilight):
-    """The field of the track number, and nothing else: all around is clear, so that a video mark below it stays."""
+    """The box of the track number and nothing else: the rest is transparent, so that a video mark below it stays
+    visible."""
     c = layout.colours
     canvas = new_canvas(layout, layout.zone, CLEAR)
     for slot in layout.slots.values():
@@ -81,7 +82,7 @@ def zone_navigation(layout):
 
 
 def main_block(layout, focused):
-    """The Main block without its buttons. The fields under the texts are the same with and without the focus."""
+    """The Main block without its buttons. The boxes under the texts are the same with and without the focus."""
     c = layout.colours
     canvas = new_canvas(layout, layout.block, c.panel)
     for panel in (layout.coin_panel, layout.remain_panel):
@@ -178,7 +179,7 @@ def veil(layout, alpha, dots):
 
 
 def keyboard(layout, lit):
-    """The on-screen keyboard; lit, all its keys are in the look of the selected one."""
+    """The on-screen keyboard; in the lit picture all keys have the look of the selected one."""
     c = layout.colours
     canvas = new_canvas(layout, layout.keyboard, c.panel)
     canvas.outline((0, 0, *layout.keyboard), c.accent, max(layout.border * 2 // 3, 1))

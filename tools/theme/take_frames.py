@@ -1,8 +1,9 @@
 #!/usr/bin/python3
-"""Takes the pictures of the README with the console: the first frame, and a contact sheet of both themes on the usual
-screens in the usual situations. Needs a built console:
+"""Takes the first frame for the README and the contact sheet with the console.
 
-    take_frames.py --console build/vantorix-console [--frames FOLDER]     FOLDER gets every frame at its full size
+The contact sheet shows both themes on common screens in common situations. Requires a built console:
+
+    take_frames.py --console build/vantorix-console [--frames FOLDER]     FOLDER receives every frame at full size
 """
 
 import argparse
@@ -21,10 +22,10 @@ CELL = (640, 360)
 DOWN, RIGHT, LEFT, ENTER, TAB, COIN = 40, 39, 37, 13, 9, 45
 
 INTO_SATURDAY = [DOWN] * 6 + [ENTER]
-# Four tracks of two columns are bought, the first one plays.
+# Four tracks in two columns are bought; the first one plays.
 BUY = [COIN] * 8 + INTO_SATURDAY + [ENTER, DOWN, DOWN, ENTER, RIGHT, ENTER, DOWN, ENTER]
 FILL = INTO_SATURDAY + [ENTER, DOWN] * 9
-# Situation: keys, settings that differ, what it shows.
+# Situation: keys, changed settings, description.
 SITUATIONS = {
     "first": ([], {}, "the first page"),
     "covers": (INTO_SATURDAY, {}, "browsing, covers on"),
@@ -54,7 +55,7 @@ def configure(home, settings):
 
 
 def take(console, theme, screen, situation, target):
-    """One frame, as the jukebox draws it."""
+    """One frame as drawn by the jukebox."""
     keys, settings, _ = SITUATIONS[situation]
     with tempfile.TemporaryDirectory() as folder:
         home = Path(folder) / "home"
@@ -67,7 +68,7 @@ def take(console, theme, screen, situation, target):
         if situation == "keyboard":
             lines.append(f"surface Picture_Keyboard {board}")
         if situation == "refusal":
-            # The credits blink a few times: at the first look they are dark, at the second one they are lit.
+            # The credits blink a few times: they are dark in the first picture and lit in the second.
             lines[-2:-2] = ["later frame " + str(Path(folder) / "dark.png"), f"later frame {target}"]
             commands = "\n".join([*lines, ""])
         else:
@@ -82,7 +83,7 @@ def take(console, theme, screen, situation, target):
 
 
 def lay_in_the_middle(board, target):
-    """Where the on-screen keyboard's own window stands."""
+    """The position of the on-screen keyboard's window."""
     with Image.open(board) as keys, Image.open(target) as frame:
         whole = frame.convert("RGB")
         whole.paste(keys.convert("RGB"), ((whole.width - keys.width) // 2, (whole.height - keys.height) // 2))
@@ -90,7 +91,7 @@ def lay_in_the_middle(board, target):
 
 
 def sheet(frames, path):
-    """All frames side by side under their names."""
+    """All frames next to one another with their names."""
     columns = 4
     rows = -(-len(frames) // columns)
     width, height = CELL[0] // 2 + 10, CELL[1] // 2 + 32
@@ -110,7 +111,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--console", type=Path, default=ROOT / "build/vantorix-console")
     parser.add_argument("--out", type=Path, default=ROOT / "docs/pictures")
-    parser.add_argument("--frames", type=Path, help="keep every frame here")
+    parser.add_argument("--frames", type=Path, help="keep every frame in this folder")
     args = parser.parse_args()
     console = args.console.resolve()
     with tempfile.TemporaryDirectory() as scratch:

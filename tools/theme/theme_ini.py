@@ -1,4 +1,4 @@
-"""What a theme.ini holds: its sections and keys in their order, and how the file is read and written."""
+"""The format of a theme.ini: its sections and keys in their order, and how the file is read and written."""
 
 BOX = ("X", "Y", "W", "H")
 STYLE = ("Font", "FontSize", "FontColor")
@@ -83,10 +83,10 @@ assert len(PICTURES) == 27
 
 
 def parse(text):
-    """The values of an INI text by (section, key), both in lower case, and the pairs that stand twice.
+    """The values of an INI text by (section, key), both in lower case, and the pairs that occur twice.
 
-    As in the jukebox: names compare without case, the first of two equal sections or keys wins, lines that begin
-    with ";" or "#" are comments.
+    As in the jukebox, names ignore case, the first of two equal sections or keys wins, and lines that begin with ";" or
+    "#" are comments.
     """
     values, doubles, section, closed, seen = {}, [], None, False, set()
     for raw in text.lstrip("\ufeff").splitlines():
@@ -110,7 +110,7 @@ def parse(text):
 
 
 class ThemeFile:
-    """A theme.ini that has been read: text, numbers, rectangles and styles by section and key."""
+    """A parsed theme.ini: text, numbers, rectangles and styles by section and key."""
 
     def __init__(self, path):
         with open(path, encoding="utf-8", newline=None) as file:
@@ -132,7 +132,7 @@ class ThemeFile:
         return self.text(section, prefix + font), self.number(section, prefix + size), tuple(map(int, parts))
 
     def slot(self, column, row, field):
-        """Rectangle of one element of a slot, field being "NumSaisie", "NumPiste", "Cover", "Titre" or "Hilight"."""
+        """Rectangle of one element of a slot; field is "NumSaisie", "NumPiste", "Cover", "Titre" or "Hilight"."""
         return self.box(f"{SLOT_SECTIONS[column]}{row}", f"ZoneListPiste{field}")
 
 

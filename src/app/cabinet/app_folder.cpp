@@ -19,7 +19,7 @@ bool HasFile(Files& files, const QString& path) {
     return files.Identity(path).has_value();
 }
 
-// Makes the folder and what is missing above it.
+// Creates the folder and its missing parents.
 bool MakeFolders(Files& files, const QString& folder) {
     if (files.IsFolder(folder)) {
         return true;
@@ -62,7 +62,7 @@ AppFolderResult OwnFolder(Files& files, const AppFolderSources& sources) {
             {},
             QStringLiteral("neither XDG_DATA_HOME nor HOME is set; give the application folder with --home")};
     }
-    // A relative XDG_DATA_HOME counts as unset, as the XDG Base Directory rules say.
+    // A relative XDG_DATA_HOME counts as unset, as the XDG Base Directory rules require.
     const QString data = sources.dataHome.startsWith(u'/')
                              ? sources.dataHome
                              : PathIn(sources.userHome, QStringLiteral(".local/share"));

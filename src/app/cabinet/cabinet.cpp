@@ -1,7 +1,6 @@
-// The real ports wired into the form, and the life of the program.
+// Connecting the real ports to the form, and running the program.
 #include "app/cabinet/cabinet.h"
 
-#include "app/cabinet/allocator.h"
 #include "app/cabinet/app_folder.h"
 #include "app/cabinet/command_line.h"
 #include "app/cabinet/early_start.h"
@@ -27,10 +26,12 @@
 #include "platform/qt/x11_screen.h"
 #include "platform/serial/qserialport_line.h"
 #include "settings/home_folder.h"
-#include "shell/form_main.h"
+#include "shell/hand_down.h"
 #include "shell/handle_event.h"
-#include "shell/log.h"
 #include "shell/start_up.h"
+#include "state/form_main.h"
+#include "state/log.h"
+#include "state/paths.h"
 
 #include <cstdio>
 #include <exception>
@@ -41,7 +42,7 @@ namespace {
 
 constexpr int kEndedByError = 1;
 constexpr int kWrongCommandLine = 2;
-// Milliseconds for which the page about a stop stays.
+// Milliseconds for which the stop page is shown.
 constexpr int kStopPage = 15'000;
 
 QString OneLine(QString text) {
@@ -57,14 +58,14 @@ QString WordsOf(const RunTimeError& error) {
     return error.detail.isEmpty() ? words : words + QStringLiteral(": ") + error.detail;
 }
 
-// Members are made in this order and go in the opposite one: the form before the ports it holds, the windows
-// before the connection to the X server.
+// Members are constructed in this order and destroyed in reverse: the form before the ports it uses, the
+// windows before the connection to the X server.
 class Cabinet {
 public:
     Cabinet(const QString& appFolder, const std::map<int, QString>& serialDevices,
             std::unique_ptr<PictureQueue> pictures);
 
-    // From start-up to the exit code.
+    // Runs the program from start-up to the exit code.
     int Live();
 
 private:
@@ -72,11 +73,11 @@ private:
     DialogParts KeyboardParts();
     void Start();
     int TellStop(const ProgramStop& stop);
-    // Writes a line to the log if that is possible.
+    // Writes a line to the log if possible.
     void Log(const QString& text);
 
-    // Needed by the first cover; the settings and the theme are read meanwhile. Waits for its routine at the
-    // end.
+    // The first cover needs it; the settings and the theme are read in the meantime. The destructor waits for
+    // the routine.
     std::future<void> jpeg_ = RunAlongside(PrepareJpeg);
     PosixFiles files_;
     DlopenedZlib zlib_;
@@ -100,11 +101,12 @@ Cabinet::Cabinet(const QString& appFolder, const std::map<int, QString>& serialD
     : x11_(WindowSystem() == u"xcb" ? X11Screen::Open() : nullptr), windows_(pump_, x11_.get()),
       display_(x11_.get(), [this](const QString& text) { Log(text); }), fonts_(files_),
       messageBox_(windows_, pump_), dialogs_(windows_, pump_, KeyboardParts()),
-      serialPort_(serialDevices, appFolder, [this](const QString& text) { Log(text); }), form_(AllPorts()) {
-    form_.AppFolder = appFolder;
-    form_.pictureQueue = std::move(pictures);
-    pump_.SetIntervals(form_.Timer1.Interval, form_.tmrSpectrum.Interval);
-    pump_.SetSpectrumWanted([this] { return form_.tmrSpectrum.Enabled; });
+      serialPort_(serialDevices, appFolder, [this](const QString& text) { Log(text); }),
+      form_(AllPorts(), HandDown()) {
+    form_.shell.AppFolder = appFolder;
+    form_.assets.pictureQueue = std::move(pictures);
+    pump_.SetIntervals(form_.shell.Timer1.Interval, form_.shell.tmrSpectrum.Interval);
+    pump_.SetSpectrumWanted([this] { return form_.shell.tmrSpectrum.Enabled; });
     pump_.SetSink([this](const InputEvent& event) {
         if (const std::optional<RunTimeError> error = HandleEvent(form_, event)) {
             TellStandardError(QStringLiteral("run-time error ") + WordsOf(*error));
@@ -131,7 +133,7 @@ Ports Cabinet::AllPorts() {
 
 DialogParts Cabinet::KeyboardParts() {
     return {.load = [this] { Form_KeyBoard_Load(form_); },
-            .isOpen = [this] { return form_.Form_KeyBoard.Visible; }};
+            .isOpen = [this] { return form_.shell.Form_KeyBoard.Visible; }};
 }
 
 void Cabinet::Log(const QString& text) {
@@ -140,7 +142,7 @@ void Cabinet::Log(const QString& text) {
 
 void Cabinet::Start() {
     Form_Load(form_);
-    const WindowPlace& place = form_.MainWindow;
+    const WindowPlace& place = form_.shell.MainWindow;
     windows_.ShowMainWindow(QRect(place.Left, place.Top, place.Width, place.Height));
 }
 
@@ -157,13 +159,13 @@ int Cabinet::Live() {
     }
 }
 
-// The stop is told everywhere an operator may look, and never keeps the program from ending.
+// Reports the stop everywhere an operator may look, without ever keeping the program from ending.
 int Cabinet::TellStop(const ProgramStop& stop) {
     const QString words = WordsOf(stop.error);
     TellStandardError(QStringLiteral("%1 stopped by run-time error %2").arg(stop.routine, words));
     Log(QStringLiteral(" : Arrêt de %1 : erreur %2").arg(stop.routine, words));
     if (TerminationWish::HasCome()) {
-        return kEndedByError; // a page would outlive the time that is left
+        return kEndedByError; // there is no time left for a page
     }
     const QString error =
         QStringLiteral("Error %1: %2").arg(stop.error.number).arg(RunTimeErrorText(stop.error.number));
@@ -173,8 +175,7 @@ int Cabinet::TellStop(const ProgramStop& stop) {
          QStringLiteral(
              "What to do: put right what is named above, then start the jukebox again. The themes and the "
              "config.ini that were delivered with it are known to work."),
-         QStringLiteral("What it did before stands in %1")
-             .arg(PathIn(form_.AppFolder, QStringLiteral("vantorix.log")))},
+         QStringLiteral("What it did before stands in %1").arg(LogPath(form_))},
         QStringLiteral("Any key closes this page. It closes by itself after 15 seconds."), kStopPage);
     return kEndedByError;
 }

@@ -34,7 +34,7 @@ bool TakeValue(CommandLine& line, const QString& option, const QString& value) {
     return option == u"--home" ? TakeHome(line, value) : TakeSerial(line, value);
 }
 
-// An option with its value in the next argument, or behind "=" in the same one.
+// An option with its value in the next argument, or after "=" in the same one.
 bool TakeOption(CommandLine& line, const QStringList& arguments, qsizetype& at) {
     const QString& argument = arguments[at];
     for (const QString& option : {QStringLiteral("--home"), QStringLiteral("--serial")}) {

@@ -8,18 +8,18 @@
 #include <optional>
 
 struct CommandLine {
-    // The application folder as it was given; none when it is to be found.
+    // The application folder as given; nothing when it must be found.
     std::optional<QString> home;
     // Serial port number to device.
     std::map<int, QString> serialDevices;
     bool showHelp = false;
     bool showVersion = false;
-    // What is wrong with the command line, for a person; empty when nothing is.
+    // The error in the command line, for a person; empty when there is none.
     QString error;
 };
 
-// `arguments` without the program's name, as made by TextOfPath. The last --home counts, and the last
-// --serial of each number. Nothing is read beyond the first error.
+// `arguments` excludes the program's name and is made by TextOfPath. The last --home counts, and the last
+// --serial of each number. Parsing stops at the first error.
 CommandLine ParseCommandLine(const QStringList& arguments);
 
 QString HelpText();

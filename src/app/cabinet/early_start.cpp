@@ -1,4 +1,5 @@
-// The theme is guessed from config.ini as it stands; whatever is different later is loaded then.
+// Starting early with the theme that config.ini names. If another theme is loaded later, its pictures are
+// decoded then.
 #include "app/cabinet/early_start.h"
 
 #include "core/path_text.h"

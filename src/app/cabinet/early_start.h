@@ -1,7 +1,7 @@
-// What the first frame needs, begun before there is a screen.
+// Work for the first frame that starts before there is a screen.
 #pragma once
 
-#include "imaging/late_picture.h"
+#include "imaging/picture/late_picture.h"
 #include "platform/event_pump.h"
 #include "platform/pictures/picture_loader.h"
 #include "platform/posix/dlopened_zlib.h"
@@ -13,20 +13,20 @@
 #include <future>
 #include <memory>
 
-// Runs a routine that only saves time later on a thread of its own; does nothing when the system has no more
-// threads. The result waits for the routine at its end.
+// Runs a routine that only saves time later on a separate thread; does nothing when the system has no more
+// threads. The destructor of the result waits for the routine.
 std::future<void> RunAlongside(std::function<void()> routine);
 
-// While the toolkit connects to the screen the processor has time: the fonts and the decoders' registry are
-// read, and the pictures of the theme that config.ini names are decoded. Outlives the jukebox.
+// Uses the processor while the toolkit connects to the screen: reads the fonts and the decoders' registry,
+// and decodes the pictures of the theme that config.ini names. Outlives the jukebox.
 class EarlyStart {
 public:
     explicit EarlyStart(const QString& appFolder);
-    // The queue that decodes the pictures, once.
+    // Moves out the queue that decodes the pictures; call it once.
     std::unique_ptr<PictureQueue> TakePictures() { return std::move(queue_); }
 
 private:
-    // There is nobody yet to hand events to.
+    // Does nothing: nobody can receive events yet.
     struct NoEvents : EventPump {
         void DoEvents() override {}
         void Wait(double /*milliseconds*/) override {}
@@ -37,6 +37,6 @@ private:
     NoEvents pump_;
     PictureLoader pictures_;
     std::unique_ptr<PictureQueue> queue_ = std::make_unique<PictureQueue>();
-    // Waits for its routine at the end.
+    // Its destructor waits for the routine.
     std::future<void> libraries_;
 };

@@ -56,7 +56,7 @@ std::optional<InputLine> CommandReader::Next() {
     return Checked(line);
 }
 
-// Waits for the next piece, also on a descriptor that does not wait by itself.
+// Waits for the next bytes, even on a non-blocking descriptor.
 bool CommandReader::Fill() {
     std::array<char, 4096> piece;
     ssize_t count = read(descriptor_, piece.data(), piece.size());

@@ -1,4 +1,4 @@
-// Lines of commands from a file descriptor, whatever bytes come.
+// Reads lines of commands from a file descriptor, whatever bytes arrive.
 #pragma once
 
 #include <QByteArray>
@@ -6,23 +6,23 @@
 
 #include <optional>
 
-// One line, or why it cannot be a command.
+// One line, or the reason why it cannot be a command.
 struct InputLine {
     QString text;
-    // Not empty: the line is no text that a command could be.
+    // Not empty when the line cannot be a command.
     QString fault;
 };
 
-// A line that begins with "#" is a comment, whatever else it holds, and is cut to that sign. Reads a line as
-// soon as it has arrived. A line ends with LF or CR LF, the last one also with the end of the input. No more
-// than kLongestLine bytes of a line are ever kept.
+// Reads a line as soon as it has arrived. A line ends with LF or CR LF, the last one also at the end of the
+// input. A line that begins with "#" is a comment, whatever it contains, and is cut to that sign. Never keeps
+// more than kLongestLine bytes of a line.
 class CommandReader {
 public:
     static constexpr qsizetype kLongestLine = 65'536;
 
     explicit CommandReader(int descriptor) : descriptor_(descriptor) {}
 
-    // The next line; nothing at the end of the input.
+    // Returns the next line, or nothing at the end of the input.
     std::optional<InputLine> Next();
 
 private:

@@ -1,12 +1,12 @@
-// Parsing the console's commands, and those that hand events to the jukebox.
+// Parsing the console's commands, and running those that send events to the jukebox.
 #include "app/console/commands.h"
 
 #include "app/console/query_commands.h"
 #include "lightshow/led_link.h"
 #include "platform/input_event.h"
 #include "platform/simulated/simulated_platform.h"
-#include "shell/form_main.h"
 #include "shell/handle_event.h"
+#include "state/form_main.h"
 
 #include <QRegularExpression>
 
@@ -41,15 +41,14 @@ struct PixelPosition {
     double y = 0;
 };
 
-// A position in pixels: decimals are allowed, an exponent is not.
+// A position in pixels. Decimals are allowed, exponents are not.
 std::optional<PixelPosition> Position(const QString& x, const QString& y) {
     static const QRegularExpression form(QStringLiteral("\\A-?[0-9]{1,10}(\\.[0-9]{1,6})?\\z"));
     const bool good = form.match(x).hasMatch() && form.match(y).hasMatch();
     return good ? std::optional(PixelPosition{x.toDouble(), y.toDouble()}) : std::nullopt;
 }
 
-// Hands events to the jukebox, one after the other; an error in one is the answer, and the rest does not
-// come.
+// Sends events to the jukebox in turn. The first error is the answer and drops the rest.
 JsonObject HandOver(Console& console, const std::vector<InputEvent>& events) {
     for (const InputEvent& event : events) {
         console.platform.pump.Stirred();
@@ -73,10 +72,10 @@ ParsedCommand ParseKey(const QStringList& words) {
     return {[event](Console& console) { return HandOver(console, {event}); }, QString()};
 }
 
-// A pointer event around the on-screen keyboard; a press is the only one that does something.
+// A pointer event outside the on-screen keyboard. Only a press has an effect.
 ParsedCommand BesideKeyboard(InputKind kind) {
     const auto run = [kind](Console& console) {
-        if (!console.form.Form_KeyBoard.Visible) {
+        if (!console.form.shell.Form_KeyBoard.Visible) {
             return RefusalObject(
                 QStringLiteral("beside is around the on-screen keyboard, which is not open"));
         }
@@ -96,7 +95,7 @@ ParsedCommand ParsePointer(const QStringList& words, InputKind kind, int button)
         return Bad(words[0] + QStringLiteral(" takes two positions in pixels"));
     }
     std::vector<InputEvent> events{InputEvent{kind, 0, button, position->x, position->y}};
-    // A double tap has no position of its own: the pointer has been moved there.
+    // A double tap has no position of its own, so the pointer is moved there first.
     if (kind == InputKind::kDblClick) {
         events.insert(events.begin(), InputEvent{InputKind::kMouseMove, 0, 0, position->x, position->y});
     }
@@ -120,7 +119,7 @@ ParsedCommand ParseMove(const QStringList& words) {
     return ParsePointer(left ? words.mid(0, 3) : words, InputKind::kMouseMove, left ? kLeftButton : 0);
 }
 
-// N times: time moves, then the timer's event comes. The first error ends it.
+// Moves the time and sends the timer's event N times. The first error ends it.
 ParsedCommand ParseTicks(const QStringList& words, double milliseconds, InputKind kind) {
     const auto count = words.size() == 1   ? std::optional(1)
                        : words.size() == 2 ? WholeNumber(words[1], 0, kMostTicks)
@@ -176,7 +175,7 @@ ParsedCommand ParseController(const QStringList& words) {
     return {run, QString()};
 }
 
-// The buttons of the main form, which nobody reaches while a dialog is open.
+// The buttons of the main form, which cannot be reached while a dialog is open.
 ParsedCommand ParseClick(const QStringList& words) {
     void (*button)(Form_Main&) = nullptr;
     if (words.size() == 2) {
@@ -188,7 +187,7 @@ ParsedCommand ParseClick(const QStringList& words) {
         return Bad(QStringLiteral("click takes Command1 or Command2"));
     }
     const auto run = [button](Console& console) {
-        if (console.form.Form_KeyBoard.Visible) {
+        if (console.form.shell.Form_KeyBoard.Visible) {
             return RefusalObject(QStringLiteral("the on-screen keyboard is open"));
         }
         console.platform.pump.Stirred();
@@ -198,7 +197,7 @@ ParsedCommand ParseClick(const QStringList& words) {
     return {run, QString()};
 }
 
-// The bytes that a text with escapes stands for; nothing for an escape that is none.
+// The bytes of a text with escapes; nothing for an invalid escape.
 std::optional<QByteArray> Unescaped(const QString& text) {
     static const QRegularExpression form(
         QStringLiteral("\\A(?:[^\\\\]|\\\\[rn\\\\]|\\\\x[0-9A-Fa-f]{2})*+\\z"));
@@ -260,7 +259,7 @@ struct WordRow {
 
 struct RestRow {
     const char* word;
-    // What stands behind the word and one blank.
+    // Takes the text after the word and one blank.
     ParsedCommand (*parse)(const QString& rest);
 };
 

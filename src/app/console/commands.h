@@ -1,4 +1,4 @@
-// The console's commands: from a line of text to what it does.
+// The console's commands: from a line of text to its effect.
 #pragma once
 
 #include "app/console/console.h"
@@ -7,20 +7,20 @@
 
 class RunTimeError;
 
-// What a line asks for, or why it asks for nothing.
+// The command of a line, or the reason why it has none.
 struct ParsedCommand {
-    // Empty: the line is unknown or badly formed.
+    // Empty when the line is unknown or malformed.
     Command command;
     QString reason;
 };
 
-// A blank line, or one that begins with "#".
+// True for a blank line and for one that begins with "#".
 bool IsNoCommand(const QString& line);
 
 ParsedCommand ParseCommand(const QString& line);
 
-// A command that does nothing and is answered with the reason.
+// Returns a command that does nothing and answers with the reason.
 Command Refuse(const QString& reason);
 
-// A run-time error as the answers tell it: number, text, detail.
+// A run-time error in the form of the answers: number, text, detail.
 JsonObject ErrorObject(const RunTimeError& error);

@@ -1,12 +1,12 @@
-// Running a session: start-up, commands in turn, kept commands where events are let through, the end.
+// Running a session: start-up, commands in turn, kept commands while events are processed, the end.
 #include "app/console/console.h"
 
 #include "app/console/commands.h"
 #include "core/run_time_error.h"
 #include "dialogs/keyboard.h"
 #include "platform/simulated/simulated_platform.h"
-#include "shell/form_main.h"
 #include "shell/start_up.h"
+#include "state/form_main.h"
 
 #include <cstdio>
 #include <exception>
@@ -23,8 +23,8 @@ void WriteAnswer(const JsonObject& answer) {
     std::fflush(stdout);
 }
 
-// Answers the command that is being carried out. When the dialog that it opened has answered it, an error
-// that came after the dialog can only be told beside the answers.
+// Answers the running command. When the dialog that it opened has answered it already, a later error can only
+// be reported on standard error.
 void Answer(Console& console, JsonObject answer) {
     if (console.answering.answered) {
         if (answer.Has(QStringLiteral("error"))) {
@@ -45,7 +45,7 @@ void CarryOut(Console& console, const Command& command, bool later) {
     console.answering = outer;
 }
 
-// One point at which a handler lets pending events run: the oldest kept command.
+// Runs the oldest kept command, at a point where a handler lets pending events run.
 bool RunKept(Console& console) {
     if (console.kept.empty() || console.depth >= Console::kDeepest) {
         return false;
@@ -58,7 +58,7 @@ bool RunKept(Console& console) {
     return true;
 }
 
-// The next command of the input; nothing at its end.
+// Returns the next command of the input, or nothing at its end.
 std::optional<Command> NextCommand(Console& console) {
     while (const std::optional<InputLine> line = console.input.Next()) {
         if (line->fault.isEmpty() && IsNoCommand(line->text)) {
@@ -71,11 +71,11 @@ std::optional<Command> NextCommand(Console& console) {
     return std::nullopt;
 }
 
-// The input has ended while a dialog was open: its opener's handler never comes to its end.
+// The input has ended while a dialog was open, so its opener's handler never ends.
 struct InputEnded {};
 
-// Commands go to the dialog until one of them closes it. That one is left unanswered: the end of the opener's
-// handler answers it.
+// Sends commands to the dialog until one of them closes it. That one is not answered here: the end of the
+// opener's handler answers it.
 void ReadDialogCommands(Console& console, const bool& open) {
     while (open) {
         const std::optional<Command> command = NextCommand(console);
@@ -90,8 +90,8 @@ void ReadDialogCommands(Console& console, const bool& open) {
     }
 }
 
-// A modal dialog. The command that opened it is answered with its name. A dialog that is not built into the
-// console closes at once, as a cancelled one does.
+// Shows a modal dialog. The command that opened it is answered with its name. A dialog that the console does
+// not have closes at once, like a cancelled one.
 void ShowModal(Console& console, const QString& dialog) {
     const bool isKeyboard = dialog == u"Form_KeyBoard";
     if (isKeyboard) {
@@ -99,7 +99,7 @@ void ShowModal(Console& console, const QString& dialog) {
     }
     Answer(console, JsonObject().Add(QStringLiteral("ok"), true).Add(QStringLiteral("dialog"), dialog));
     if (isKeyboard) {
-        ReadDialogCommands(console, console.form.Form_KeyBoard.Visible);
+        ReadDialogCommands(console, console.form.shell.Form_KeyBoard.Visible);
     }
 }
 

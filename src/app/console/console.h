@@ -12,23 +12,23 @@
 struct Form_Main;
 class SimulatedPlatform;
 
-// Carries a command out and gives its answer.
+// Carries out a command and returns its answer.
 struct Console;
 using Command = std::function<JsonObject(Console&)>;
 
-// How the command that is being carried out is answered.
+// How the running command is answered.
 struct Answering {
     // It was kept by "later".
     bool later = false;
-    // Its answer has been written already, by the dialog that it opened.
+    // The dialog that it opened has already written its answer.
     bool answered = false;
 };
 
 // A session. The parts outlive it.
 struct Console {
-    // More commands than this are not kept.
+    // The most commands that are kept.
     static constexpr std::size_t kKeptCommands = 10'000;
-    // Kept commands run inside one another no deeper than this: at deeper points they go on waiting.
+    // The deepest nesting of kept commands; at deeper points they keep waiting.
     static constexpr int kDeepest = 16;
 
     SimulatedPlatform& platform;
@@ -40,7 +40,7 @@ struct Console {
     Answering answering;
 };
 
-// Runs start-up and then every command until the input or the program ends. The process's exit code: 0 at the
-// end of the input and after the exit routine, 1 after a run-time error that ended the program, 3 for a wait
-// that can never end.
+// Runs start-up and then every command until the input or the program ends. Returns the process's exit code:
+// 0 at the end of the input and after the exit routine, 1 after a run-time error that ended the program, 3
+// for a wait that can never end.
 int RunConsole(Console& console);

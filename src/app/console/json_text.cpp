@@ -10,7 +10,7 @@
 
 namespace {
 
-// Up to this, every whole number has a double of its own.
+// Every whole number up to this has an exact double.
 constexpr double kLargestExactWhole = 9007199254740992.0;
 
 QByteArray NumberJson(double value) {

@@ -8,15 +8,15 @@
 #include <utility>
 #include <vector>
 
-// One JSON object (RFC 8259) whose members stand in the order in which they were added. A half of a surrogate
-// pair that stands alone, as the name of a file that is no valid UTF-8 has them, is written as \uXXXX.
+// A JSON object (RFC 8259) that keeps the order in which its members were added. An unpaired surrogate, which
+// the name of a file with invalid UTF-8 contains, is written as \uXXXX.
 class JsonObject {
 public:
     JsonObject& Add(const QString& name, const QJsonValue& value);
     JsonObject& Add(const QString& name, const JsonObject& object);
-    // Puts a member behind the first one.
+    // Inserts a member after the first one.
     JsonObject& AddSecond(const QString& name, const QJsonValue& value);
-    // There is a member of that name.
+    // Whether there is a member of that name.
     bool Has(const QString& name) const;
     // The object as UTF-8 on one line, without a line end.
     QByteArray Text() const;
@@ -26,5 +26,5 @@ private:
     std::vector<std::pair<QByteArray, QByteArray>> members_;
 };
 
-// A value as JSON text. A number that is none (infinite, undefined) is null.
+// A value as JSON text. Infinite and undefined numbers become null.
 QByteArray JsonText(const QJsonValue& value);

@@ -2,98 +2,100 @@
 #include "app/console/state_names.h"
 #include "app/console/state_values.h"
 #include "platform/serial_port.h"
-#include "shell/form_main.h"
+#include "state/form_main.h"
 
 namespace {
 
-#define NAME(variable) {#variable, [](const Form_Main& form) { return StateValue(form.variable); }},
-#define CALLED(object, variable, member)                                                                     \
-    {#object "." #member, [](const Form_Main& form) { return StateValue(form.variable.member); }},
-#define SIZE(object)                                                                                         \
-    {#object ".Width", [](const Form_Main& form) { return StateValue(form.object.Width()); }},               \
-        {#object ".Height", [](const Form_Main& form) { return StateValue(form.object.Height()); }},
-#define FOLDERS(object) CALLED(object, object, Path) CALLED(object, object, List)
-#define TIMER(object) CALLED(object, object, Enabled) CALLED(object, object, Interval)
-#define WINDOW(object, variable)                                                                             \
-    CALLED(object, variable, Left)                                                                           \
-    CALLED(object, variable, Top)                                                                            \
-    CALLED(object, variable, Width)                                                                          \
-    CALLED(object, variable, Height)                                                                         \
-    CALLED(object, variable, Visible)
-#define SURFACE(object)                                                                                      \
-    CALLED(object, object, Left)                                                                             \
-    CALLED(object, object, Top)                                                                              \
-    SIZE(object)                                                                                             \
-    CALLED(object, object, Visible)
+// Each row has the struct of the form that owns the variable; the names in the console have none.
+#define NAME(owner, variable)                                                                                \
+    {#variable, [](const Form_Main& form) { return StateValue(form.owner.variable); }},
+#define CALLED(owner, object, variable, member)                                                              \
+    {#object "." #member, [](const Form_Main& form) { return StateValue(form.owner.variable.member); }},
+#define SIZE(owner, object)                                                                                  \
+    {#object ".Width", [](const Form_Main& form) { return StateValue(form.owner.object.Width()); }},         \
+        {#object ".Height", [](const Form_Main& form) { return StateValue(form.owner.object.Height()); }},
+#define FOLDERS(owner, object) CALLED(owner, object, object, Path) CALLED(owner, object, object, List)
+#define TIMER(owner, object) CALLED(owner, object, object, Enabled) CALLED(owner, object, object, Interval)
+#define WINDOW(owner, object, variable)                                                                      \
+    CALLED(owner, object, variable, Left)                                                                    \
+    CALLED(owner, object, variable, Top)                                                                     \
+    CALLED(owner, object, variable, Width)                                                                   \
+    CALLED(owner, object, variable, Height)                                                                  \
+    CALLED(owner, object, variable, Visible)
+#define SURFACE(owner, object)                                                                               \
+    CALLED(owner, object, object, Left)                                                                      \
+    CALLED(owner, object, object, Top)                                                                       \
+    SIZE(owner, object)                                                                                      \
+    CALLED(owner, object, object, Visible)
 
 // clang-format off
 constexpr StateName kNames[] = {
-    FOLDERS(Dir1)
-    FOLDERS(Dir2)
-    FOLDERS(File1)
-    CALLED(File1, File1, Pattern)
-    TIMER(Timer1)
-    TIMER(tmrSpectrum)
-    WINDOW(Form_Main, MainWindow)
-    WINDOW(Form_Video, Form_Video)
-    WINDOW(Form_KeyBoard, Form_KeyBoard)
+    FOLDERS(library, Dir1)
+    FOLDERS(library, Dir2)
+    FOLDERS(library, File1)
+    CALLED(library, File1, File1, Pattern)
+    TIMER(shell, Timer1)
+    TIMER(shell, tmrSpectrum)
+    WINDOW(shell, Form_Main, MainWindow)
+    WINDOW(shell, Form_Video, Form_Video)
+    WINDOW(shell, Form_KeyBoard, Form_KeyBoard)
     {"MSComm1.PortOpen", [](const Form_Main& form) { return StateValue(form.MSComm1.IsOpen()); }},
 
-    SURFACE(Picture_Main)
-    WINDOW(Picture_MainVideo, Picture_MainVideo)
-    SURFACE(Picture_Video)
-    SURFACE(Picture_Cache)
-    SURFACE(Picture_CacheHilight)
-    SURFACE(Picture_CacheTmp)
-    SURFACE(Picture_CacheTmp2)
-    SURFACE(Picture_Playlist)
-    SURFACE(Picture_PlaylistHilight)
-    SURFACE(Picture_PlaylistTmp)
-    SURFACE(Picture_Command)
-    SURFACE(Picture_CommandHilight)
-    SURFACE(Picture_TmpCover)
-    SURFACE(Picture_Keyboard)
+    SURFACE(frame, Picture_Main)
+    WINDOW(frame, Picture_MainVideo, Picture_MainVideo)
+    SURFACE(frame, Picture_Video)
+    SURFACE(frame, Picture_Cache)
+    SURFACE(frame, Picture_CacheHilight)
+    SURFACE(frame, Picture_CacheTmp)
+    SURFACE(frame, Picture_CacheTmp2)
+    SURFACE(frame, Picture_Playlist)
+    SURFACE(frame, Picture_PlaylistHilight)
+    SURFACE(frame, Picture_PlaylistTmp)
+    SURFACE(frame, Picture_Command)
+    SURFACE(frame, Picture_CommandHilight)
+    SURFACE(frame, Picture_TmpCover)
+    SURFACE(keyboard, Picture_Keyboard)
 
-    SIZE(ImgCover)
-    SIZE(ImgFade)
-    SIZE(ImgWait)
-    SIZE(ImgZoneList)
-    SIZE(ImgZoneListHilight)
-    SIZE(ImgZoneListWithNumTrack)
-    SIZE(ImgZoneListWithNumTrackHilight)
-    SIZE(ImgZoneListNowPlaying)
-    SIZE(ImgZoneListComingNext)
-    SIZE(ImgZoneListVideo)
-    SIZE(ImgZoneListNavigation)
-    SIZE(ImgMain)
-    SIZE(ImgMainActiveSelected)
-    SIZE(ImgMainActiveSelectedHilight)
-    SIZE(ImgMainActiveUnselected)
-    SIZE(ImgMainActiveUnselectedHilight)
-    SIZE(ImgPlaylist)
-    SIZE(ImgPlaylistActiveSelected)
-    SIZE(ImgPlaylistActiveSelectedHilight)
-    SIZE(ImgPlaylistActiveUnselected)
-    SIZE(ImgPlaylistActiveUnselectedHilight)
-    SIZE(ImgPlaylistPlaylistHilight)
-    SIZE(ImgCommand)
-    SIZE(ImgCommandHilight)
-    SIZE(ImgCommandListbox)
-    SIZE(ImgCommandListboxHilight)
-    SIZE(ImgCommandBtn)
-    SIZE(ImgCommandBtnHilight)
-    SIZE(ImgKeyboard)
-    SIZE(ImgKeyboardHilight)
+    SIZE(frame, ImgCover)
+    SIZE(assets, ImgFade)
+    SIZE(assets, ImgWait)
+    SIZE(assets, ImgZoneList)
+    SIZE(assets, ImgZoneListHilight)
+    SIZE(assets, ImgZoneListWithNumTrack)
+    SIZE(assets, ImgZoneListWithNumTrackHilight)
+    SIZE(assets, ImgZoneListNowPlaying)
+    SIZE(assets, ImgZoneListComingNext)
+    SIZE(assets, ImgZoneListVideo)
+    SIZE(assets, ImgZoneListNavigation)
+    SIZE(assets, ImgMain)
+    SIZE(assets, ImgMainActiveSelected)
+    SIZE(assets, ImgMainActiveSelectedHilight)
+    SIZE(assets, ImgMainActiveUnselected)
+    SIZE(assets, ImgMainActiveUnselectedHilight)
+    SIZE(assets, ImgPlaylist)
+    SIZE(assets, ImgPlaylistActiveSelected)
+    SIZE(assets, ImgPlaylistActiveSelectedHilight)
+    SIZE(assets, ImgPlaylistActiveUnselected)
+    SIZE(assets, ImgPlaylistActiveUnselectedHilight)
+    SIZE(assets, ImgPlaylistPlaylistHilight)
+    SIZE(assets, ImgCommand)
+    SIZE(assets, ImgCommandHilight)
+    SIZE(assets, ImgCommandListbox)
+    SIZE(assets, ImgCommandListboxHilight)
+    SIZE(assets, ImgCommandBtn)
+    SIZE(assets, ImgCommandBtnHilight)
+    SIZE(keyboard, ImgKeyboard)
+    SIZE(keyboard, ImgKeyboardHilight)
 
-    NAME(SoundCharge)
-    NAME(SoundInsertCoin)
-    NAME(SoundInsertCoinPosition)
-    NAME(SoundMove)
-    NAME(SoundMovePosition)
-    NAME(SoundNoCredit)
-    NAME(SoundNoCreditPosition)
-    NAME(SoundPageTurn)
-    NAME(SoundPageTurnPosition)
+    NAME(assets, SoundCharge)
+    NAME(assets, SoundInsertCoin)
+    NAME(assets, SoundInsertCoinPosition)
+    NAME(assets, SoundMove)
+    NAME(assets, SoundMovePosition)
+    NAME(assets, SoundNoCredit)
+    NAME(assets, SoundNoCreditPosition)
+    NAME(assets, SoundPageTurn)
+    NAME(assets, SoundPageTurnPosition)
 };
 // clang-format on
 

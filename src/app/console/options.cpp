@@ -2,7 +2,7 @@
 #include "app/console/options.h"
 
 #include "core/path_text.h"
-#include "platform/simulated/failures.h"
+#include "platform/simulated/calls.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -19,12 +19,12 @@ namespace {
 constexpr int kLargestScreen = 16'384;
 constexpr int kMostScreens = 64;
 
-// A place of X11's form: "+8", "-8" or "+-8".
+// A position in X11's form: "+8", "-8" or "+-8".
 int PlaceOf(const QString& text) {
     return (text.startsWith(u'+') ? text.mid(1) : text).toInt();
 }
 
-// "WxH", or "WxH+X+Y"; without a place the screen stands right of the one before it.
+// "WxH" or "WxH+X+Y". Without a position the screen is to the right of the previous one.
 std::optional<QRect> ScreenOf(const QString& text, int nextLeft) {
     static const QRegularExpression form(QStringLiteral(
         "\\A([0-9]{1,5})x([0-9]{1,5})(?:(\\+-?[0-9]{1,5}|-[0-9]{1,5})(\\+-?[0-9]{1,5}|-[0-9]{1,5}))?\\z"));
@@ -66,7 +66,7 @@ QString CurrentFolder() {
     return getcwd(path.data(), path.size()) == nullptr ? QString() : TextOfPath(QByteArray(path.data()));
 }
 
-// Takes one option into `options`; what is wrong with it, or nothing.
+// Stores one option in `options`. Returns the error in it, or an empty text.
 QString TakeOption(ConsoleOptions& options, const QString& name, const QString& value) {
     if (name == u"--home") {
         options.home = QDir::cleanPath(value.startsWith(u'/') ? value : PathIn(CurrentFolder(), value));

@@ -14,17 +14,17 @@ struct ConsoleOptions {
     // The application folder: an absolute path without a separator at its end.
     QString home;
     SimulationOptions simulation;
-    // Words behind --fail that name no operation.
+    // Words after --fail that name no operation.
     QStringList unknownOperations;
     bool showHelp = false;
     bool showVersion = false;
 };
 
-// The program's arguments as options, or what is wrong with them. With --help or --version nothing else
-// counts.
+// Returns the options in the program's arguments, or the error in them. With --help or --version everything
+// else is ignored.
 std::variant<ConsoleOptions, QString> ParseOptions(std::span<const QByteArray> arguments);
 
-// How the program is called, for the answer to a wrong command line.
+// The usage lines, for the answer to a wrong command line.
 QString Usage();
 
 // The answer to --help.

@@ -1,16 +1,17 @@
-// Looking at the jukebox.
+// Answering queries about the jukebox's state, calls, pictures and tags.
 #include "app/console/query_commands.h"
 
 #include "app/console/state_names.h"
-#include "imaging/c32bppdib.h"
-#include "imaging/tagged_images.h"
-#include "library/tag_covers.h"
+#include "imaging/picture/c32bppdib.h"
+#include "imaging/tags/tagged_images.h"
 #include "platform/event_pump.h"
 #include "platform/simulated/simulated_platform.h"
-#include "shell/form_main.h"
+#include "rendering/tag_covers.h"
+#include "state/form_main.h"
 
 #include <QBuffer>
 #include <QCryptographicHash>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -30,7 +31,31 @@ ParsedCommand Bad(const QString& reason) {
     return {Command(), reason};
 }
 
-// A picture that is loaded for a look lets no events through.
+// Every name, in the order of the listed state.
+const std::vector<StateName>& StateNames() {
+    static const std::vector<StateName> names = [] {
+        std::vector<StateName> all;
+        for (const auto& part : {VariableNames(), ThemeNames(), ObjectNames()}) {
+            all.insert(all.end(), part.begin(), part.end());
+        }
+        return all;
+    }();
+    return names;
+}
+
+// Returns the row of a name, case-sensitive; null when there is none.
+const StateName* FindStateName(const QString& name) {
+    static const QHash<QString, const StateName*> index = [] {
+        QHash<QString, const StateName*> rows;
+        for (const StateName& row : StateNames()) {
+            rows.insert(QString::fromLatin1(row.name), &row);
+        }
+        return rows;
+    }();
+    return index.value(name);
+}
+
+// Ignores events: loading a picture for a query must not process any.
 class IdlePump : public EventPump {
 public:
     void DoEvents() override {}
@@ -46,26 +71,26 @@ struct SurfaceRow {
     QImage (*read)(const Form_Main& form);
 };
 
-#define SURFACE(name)                                                                                        \
+#define SURFACE(owner, name)                                                                                 \
     {                                                                                                        \
-#name, [](const Form_Main& form) { return PictureOf(form.name); }                                    \
+#name, [](const Form_Main& form) { return PictureOf(form.owner.name); }                              \
     }
 
 // clang-format off
 constexpr SurfaceRow kSurfaces[] = {
-    SURFACE(Picture_Main),
-    SURFACE(Picture_Video),
-    SURFACE(Picture_Cache),
-    SURFACE(Picture_CacheHilight),
-    SURFACE(Picture_CacheTmp),
-    SURFACE(Picture_CacheTmp2),
-    SURFACE(Picture_Playlist),
-    SURFACE(Picture_PlaylistHilight),
-    SURFACE(Picture_PlaylistTmp),
-    SURFACE(Picture_Command),
-    SURFACE(Picture_CommandHilight),
-    SURFACE(Picture_TmpCover),
-    SURFACE(Picture_Keyboard),
+    SURFACE(frame, Picture_Main),
+    SURFACE(frame, Picture_Video),
+    SURFACE(frame, Picture_Cache),
+    SURFACE(frame, Picture_CacheHilight),
+    SURFACE(frame, Picture_CacheTmp),
+    SURFACE(frame, Picture_CacheTmp2),
+    SURFACE(frame, Picture_Playlist),
+    SURFACE(frame, Picture_PlaylistHilight),
+    SURFACE(frame, Picture_PlaylistTmp),
+    SURFACE(frame, Picture_Command),
+    SURFACE(frame, Picture_CommandHilight),
+    SURFACE(frame, Picture_TmpCover),
+    SURFACE(keyboard, Picture_Keyboard),
 };
 // clang-format on
 
@@ -107,17 +132,16 @@ JsonObject ShowImage(Console& console, const QString& file, bool withZlib) {
                              console.platform.pictures};
     c32bppDIB picture;
     const bool loaded = picture.LoadPicture_File(ports, file);
-    const auto bytes = static_cast<qsizetype>(picture.ScanWidth()) * picture.Height();
     QCryptographicHash hash(QCryptographicHash::Sha256);
     if (picture.Handle() != 0) {
-        hash.addData(QByteArrayView(picture.BitsPointer(), bytes));
+        hash.addData(QByteArrayView(picture.BitsPointer(), static_cast<qsizetype>(picture.ByteCount())));
     }
     return Ok()
         .Add(QStringLiteral("loaded"), loaded)
         .Add(QStringLiteral("Width"), picture.Width())
         .Add(QStringLiteral("Height"), picture.Height())
-        .Add(QStringLiteral("alpha"), picture.alpha)
-        .Add(QStringLiteral("ImageType"), picture.ImageType)
+        .Add(QStringLiteral("alpha"), picture.alpha())
+        .Add(QStringLiteral("ImageType"), picture.ImageType())
         .Add(QStringLiteral("sha256"), QString::fromLatin1(hash.result().toHex()));
 }
 
@@ -127,7 +151,8 @@ QString Sha256Of(std::span<const std::uint8_t> bytes) {
     return QString::fromLatin1(hash.result().toHex());
 }
 
-// A picture of a tag: what the reader says of it, and the bytes that it gives; none when it gives nothing.
+// A picture of a tag: what the reader reports of it, and the bytes it returns; no bytes when it returns
+// nothing.
 QJsonObject TagPicture(const cTaggedImages& tag, int index) {
     const auto data = tag.ExtractImageData(index);
     const auto bytes = data.value_or(std::span<const std::uint8_t>());
@@ -158,7 +183,7 @@ ParsedCommand ParseState(const QStringList& words) {
         if (row == nullptr) {
             return Bad(QStringLiteral("unknown name: ") + name);
         }
-        // A name that is asked for twice is told once: an object's members have different names.
+        // A name that is requested twice appears once, because the members of an object have different names.
         if (std::find(rows.begin(), rows.end(), row) == rows.end()) {
             rows.push_back(row);
         }

@@ -1,4 +1,4 @@
-// The commands that look at the jukebox and change nothing: its variables, calls, pictures.
+// The commands that query the jukebox and change nothing: its variables, calls, pictures.
 #pragma once
 
 #include "app/console/commands.h"
@@ -13,5 +13,5 @@ ParsedCommand ParseSurface(const QString& rest);
 ParsedCommand ParseImage(const QString& rest);
 ParsedCommand ParseTags(const QString& rest);
 
-// The answer to a command that was not carried out.
+// The answer to a command that was refused.
 JsonObject RefusalObject(const QString& reason);

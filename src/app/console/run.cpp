@@ -1,4 +1,4 @@
-// From the command line to a session.
+// Running a session from the command line.
 #include "app/console/run.h"
 
 #include "app/console/console.h"
@@ -8,7 +8,8 @@
 #include "core/run_time_error.h"
 #include "platform/posix/folder_lock.h"
 #include "settings/home_folder.h"
-#include "shell/form_main.h"
+#include "shell/hand_down.h"
+#include "state/form_main.h"
 
 #include <cstdio>
 #include <exception>
@@ -42,8 +43,8 @@ int RunSession(const ConsoleOptions& options) {
         WriteError(QStringLiteral("vantorix-console: ") + HomeInUse(options.home, lock.Holder()) + u'\n');
         return kWrongCommandLine;
     }
-    Form_Main form(platform.ports());
-    form.AppFolder = options.home;
+    Form_Main form(platform.ports(), HandDown());
+    form.shell.AppFolder = options.home;
     CommandReader input(STDIN_FILENO);
     Console console{platform, form, input, {}, 0, {}};
     return RunConsole(console);

@@ -1,5 +1,5 @@
 // The console program: command line, toolkit, session.
 #pragma once
 
-// The whole program. The process's exit code: see RunConsole; 2 for a command line that is wrong.
+// Runs the whole program and returns its exit code: see RunConsole; 2 for a wrong command line.
 int RunConsoleProgram(int argc, char** argv);

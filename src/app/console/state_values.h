@@ -38,13 +38,13 @@ inline QJsonValue StateValue(const QString& value) {
 inline QJsonValue StateValue(const QStringList& values) {
     return QJsonArray::fromStringList(values);
 }
-// A reference to an object: whether it holds one.
+// A reference is shown as whether it holds an object.
 template <typename Object>
 QJsonValue StateValue(const std::shared_ptr<Object>& reference) {
     return QJsonValue(reference != nullptr);
 }
 
-// The elements `first` to `last` of an array, those outside its bounds left out.
+// The elements `first` to `last` of an array, without those outside its bounds.
 template <typename Element, int Upper>
 QJsonValue ElementsOf(const BoundedArray<Element, Upper>& array, int first, int last) {
     QJsonArray list;
@@ -54,7 +54,7 @@ QJsonValue ElementsOf(const BoundedArray<Element, Upper>& array, int first, int 
     return list;
 }
 
-// Row `row` of a table, its elements `first` to `last`, those outside its bounds left out.
+// The elements `first` to `last` of row `row` of a table, without those outside its bounds.
 template <typename Element, int UpperA, int UpperB>
 QJsonValue RowOf(const BoundedTable<Element, UpperA, UpperB>& table, int row, int first, int last) {
     QJsonArray list;

@@ -7,11 +7,11 @@
 #include <array>
 
 struct Surroundings::Parts {
-    // The toolkit's own command line: it sees nothing of ours.
+    // The toolkit's own command line, without the program's arguments.
     int argumentCount = 1;
     std::array<char, 17> name = {"vantorix-console"};
     std::array<char*, 2> arguments = {name.data(), nullptr};
-    // Stands for the user's runtime folder where there is none.
+    // Replaces the user's runtime folder where there is none.
     QTemporaryDir runtimeFolder;
     std::unique_ptr<QGuiApplication> application;
 };

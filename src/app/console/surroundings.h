@@ -1,11 +1,11 @@
-// The surroundings of a session: the toolkit without a display, the same on every machine.
+// The toolkit without a display, set up the same way on every machine.
 #pragma once
 
 #include <memory>
 
-// No display, 96 dots per inch, no scaling, no language. One at a time; everything that draws or uses fonts
-// stays inside its life. Kept apart from the jukebox's own headers: the toolkit's and the port's displays
-// bear the same name.
+// No display, 96 dots per inch, no scaling, no language. Only one at a time; everything that draws or uses
+// fonts must run during its life. Separate from the jukebox's headers because the toolkit and the display
+// port both declare the name Display.
 class Surroundings {
 public:
     Surroundings();

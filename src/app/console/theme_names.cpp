@@ -1,37 +1,54 @@
 // The names of the theme's variables: every key of theme.ini, the slots, the command menu.
 #include "app/console/state_names.h"
 #include "app/console/state_values.h"
-#include "shell/form_main.h"
+#include "state/form_main.h"
 
 namespace {
 
 constexpr int kMenus = 100;
 
-// A slot field as two lists, column 1 and column 2, rows 1 to 10.
-template <typename Element>
-QJsonValue SlotLists(const BoundedTable<Element, 2, 100>& field) {
-    return QJsonArray{RowOf(field, 1, 1, 10), RowOf(field, 2, 1, 10)};
+constexpr int kSlotRows = 10;
+
+// A part of a slot's fields as two lists, column 1 and column 2, rows 1 to 10.
+template <typename Part>
+QJsonValue SlotLists(const Part& part) {
+    QJsonArray columns;
+    for (int column = 1; column <= 2; ++column) {
+        QJsonArray rows;
+        for (int row = 1; row <= kSlotRows; ++row) {
+            rows.append(StateValue(part(column, row)));
+        }
+        columns.append(rows);
+    }
+    return columns;
+}
+
+// A part of the two pages' rectangles as a list, the left page first.
+template <typename Part>
+QJsonValue PageList(const Form_Main& form, const Part& part) {
+    return QJsonArray{StateValue(part(form.theme.ZoneListPage(0))),
+                      StateValue(part(form.theme.ZoneListPage(1)))};
 }
 
 // The last menu that has rows.
 int MenuCount(const Form_Main& form) {
     int last = kMenus;
-    while (last > 0 && form.CommandRowCount(last).value() <= 0) {
+    while (last > 0 && form.menu.CommandRowCount(last).value() <= 0) {
         --last;
     }
     return last;
 }
 
 int RowCount(const Form_Main& form, int menu) {
-    return std::min(form.CommandRowCount(menu).value(), kMenus);
+    return std::min(form.menu.CommandRowCount(menu).value(), kMenus);
 }
 
 QJsonValue RowCounts(const Form_Main& form) {
-    return ElementsOf(form.CommandRowCount, 1, MenuCount(form));
+    return ElementsOf(form.menu.CommandRowCount, 1, MenuCount(form));
 }
 
 QJsonValue LastRows(const Form_Main& form) {
-    return ElementsOf(form.CommandLastRow, 1, MenuCount(form));
+    return ElementsOf(form.cursor.CommandLastRow, 1, MenuCount(form));
 }
 
 // A menu field as one list a menu, rows from 1.
@@ -47,7 +64,7 @@ QJsonValue MenuLists(const Form_Main& form, const BoundedTable<Element, kMenus, 
 // The choices of a row, up to the first whose value is empty.
 QJsonValue RowChoices(const Form_Main& form, const SparseCube<QString, kMenus>& field, int menu, int row) {
     QJsonArray choices;
-    for (int choice = 1; choice <= kMenus && !form.CommandChoiceValue(menu, row, choice).isEmpty();
+    for (int choice = 1; choice <= kMenus && !form.menu.CommandChoiceValue(menu, row, choice).isEmpty();
          ++choice) {
         choices.append(field(menu, row, choice));
     }
@@ -69,11 +86,11 @@ QJsonValue ChoiceLists(const Form_Main& form, const SparseCube<QString, kMenus>&
 // The lines of the on-screen keyboard that its theme has, at most the array's.
 int KeyboardLines(const Form_Main& form) {
     constexpr int kMost = 100;
-    return std::min(form.KeyNbLines.value(), kMost);
+    return std::min(form.keyboard.KeyNbLines.value(), kMost);
 }
 
 QJsonValue KeyCounts(const Form_Main& form) {
-    return ElementsOf(form.KeyNbCols, 1, KeyboardLines(form));
+    return ElementsOf(form.keyboard.KeyNbCols, 1, KeyboardLines(form));
 }
 
 // A field of the keyboard's keys as one list a line, columns from 1.
@@ -81,41 +98,51 @@ template <typename Element>
 QJsonValue KeyLists(const Form_Main& form, const BoundedTable<Element, 100, 100>& field) {
     QJsonArray lines;
     for (int line = 1; line <= KeyboardLines(form); ++line) {
-        lines.append(RowOf(field, line, 1, form.KeyNbCols(line).value()));
+        lines.append(RowOf(field, line, 1, form.keyboard.KeyNbCols(line).value()));
     }
     return lines;
 }
 
-#define NAME(variable) {#variable, [](const Form_Main& form) { return StateValue(form.variable); }},
-#define KEY(section, key) NAME(key)
-#define PAGE_KEY(section, key, array, index)                                                                 \
-    {#key, [](const Form_Main& form) { return StateValue(form.array(index)); }},
-#define PAGES(array) {#array, [](const Form_Main& form) { return ElementsOf(form.array, 0, 1); }},
-#define SLOT_LISTS(field) {#field, [](const Form_Main& form) { return SlotLists(form.field); }},
-#define KEYBOARD_LISTS(field) {#field, [](const Form_Main& form) { return KeyLists(form, form.field); }},
-#define MENU(field) {#field, [](const Form_Main& form) { return MenuLists(form, form.field); }},
-#define CHOICES(field) {#field, [](const Form_Main& form) { return ChoiceLists(form, form.field); }},
+#define NAME(owner, variable)                                                                                \
+    {#variable, [](const Form_Main& form) { return StateValue(form.owner.variable); }},
+#define KEY(section, key, member, part)                                                                      \
+    {key, [](const Form_Main& form) { return StateValue(form.theme.member part); }},
+#define KEYS(kind, section, name) KEYS_OF_##kind(KEY, KEY, section, name)
+#define PAGES(name, part)                                                                                    \
+    {name, [](const Form_Main& form) { return PageList(form, [](const Box16& page) { return page.part; }); }},
+#define SLOT_LIST(section, key, member, part)                                                                \
+    {key, [](const Form_Main& form) {                                                                        \
+         return SlotLists([&](int column, int row) { return form.slots.member(column, row) part; });         \
+     }},
+#define SLOT_LISTS(kind, name) KEYS_OF_##kind(SLOT_LIST, SLOT_LIST, "", name)
+#define KEYBOARD_KEY(section, key, member, part)                                                             \
+    {key, [](const Form_Main& form) { return StateValue(form.keyboard.member part); }},
+#define KEYBOARD_ROW(kind, name) KEYS_OF_##kind(KEYBOARD_KEY, KEYBOARD_KEY, "", name)
+#define KEYBOARD_LISTS(field)                                                                                \
+    {#field, [](const Form_Main& form) { return KeyLists(form, form.keyboard.field); }},
+#define MENU(field) {#field, [](const Form_Main& form) { return MenuLists(form, form.menu.field); }},
+#define CHOICES(field) {#field, [](const Form_Main& form) { return ChoiceLists(form, form.menu.field); }},
 
 // clang-format off
 constexpr StateName kNames[] = {
-    THEME_ZONE_KEYS(KEY, KEY, PAGE_KEY)
-    PAGES(ZoneListPageX)
-    PAGES(ZoneListPageY)
-    PAGES(ZoneListPageWidth)
-    PAGES(ZoneListPageHeight)
-    THEME_VERTICAL_KEYS(KEY, KEY, PAGE_KEY)
-    THEME_NAVIGATION_KEYS(KEY, KEY, PAGE_KEY)
-    THEME_PLAYLIST_KEYS(KEY, KEY, PAGE_KEY)
-    THEME_MAIN_KEYS(KEY, KEY, PAGE_KEY)
-    THEME_PLAYLIST_BUTTON_KEYS(KEY, KEY, PAGE_KEY)
-    THEME_SLOT_STYLE_KEYS(KEY, KEY, PAGE_KEY)
-    THEME_COMMAND_KEYS(KEY, KEY, PAGE_KEY)
-    NAME(ZoneScaleX)
-    NAME(ZoneScaleY)
+    THEME_ZONE_KEYS(KEYS)
+    PAGES("ZoneListPageX", X)
+    PAGES("ZoneListPageY", Y)
+    PAGES("ZoneListPageWidth", W)
+    PAGES("ZoneListPageHeight", H)
+    THEME_VERTICAL_KEYS(KEYS)
+    THEME_NAVIGATION_KEYS(KEYS)
+    THEME_PLAYLIST_KEYS(KEYS)
+    THEME_MAIN_KEYS(KEYS)
+    THEME_PLAYLIST_BUTTON_KEYS(KEYS)
+    THEME_SLOT_STYLE_KEYS(KEYS)
+    THEME_COMMAND_KEYS(KEYS)
+    NAME(theme, ZoneScaleX)
+    NAME(theme, ZoneScaleY)
 
-    SLOT_KEYS(SLOT_LISTS, SLOT_LISTS)
+    SLOT_KEYS(SLOT_LISTS)
 
-    KEYBOARD_KEYS(NAME, NAME)
+    KEYBOARD_KEYS(KEYBOARD_ROW)
     {"KeyNbCols", KeyCounts},
     KEYBOARD_TABLES(KEYBOARD_LISTS)
 
@@ -128,16 +155,19 @@ constexpr StateName kNames[] = {
     CHOICES(CommandChoiceLabel)
     MENU(CommandChoice)
     MENU(CommandParam)
-    NAME(CommandCurrentMenu)
-    NAME(CommandCurrentId)
+    NAME(menu, CommandCurrentMenu)
+    NAME(menu, CommandCurrentId)
 };
 // clang-format on
 
 #undef NAME
 #undef KEY
-#undef PAGE_KEY
+#undef KEYS
 #undef PAGES
+#undef SLOT_LIST
 #undef SLOT_LISTS
+#undef KEYBOARD_KEY
+#undef KEYBOARD_ROW
 #undef KEYBOARD_LISTS
 #undef MENU
 #undef CHOICES

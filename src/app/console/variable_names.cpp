@@ -2,185 +2,188 @@
 // dialogs.
 #include "app/console/state_names.h"
 #include "app/console/state_values.h"
-#include "shell/form_main.h"
+#include "state/form_main.h"
 
 namespace {
 
 // The rows of a page: slots 0 to twice the rows of a column.
 template <int Upper>
 QJsonValue Slots(const Form_Main& form, const BoundedArray<QString, Upper>& array) {
-    return ElementsOf(array, 0, form.ZoneListNbTracksParColonne.value() * 2);
+    return ElementsOf(array, 0, form.theme.ZoneListNbTracksParColonne.value() * 2);
 }
 
 template <typename Element, int Upper>
 QJsonValue Queue(const Form_Main& form, const BoundedArray<Element, Upper>& array) {
-    return ElementsOf(array, 1, form.PlaylistCount.value());
+    return ElementsOf(array, 1, form.queue.PlaylistCount.value());
 }
 
 template <typename Element, int Upper>
 QJsonValue History(const Form_Main& form, const BoundedArray<Element, Upper>& array) {
-    return ElementsOf(array, 0, form.DirLevel.value());
+    return ElementsOf(array, 0, form.library.DirLevel.value());
 }
 
 template <typename Element, int Upper>
 QJsonValue Monitors(const Form_Main& form, const BoundedArray<Element, Upper>& array) {
-    return ElementsOf(array, 0, form.MonitorCount.value() - 1);
+    return ElementsOf(array, 0, form.shell.MonitorCount.value() - 1);
 }
 
 QJsonValue ListLines(const Form_Main& form) {
     QJsonArray lines;
-    for (const ListLine& line : form.List_List) {
+    for (const ListLine& line : form.library.List_List) {
         lines.append(line.Text());
     }
     return lines;
 }
 
-#define NAME(variable) {#variable, [](const Form_Main& form) { return StateValue(form.variable); }},
-#define LIST(variable, kind) {#variable, [](const Form_Main& form) { return kind(form, form.variable); }},
+// Each row has the struct of the form that owns the variable; the names in the console have none.
+#define NAME(owner, variable)                                                                                \
+    {#variable, [](const Form_Main& form) { return StateValue(form.owner.variable); }},
+#define LIST(owner, variable, kind)                                                                          \
+    {#variable, [](const Form_Main& form) { return kind(form, form.owner.variable); }},
 
 // clang-format off
 constexpr StateName kNames[] = {
-    NAME(AppFolder)
-    NAME(InputBusy)
-    NAME(IdleTicks)
-    NAME(ScreenWidth)
-    NAME(ScreenHeight)
-    NAME(ScreenBits)
-    NAME(MonitorCount)
-    LIST(MonitorWidth, Monitors)
-    LIST(MonitorHeight, Monitors)
+    NAME(shell, AppFolder)
+    NAME(shell, InputBusy)
+    NAME(shell, IdleTicks)
+    NAME(shell, ScreenWidth)
+    NAME(shell, ScreenHeight)
+    NAME(shell, ScreenBits)
+    NAME(shell, MonitorCount)
+    LIST(shell, MonitorWidth, Monitors)
+    LIST(shell, MonitorHeight, Monitors)
 
-    NAME(StartPath)
-    NAME(Theme)
-    NAME(Fullscreen)
-    NAME(FullscreenSize)
-    NAME(PositionLeft)
-    NAME(PositionTop)
-    NAME(PositionWidth)
-    NAME(PositionHeight)
-    NAME(Orientation)
-    NAME(VideoPositionLeft)
-    NAME(VideoPositionTop)
-    NAME(VideoPositionWidth)
-    NAME(VideoPositionHeight)
-    NAME(PlayTransitionSound)
-    NAME(DefaultOrder)
-    NAME(TactileMode)
-    NAME(ShowFolderCover)
-    NAME(ShowFileCover)
-    NAME(ShowCover)
-    NAME(ShowBigCover)
-    NAME(ShowMp3CoverTag)
-    NAME(ShowTrackNum)
-    NAME(ShowMainZone)
-    NAME(ActiveMainZone)
-    NAME(ShowPlaylistZone)
-    NAME(ActivePlaylistZone)
-    NAME(ShowCommandZone)
-    NAME(ActiveCommandZone)
-    NAME(ManageCoin)
-    NAME(ShowBigCoverDefault)
-    NAME(KeyHaut)
-    NAME(KeyBas)
-    NAME(KeyGauche)
-    NAME(KeyDroite)
-    NAME(KeyValider)
-    NAME(KeyRetour)
-    NAME(KeyConfig)
-    NAME(KeyQuitter)
-    NAME(KeyGotoNextZone)
-    NAME(KeyInsertCoin)
-    NAME(KeyAddToFav)
-    NAME(KeyPreview)
-    NAME(KeyStop)
-    NAME(KeyPlay)
-    NAME(KeyPause)
-    NAME(KeyNext)
-    NAME(RGBLedsActive)
-    NAME(RGBLedsCommport)
-    NAME(RGBLedsNbLeds)
-    NAME(RGBLedsStereo)
-    NAME(ShowBigtitle)
-    NAME(ShowCoverFolder)
-    NAME(ShowTrackNumFolder)
+    NAME(settings, StartPath)
+    NAME(settings, Theme)
+    NAME(settings, Fullscreen)
+    NAME(settings, FullscreenSize)
+    NAME(settings, PositionLeft)
+    NAME(settings, PositionTop)
+    NAME(settings, PositionWidth)
+    NAME(settings, PositionHeight)
+    NAME(settings, Orientation)
+    NAME(settings, VideoPositionLeft)
+    NAME(settings, VideoPositionTop)
+    NAME(settings, VideoPositionWidth)
+    NAME(settings, VideoPositionHeight)
+    NAME(settings, PlayTransitionSound)
+    NAME(settings, DefaultOrder)
+    NAME(settings, TactileMode)
+    NAME(settings, ShowFolderCover)
+    NAME(settings, ShowFileCover)
+    NAME(settings, ShowCover)
+    NAME(settings, ShowBigCover)
+    NAME(settings, ShowMp3CoverTag)
+    NAME(settings, ShowTrackNum)
+    NAME(settings, ShowMainZone)
+    NAME(settings, ActiveMainZone)
+    NAME(settings, ShowPlaylistZone)
+    NAME(settings, ActivePlaylistZone)
+    NAME(settings, ShowCommandZone)
+    NAME(settings, ActiveCommandZone)
+    NAME(settings, ManageCoin)
+    NAME(settings, ShowBigCoverDefault)
+    NAME(settings, KeyHaut)
+    NAME(settings, KeyBas)
+    NAME(settings, KeyGauche)
+    NAME(settings, KeyDroite)
+    NAME(settings, KeyValider)
+    NAME(settings, KeyRetour)
+    NAME(settings, KeyConfig)
+    NAME(settings, KeyQuitter)
+    NAME(settings, KeyGotoNextZone)
+    NAME(settings, KeyInsertCoin)
+    NAME(settings, KeyAddToFav)
+    NAME(settings, KeyPreview)
+    NAME(settings, KeyStop)
+    NAME(settings, KeyPlay)
+    NAME(settings, KeyPause)
+    NAME(settings, KeyNext)
+    NAME(settings, RGBLedsActive)
+    NAME(settings, RGBLedsCommport)
+    NAME(settings, RGBLedsNbLeds)
+    NAME(settings, RGBLedsStereo)
+    NAME(settings, ShowBigtitle)
+    NAME(settings, ShowCoverFolder)
+    NAME(settings, ShowTrackNumFolder)
 
-    NAME(CurrentPath)
-    NAME(CurrentPage)
-    NAME(NbPages)
-    NAME(Order)
-    NAME(DirLevel)
-    LIST(DirHistoryPage, History)
-    LIST(DirHistoryPath, History)
-    LIST(DirHistorySelX, History)
-    LIST(DirHistorySelY, History)
-    NAME(SavedPath)
-    NAME(SavedPage)
-    NAME(SavedNbPages)
-    NAME(NumTrack)
-    LIST(InfoPath, Slots)
-    LIST(InfoType, Slots)
-    LIST(InfoTitre, Slots)
+    NAME(library, CurrentPath)
+    NAME(library, CurrentPage)
+    NAME(library, NbPages)
+    NAME(library, Order)
+    NAME(library, DirLevel)
+    LIST(library, DirHistoryPage, History)
+    LIST(library, DirHistoryPath, History)
+    LIST(library, DirHistorySelX, History)
+    LIST(library, DirHistorySelY, History)
+    NAME(library, SavedPath)
+    NAME(library, SavedPage)
+    NAME(library, SavedNbPages)
+    NAME(library, NumTrack)
+    LIST(library, InfoPath, Slots)
+    LIST(library, InfoType, Slots)
+    LIST(library, InfoTitre, Slots)
     {"List_List", ListLines},
 
-    LIST(PlaylistPath, Queue)
-    LIST(PlaylistTitre, Queue)
+    LIST(queue, PlaylistPath, Queue)
+    LIST(queue, PlaylistTitre, Queue)
     // The titles of the queue go by both words.
-    {"PlaylistTitle", [](const Form_Main& form) { return Queue(form, form.PlaylistTitre); }},
-    LIST(PlaylistPlayed, Queue)
-    LIST(PlaylistCredits, Queue)
-    NAME(PlaylistCount)
-    NAME(PlaylistSelected)
-    NAME(PlaylistCurrent)
-    NAME(Credits)
-    NAME(IsPlaying)
-    NAME(NowPlayingPath)
-    NAME(NowPlayingTitre)
-    NAME(Remain)
-    NAME(TrackChanging)
-    NAME(BassChannel)
-    NAME(TrackLengthSeconds)
-    NAME(TrackPositionSeconds)
-    NAME(VideoControl)
-    NAME(VideoPosition)
-    NAME(VideoAudio)
-    NAME(VideoWindow)
-    NAME(VideoRunning)
+    {"PlaylistTitle", [](const Form_Main& form) { return Queue(form, form.queue.PlaylistTitre); }},
+    LIST(queue, PlaylistPlayed, Queue)
+    LIST(queue, PlaylistCredits, Queue)
+    NAME(queue, PlaylistCount)
+    NAME(queue, PlaylistSelected)
+    NAME(queue, PlaylistCurrent)
+    NAME(coins, Credits)
+    NAME(player, IsPlaying)
+    NAME(player, NowPlayingPath)
+    NAME(player, NowPlayingTitre)
+    NAME(player, Remain)
+    NAME(player, TrackChanging)
+    NAME(player, BassChannel)
+    NAME(player, TrackLengthSeconds)
+    NAME(player, TrackPositionSeconds)
+    NAME(player, VideoControl)
+    NAME(player, VideoPosition)
+    NAME(player, VideoAudio)
+    NAME(player, VideoWindow)
+    NAME(player, VideoRunning)
 
-    NAME(SelX)
-    NAME(SelY)
-    NAME(ActiveZone)
-    NAME(ActiveBtn)
-    NAME(TrackNumberInput)
-    NAME(TouchDragging)
-    NAME(TouchStartY)
-    NAME(TouchDeltaY)
-    NAME(TouchScrollOffset)
-    NAME(TouchLastX)
-    NAME(TouchLastY)
+    NAME(cursor, SelX)
+    NAME(cursor, SelY)
+    NAME(cursor, ActiveZone)
+    NAME(cursor, ActiveBtn)
+    NAME(cursor, TrackNumberInput)
+    NAME(touch, TouchDragging)
+    NAME(touch, TouchStartY)
+    NAME(touch, TouchDeltaY)
+    NAME(touch, TouchScrollOffset)
+    NAME(touch, TouchLastX)
+    NAME(touch, TouchLastY)
 
-    NAME(BlockMainInfos)
-    NAME(InfosBlink)
-    NAME(InfosTicks)
-    NAME(CoverKind)
-    NAME(LastDrawnSlot)
+    NAME(frame, BlockMainInfos)
+    NAME(frame, InfosBlink)
+    NAME(frame, InfosTicks)
+    NAME(frame, CoverKind)
+    NAME(frame, LastDrawnSlot)
 
-    NAME(SpectrumWidth)
-    NAME(SpectrumHeight)
-    NAME(SpectrumHueOffset)
+    NAME(lights, SpectrumWidth)
+    NAME(lights, SpectrumHeight)
+    NAME(lights, SpectrumHueOffset)
 
-    NAME(KeyboardMainWidth)
-    NAME(KeyboardTitle)
-    NAME(KeyboardText)
-    NAME(KeyboardButton)
-    NAME(KeyboardResult)
-    NAME(KeyboardScale)
-    NAME(KeyboardSelLine)
-    NAME(KeyboardSelCol)
-    NAME(KeyboardBusy)
-    NAME(KeyAssignIndex)
-    NAME(KeyAssignTitle)
-    NAME(KeyAssignCode)
-    NAME(SelectedDirectory)
+    NAME(keyboard, KeyboardMainWidth)
+    NAME(keyboard, KeyboardTitle)
+    NAME(keyboard, KeyboardText)
+    NAME(keyboard, KeyboardButton)
+    NAME(keyboard, KeyboardResult)
+    NAME(keyboard, KeyboardScale)
+    NAME(keyboard, KeyboardSelLine)
+    NAME(keyboard, KeyboardSelCol)
+    NAME(keyboard, KeyboardBusy)
+    NAME(answers, KeyAssignIndex)
+    NAME(answers, KeyAssignTitle)
+    NAME(answers, KeyAssignCode)
+    NAME(answers, SelectedDirectory)
 };
 // clang-format on
 

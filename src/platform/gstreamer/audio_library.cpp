@@ -40,7 +40,7 @@ void GstAudioLibrary::BASS_Free() {
     output_.reset();
 }
 
-// A stream whose disk does not answer is left to a thread of its own after a second.
+// Destroys the streams. After a second, a stream whose disk does not answer is left to its own thread.
 void GstAudioLibrary::End(Streams streams) {
     constexpr std::chrono::seconds kEndLimit{1};
     auto ending = std::make_shared<Streams>(std::move(streams));
@@ -66,7 +66,7 @@ std::uint32_t GstAudioLibrary::BASS_StreamCreateFile(const QString& path, std::u
     return handle;
 }
 
-// A handle is used again only after all others, so that an old one is not taken for a new stream's.
+// A handle is reused only after all others, so that an old handle is not taken for a new stream's.
 std::uint32_t GstAudioLibrary::NewHandle() {
     do {
         ++lastHandle_;
@@ -126,7 +126,7 @@ std::int64_t GstAudioLibrary::BASS_ChannelGetPosition(std::uint32_t handle) {
     return stream != nullptr ? stream->Position() * kBytesPerFrame : 0;
 }
 
-// A position within a frame means that frame.
+// A position inside a frame selects that frame.
 bool GstAudioLibrary::BASS_ChannelSetPosition(std::uint32_t handle, std::int64_t bytes) {
     AudioStream* stream = Find(handle);
     return stream != nullptr && bytes >= 0 && stream->SetPosition(bytes / kBytesPerFrame);
@@ -136,7 +136,7 @@ double GstAudioLibrary::BASS_ChannelBytes2Seconds(std::uint32_t, std::int64_t by
     return static_cast<double>(bytes) / kBytesPerSecond;
 }
 
-// The nearest frame. A time that no file reaches is cut to what the result can hold.
+// Rounds to the nearest frame. Times that no file reaches are cut to the range of the result.
 std::int64_t GstAudioLibrary::BASS_ChannelSeconds2Bytes(std::uint32_t, double seconds) {
     constexpr double kMostSeconds = 1e9;
     const double bounded = std::isnan(seconds) ? 0.0 : std::clamp(seconds, -kMostSeconds, kMostSeconds);

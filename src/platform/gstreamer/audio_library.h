@@ -1,4 +1,4 @@
-// The audio library of the cabinet: GStreamer decodes, we mix, one output runs all the time.
+// The audio library of the cabinet: GStreamer decodes, our mixer mixes, one output runs all the time.
 #pragma once
 
 #include "platform/audio_library.h"
@@ -16,13 +16,13 @@ public:
     ~GstAudioLibrary() override;
 
     std::uint32_t BASS_GetVersion() override;
-    // Device, frequency and flags are ignored: the sink is the system's choice or that of the options.
-    // Harmless when the output is open already.
+    // Ignores device, frequency and flags: the options or the system choose the sink. Does nothing when the
+    // output is open already.
     bool BASS_Init(int device, int frequency, int flags) override;
     void BASS_Free() override;
     std::uint32_t BASS_StreamCreateFile(const QString& path, std::uint32_t flags) override;
     bool BASS_StreamFree(std::uint32_t handle) override;
-    // Always false: there is no tracker music, every handle is a stream's.
+    // Always false: tracker music is not supported, so every handle is a stream's.
     bool BASS_MusicFree(std::uint32_t handle) override;
     bool BASS_ChannelPlay(std::uint32_t handle, bool restart) override;
     bool BASS_ChannelPause(std::uint32_t handle) override;
@@ -34,7 +34,7 @@ public:
     std::int64_t BASS_ChannelSeconds2Bytes(std::uint32_t handle, double seconds) override;
     bool BASS_ChannelGetData(std::uint32_t handle, std::array<float, 512>& fft) override;
 
-    // The output has found no device, and keeps time in silence. True before BASS_Init.
+    // True while the output has no device and keeps time in silence, and before BASS_Init.
     bool IsSilent();
 
 private:

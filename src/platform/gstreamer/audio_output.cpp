@@ -1,4 +1,4 @@
-// Keeps one pipeline running at any time, the silent one when there is no other.
+// Keeps one pipeline running at all times; the silent one when there is no device.
 #include "platform/gstreamer/audio_output.h"
 
 #include "platform/gstreamer/output_pipeline.h"
@@ -18,9 +18,9 @@ constexpr milliseconds kStartLimit{1000};
 constexpr milliseconds kFirstLookEvery{5};
 constexpr milliseconds kFirstWait{100};
 constexpr milliseconds kLongestWait{5000};
-// A device that has run for so long is a good one: its next failure starts the waits anew.
+// A device that has run this long is reliable: its next failure starts with the shortest wait again.
 constexpr milliseconds kSteadyAfter{10000};
-// A sink that takes nothing for so long is dead, even if it reports no error.
+// A sink that accepts nothing for this long is dead, even if it reports no error.
 constexpr milliseconds kStallLimit{3000};
 constexpr milliseconds kEndLimit{1000};
 
@@ -102,7 +102,8 @@ void AudioOutput::PutOffTrial() {
     trialWait_ = std::min(trialWait_ * 2, kLongestWait);
 }
 
-// True when the trial has found a device, which is in use then. A trial that has not ended goes on.
+// Returns true when the trial has found a device, which is then in use. A trial that is still running
+// continues.
 bool AudioOutput::EndTrial() {
     if (!trialErrand_ || !trialErrand_->IsDone()) {
         return false;
@@ -134,7 +135,7 @@ void AudioOutput::FallSilent() {
     Use(OutputPipeline::Open(options_, options_.silentSink, mixer_), true);
 }
 
-// Two are never retired at once, unless the first one does not come to an end.
+// Retires one pipeline at a time, unless the previous one does not end.
 void AudioOutput::Retire(std::shared_ptr<OutputPipeline> pipeline) {
     if (pipeline != nullptr) {
         retirement_ = Errand::Begin([ending = std::move(pipeline)]() mutable { ending.reset(); });
@@ -149,8 +150,8 @@ void AudioOutput::Supervise() {
     }
 }
 
-// Nothing is mixed until the first trial is over, so that no sound begins where nobody hears it. One that
-// takes its time goes on beside the silent sink.
+// Mixes nothing until the first trial is over, so that no sound starts while nobody can hear it. A slow trial
+// continues while the silent sink runs.
 void AudioOutput::FindFirstDevice() {
     const auto deadline = steady_clock::now() + kStartLimit;
     BeginTrial();

@@ -1,4 +1,4 @@
-// A sound output that runs from its start to its end and mixes what is attached to it.
+// A sound output that runs from Start to Stop and mixes the attached sources.
 #pragma once
 
 #include "platform/gstreamer/audio_output_options.h"
@@ -14,10 +14,9 @@
 
 class OutputPipeline;
 
-// When the device or the sound server goes away the sources are mixed on in silence, at the same pace, while
-// the output looks for a device again: after 0.1 s, then after twice the time, up to every 5 s. The same goes
-// for a device that is missing at the start, and for a server that has stopped answering: no call here waits
-// for it for long.
+// When the device or the sound server goes away, the output keeps mixing its sources in silence at the same
+// pace and looks for a device again: after 0.1 s, then after twice the time, up to every 5 s. It does the
+// same when a device is missing at the start or a server stops answering: no call here waits long for it.
 class AudioOutput {
 public:
     explicit AudioOutput(AudioOutputOptions options);
@@ -25,23 +24,24 @@ public:
     AudioOutput(const AudioOutput&) = delete;
     AudioOutput& operator=(const AudioOutput&) = delete;
 
-    // Looks for a device on a thread of its own and returns at once. False when not even the silent sink is
-    // installed, or the system has no more threads. Harmless when it runs.
+    // Looks for a device on a separate thread and returns at once. Returns false when not even the silent
+    // sink is installed, or the system has no more threads. Does nothing when the output runs already.
     bool Start();
-    // Harmless when it does not run. Waits for a second at most: what a sound server holds longer is left to
-    // its own thread.
+    // Does nothing when the output does not run. Waits for at most a second: what a sound server blocks
+    // longer is left to its own thread.
     void Stop();
     void Attach(SoundSource& source) { mixer_->Attach(source); }
     void Detach(SoundSource& source) { mixer_->Detach(source); }
-    // The number of the frame that is heard now: frames mixed so far less those on the way. From any thread.
+    // The number of the frame that is audible now: the frames mixed so far minus those still buffered. From
+    // any thread.
     std::int64_t HeardFrame();
-    // The sound goes nowhere at present.
+    // True while the silent sink is in use.
     bool IsSilent();
 
 private:
     using Time = std::chrono::steady_clock::time_point;
 
-    // A search for a device, carried out on a thread of its own.
+    // A search for a device on a separate thread.
     struct Trial {
         std::mutex mutex;
         bool abandoned = false;

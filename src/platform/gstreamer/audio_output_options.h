@@ -6,11 +6,11 @@
 #include <cstdint>
 
 struct AudioOutputOptions {
-    // What the sound sink holds ahead, and the length of one period, both in microseconds. Together they are
-    // the time from a command to its effect in the loudspeaker.
+    // The sink's buffer and the length of one period, both in microseconds. Their sum is the delay from a
+    // command to its effect in the loudspeaker.
     std::int64_t bufferTime = 60000;
     std::int64_t latencyTime = 10000;
-    // The sinks: the one that is heard, and the one that keeps time while that one cannot be had.
+    // The audible sink, and the silent sink that keeps time while the audible one is not available.
     QByteArray sink = "autoaudiosink";
     QByteArray silentSink = "fakesink";
 };

@@ -12,12 +12,12 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-// Half a second is decoded ahead: far more than a seek to the beginning takes.
+// Half a second is decoded ahead, which is far more than a seek to the beginning takes.
 constexpr std::int64_t kAhead = kFramesPerSecond / 2;
-// How long opening may take to find the length, in each of the two ways.
+// The time limit of each of the two ways to find the length when a file is opened.
 constexpr milliseconds kLengthBudget{300};
 constexpr milliseconds kReadWait{100};
-// The frames handed out that are kept for the spectrum, about six seconds; a power of two.
+// The number of mixed frames that are kept for the spectrum: about six seconds, a power of two.
 constexpr std::int64_t kKept = 1 << 18;
 
 std::size_t SlotOf(std::int64_t outputFrame) {
@@ -54,7 +54,7 @@ std::unique_ptr<AudioStream> AudioStream::Open(const QString& path, bool loops, 
 }
 
 std::unique_ptr<AudioStream> AudioStream::Start(const QString& path, bool loops, OpenedFile file) {
-    // A file of which nothing is known but that it sounds counts as one second.
+    // A file with sound but of unknown length counts as one second.
     const std::int64_t frames = file.length.frames > 0 ? file.length.frames : kFramesPerSecond;
     std::unique_ptr<AudioStream> stream(new AudioStream(path, loops, std::move(file.decoder), frames));
     if (!file.length.complete) {
@@ -124,7 +124,7 @@ bool AudioStream::SetPosition(std::int64_t frame) {
     return true;
 }
 
-// Drops what was decoded ahead; the decoding thread goes on at the new place.
+// Drops what was decoded ahead. The decoding thread continues at the new position.
 void AudioStream::GoTo(std::int64_t frame) {
     queue_.clear();
     queued_ = 0;
@@ -246,9 +246,9 @@ void AudioStream::ReadBlock() {
     }
 }
 
-// Damage that the decoder gives up at is a second of silence. A file that can no longer be read at all, on a
-// drive that was pulled for instance, goes on as silence to its length, so that the jukebox comes to the next
-// track.
+// Damage at which the decoder gives up becomes a second of silence. A file that can no longer be read at all,
+// for instance on a drive that was unplugged, continues as silence to its length, so that the jukebox reaches
+// the next track.
 void AudioStream::SkipDamage() {
     QString reason;
     damageEnd_ = decoded_ + kFramesPerSecond;
@@ -258,7 +258,7 @@ void AudioStream::SkipDamage() {
     }
 }
 
-// Where decoding ends is where the file ends, whatever its header says.
+// The file ends where decoding ends, whatever its header says.
 void AudioStream::EndOfPass() {
     {
         const std::lock_guard lock(mutex_);
@@ -293,7 +293,7 @@ void AudioStream::AppendSilence(std::int64_t end) {
     Append(std::move(block));
 }
 
-// What was decoded for a place that has been left meanwhile is dropped.
+// Drops blocks that were decoded for a position that a seek has left in the meantime.
 void AudioStream::Append(PcmBlock block) {
     const std::lock_guard lock(mutex_);
     if (!seekWanted_) {

@@ -1,9 +1,9 @@
-// One stream of the audio library: a file decoded ahead on a thread of its own, handed out frame by frame.
+// One stream of the audio library: a thread decodes a file ahead, the mixer takes it frame by frame.
 #pragma once
 
 #include "platform/gstreamer/decoder.h"
+#include "platform/gstreamer/mixer.h"
 #include "platform/gstreamer/pcm.h"
-#include "platform/gstreamer/sound_source.h"
 #include "platform/gstreamer/spectrum.h"
 
 #include <QString>
@@ -16,29 +16,29 @@
 #include <mutex>
 #include <thread>
 
-// Positions and lengths are frames of the file. Mix is called on the output's thread, all else on the event
-// thread.
+// Positions and lengths are frames of the file. Mix is called on the output's thread, everything else on the
+// event thread.
 class AudioStream : public SoundSource {
 public:
-    // Null when the file does not open, see Decoder::Open, or not within the limits, and when the system has
-    // no more threads. The length is exact or, in the case of a long file that does not tell it, an estimate
-    // that becomes exact within a second.
+    // Returns null when the file does not open (see Decoder::Open) or not within the limits, and when the
+    // system has no more threads. The length is exact. For a long file that does not state it, it is an
+    // estimate that becomes exact within a second.
     static std::unique_ptr<AudioStream> Open(const QString& path, bool loops,
                                              const OpeningLimits& limits = {});
-    // Waits for the threads of the stream, which a disk that does not answer may hold.
+    // Waits for the stream's threads, which a disk that does not answer can block.
     ~AudioStream() override;
     AudioStream(const AudioStream&) = delete;
     AudioStream& operator=(const AudioStream&) = delete;
 
     void Play(bool restart);
-    // False when it was not playing.
+    // Returns false when the stream was not playing.
     bool Pause();
     void Stop();
     bool IsPlaying();
     std::int64_t Length();
     std::int64_t Position();
     bool SetPosition(std::int64_t frame);
-    // The last frames handed out before the output's frame `end`; what was silent then is zeros.
+    // The last frames mixed before the output's frame `end`. Silence is zeros.
     std::array<std::int16_t, kSpectrumFrames * 2> HandedOutBefore(std::int64_t end);
 
     void Mix(std::span<std::int32_t> sums, std::int64_t firstFrame) override;

@@ -1,4 +1,4 @@
-// Whole files to memory.
+// Decoding whole files to memory.
 #include "platform/gstreamer/decode_file.h"
 
 #include "platform/gstreamer/decoder.h"
@@ -8,7 +8,7 @@
 
 namespace {
 
-// A decoder that gives nothing for so long is given up.
+// A decoder that delivers nothing for this long is given up.
 constexpr std::chrono::seconds kStallLimit{20};
 
 std::size_t SampleLimit(double seconds) {
@@ -29,7 +29,7 @@ std::optional<DecodedSound> DecodeFile(const QString& path, double maxSeconds, Q
     const std::size_t limit = SampleLimit(maxSeconds);
     DecodedSound sound;
     PcmBlock block;
-    // Damage behind the first frames ends the sound there, as it does for one that is played.
+    // Damage after the first frames ends the sound there, as it does for a stream that is played.
     while (sound.samples.size() < limit && decoder->Read(block, kStallLimit) == Decoder::Outcome::kFrames) {
         sound.samples.insert(sound.samples.end(), block.samples.begin(), block.samples.end());
     }

@@ -1,9 +1,9 @@
-// MPEG audio through libmpg123.
+// Decoding MPEG audio with libmpg123.
 #include "platform/gstreamer/decode_mp3.h"
 
 #include "core/path_text.h"
+#include "platform/gstreamer/local_file.h"
 #include "platform/gstreamer/pcm.h"
-#include "platform/gstreamer/plain_file.h"
 
 #include <mpg123.h>
 
@@ -14,7 +14,7 @@
 
 namespace {
 
-// More bytes than a minute of the highest bit rate, with a large picture in front.
+// More than a minute at the highest bit rate, with a large picture before it.
 constexpr qint64 kMostBytes = 16 << 20;
 
 struct EndDecoder {
@@ -22,7 +22,8 @@ struct EndDecoder {
 };
 using DecoderHandle = std::unique_ptr<mpg123_handle, EndDecoder>;
 
-// A tag, or the eleven set bits that every frame begins with: other files may hold them by chance further on.
+// Tests for a tag, or for the eleven set bits at the start of every frame. Only the start counts, because
+// other files may contain these bits by chance.
 bool LooksLikeMp3(const QByteArray& bytes) {
     return bytes.startsWith("ID3") || (bytes.size() > 1 && bytes[0] == '\xFF' &&
                                        (static_cast<unsigned char>(bytes[1]) & 0xE0U) == 0xE0U);
@@ -69,7 +70,7 @@ std::optional<DecodedSound> DecodeMp3(const QString& path, double maxSeconds) {
     DecodedSound sound;
     std::array<std::int16_t, 8192> block{};
     int outcome = MPG123_OK;
-    // Damage behind the first frames, or the end, ends the sound.
+    // The end of the data, or damage after the first frames, ends the sound.
     while ((outcome == MPG123_OK || outcome == MPG123_NEW_FORMAT) && sound.samples.size() < limit) {
         std::size_t size = 0;
         outcome = mpg123_read(decoder.get(), block.data(), sizeof(block), &size);

@@ -1,10 +1,9 @@
-// Decoding through GStreamer: any file to 16-bit stereo frames, sample exact.
+// Decoding any file to 16-bit stereo frames with GStreamer, sample exact.
 #include "platform/gstreamer/decoder.h"
 
 #include "core/path_text.h"
-#include "platform/gstreamer/local_source.h"
+#include "platform/gstreamer/local_file.h"
 #include "platform/gstreamer/pipeline_state.h"
-#include "platform/gstreamer/plain_file.h"
 #include "platform/gstreamer/start.h"
 
 #include <algorithm>
@@ -12,13 +11,13 @@
 
 namespace {
 
-// The longest wait for a sample at a time. Waits are counted in looks, so that a machine that was suspended
-// loses one look and not the file.
+// The longest single wait for a sample. Waits are counted, not timed, so that a suspended machine loses one
+// wait and not the file.
 constexpr std::chrono::milliseconds kReadLook{100};
 constexpr std::chrono::seconds kMeasureLimit{2};
 constexpr std::chrono::hours kCountLimit{1};
-// A header that states other figures is damaged; resampling from billions of hertz, or from one, would take
-// minutes and gigabytes.
+// A header with other values is damaged. Resampling from billions of hertz, or from one, would take minutes
+// and gigabytes.
 constexpr const char* kSaneCaps = "audio/x-raw, rate=(int)[1000, 768000], channels=(int)[1, 64]";
 constexpr const char* kNoSound = "vantorix-no-sound";
 
@@ -34,7 +33,7 @@ std::int64_t FrameOfTime(GstClockTime time) {
     return static_cast<std::int64_t>(gst_util_uint64_scale_round(time, kFramesPerSecond, GST_SECOND));
 }
 
-// The first stream of sound is taken, any other stays unconnected.
+// Connects the first audio stream. All others stay unconnected.
 void LinkNewPad(GstElement*, GstPad* pad, gpointer gate) {
     const PadHandle sink(gst_element_get_static_pad(static_cast<GstElement*>(gate), "sink"));
     if (gst_pad_is_linked(sink.get()) == FALSE) {
@@ -42,8 +41,7 @@ void LinkNewPad(GstElement*, GstPad* pad, gpointer gate) {
     }
 }
 
-// A file without sound never gets as far as a first sample; it is known by its list of streams being
-// complete.
+// A file without sound never delivers a first sample. It is recognised when its list of streams is complete.
 void TellWhenSilent(GstElement* source, gpointer gate) {
     const PadHandle sink(gst_element_get_static_pad(static_cast<GstElement*>(gate), "sink"));
     if (gst_pad_is_linked(sink.get()) == FALSE) {
@@ -114,7 +112,7 @@ bool Decoder::Build(const QByteArray& path) {
     const CapsHandle sane(gst_caps_from_string(kSaneCaps));
     g_object_set(gate, "caps", sane.get(), nullptr);
     g_object_set(source, "caps", decoded.get(), "expose-all-streams", FALSE, nullptr);
-    // The same file is to give the same samples each time, and silence is to stay silence.
+    // The same file must give the same samples each time, and silence must stay silence.
     gst_util_set_object_arg(reinterpret_cast<GObject*>(convert), "dithering", "none");
     g_object_set(sink, "caps", wanted.get(), "sync", FALSE, "max-buffers", 8U, nullptr);
     g_signal_connect(source, "pad-added", G_CALLBACK(LinkNewPad), gate);
@@ -127,7 +125,7 @@ bool Decoder::Build(const QByteArray& path) {
 bool Decoder::WaitForStart(QString& reason, const std::atomic<bool>& stop) {
     const auto verdicts = static_cast<GstMessageType>(GST_MESSAGE_ERROR | GST_MESSAGE_ASYNC_DONE |
                                                       GST_MESSAGE_EOS | GST_MESSAGE_APPLICATION);
-    // The text of an error reaches the bus a moment after the state change has failed.
+    // The error's text reaches the bus shortly after the state change has failed.
     const bool refused =
         gst_element_set_state(pipeline_.get(), GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE;
     const MessageHandle message =
@@ -149,7 +147,7 @@ bool Decoder::WaitForStart(QString& reason, const std::atomic<bool>& stop) {
     }
 }
 
-// A file counts as one with sound when a frame of it has been seen.
+// A file has sound when at least one frame of it can be read.
 bool Decoder::ReadFirst(QString& reason, const std::atomic<bool>& stop) {
     PcmBlock block;
     Outcome outcome = Outcome::kNothingYet;
@@ -241,7 +239,7 @@ void Decoder::TakeSample(GstSample* sample, PcmBlock& block) {
     }
 }
 
-// Frames are counted, not timed; the time stamps matter where a block does not follow the one before it.
+// Frames are counted. Time stamps matter only where a block does not follow the previous one.
 void Decoder::Align(GstClockTime time, PcmBlock& block) {
     if (!placed_ && position_ == 0) {
         origin_ = time;
@@ -252,7 +250,7 @@ void Decoder::Align(GstClockTime time, PcmBlock& block) {
     if (placed_) {
         BridgeGap(ahead);
     } else if (ahead < 0) {
-        // The first block after a seek may begin before the frame that was asked for.
+        // The first block after a seek may begin before the requested frame.
         const std::int64_t cut = std::min(-ahead, block.Frames());
         block.samples.erase(block.samples.begin(), block.samples.begin() + cut * 2);
         placed_ = cut == -ahead;
@@ -262,8 +260,8 @@ void Decoder::Align(GstClockTime time, PcmBlock& block) {
     }
 }
 
-// What a damaged file has lost is silence of the same length, so that later sound keeps its place. Only
-// within the length that the file states, for time stamps may be damaged too.
+// Replaces what a damaged file has lost by silence of the same length, so that later sound keeps its
+// position. Only within the length that the file states, because time stamps may be damaged too.
 void Decoder::BridgeGap(std::int64_t ahead) {
     constexpr std::int64_t kSmallest = kFramesPerSecond / 20;
     constexpr std::int64_t kLargest = kFramesPerSecond * 600;
@@ -282,7 +280,7 @@ bool Decoder::Seek(std::int64_t frame) {
     position_ = frame;
     placed_ = false;
     const GstClockTime time = frame == 0 ? 0 : origin_ + TimeOfFrame(frame);
-    // Without ACCURATE the place is wrong by seconds in a file of varying bit rate, and nothing tells so.
+    // Without ACCURATE the position is off by seconds in a file of varying bit rate, and nothing reports it.
     const auto flags = static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_ACCURATE);
     return gst_element_seek_simple(pipeline_.get(), GST_FORMAT_TIME, flags, static_cast<gint64>(time)) !=
            FALSE;
@@ -355,7 +353,8 @@ MeasuredFile OpenAndMeasure(const QString& path, std::chrono::milliseconds budge
     return file;
 }
 
-// A decoder that has been moved about would count differently from DecodeFile, which starts with a fresh one.
+// Opens the file again when it could not be measured: after seeks a decoder would count differently from
+// DecodeFile, which starts with a fresh one.
 MeasuredFile OpenToCount(const QString& path, const std::atomic<bool>& stop) {
     MeasuredFile file;
     file.decoder = Decoder::Open(path, file.reason, stop);

@@ -1,4 +1,4 @@
-// Decodes one file into frames, from any place in it.
+// Decodes one file into frames, from any position.
 #pragma once
 
 #include "platform/gstreamer/handles.h"
@@ -15,30 +15,30 @@
 #include <memory>
 #include <optional>
 
-// One opened file. One thread at a time.
+// One open file. Used by one thread at a time.
 class Decoder {
 public:
     enum class Outcome { kFrames, kEnd, kNothingYet, kFailed };
 
-    // Opens a file, positioned at its beginning. Null, and a sentence in `reason`, for anything but a regular
-    // file that holds sound that can be decoded. Takes a few milliseconds as a rule, and as long as the disk
-    // and the file make it otherwise; `stop` ends it within a look, unless a system call hangs.
+    // Opens a file at its beginning. Returns null, and a sentence in `reason`, for anything but a regular
+    // file with sound that can be decoded. Usually takes a few milliseconds, but has no limit of its own;
+    // `stop` ends it within one wait, unless a system call hangs.
     static std::unique_ptr<Decoder> Open(const QString& path, QString& reason, const std::atomic<bool>& stop);
-    // The same within limits, or until `stop` is set; then whatever still hangs is left to its own thread.
+    // The same within limits, or until `stop` is set. Then whatever still hangs is left to its own thread.
     static std::unique_ptr<Decoder> OpenWithin(const OpeningLimits& limits, const QString& path,
                                                QString& reason, const std::atomic<bool>* stop = nullptr);
 
-    // The next frames. Waits so long for them and no longer.
+    // Reads the next frames. Waits at most `wait` for them.
     Outcome Read(PcmBlock& block, std::chrono::milliseconds wait);
-    // Goes to a frame. False when the file cannot be gone through any more; then only a new Decoder helps.
+    // Seeks to a frame. Returns false when the file can no longer be read; only a new Decoder helps then.
     bool Seek(std::int64_t frame);
-    // What the file says of its length, in frames.
+    // The length that the file states, in frames.
     std::optional<std::int64_t> StatedLength();
-    // The length that the file states, once decoding its last moment has borne it out; costs two seeks.
-    // Nothing when the file's own word about it is missing or false, or when it takes longer than `budget`.
-    // The place is lost: Seek before reading on.
+    // The length that the file states, checked by decoding the end of the file; costs two seeks. Returns
+    // nothing when the stated length is missing or wrong, or when the check takes longer than `budget`. The
+    // position is lost: Seek before the next Read.
     std::optional<std::int64_t> MeasuredLength(std::chrono::milliseconds budget);
-    // The number of frames from here to the end, or to the damage that ends it, decoded one by one. Nothing
+    // Decodes and counts the frames from here to the end, or to damage that ends the file. Returns nothing
     // when the deadline comes first.
     std::optional<std::int64_t> CountToEnd(std::chrono::steady_clock::time_point deadline);
 
@@ -67,20 +67,21 @@ private:
     bool failed_ = false;
 };
 
-// What is found out about a file when it is opened.
+// What opening finds out about a file.
 struct MeasuredFile {
-    // At the file's beginning; null when the file does not open.
+    // Positioned at the file's beginning; null when the file does not open.
     std::unique_ptr<Decoder> decoder;
     // See Decoder::MeasuredLength.
     std::optional<std::int64_t> frames;
-    // Why there is no decoder.
+    // The reason when there is no decoder.
     QString reason;
 };
 
-// Opens a file that is going to be played.
+// Opens a file to play it.
 MeasuredFile OpenAndMeasure(const QString& path, std::chrono::milliseconds budget,
                             const std::atomic<bool>& stop);
-// Opens a file of which only the length is wanted.
+// Opens a file to find its length.
 MeasuredFile OpenToCount(const QString& path, const std::atomic<bool>& stop);
-// The exact length: counted by decoding the whole file, for an hour at most, when it could not be measured.
+// The exact length. Decodes and counts the whole file, for at most an hour, when the length could not be
+// measured.
 std::optional<std::int64_t> FramesOf(MeasuredFile& file);

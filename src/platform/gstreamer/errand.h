@@ -1,4 +1,4 @@
-// Work that may never end, done on a thread of its own.
+// Work that may never end, on a separate thread.
 #pragma once
 
 #include <chrono>
@@ -8,15 +8,15 @@
 #include <mutex>
 #include <optional>
 
-// A routine on a thread of its own. The thread keeps running when the errand is destroyed first, so the
-// routine must own whatever it uses. It must not throw.
+// A routine that runs on a separate thread. The thread keeps running when the errand is destroyed first, so
+// the routine must own everything it uses. It must not throw.
 class Errand {
 public:
-    // Nothing when the system has no more threads; the routine is destroyed then without having run.
+    // Returns nothing when the system has no more threads; the routine is then destroyed without having run.
     static std::optional<Errand> Begin(std::function<void()> routine);
 
     bool IsDone() const { return WaitFor(std::chrono::milliseconds(0)); }
-    // Waits for the end, for so long at most. False when it has not come.
+    // Waits for the end for at most `time`. Returns false when the routine still runs.
     bool WaitFor(std::chrono::milliseconds time) const;
 
 private:

@@ -1,4 +1,4 @@
-// Owners of GStreamer's counted objects.
+// Owners of GStreamer's reference-counted objects.
 #pragma once
 
 #include <gst/gst.h>
@@ -13,7 +13,7 @@ struct ReleaseMiniObject {
     void operator()(GstSample* sample) const { gst_sample_unref(sample); }
     void operator()(GstCaps* caps) const { gst_caps_unref(caps); }
 };
-// A pipeline is brought to rest before it goes; its threads have ended then.
+// Stops a pipeline and its threads before it releases it.
 struct EndPipeline {
     void operator()(GstElement* pipeline) const {
         gst_element_set_state(pipeline, GST_STATE_NULL);

@@ -1,4 +1,4 @@
-// The length of files that do not tell it: their packets' durations, added up.
+// Adds up the durations of the packets of files that do not state their length.
 #include "platform/gstreamer/length_scan.h"
 
 #include "core/path_text.h"
@@ -29,7 +29,7 @@ void LinkSound(GstElement*, GstPad* pad, gpointer sinkElement) {
     }
 }
 
-// file source -> parser -> application; `sink` is the last one.
+// file source -> parser -> appsink, which `sink` returns.
 PipelineHandle BuildScan(const QByteArray& path, GstAppSink*& sink) {
     PipelineHandle pipeline(gst_pipeline_new(nullptr));
     GstElement* source = gst_element_factory_make("filesrc", nullptr);
@@ -52,7 +52,7 @@ bool HasError(GstBus* bus) {
     return MessageHandle(gst_bus_pop_filtered(bus, GST_MESSAGE_ERROR)) != nullptr;
 }
 
-// What has been seen of the file so far.
+// The part of the file that has been read so far.
 struct Seen {
     GstClockTime first = GST_CLOCK_TIME_NONE;
     GstClockTime end = 0;
@@ -74,7 +74,7 @@ struct Seen {
                          gst_util_uint64_scale_round(end - first, kFramesPerSecond, GST_SECOND))
                    : 0;
     }
-    // As long as the rest is like what was seen.
+    // The whole file's length if the rest is like the part that was read.
     std::int64_t ExpectedFrames(guint64 fileBytes) const {
         return bytes == 0 ? 0
                           : static_cast<std::int64_t>(gst_util_uint64_scale(

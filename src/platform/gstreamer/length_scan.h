@@ -1,4 +1,4 @@
-// Finds how long a file is by going through it without decoding.
+// Finds the length of a file without decoding it.
 #pragma once
 
 #include <QString>
@@ -8,13 +8,13 @@
 #include <cstdint>
 
 struct ScannedLength {
-    // Frames; with `complete` what the file has, otherwise what the part that was seen lets expect. 0 when
-    // nothing is known.
+    // In frames: exact with `complete`, otherwise an estimate from the part that was read. 0 when nothing is
+    // known.
     std::int64_t frames = 0;
     bool complete = false;
 };
 
-// Goes through a file, a minute of music in some 15 ms, until it is done, `stop` is set or the deadline has
-// come. From any thread.
+// Reads a file until its end, until `stop` is set or until the deadline. Takes about 15 ms for a minute of
+// music. From any thread.
 ScannedLength ScanLength(const QString& path, const std::atomic<bool>& stop,
                          std::chrono::steady_clock::time_point deadline);

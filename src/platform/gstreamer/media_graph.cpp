@@ -1,4 +1,4 @@
-// Theme sounds: decoded once, started at once.
+// Theme sounds, decoded once and started without delay.
 #include "platform/gstreamer/media_graph.h"
 
 #include "core/run_time_error.h"
@@ -73,7 +73,7 @@ public:
         return Seconds(next_);
     }
 
-    // A time outside the sound means its nearer end.
+    // A time outside the sound is moved to the nearer end.
     void SetCurrentPosition(double seconds) override {
         const std::lock_guard lock(mutex_);
         const double frames = seconds * static_cast<double>(kFramesPerSecond);
@@ -113,7 +113,7 @@ private:
     bool running_ = false;
 };
 
-// Stands where the graph of the videos will: its adapter comes with a later change.
+// Refuses every video: videos cannot be shown yet.
 class VideoGraph : public MediaGraph {
 public:
     void RenderFile(const QString& path) override {

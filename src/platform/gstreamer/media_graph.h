@@ -1,4 +1,4 @@
-// The media graphs of the cabinet: the theme's sounds, from memory through an output of their own.
+// The media graphs of the cabinet: the theme's sounds, played from memory through an output of their own.
 #pragma once
 
 #include "platform/gstreamer/audio_output_options.h"
@@ -10,14 +10,14 @@ class AudioOutput;
 
 class GstMediaGraphs : public MediaGraphs {
 public:
-    // The sounds' output holds less ahead than that of the music: a sound follows its key within 25 ms.
+    // The sounds' output has a smaller buffer than the music's: a sound follows its key within 25 ms.
     static constexpr std::int64_t kSoundBufferTime = 20000;
     static constexpr std::int64_t kSoundLatencyTime = 5000;
 
     explicit GstMediaGraphs(AudioOutputOptions options = {kSoundBufferTime, kSoundLatencyTime});
     ~GstMediaGraphs() override;
 
-    // The sounds outlive this object as long as somebody holds them. A sound holds its first minute at most.
+    // Sounds may outlive this object. A sound holds at most its first minute.
     std::shared_ptr<MediaGraph> CreateGraph(const QString& name) override;
 
 private:

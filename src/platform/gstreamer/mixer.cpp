@@ -1,4 +1,4 @@
-// Sums of 32 bits, cut to 16.
+// Adding in 32 bits, clipping to 16.
 #include "platform/gstreamer/mixer.h"
 
 #include <algorithm>

@@ -1,7 +1,5 @@
-// Adds up what sounds, period by period.
+// Adds up sound sources, period by period.
 #pragma once
-
-#include "platform/gstreamer/sound_source.h"
 
 #include <atomic>
 #include <cstdint>
@@ -9,19 +7,28 @@
 #include <span>
 #include <vector>
 
-// Only one pipeline at a time draws frames; another that runs beside it, because it is just starting or will
-// not end, gets silence and moves nothing.
+// A source of sound. Its owner attaches it to an output and detaches it before it is destroyed.
+struct SoundSource {
+    virtual ~SoundSource() = default;
+
+    // Adds the next frames to `sums`, two values a frame. `firstFrame` is the number of the first of them
+    // since the output was started. Called on the output's thread every few milliseconds; must not block.
+    virtual void Mix(std::span<std::int32_t> sums, std::int64_t firstFrame) = 0;
+};
+
+// Only one pipeline at a time draws frames. Another that runs at the same time, because it is starting or
+// does not end, gets silence and does not advance the position.
 class Mixer {
 public:
-    // A source is mixed from the moment of its attachment, and no more when Detach has returned.
+    // A source is mixed from its attachment until Detach returns.
     void Attach(SoundSource& source);
     void Detach(SoundSource& source);
-    // Names the one that draws from now on, by its address; null for none.
+    // Sets the pipeline that draws from now on, by its address; null for none.
     void SetDrawer(const void* drawer);
-    // Fills `samples`, two values a frame, with the next frames and gives the number of the first of them,
-    // counted from 0; for any but the drawer with silence and -1. From the pipelines' threads.
+    // Fills `samples`, two values a frame, with the next frames and returns the number of the first of them,
+    // counted from 0. Any other pipeline gets silence and -1. Called on the pipelines' threads.
     std::int64_t Draw(const void* drawer, std::span<std::int16_t> samples);
-    // The frames drawn so far.
+    // The number of frames drawn so far.
     std::int64_t Drawn() const { return drawn_; }
 
 private:

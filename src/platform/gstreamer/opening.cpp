@@ -1,4 +1,4 @@
-// Waiting for the opening of a file.
+// Waiting for a file to open.
 #include "platform/gstreamer/opening.h"
 
 #include <ctime>

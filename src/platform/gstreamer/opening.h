@@ -13,12 +13,12 @@
 #include <optional>
 #include <utility>
 
-// CPU time that all threads of this process have used so far.
+// CPU time used by all threads of this process so far.
 std::chrono::nanoseconds ProcessWork();
 
-// Work is CPU time, so a machine that stands still or is busy with other programs costs a good file nothing.
-// Waiting is counted in looks, not read from a clock, so a suspended machine loses one look. A disk that
-// sleeps takes ten seconds to wake up; together with the work that makes fifteen seconds of looks.
+// Work is CPU time, so a machine that is suspended or busy with other programs does not make a good file
+// fail. Waits are counted, not timed, so a suspended machine loses one wait. A sleeping disk takes ten
+// seconds to spin up; together with the work this makes fifteen seconds of waits.
 struct OpeningLimits {
     std::chrono::nanoseconds work = std::chrono::seconds(5);
     int looks = 150;
@@ -26,16 +26,16 @@ struct OpeningLimits {
     std::function<std::chrono::nanoseconds()> workSoFar = ProcessWork;
 };
 
-// The reason to give for a file that is given up.
+// The reason for a file that was given up.
 QString OpeningTookTooLong();
 
-// Waits for an errand. False when a limit is reached or `stop` is set before it has ended.
+// Waits for an errand. Returns false when a limit is reached or `stop` is set before it has ended.
 bool EndsWithinLimits(const Errand& errand, const OpeningLimits& limits,
                       const std::atomic<bool>* stop = nullptr);
 
-// Runs `routine` on a thread of its own and gives back its result; nothing when a limit is reached, `stop` is
-// set, or there is no thread to run it. The routine's argument is set once nobody waits for it any more; it
-// should end soon then, and must own whatever it uses. An exception of the routine is rethrown.
+// Runs `routine` on a separate thread and returns its result. Returns nothing when a limit is reached, `stop`
+// is set, or the system has no more threads. `abandoned` is set once nobody waits for the routine; it should
+// end soon then, and must own everything it uses. Rethrows an exception of the routine.
 template <typename Result>
 std::optional<Result> WithinLimits(const OpeningLimits& limits,
                                    std::function<Result(const std::atomic<bool>& abandoned)> routine,

@@ -1,4 +1,4 @@
-// Application source, sound sink, and the clock that tells what is heard.
+// Application source, sound sink, and the clock that gives the audible frame.
 #include "platform/gstreamer/output_pipeline.h"
 
 #include "platform/gstreamer/pcm.h"
@@ -14,7 +14,8 @@ GstClockTime TimeOfFrames(std::int64_t frames) {
     return gst_util_uint64_scale(static_cast<guint64>(frames), GST_SECOND, kFramesPerSecond);
 }
 
-// The sink that an automatic one has chosen; the sink itself when it is a plain one. Present from READY on.
+// The sink that an automatic one has chosen, or the sink itself when it is a plain one. Available from READY
+// on.
 ElementHandle ChosenSink(GstElement* sink) {
     if (GST_IS_BIN(sink) && GST_BIN_NUMCHILDREN(reinterpret_cast<GstBin*>(sink)) > 0) {
         GObject* child = gst_child_proxy_get_child_by_index(reinterpret_cast<GstChildProxy*>(sink), 0);
@@ -113,7 +114,7 @@ void OutputPipeline::PushPeriod(GstAppSrc* source) {
     gst_app_src_push_buffer(source, buffer);
 }
 
-// The sink's clock counts what has left the loudspeaker, so its running time is the place that is heard.
+// The sink's clock counts what has left the loudspeaker, so its running time is the audible position.
 std::int64_t OutputPipeline::HeardFrame() {
     const std::int64_t drawn = mixer_->Drawn();
     const ClockHandle clock(gst_element_get_clock(pipeline_.get()));

@@ -13,14 +13,15 @@
 
 class OutputPipeline {
 public:
-    // Whether a kind of sink is installed.
+    // Whether this kind of sink is installed.
     static bool CanUse(const QByteArray& sink);
-    // Builds a pipeline with this kind of sink and sets it playing. Null when that cannot be done within some
-    // seconds, and, for a sink other than the silent one, when it would be silent. A sound server that hangs
-    // holds the caller.
+    // Builds a pipeline with this kind of sink and starts it. Returns null when that fails or takes more than
+    // some seconds, and when a sink other than the silent one would be silent. A sound server that hangs
+    // blocks the caller.
     static std::unique_ptr<OutputPipeline> Open(const AudioOutputOptions& options, const QByteArray& sink,
                                                 std::shared_ptr<Mixer> mixer);
-    // Ends the pipeline. The mixer must draw for another by then. A sound server that hangs holds the caller.
+    // Ends the pipeline. The mixer must draw for another one by then. A sound server that hangs blocks the
+    // caller.
     ~OutputPipeline() = default;
 
     // The number of the mixer's frame that leaves the loudspeaker now.
@@ -40,9 +41,9 @@ private:
     const std::int64_t period_;
     const std::shared_ptr<Mixer> mixer_;
     std::int64_t pushed_ = 0;
-    // The mixer's number of this pipeline's first frame, known from the first one drawn on.
+    // The mixer's number of this pipeline's first frame, known once the first frame is drawn.
     std::atomic<std::int64_t> offset_{0};
     BusHandle bus_;
-    // Its threads use all of the above.
+    // Destroyed first: its threads use all of the above.
     PipelineHandle pipeline_;
 };

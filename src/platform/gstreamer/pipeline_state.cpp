@@ -1,4 +1,4 @@
-// Looks at the threads of a pipeline.
+// Checking the threads of a pipeline.
 #include "platform/gstreamer/pipeline_state.h"
 
 namespace {
@@ -22,7 +22,7 @@ bool AnythingRuns(GstElement* pipeline) {
     }
     g_value_unset(&item);
     gst_iterator_free(elements);
-    // A pipeline that changes while it is looked at runs.
+    // A pipeline that changes during the check is running.
     return found || result == GST_ITERATOR_RESYNC;
 }
 

@@ -1,19 +1,18 @@
-// Looking into a media file.
+// Reading the facts of a media file.
 #include "platform/gstreamer/probe_media.h"
 
 #include "core/path_text.h"
 #include "platform/gstreamer/decoder.h"
 #include "platform/gstreamer/handles.h"
-#include "platform/gstreamer/local_source.h"
+#include "platform/gstreamer/local_file.h"
 #include "platform/gstreamer/pcm.h"
-#include "platform/gstreamer/plain_file.h"
 #include "platform/gstreamer/start.h"
 
 namespace {
 
 constexpr const char* kNoStreams = "vantorix-no-streams";
 
-// What the streams of a file have told so far.
+// What is known of the file's streams so far.
 struct Opening {
     GstBin* pipeline = nullptr;
     GstElement* source = nullptr;
@@ -36,7 +35,7 @@ void NotePictureSize(Opening& opening, const GstStructure* format) {
     }
 }
 
-// Every stream ends in a sink of its own, which holds its first piece.
+// Connects every stream to its own sink, which holds its first buffer.
 void TakeStream(GstElement*, GstPad* pad, gpointer data) {
     Opening& opening = *static_cast<Opening*>(data);
     GstElement* sink = gst_element_factory_make("fakesink", nullptr);
@@ -50,7 +49,7 @@ void TakeStream(GstElement*, GstPad* pad, gpointer data) {
     ++opening.streams;
 }
 
-// The streams know their formats once each has its first piece. The first one with a picture counts.
+// A stream's format is known once it has its first buffer. The first stream with a picture counts.
 gboolean LookAtStream(GstElement*, GstPad* pad, gpointer data) {
     Opening& opening = *static_cast<Opening*>(data);
     const CapsHandle caps(gst_pad_get_current_caps(pad));
@@ -83,7 +82,7 @@ PipelineHandle BuildPipeline(const QByteArray& path, Opening& opening) {
     return pipeline;
 }
 
-// Waits until every stream has its first piece.
+// Waits until every stream has its first buffer.
 bool Opens(GstElement* pipeline, const std::atomic<bool>& stop) {
     if (gst_element_set_state(pipeline, GST_STATE_PAUSED) == GST_STATE_CHANGE_FAILURE) {
         return false;
@@ -94,7 +93,7 @@ bool Opens(GstElement* pipeline, const std::atomic<bool>& stop) {
     return message != nullptr && GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_ASYNC_DONE;
 }
 
-// What the streams tell; without a length when that has to be measured.
+// The facts that the streams state; `seconds` stays 0 when the length must be measured.
 std::optional<MediaFacts> LookAtStreams(const QString& path, const std::atomic<bool>& stop) {
     const QByteArray bytes = BytesOfPath(path);
     QString ignored;
@@ -117,7 +116,7 @@ std::optional<MediaFacts> LookAtStreams(const QString& path, const std::atomic<b
 
 struct ProbedFile {
     std::optional<MediaFacts> facts;
-    // Open when its length counts.
+    // Open when its length must be counted.
     MeasuredFile sound;
 };
 

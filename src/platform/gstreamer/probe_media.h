@@ -1,4 +1,4 @@
-// Finds out what a media file holds without playing it.
+// Finds out what a media file contains without playing it.
 #pragma once
 
 #include <QString>
@@ -7,12 +7,12 @@
 
 struct MediaFacts {
     double seconds = 0;
-    // The picture's size in square pixels; 0 for a file of sound alone.
+    // The picture's size in square pixels; 0 for a file with sound only.
     int pictureWidth = 0;
     int pictureHeight = 0;
 };
 
-// Opens a file of sound, of pictures or of both and reads its length, which is exact for sound alone and the
-// file's own word otherwise. Nothing for a file that is missing or of which no stream can be decoded. Some 20
-// milliseconds; opening takes five seconds of work and fifteen in all at most. From any thread.
+// Opens a file with sound, video or both and reads its length: exact for sound only, otherwise as the file
+// states it. Returns nothing for a file that is missing or has no stream that can be decoded. Takes about 20
+// milliseconds; opening takes at most five seconds of work and fifteen in all. From any thread.
 std::optional<MediaFacts> ProbeMedia(const QString& path);

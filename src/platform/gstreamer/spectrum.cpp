@@ -1,4 +1,4 @@
-// The FFT behind the light show.
+// The FFT of the light show.
 #include "platform/gstreamer/spectrum.h"
 
 #include <gst/fft/gstfftf32.h>
@@ -30,7 +30,7 @@ std::array<float, 512> SpectrumOf(std::span<const std::int16_t, kSpectrumFrames 
     std::array<GstFFTF32Complex, kSpectrumFrames / 2 + 1> bins{};
     gst_fft_f32_fft(Plan(), mono.data(), bins.data());
 
-    // Half of a sine's energy lies in the mirrored half, and the window halves the rest.
+    // Half of a sine's energy is in the mirrored half, and the window halves the rest.
     constexpr float kScale = 4.0F / static_cast<float>(kSpectrumFrames);
     std::array<float, 512> magnitudes{};
     for (std::size_t i = 0; i < magnitudes.size(); ++i) {

@@ -9,9 +9,9 @@
 
 namespace {
 
-// The search for a sound device is to leave JACK out, and OpenAL, which tries JACK as well: its library waits
-// for ever for a lock in memory that a killed process has left, and no device is found from then on. A
-// cabinet has no such server.
+// Excludes JACK from the automatic choice of a sound device, and OpenAL, which tries JACK as well. JACK's
+// library waits forever for a lock in shared memory that a killed process has left, and no device is found
+// from then on. A cabinet has no such server.
 void LeaveOutJack() {
     for (const char* const sink : {"jackaudiosink", "openalsink"}) {
         if (const FactoryHandle factory{gst_element_factory_find(sink)}) {
@@ -20,8 +20,8 @@ void LeaveOutJack() {
     }
 }
 
-// The scanner of new plugins, a program of its own, inherits the signal mask. It must end by SIGTERM even if
-// the signals of this program are blocked.
+// GStreamer's plugin scanner is a separate program and inherits the signal mask. It must end on SIGTERM even
+// if the signals of this program are blocked.
 bool InitialiseWithSignals() {
     sigset_t none;
     sigset_t before;

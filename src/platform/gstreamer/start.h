@@ -1,5 +1,6 @@
-// The one place that starts GStreamer.
+// Starts GStreamer.
 #pragma once
 
-// Starts GStreamer at the first call, once in the process. False when it cannot be started. From any thread.
+// Starts GStreamer at the first call in the process. Returns false when it cannot be started. From any
+// thread.
 bool StartGStreamer();

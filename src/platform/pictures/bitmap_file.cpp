@@ -20,7 +20,7 @@ constexpr std::uint32_t kInfoHeaderWithAlphaMask = 56;
 constexpr std::uint32_t kUncompressed = 0;
 constexpr std::uint32_t kBitFields = 3;
 
-// One colour of a pixel: where its bits are, and how many.
+// One colour of a pixel: the position and the number of its bits.
 struct Field {
     int shift = 0;
     int bits = 0;
@@ -38,7 +38,7 @@ std::optional<Field> FieldOf(std::uint32_t mask) {
     return hasGaps ? std::nullopt : std::optional(field);
 }
 
-// The masks stand behind 40 bytes of the header, as a part of it or not: red, green, blue.
+// The masks follow the first 40 bytes of the header, whether they belong to it or not: red, green, blue.
 std::optional<Fields> ReadFields(std::span<const std::uint8_t> file, const BitmapHeader& header) {
     if (header.compression != kBitFields) {
         return kUsualFields;
@@ -57,7 +57,7 @@ std::optional<Fields> ReadFields(std::span<const std::uint8_t> file, const Bitma
     return fields;
 }
 
-// A sample as eight bits: the highest ones, its own bits repeated behind them while there are too few.
+// A sample as eight bits: its highest bits, repeated when there are fewer than eight.
 std::uint8_t Widened(std::uint32_t pixel, const Field& field) {
     if (field.bits == 0) {
         return 0;

@@ -1,4 +1,4 @@
-// Pictures of 32 bits a pixel in memory that can change its owner.
+// Allocating pictures of 32 bits a pixel in memory that can change its owner.
 #include "platform/pictures/colour_picture.h"
 
 std::unique_ptr<SystemPicture> NewColourPicture(std::int64_t width, std::int64_t height) {

@@ -3,6 +3,6 @@
 
 #include "platform/system_pictures.h"
 
-// A picture of 32 bits a pixel whose memory the caller of the loader may take over; its pixels have any
-// content. Null without memory.
+// Allocates a picture of 32 bits a pixel with uninitialised pixels. The loader's caller may take over its
+// memory. Returns null without memory.
 std::unique_ptr<SystemPicture> NewColourPicture(std::int64_t width, std::int64_t height);

@@ -12,10 +12,10 @@
 
 namespace {
 
-// A byte for the index, and four in the image object.
+// One byte for the index, and four in the image object.
 constexpr std::int64_t kPixelBytes = 5;
 
-// The passes of an interlaced frame: where each begins and how far it steps.
+// The passes of an interlaced frame: first row and step.
 struct Pass {
     int firstRow;
     int rowStep;
@@ -28,7 +28,7 @@ struct Input {
     bool isAtStart = true;
 };
 
-// giflib asks for the signature first, and knows it in capitals alone.
+// giflib reads the signature first and only accepts capitals.
 int ReadInput(GifFileType* gif, GifByteType* to, int wanted) {
     auto& input = *static_cast<Input*>(gif->UserData);
     const std::size_t count = std::min(static_cast<std::size_t>(wanted), input.rest.size());
@@ -60,7 +60,7 @@ bool SkipExtension(GifFileType& gif) {
     return true;
 }
 
-// Goes to the first frame and reads its description.
+// Skips to the first frame and reads its description.
 bool FindFrame(GifFileType& gif) {
     while (true) {
         GifRecordType type = UNDEFINED_RECORD_TYPE;
@@ -115,7 +115,7 @@ std::unique_ptr<SystemPicture> LoadGifFrame(std::span<const std::uint8_t> bytes)
     if (!IsPictureSize(picture->width, picture->height) || count > kMostDecodingBytes / kPixelBytes) {
         return nullptr;
     }
-    // Zeros take memory only where they are written, so that a frame that lies about its size costs little.
+    // Zeroed memory is only used where it is written, so a frame with a false size costs little.
     const std::shared_ptr<std::uint8_t> pixels(
         static_cast<std::uint8_t*>(std::calloc(static_cast<std::size_t>(count), 1)), std::free);
     if (!pixels || !ReadRows(*gif, pixels.get())) {

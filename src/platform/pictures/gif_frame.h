@@ -3,7 +3,7 @@
 
 #include "platform/system_pictures.h"
 
-// Reads up to the first frame and no further. Nothing for a file that is no GIF, is damaged, ends before the
-// frame is full, or whose frame has no pixels or more than decoding may hold. The letters of the signature
-// count in either case.
+// Reads no further than the first frame. Returns nothing for a file that is not a GIF, is damaged or ends
+// before the frame is complete, and for a frame without pixels or with more than decoding may hold. The
+// signature may be in upper or lower case.
 std::unique_ptr<SystemPicture> LoadGifFrame(std::span<const std::uint8_t> bytes);

@@ -1,4 +1,4 @@
-// The markers of a JPEG: its frame, and the blocks of each of its scans.
+// Reading a JPEG's markers: its frame, and the blocks of each scan.
 #include "platform/jpeg_limits.h"
 
 #include "core/byte_reader.h"
@@ -16,12 +16,12 @@ using Bytes = std::span<const std::uint8_t>;
 
 constexpr std::int64_t kBlock = 8;
 constexpr std::int64_t kBlockBytes = 128;
-// The shortest code has one bit, and the first scan has one for each block of 64 pixels.
+// The shortest code has one bit, and the first scan has one code for each block of 64 pixels.
 constexpr std::int64_t kMostPixelsOfAByte = 512;
 constexpr std::int64_t kMostVisits = std::int64_t{1} << 25;
-// Coefficients that are looked at in the time of another block.
+// The number of coefficients that are refined in the time of one block.
 constexpr std::int64_t kRefinedAtOnce = 8;
-// Tables are made for each scan.
+// The visits that a scan's tables cost.
 constexpr std::int64_t kScanVisits = 1024;
 
 constexpr std::uint8_t kFill = 0xFF;
@@ -32,7 +32,7 @@ constexpr std::uint8_t kLastRestart = 0xD7;
 constexpr std::uint8_t kStartOfImage = 0xD8;
 constexpr std::uint8_t kEndOfImage = 0xD9;
 constexpr std::uint8_t kStartOfScan = 0xDA;
-// Start of frame: baseline, extended and progressive, the latter two in arithmetic coding as well.
+// Start of frame: baseline, extended and progressive; the last two also with arithmetic coding.
 constexpr std::array<std::uint8_t, 5> kFrames = {0xC0, 0xC1, 0xC2, 0xC9, 0xCA};
 constexpr std::array<std::uint8_t, 2> kProgressiveFrames = {0xC2, 0xCA};
 
@@ -60,7 +60,7 @@ bool IsOneOf(std::uint8_t code, const std::array<std::uint8_t, Count>& codes) {
     return std::ranges::find(codes, code) != codes.end();
 }
 
-// The next marker that has a segment, or ends the image. Skips coded data, stuffed bytes and restarts.
+// The next marker that has a segment, or ends the image. Skips coded data, stuffed bytes and restart markers.
 std::optional<std::uint8_t> NextMarker(Bytes file, std::size_t& at) {
     while (at < file.size()) {
         const void* const found = std::memchr(file.data() + at, kFill, file.size() - at);
@@ -83,7 +83,7 @@ std::optional<std::uint8_t> NextMarker(Bytes file, std::size_t& at) {
     return std::nullopt;
 }
 
-// The contents of the segment at `at`, which moves behind it. Nothing when the file ends in it.
+// The contents of the segment at `at`; moves `at` past it. Returns nothing when the file ends inside it.
 std::optional<Bytes> ReadSegment(Bytes file, std::size_t& at) {
     ByteReader reader(file.subspan(at));
     const std::size_t length = reader.ReadBigEndian16().value_or(0);
@@ -116,9 +116,9 @@ std::optional<Frame> ReadFrame(Bytes segment, bool isProgressive) {
 }
 
 struct Scan {
-    // Those of the frame that the scan names.
+    // The frame's components that the scan names.
     std::vector<Component> components;
-    // Coefficients of a block that the scan refines.
+    // Coefficients of each block that the scan refines.
     std::int64_t refined = 0;
 };
 
@@ -142,7 +142,7 @@ Scan ReadScan(Bytes segment, const Frame& frame) {
     return scan;
 }
 
-// Blocks of a component when it is interleaved with others, which fills up whole units of the frame.
+// Blocks of a component that is interleaved with others, which fills up whole units of the frame.
 std::int64_t InterleavedBlocks(const Frame& frame, const Component& component) {
     return Rounded(frame.width, kBlock * frame.across) * component.across *
            Rounded(frame.height, kBlock * frame.down) * component.down;

@@ -1,4 +1,4 @@
-// Telling a picture file by its first bytes, and reading BMP and JPEG through the toolkit.
+// Recognising a picture file by its first bytes, and reading BMP and JPEG through the toolkit.
 #include "platform/pictures/picture_loader.h"
 
 #include "platform/jpeg_limits.h"
@@ -21,14 +21,15 @@ namespace {
 constexpr QImage::Format kColours = QImage::Format_RGB32;
 constexpr std::int64_t kColourBytes = 4;
 
-// Bytes of a picture of this size as colours, and of the toolkit's own picture where that is another one.
+// Bytes of a 32-bit picture of this size, plus those of the toolkit's own picture where that has another
+// format.
 std::int64_t BytesFor(const QSize& size, QImage::Format format) {
     const std::int64_t pixels = std::int64_t{size.width()} * size.height();
     const std::int64_t bits = format == kColours ? 0 : QImage::toPixelFormat(format).bitsPerPixel();
     return pixels * kColourBytes + pixels * bits / 8;
 }
 
-// In bands: the whole picture in two formats is held once, not three times.
+// Copies in bands, so that the whole picture is held in two formats once and not three times.
 void CopyAsColours(const QImage& image, SystemPicture& picture) {
     constexpr int kBandRows = 64;
     for (int y = 0; y < picture.height; y += kBandRows) {
@@ -41,7 +42,8 @@ void CopyAsColours(const QImage& image, SystemPicture& picture) {
     }
 }
 
-// Reads with one of the toolkit's readers. Into zeros, as a picture that broke off leaves pixels out.
+// Reads with one of the toolkit's readers. The pixels start as zeros, because a truncated file leaves some of
+// them out.
 std::unique_ptr<SystemPicture> Read(QImageReader& reader, const QSize& size, QImage::Format format) {
     auto picture = NewColourPicture(size.width(), size.height());
     if (!picture) {
@@ -80,7 +82,7 @@ std::unique_ptr<SystemPicture> LoadByToolkit(QByteArray file, const char* format
     return Read(reader, size, reader.imageFormat());
 }
 
-// All rows of a bitmap are in its file.
+// Only the memory has to be checked: all rows of a bitmap are in its file.
 bool IsBitmapAffordable(std::span<const std::uint8_t> /*file*/, std::int64_t pictureBytes) {
     return pictureBytes <= kMostDecodingBytes;
 }

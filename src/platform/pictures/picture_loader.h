@@ -1,4 +1,4 @@
-// The system's picture loader: BMP and JPEG by the toolkit's reader, GIF by giflib.
+// The system's picture loader: the toolkit reads BMP and JPEG, giflib reads GIF.
 #pragma once
 
 #include "platform/system_pictures.h"
@@ -9,5 +9,5 @@ public:
 };
 
 // Loads what the toolkit needs to read the first JPEG, which takes as long as drawing a page. From any
-// thread, while the toolkit is up.
+// thread, while the toolkit runs.
 void PrepareJpeg();

@@ -17,17 +17,17 @@ constexpr std::uint32_t kRuns8 = 1;
 constexpr std::uint32_t kRuns4 = 2;
 constexpr std::uint32_t kMostColours = 256;
 constexpr std::size_t kColourBytes = 4;
-// Two bytes make a run of 255 pixels at the most.
+// Two bytes make a run of at most 255 pixels.
 constexpr std::int64_t kMostPixelsOfAByte = 128;
-// A byte for the index, and four in the image object.
+// One byte for the index, and four in the image object.
 constexpr std::int64_t kPixelBytes = 5;
 
-// Second bytes behind a zero; larger ones are a number of plain pixels.
+// Second bytes after a zero; larger ones are a number of plain pixels.
 constexpr unsigned kEndOfLine = 0;
 constexpr unsigned kEndOfPicture = 1;
 constexpr unsigned kJump = 2;
 
-// The indices, and the place of the next pixel. Rows are counted in the order of the file.
+// The indices, and the position of the next pixel. Rows are counted in the order of the file.
 struct Canvas {
     const BitmapHeader& header;
     std::uint8_t* indices;
@@ -66,7 +66,7 @@ void DrawRun(Canvas& canvas, std::size_t count, std::uint8_t value) {
     canvas.Advance(count);
 }
 
-// Pixels one by one; the last byte of an odd number of bytes is padding, which may be missing.
+// Copies plain pixels. An odd number of bytes is followed by a padding byte, which may be missing.
 bool DrawPlain(Canvas& canvas, std::size_t count, ByteReader& reader) {
     const bool isHalf = canvas.header.bitCount == 4;
     const std::size_t size = isHalf ? (count + 1) / 2 : count;
@@ -115,7 +115,7 @@ bool Draw(Canvas& canvas, ByteReader& reader) {
     return true;
 }
 
-// Red, green and blue of 256 colours: those of the file, the last one also for every index behind it. The
+// Red, green and blue of 256 colours: those of the file, and the last one for every index after it. The
 // reader is at the file's palette.
 std::vector<std::uint8_t> ReadPalette(ByteReader& reader, std::size_t count) {
     const auto colours = reader.Read(count * kColourBytes);

@@ -1,5 +1,5 @@
-// zlib's "uncompress" and "crc32" by dlopen; types as in zlib 1.2, written out so that its header is not
-// needed.
+// Calling zlib's "uncompress" and "crc32" through dlopen. The types are those of zlib 1.2, written out so
+// that its header is not needed.
 #include "platform/posix/dlopened_zlib.h"
 
 #include <dlfcn.h>

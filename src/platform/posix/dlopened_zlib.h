@@ -6,7 +6,7 @@
 #include <mutex>
 #include <string>
 
-// Opens the library when it is first needed and keeps it until the object goes. A library that is missing is
+// Opens the library at its first use and keeps it open until the object is destroyed. A missing library is
 // looked for again at the next call.
 class DlopenedZlib : public ZlibLibrary {
 public:
@@ -16,10 +16,10 @@ public:
     DlopenedZlib& operator=(const DlopenedZlib&) = delete;
 
     bool Has(const char* routine) override;
-    // Z_VERSION_ERROR, -6, without the library.
+    // Returns Z_VERSION_ERROR, -6, without the library.
     int Uncompress(std::span<std::uint8_t> target, std::size_t& written,
                    std::span<const std::uint8_t> source) override;
-    // `start` unchanged without the library.
+    // Returns `start` without the library.
     std::uint32_t Crc32(std::uint32_t start, std::span<const std::uint8_t> bytes) override;
 
 private:

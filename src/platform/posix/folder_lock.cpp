@@ -1,4 +1,4 @@
-// Locking a folder by flock(2), and finding the process that has locked it.
+// Locking a folder with flock(2), and finding the process that has locked it.
 #include "platform/posix/folder_lock.h"
 
 #include "core/path_text.h"
@@ -21,8 +21,8 @@ QString TextOfFile(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? TextOfPath(file.readAll()) : QString();
 }
 
-// The process that has locked a file or folder by flock, as /proc/locks (proc(5)) lists it: number, "FLOCK",
-// "ADVISORY", "WRITE", process, "major:minor:inode". Empty when it lists none.
+// The process that has locked a file or folder with flock, from /proc/locks (proc(5)): number, "FLOCK",
+// "ADVISORY", "WRITE", process, "major:minor:inode". Empty when none is listed.
 QString HolderOf(const struct stat& status) {
     const QString place = QString::asprintf("%02x:%02x:%llu", major(status.st_dev), minor(status.st_dev),
                                             static_cast<unsigned long long>(status.st_ino));

@@ -1,10 +1,10 @@
-// A lock that keeps a folder for one process.
+// A lock that reserves a folder for one process.
 #pragma once
 
 #include <QString>
 
-// Locks the folder itself, so no file is left in it. The system releases the lock when the process ends,
-// however it ends; programs started by the process do not inherit it.
+// Locks the folder itself, so no file is left in it. The system releases the lock however the process ends.
+// Programs that the process starts do not inherit it.
 class FolderLock {
 public:
     // Tries once, without waiting.
@@ -13,11 +13,11 @@ public:
     FolderLock(const FolderLock&) = delete;
     FolderLock& operator=(const FolderLock&) = delete;
 
-    // Another process has locked the folder. Always false on a file system without locks and for a folder
-    // that cannot be opened.
+    // True when another process has locked the folder. Always false on a file system without locks and for a
+    // folder that cannot be opened.
     bool IsTaken() const { return taken_; }
-    // The process that has locked it, for instance "vantorix, process 1234"; empty when the system does not
-    // say.
+    // The process that has locked the folder, for instance "vantorix, process 1234"; empty when the system
+    // does not say.
     QString Holder() const;
 
 private:

@@ -1,4 +1,4 @@
-// Large pages for large pictures (madvise, MADV_HUGEPAGE).
+// Allocating large pictures in large pages (madvise, MADV_HUGEPAGE).
 #include "platform/pixel_memory.h"
 
 #include <cstdlib>
@@ -19,7 +19,8 @@ void* AllocatePixels(std::size_t bytes) {
     if (::posix_memalign(&memory, kLargePage, bytes) != 0) {
         return nullptr;
     }
-    // What does not fill a page stays in small ones, so that nothing is wasted. A refusal changes nothing.
+    // The rest that does not fill a large page stays in small ones, so no memory is wasted. If the system
+    // refuses, nothing changes.
     ::madvise(memory, bytes / kLargePage * kLargePage, MADV_HUGEPAGE);
     return memory;
 }

@@ -1,4 +1,4 @@
-// File operations by system calls (POSIX.1-2017).
+// File operations with system calls (POSIX.1-2017).
 #include "platform/posix/posix_files.h"
 
 #include "core/path_text.h"
@@ -19,10 +19,10 @@
 namespace {
 
 constexpr std::int64_t kNanosecondsASecond = 1'000'000'000;
-// As many links behind one another as the system follows.
+// The longest chain of links that the system follows.
 constexpr int kLongestLinkChain = 40;
 
-// An open file or folder, closed at the end of its life.
+// An open file or folder; the destructor closes it.
 class Descriptor {
 public:
     Descriptor(const QByteArray& path, int flags) : number_(OpenAgain(path, flags)) {}
@@ -32,14 +32,14 @@ public:
 
     explicit operator bool() const { return number_ >= 0; }
     int number() const { return number_; }
-    // False when bytes that had been taken could not be written after all.
+    // Returns false when bytes that the system had accepted could not be written.
     bool Close() {
         const int number = std::exchange(number_, -1);
         return number < 0 || ::close(number) == 0;
     }
 
 private:
-    // A FIFO or a device is opened without waiting for its other side.
+    // Opens a FIFO or a device without waiting for its other end.
     static int OpenAgain(const QByteArray& path, int flags) {
         int number = -1;
         do {
@@ -51,7 +51,7 @@ private:
     int number_;
 };
 
-// The bytes of a path for the system; the empty path, which names nothing, for one with a NUL in it.
+// The bytes of a path for the system. A path with a NUL becomes the empty path, which names nothing.
 QByteArray SystemPath(const QString& path) {
     QByteArray bytes = BytesOfPath(path);
     return bytes.contains('\0') ? QByteArray() : bytes;
@@ -69,8 +69,8 @@ std::int64_t Nanoseconds(const timespec& time) {
     return std::int64_t{time.tv_sec} * kNanosecondsASecond + time.tv_nsec;
 }
 
-// Reads to the end of a file that should have `expected` bytes. Nothing when it has more than `limit` after
-// all.
+// Reads to the end of a file that should have `expected` bytes. Returns nothing when it turns out to have
+// more than `limit`.
 std::optional<QByteArray> ReadAll(int file, std::int64_t expected, std::int64_t limit) {
     QByteArray bytes(expected + 1, Qt::Uninitialized);
     qsizetype used = 0;
@@ -94,7 +94,7 @@ std::optional<QByteArray> ReadAll(int file, std::int64_t expected, std::int64_t 
     }
 }
 
-// A file being read from its start on.
+// A file that is read from its start.
 class ReadFile : public OpenFile {
 public:
     explicit ReadFile(const QByteArray& path) : file_(path, O_RDONLY) {
@@ -103,7 +103,7 @@ public:
             size_ = status.st_size;
         }
     }
-    // A regular file that could be opened.
+    // True for a regular file that could be opened.
     bool IsOpen() const { return size_ >= 0; }
 
     std::int64_t Size() const override { return size_; }
@@ -145,7 +145,7 @@ QString NameOf(const char* bytes) {
 }
 
 // Whether an entry is a folder; nothing when it is neither folder nor file. Only links, and file systems that
-// do not tell, cost a look at the entry itself.
+// do not report types, cost a system call for the entry.
 std::optional<bool> KindOf(int folder, const dirent& entry) {
     if (entry.d_type == DT_DIR || entry.d_type == DT_REG) {
         return entry.d_type == DT_DIR;
@@ -161,13 +161,13 @@ std::optional<bool> KindOf(int folder, const dirent& entry) {
     return std::nullopt;
 }
 
-// The path with its links followed; empty when it names nothing.
+// The path with its links resolved; empty when it names nothing.
 QByteArray Resolved(const QByteArray& path) {
     const std::unique_ptr<char, void (*)(void*)> real(::realpath(path.constData(), nullptr), std::free);
     return real ? QByteArray(real.get()) : QByteArray();
 }
 
-// The text of a link; empty when the path is no link.
+// The target of a link; empty when the path is not a link.
 QByteArray LinkTarget(const QByteArray& path) {
     QByteArray target(PATH_MAX, '\0');
     const ssize_t length =
@@ -237,8 +237,8 @@ bool PosixFiles::Append(const QString& path, const QByteArray& bytes) {
 void PosixFiles::CopyRights(const QString& model, const QString& target) {
     const auto status = StatusOf(model);
     const QByteArray path = SystemPath(target);
-    // The owner first: changing it may clear rights. Only the superuser can give a file away; where that is
-    // refused the group is tried alone.
+    // Set the owner first, because changing it may clear rights. Only the superuser can change the owner; if
+    // that is refused, only the group is set.
     if (status && ::chown(path.constData(), status->st_uid, status->st_gid) != 0 &&
         ::chown(path.constData(), static_cast<uid_t>(-1), status->st_gid) != 0) {
         errno = 0;
@@ -251,7 +251,7 @@ void PosixFiles::CopyRights(const QString& model, const QString& target) {
 bool PosixFiles::Rename(const QString& from, const QString& to) {
     const QByteArray place = SystemPath(to);
     struct stat status {};
-    // A device or a pipe that a link has led to is no file of ours: it would be gone from the machine.
+    // Never replaces a device or pipe that a link leads to: it would disappear from the machine.
     if (::lstat(place.constData(), &status) == 0 && !S_ISREG(status.st_mode)) {
         return false;
     }
@@ -264,7 +264,7 @@ bool PosixFiles::Remove(const QString& path) {
 
 bool PosixFiles::SyncFolder(const QString& path) {
     const Descriptor folder(SystemPath(path), O_RDONLY | O_DIRECTORY);
-    // Some file systems keep their names safe by themselves and refuse the call.
+    // Some file systems make their entries durable by themselves and refuse the call.
     return folder && (::fsync(folder.number()) == 0 || errno == EINVAL || errno == ENOTSUP);
 }
 
@@ -279,7 +279,7 @@ QString PosixFiles::RealPath(const QString& path) {
         if (!real.isEmpty()) {
             return TextOfPath(real);
         }
-        // A link to what does not exist yet stands for that.
+        // A link to a missing file resolves to that file.
         const QByteArray target = LinkTarget(place);
         if (target.isEmpty()) {
             return links == 0 ? path : TextOfPath(place);

@@ -1,9 +1,9 @@
-// The file system of the machine.
+// The real file system.
 #pragma once
 
 #include "platform/files.h"
 
-// Every operation of the port by the system's own calls. A path that holds a NUL character names nothing.
+// Implements every operation with system calls. A path that holds a NUL character names nothing.
 class PosixFiles : public Files {
 public:
     std::optional<QByteArray> ReadWhole(const QString& path, std::int64_t limit) override;
@@ -17,7 +17,7 @@ public:
     bool Rename(const QString& from, const QString& to) override;
     bool Remove(const QString& path) override;
     bool SyncFolder(const QString& path) override;
-    // True as well when the folder was there before.
+    // Also returns true when the folder exists already.
     bool MakeFolder(const QString& path) override;
     QString RealPath(const QString& path) override;
 };

@@ -1,4 +1,4 @@
-// The key table: virtual-key codes against the keys of the toolkit.
+// The key table: virtual-key codes and the toolkit's keys.
 #include "platform/qt/key_table.h"
 
 #include <algorithm>
@@ -7,8 +7,8 @@
 
 namespace {
 
-// A row without a key is a code that no key of a keyboard sends. Of several rows with one code the first is
-// the way back. `scanCode` is the place on the board of the keys that print a character.
+// A row without a key is a code that no key of a keyboard sends. `scanCode` is the position on the keyboard,
+// for keys that print a character.
 struct KeyRow {
     int code;
     int key;
@@ -148,8 +148,8 @@ constexpr std::size_t kCharacterKeys = 36;
 constexpr std::size_t kSecondWays = 5;
 static_assert(kKeyRows.size() == kNamedKeys + kCharacterKeys + kSecondWays);
 
-// The digit row of the board. Its keys count as digits by their place: on many boards they print accented
-// letters, and digits only with Shift.
+// The digit row of the keyboard. Its keys count as digits by their position: many keyboards print accented
+// letters there, and digits only with Shift.
 constexpr quint32 kFirstDigitPlace = 10;
 constexpr quint32 kLastDigitPlace = 19;
 
@@ -169,7 +169,7 @@ const KeyRow* RowOfKey(int key, bool keypad) {
                : FindRow([&](const KeyRow& row) { return row.key == key && row.keypad == keypad; });
 }
 
-// The keypad's arrows and the like, without NumLock, are the same keys as those beside it.
+// Without NumLock the keypad's arrows and the like are the same keys as those next to it.
 const KeyRow* RowOf(const SystemKey& pressed) {
     if (pressed.scanCode >= kFirstDigitPlace && pressed.scanCode <= kLastDigitPlace) {
         return RowAtPlace(pressed.scanCode);

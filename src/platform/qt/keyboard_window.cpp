@@ -1,4 +1,4 @@
-// Painting the on-screen keyboard's window and passing its input on.
+// Painting the on-screen keyboard's window and forwarding its input.
 #include "platform/qt/keyboard_window.h"
 
 #include "platform/input_event.h"
@@ -67,7 +67,7 @@ void KeyboardWindow::mouseReleaseEvent(QMouseEvent* event) {
     }
 }
 
-// Who types a letter twice in a hurry presses its key twice.
+// A double click counts as two presses.
 void KeyboardWindow::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
 }

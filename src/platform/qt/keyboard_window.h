@@ -7,17 +7,18 @@
 
 class QtEventPump;
 
-// Modal: while it is shown, keys and pointer reach no other window of the program. Around the keyboard's
-// picture stands what the screen showed before. It never closes by itself: a close request is one to the
+// Modal: while it is shown, keys and pointer reach no other window of the program. The previous screen stays
+// visible around the keyboard's picture. The window never closes by itself: a close request goes to the
 // jukebox.
 class KeyboardWindow : public QWidget {
 public:
     explicit KeyboardWindow(QtEventPump& pump);
 
-    // What lies behind the keyboard, from the window's corner on; black where it does not reach.
+    // Sets the background behind the keyboard, from the window's top left corner; black where it does not
+    // reach.
     void SetGround(const QImage& ground);
-    // The keyboard's picture and where it stands on the window; visible before it returns. The pixels are
-    // copied.
+    // Sets the keyboard's picture and its position on the window; visible when this returns. Copies the
+    // pixels.
     void SetPicture(const QImage& picture, const QPoint& place);
 
 protected:
@@ -27,7 +28,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
-    // Tab is a key like any other here.
+    // Tab is an ordinary key here.
     bool focusNextPrevChild(bool /*next*/) override { return false; }
 
 private:

@@ -1,4 +1,4 @@
-// Painting the main window and passing its input on.
+// Painting the main window and forwarding its input.
 #include "platform/qt/main_window.h"
 
 #include "platform/input_event.h"
@@ -42,7 +42,7 @@ void MainWindow::Refresh(const QImage& frame, int left, int top) {
     }
 }
 
-// Gives back the band of the window that holds every row that has changed.
+// Returns the band of the window that contains every changed row.
 QRect MainWindow::CopyChangedRows(const QImage& frame) {
     const QRect visible = framePlace_ & canvas_.rect();
     if (visible.isEmpty() || frame.depth() != kBytesPerPixel * 8) {
@@ -98,7 +98,7 @@ void MainWindow::resizeEvent(QResizeEvent* /*event*/) {
     FitCanvas();
 }
 
-// A hidden window has its size before it is told of it.
+// A hidden window has its size before it gets a resize event.
 void MainWindow::FitCanvas() {
     if (canvas_.size() == size()) {
         return;
@@ -119,7 +119,7 @@ void MainWindow::keyPressEvent(QKeyEvent* event) {
     PostKeyDown(pump_, *event);
 }
 
-// On a page of words the positions are those of the window.
+// On a notice page, positions are relative to the window.
 QPointF MainWindow::OnFrame(const QMouseEvent& event) const {
     return notice_ ? event.position() : event.position() - framePlace_.topLeft();
 }
@@ -136,7 +136,7 @@ void MainWindow::mousePressEvent(QMouseEvent* event) {
     }
 }
 
-// With a button held the pointer belongs to the frame, wherever it goes.
+// While a button is held, the pointer belongs to the frame even outside it.
 void MainWindow::mouseMoveEvent(QMouseEvent* event) {
     const QPointF at = OnFrame(*event);
     const int button = ButtonNumber(event->buttons());
@@ -153,7 +153,7 @@ void MainWindow::mouseReleaseEvent(QMouseEvent* event) {
     }
 }
 
-// The second press of a double click is no press of its own.
+// The second press of a double click is not a press of its own.
 void MainWindow::mouseDoubleClickEvent(QMouseEvent* event) {
     if (HitsFrame(*event)) {
         pump_.Post({.kind = notice_ ? InputKind::kMouseDown : InputKind::kDblClick});

@@ -1,4 +1,4 @@
-// The cabinet's main window: the frame, the running video over it, or a page of words in their place.
+// The cabinet's main window: the frame, the running video over it, or a notice page instead of both.
 #pragma once
 
 #include "platform/qt/notice.h"
@@ -10,21 +10,20 @@
 
 class QtEventPump;
 
-// It never closes by itself: a close request only becomes an event. Keys and pointer go to the pump and
-// nowhere else.
+// Never closes by itself: a close request only becomes an event. Keys and pointer go only to the pump.
 class MainWindow : public QWidget {
 public:
     explicit MainWindow(QtEventPump& pump);
 
-    // Makes a frame of 32-bit pixels visible at (left, top), black around it, before it returns. Rows that
-    // have not changed cost neither a copy nor a transfer to the screen.
+    // Makes a frame of 32-bit pixels visible at (left, top), with black around it, before it returns.
+    // Unchanged rows are neither copied nor sent to the screen.
     void Refresh(const QImage& frame, int left, int top);
-    // A video's picture over the frame, keeping its proportions, black around it. `place` counts from the
-    // frame's top left corner. A null picture takes it away.
+    // Shows a video's picture over the frame, keeping its proportions, with black around it. `place` is
+    // relative to the frame's top left corner. A null picture removes it.
     void SetVideo(const QImage& picture, const QRect& place);
-    // A page of words that hides frame and video until it is taken away.
+    // Shows a notice page, which hides frame and video until it is removed.
     void SetNotice(const std::optional<Notice>& notice);
-    // The frame as the window shows it, black around it, without video and notice.
+    // The frame as the window shows it, with black around it, without video and notice page.
     const QImage& Shown() const { return canvas_; }
 
 protected:
@@ -36,7 +35,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
-    // Tab is a key like any other here.
+    // Tab is an ordinary key here.
     bool focusNextPrevChild(bool /*next*/) override { return false; }
 
 private:
@@ -47,14 +46,14 @@ private:
     bool HitsFrame(const QMouseEvent& event) const;
 
     QtEventPump& pump_;
-    // What the window shows apart from video and notice, in the window's size.
+    // The window's contents without video and notice page, in the window's size.
     QImage canvas_;
     QRect framePlace_;
     QImage video_;
-    // Counted from the frame's top left corner.
+    // Relative to the frame's top left corner.
     QRect videoPlace_;
     std::optional<Notice> notice_;
 };
 
-// Draws a picture as large as it fits into the place, in its middle, black around it.
+// Draws a picture centred and as large as it fits into the place, with black around it.
 void PaintFitted(QPainter& painter, const QImage& picture, const QRect& place);

@@ -1,4 +1,4 @@
-// Painting the page of words.
+// Painting a notice page.
 #include "platform/qt/notice.h"
 
 #include <QColor>
@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kLongestLine = 800; // characters; a page is read, not studied
+constexpr int kLongestLine = 800; // characters
 
 struct Style {
     int pixels;
@@ -22,7 +22,7 @@ int Share(int length, int divisor, int least) {
     return std::max(length / divisor, least);
 }
 
-// Writes a paragraph at the top of `column` and gives back what is left of it below.
+// Writes a paragraph at the top of `column` and returns the rest of the column below it.
 QRect Paragraph(QPainter& painter, const QRect& column, const QString& text, const Style& style) {
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setPixelSize(style.pixels);

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The keyboard's window goes however its time ends, so that it never covers the page about a stop.
+// Hides the keyboard's window however the dialog ends, so that it never covers a stop page.
 class ShownKeyboard {
 public:
     explicit ShownKeyboard(QtWindows& windows) : windows_(windows) { windows_.ShowKeyboard(); }

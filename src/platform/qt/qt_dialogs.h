@@ -8,16 +8,16 @@
 class QtEventPump;
 class QtWindows;
 
-// A dialog's own part in its showing, given by whoever knows the jukebox.
+// The jukebox's part in showing a dialog.
 struct DialogParts {
-    // Prepares it; after that it is open.
+    // Prepares the dialog; it is open afterwards.
     std::function<void()> load;
-    // Tells whether it is still open.
+    // Whether the dialog is still open.
     std::function<bool()> isOpen;
 };
 
-// The on-screen keyboard is a full-screen window that events go to until it is closed. A dialog without a
-// window counts as closed the moment it opens, nothing changed and nothing chosen.
+// The on-screen keyboard is a full-screen window that receives all input until it closes. A dialog without a
+// window closes as soon as it opens, with nothing changed and nothing chosen.
 class QtDialogs : public Dialogs {
 public:
     QtDialogs(QtWindows& windows, QtEventPump& pump, DialogParts keyboard);

@@ -1,4 +1,4 @@
-// Reading the monitors, changing the mode.
+// Reading the monitors and changing the mode.
 #include "platform/qt/qt_display.h"
 
 #include "platform/qt/screens.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-// Milliseconds until the toolkit has noticed a new mode.
+// The most milliseconds until the toolkit has noticed a new mode.
 constexpr int kLongestNotice = 1000;
 
 int TrueColourBits(int bits) {

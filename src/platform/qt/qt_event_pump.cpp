@@ -1,4 +1,4 @@
-// Running the toolkit's event loop and handing events on.
+// Running the toolkit's event loop and delivering its events.
 #include "platform/qt/qt_event_pump.h"
 
 #include <QCoreApplication>
@@ -36,7 +36,7 @@ bool IsTick(InputKind kind) {
     return kind == InputKind::kTimer1 || kind == InputKind::kTmrSpectrum;
 }
 
-// Is true for the time of a handler, however that ends.
+// Sets a flag while a handler runs, however the handler ends.
 class Flag {
 public:
     Flag(bool& flag, bool on) : flag_(flag), before_(flag) { flag_ = flag_ || on; }
@@ -70,8 +70,8 @@ void QtEventPump::Post(const InputEvent& event) {
     pending_.push_back({nextNumber_++, event});
 }
 
-// One pending tick of a timer and one pending wish to close are enough; a move that follows a move takes its
-// place.
+// Keeps at most one pending tick of each timer and one pending close request. A move replaces a move directly
+// before it.
 bool QtEventPump::Merged(const InputEvent& event) {
     if (event.kind == InputKind::kMouseMove) {
         if (pending_.empty() || pending_.back().event.kind != InputKind::kMouseMove ||
@@ -139,7 +139,7 @@ void QtEventPump::Wait(double milliseconds) {
     } while (Now() < end);
 }
 
-// Sleeps until something happens, and hands on what is pending then.
+// Sleeps until something happens, then delivers what is pending.
 void QtEventPump::RunOnce() {
     const bool mayWait = NextBefore(nextNumber_) == pending_.end();
     QCoreApplication::processEvents(mayWait ? QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents
@@ -181,7 +181,8 @@ std::optional<InputEvent> QtEventPump::WaitForInput(int milliseconds) {
         if (deadline.hasExpired()) {
             return std::nullopt;
         }
-        // Set anew each time: a timer may fire a little early, and nothing else might ever wake us.
+        // Restarted each time, because a timer may fire a little early and nothing else might wake this
+        // thread.
         wake.start(static_cast<int>(deadline.remainingTime()) + 1);
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }

@@ -12,38 +12,38 @@
 #include <functional>
 #include <optional>
 
-// Handlers of the toolkit only call Post. The queue is handed on by DoEvents and Run, outside of the
-// toolkit's call stack, because no exception may pass through it.
+// Handlers of the toolkit only call Post. DoEvents and Run deliver the queue outside the toolkit's call
+// stack, because no exception may pass through it.
 class QtEventPump : public EventPump {
 public:
     QtEventPump();
 
     // The intervals of Timer1 and tmrSpectrum in milliseconds. Set before Run.
     void SetIntervals(int timer1, int tmrSpectrum);
-    // Who takes the events. Set before the first DoEvents.
+    // Sets the receiver of the events. Called before the first DoEvents.
     void SetSink(EventSink sink) { sink_ = std::move(sink); }
-    // Tells whether the ticks of the light show are wanted now; without it they never come. Asked after each
+    // Sets the test whether the light show needs its ticks; without it they never come. Called after each
     // event, so that an idle jukebox sleeps.
     void SetSpectrumWanted(std::function<bool()> wanted) { spectrumWanted_ = std::move(wanted); }
 
-    // Runs the toolkit once and hands on what is pending then; what arrives meanwhile waits for the next
-    // call. A tick of the light show, or a wish to close, that comes while one is being handled waits until
-    // that has ended.
+    // Runs the toolkit once and delivers what is pending then. What arrives in the meantime waits for the
+    // next call. A light show tick or close request that arrives while another one is being handled waits
+    // until that handler has ended.
     void DoEvents() override;
     void Wait(double milliseconds) override;
 
-    // The life of the jukebox: sleeps until something happens and hands it on. Left only by ProgramStop and
-    // ProgramEnd.
+    // The main loop of the jukebox: sleeps until something happens and delivers it. Only ProgramStop and
+    // ProgramEnd leave it.
     [[noreturn]] void Run();
-    // The same inside a handler, for the time of a modal dialog: until `wanted` is no longer true.
+    // The same inside a handler, for a modal dialog: runs while `wanted` returns true.
     void RunWhile(const std::function<bool()>& wanted);
 
-    // Appends an event. Moves of the pointer and pending ticks are merged. Keys and presses beyond 1000
-    // pending events are dropped.
+    // Appends an event. Merges pointer moves and pending ticks. Drops keys and presses beyond 1000 pending
+    // events.
     void Post(const InputEvent& event);
 
-    // Waits for a key or a press of the pointer while everything else but the wish to close is dropped.
-    // Nothing when the time is over or the program is to close.
+    // Waits for a key or a press of the pointer and drops everything else except a close request. Returns
+    // nothing on timeout or when the program is to close.
     std::optional<InputEvent> WaitForInput(int milliseconds);
 
 private:

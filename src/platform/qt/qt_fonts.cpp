@@ -1,4 +1,4 @@
-// Fonts are read by us and handed over as bytes, so that a path that is no valid UTF-8 works as well.
+// Reading font files ourselves and registering their bytes, so that paths with invalid UTF-8 work as well.
 #include "platform/qt/qt_fonts.h"
 
 #include "platform/files.h"

@@ -5,8 +5,8 @@
 
 struct Files;
 
-// Reads the system's list of fonts, which the first text would have to wait for. From any thread, also before
-// the toolkit.
+// Reads the system's list of fonts, which the first text would otherwise wait for. From any thread, also
+// before the toolkit starts.
 void ReadSystemFonts();
 
 class QtFonts : public Fonts {

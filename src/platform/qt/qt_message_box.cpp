@@ -1,4 +1,4 @@
-// Waiting for the answer to a page of words.
+// Waiting for the answer to a notice page.
 #include "platform/qt/qt_message_box.h"
 
 #include "platform/input_event.h"
@@ -22,7 +22,7 @@ constexpr int kYes = 'Y';
 constexpr int kNo = 'N';
 constexpr std::array kMoves = {9, 37, 38, 39, 40}; // Tab and the arrows
 
-// The places of the two answers on the page.
+// The indices of the two answers on the page.
 enum Answer : int { kAnswerYes = 0, kAnswerNo = 1 };
 
 std::optional<Answer> AnswerAt(const InputEvent& press) {
@@ -36,7 +36,7 @@ std::optional<Answer> AnswerAt(const InputEvent& press) {
     return std::nullopt;
 }
 
-// The answer that an event gives; none when it only moves the choice or means nothing.
+// The answer that an event gives; nothing when it only moves the selection or has no meaning.
 std::optional<Answer> AnswerOf(const InputEvent& event, Notice& notice) {
     if (event.kind != InputKind::kKeyDown) {
         return AnswerAt(event);

@@ -1,4 +1,4 @@
-// Message boxes as pages of words on the cabinet's screen.
+// Message boxes as notice pages on the cabinet's screen.
 #pragma once
 
 #include "platform/message_box.h"
@@ -6,20 +6,20 @@
 class QtEventPump;
 class QtWindows;
 
-// A cabinet may have no keyboard: any key or a touch closes a message, and after 60 seconds it closes by
-// itself. A question is answered by the arrows and any other key, by Y and N, or by a touch; Escape and
-// silence mean no. A wish to close the program closes it too and stays pending.
+// A cabinet may have no keyboard: any key or touch closes a message, and it closes by itself after 60
+// seconds. A question is answered with the arrows and any other key, with Y and N, or by touch; Escape and
+// the timeout mean no. A close request for the program also closes the page and stays pending.
 class QtMessageBox : public MessageBox {
 public:
-    // What arrives in the first `unheeded` milliseconds of a page was meant for something else and closes
-    // nothing.
+    // Input in the first `unheeded` milliseconds of a page was meant for something else and does not close
+    // it.
     QtMessageBox(QtWindows& windows, QtEventPump& pump, int unheeded = 500)
         : windows_(windows), pump_(pump), unheeded_(unheeded) {}
 
     void Show(const QString& title, const QString& text) override;
     bool AskYesNo(const QString& title, const QString& text) override;
 
-    // Shows a page of words until a key or a touch, but no longer than `milliseconds`.
+    // Shows a notice page until a key or a touch, for at most `milliseconds`.
     void ShowPage(const QString& title, const QStringList& lines, const QString& hint, int milliseconds);
 
 private:

@@ -1,4 +1,4 @@
-// Showing the windows and their pointer.
+// Showing the windows and their pointers.
 #include "platform/qt/qt_windows.h"
 
 #include <QCoreApplication>
@@ -12,9 +12,9 @@
 
 namespace {
 
-// Milliseconds that a window may take to appear.
+// The most milliseconds that a window may take to appear.
 constexpr int kLongestAppearance = 2000;
-// Shorter than the shortest time after which screens are blanked.
+// Shorter than the shortest delay after which a screen is blanked.
 constexpr std::chrono::seconds kSaverInterval{50};
 
 Qt::CursorShape CursorOf(int number) {
@@ -45,7 +45,7 @@ QtWindows::QtWindows(QtEventPump& pump, X11Screen* x11)
     QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &main_, [this] { CoverScreen(); });
 }
 
-// Without a window manager nothing else resizes the window when the mode of its screen changes.
+// Without a window manager nothing else resizes the window when its screen changes mode.
 void QtWindows::FollowScreen(QScreen* screen) {
     QObject::connect(screen, &QScreen::geometryChanged, &main_, [this] { CoverScreen(); });
 }
@@ -70,8 +70,8 @@ void QtWindows::ShowMainWindow(const QRect& place) {
     WaitUntilExposed(main_);
 }
 
-// The toolkit tells of the first exposure only through its event loop; a frame refreshed before that would
-// not be seen.
+// The toolkit reports the first exposure only through its event loop; a frame drawn before that would stay
+// invisible.
 void QtWindows::WaitUntilExposed(QWidget& window) {
     window.raise();
     window.activateWindow();
@@ -92,7 +92,7 @@ void QtWindows::RefreshKeyboard(const QImage& picture, int left, int top) {
 }
 
 void QtWindows::MousePointer(const QString& object, int number) {
-    // Form_Main and its pictures are one window here, and always get the same pointer.
+    // Form_Main and its pictures are one window here and always get the same pointer.
     (object == u"Screen" ? screenPointer_ : formPointer_) = number;
     SetPointer();
 }

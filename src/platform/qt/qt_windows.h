@@ -13,7 +13,7 @@ class QScreen;
 
 class QtWindows : public Windows {
 public:
-    // `x11` is null where the windows are not on X11; otherwise its screen saver is held off.
+    // `x11` is null when the windows are not on X11; otherwise its screen saver is kept off.
     QtWindows(QtEventPump& pump, X11Screen* x11);
 
     void ShowMainWindow(const QRect& place) override;
@@ -23,16 +23,15 @@ public:
     void ShowVideoWindow(bool visible, const QRect& place) override;
 
     // Shows a video's picture on its owner ("Picture_Main", "Picture_MainVideo", "Picture_Video") at a place
-    // counted from the owner's top left corner. The picture is shared, not copied. A null picture takes it
-    // away.
+    // relative to the owner's top left corner. The picture is shared, not copied. A null picture removes it.
     void ShowVideo(const QString& owner, const QRect& place, const QImage& picture);
 
-    // Shows the on-screen keyboard over the primary screen, before the frame as it stands; takes it away and
-    // gives the keys back to the main window.
+    // Shows the on-screen keyboard on the primary screen, with the current frame as its background; hides it
+    // and returns the keyboard focus to the main window.
     void ShowKeyboard();
     void HideKeyboard();
 
-    // Shows a page of words over everything, on the primary screen when the main window is not up yet.
+    // Shows a notice page over everything, on the primary screen while the main window is not shown yet.
     void ShowNotice(const Notice& notice);
     void HideNotice();
 
@@ -47,7 +46,7 @@ private:
     KeyboardWindow keyboard_;
     X11Screen* x11_;
     QTimer saver_;
-    // Whether the jukebox has asked for the main window, and whether that window covers its whole screen.
+    // Whether the jukebox has shown the main window, and whether that window covers its whole screen.
     bool shown_ = false;
     bool covers_ = false;
     int screenPointer_ = 0;

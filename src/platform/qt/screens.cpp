@@ -1,4 +1,4 @@
-// Asking the toolkit for its screens.
+// Reading the toolkit's list of screens.
 #include "platform/qt/screens.h"
 
 #include <QGuiApplication>

@@ -1,5 +1,4 @@
-// The screens as the toolkit knows them. They stand apart because the toolkit's own header claims the name
-// Display.
+// The toolkit's screens. Separate from QtDisplay because the toolkit's header also declares a name Display.
 #pragma once
 
 #include <QRect>
@@ -7,10 +6,10 @@
 
 #include <vector>
 
-// The places of all screens on the desktop, the primary one first.
+// The rectangles of all screens on the desktop, primary screen first.
 std::vector<QRect> ScreenPlaces();
 
-// Bits of a pixel that carry colour, on the primary screen.
+// Bits of colour in a pixel of the primary screen.
 int ScreenDepth();
 
 // The window system: "xcb", "wayland", "offscreen", "linuxfb" ...

@@ -1,4 +1,4 @@
-// From a signal handler through a thread of its own to the event loop.
+// Passing signals from a handler through a thread to the event loop.
 #include "platform/qt/termination_signals.h"
 
 #include <array>
@@ -22,12 +22,13 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 constexpr std::array kSignals = {SIGTERM, SIGINT, SIGHUP};
-// An orderly end takes at most three seconds: a sound server and a disk that do not answer are waited for.
+// An orderly end takes at most three seconds, because it waits for a sound server or a disk that does not
+// answer.
 constexpr std::chrono::seconds kEndLimit{4};
 
-// A signal handler has nothing but static storage to work on.
+// A signal handler can only use static storage.
 volatile std::sig_atomic_t signalPipe = -1;
-// Read by the event loop. Both descriptors stay open as long as the process lives.
+// Read by the event loop. Both descriptors stay open for the life of the process.
 int wishDescriptor = -1;
 std::atomic<bool> unanswered{false};
 std::atomic<bool> hasCome{false};
@@ -61,7 +62,7 @@ void PassOn(int number) {
     }
 }
 
-// The next signal's number; 0 when the deadline comes first.
+// The number of the next signal; 0 when the deadline comes first.
 int NextSignal(int readEnd, std::optional<steady_clock::time_point> deadline) {
     char number = 0;
     while (read(readEnd, &number, 1) != 1) {

@@ -1,4 +1,4 @@
-// Painting the window of the video.
+// Painting the video window.
 #include "platform/qt/video_window.h"
 
 #include "platform/qt/main_window.h"

@@ -6,13 +6,13 @@
 
 class QtEventPump;
 
-// Black until a picture comes. It never takes the keyboard away from the main window, and a close request to
-// it is one to the jukebox.
+// Black until a picture comes. Never takes the keyboard focus from the main window. A close request goes to
+// the jukebox.
 class VideoWindow : public QWidget {
 public:
     explicit VideoWindow(QtEventPump& pump);
 
-    // A video's picture at a place of the window; a null picture takes it away.
+    // Shows a video's picture at a place of the window; a null picture removes it.
     void SetVideo(const QImage& picture, const QRect& place);
 
 protected:

@@ -1,4 +1,4 @@
-// Posting what all of our windows have in common.
+// Posting the events that all windows share.
 #include "platform/qt/window_events.h"
 
 #include "platform/input_event.h"

@@ -1,4 +1,4 @@
-// From the events of our windows to those of the jukebox.
+// Converting the windows' events to those of the jukebox.
 #pragma once
 
 #include <Qt>
@@ -7,10 +7,11 @@ class QCloseEvent;
 class QKeyEvent;
 class QtEventPump;
 
-// The customary number of a button: 1 left, 2 right, 4 middle, 0 for any other. The first one of several.
+// The number of a button: 1 left, 2 right, 4 middle, 0 for any other. With several buttons, the first of
+// these.
 int ButtonNumber(Qt::MouseButtons buttons);
 
-// Posts the wish to close. The window stays open: the jukebox decides.
+// Posts a close request. The window stays open because the jukebox decides.
 void PostClose(QtEventPump& pump, QCloseEvent& event);
 
 // Posts a key press; keys without a virtual-key code are dropped.

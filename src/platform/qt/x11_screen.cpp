@@ -1,4 +1,4 @@
-// Display modes through XRandR 1.2 and later, the screen saver through the core protocol.
+// Display modes through XRandR 1.3 and later, the screen saver through the core protocol.
 #include "platform/qt/x11_screen.h"
 
 #include <X11/Xlib.h>
@@ -19,7 +19,7 @@ struct X11Screen::Connection {
 
 namespace {
 
-// What XRandR hands out and wants back.
+// Frees what XRandR returns.
 template <auto Free>
 struct Freed {
     template <typename T>
@@ -50,7 +50,7 @@ std::span<const RROutput> Outputs(const XRRScreenResources& resources) {
     return {resources.outputs, static_cast<std::size_t>(std::max(resources.noutput, 0))};
 }
 
-// The primary output if it is on, else the first one that is.
+// The primary output if it is on, otherwise the first one that is.
 Output PrimaryOutput(Display* display, XRRScreenResources& resources) {
     const RROutput primary = XRRGetOutputPrimary(display, DefaultRootWindow(display));
     Output first;
@@ -73,7 +73,7 @@ const XRRModeInfo* ModeById(const XRRScreenResources& resources, RRMode id) {
     return found == modes.end() ? nullptr : &*found;
 }
 
-// An output lists its modes best first.
+// An output lists its best modes first.
 std::optional<RRMode> ModeOfSize(const XRRScreenResources& resources, const XRROutputInfo& output,
                                  Size size) {
     const std::span ids(output.modes, static_cast<std::size_t>(std::max(output.nmode, 0)));
@@ -99,7 +99,7 @@ void SetRootSize(Display* display, Size size) {
                      static_cast<int>(size.height * kMillimetresPerPixel));
 }
 
-// The root that holds all monitors once the one of `changed` has the new size.
+// The root size that contains all monitors once the one of `changed` has the new size.
 Size NeededRoot(Display* display, XRRScreenResources& resources, RRCrtc changed, Size size) {
     Size needed;
     const std::span crtcs(resources.crtcs, static_cast<std::size_t>(std::max(resources.ncrtc, 0)));
@@ -129,7 +129,7 @@ bool SetCrtc(Display* display, XRRScreenResources& resources, RRCrtc id, XRRCrtc
                             crtc.outputs, crtc.noutput) == RRSetConfigSuccess;
 }
 
-// The root may only shrink when every monitor lies inside it, and has to grow before a monitor does.
+// The root must contain every monitor: it shrinks after a monitor has, and grows before one does.
 bool ChangeMode(Display* display, XRRScreenResources& resources, const XRROutputInfo& output, Size size,
                 RRMode mode) {
     const Crtc crtc(XRRGetCrtcInfo(display, &resources, output.crtc));

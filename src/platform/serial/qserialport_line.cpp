@@ -9,14 +9,14 @@
 
 namespace {
 
-// Milliseconds in which a message has to be taken.
+// Milliseconds that a message may take.
 constexpr int kLongestWrite = 99;
-// Milliseconds until a line that took nothing is tried again; a jukebox with 30 LEDs writes 300 times a
+// Milliseconds until a line that accepted nothing is tried again; a jukebox with 30 LEDs writes 300 times a
 // second.
 constexpr int kStallRest = 1000;
-// The customary size of the receive buffer: what nobody reads is not kept beyond it.
+// The usual size of a receive buffer. Bytes beyond it that nobody reads are dropped.
 constexpr qint64 kReceiveBuffer = 1024;
-// Bytes of one read, against a device that never stops talking.
+// The most bytes of one read, because a device may never stop sending.
 constexpr qsizetype kMostInput = qsizetype{64} * 1024;
 
 bool Exists(const QString& path) {
@@ -108,7 +108,7 @@ void QSerialPortLine::Output(const QByteArray& bytes) {
     DropOutput();
 }
 
-// False when the device did not take everything in time, or failed.
+// Returns false when the device did not accept everything in time, or failed.
 bool QSerialPortLine::Send(const QByteArray& bytes) {
     const QDeadlineTimer deadline(kLongestWrite);
     port_.clearError();

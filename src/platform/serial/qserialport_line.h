@@ -10,10 +10,9 @@
 #include <functional>
 #include <map>
 
-// The device of port number n is, first match: the one given for n, a file or link "COMn" in the application
-// folder,
-// "/dev/ttyS(n-1)". A line signal that the device refuses, and a line that takes nothing, are told to the log
-// and are no errors.
+// The device of port number n is the first match of: the one given for n, a file or link "COMn" in the
+// application folder, "/dev/ttyS(n-1)". A line signal that the device refuses and a line that accepts nothing
+// are logged and are not errors.
 class QSerialPortLine : public SerialPort {
 public:
     using Log = std::function<void(const QString&)>;
@@ -38,8 +37,7 @@ private:
     QString appFolder_;
     Log log_;
     QSerialPort port_;
-    // A line that has taken nothing is left alone until this has passed. Told to the log once, until it
-    // recovers.
+    // A line that accepted nothing is not used until this has passed. Logged once, until the line recovers.
     QDeadlineTimer asleep_;
     bool stalled_ = false;
 };

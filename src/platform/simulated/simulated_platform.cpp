@@ -1,4 +1,4 @@
-// Putting the simulated machine together.
+// Assembling the simulated machine.
 #include "platform/simulated/simulated_platform.h"
 
 SimulatedPlatform::SimulatedPlatform(const SimulationOptions& options)

@@ -1,25 +1,16 @@
-// A whole simulated machine: every port of the jukebox, with our clock, able to fail on demand.
+// A complete simulated machine: every port of the jukebox, on a simulated clock, able to fail on demand.
 #pragma once
 
 #include "platform/pictures/picture_loader.h"
 #include "platform/ports.h"
 #include "platform/posix/dlopened_zlib.h"
 #include "platform/posix/posix_files.h"
-#include "platform/simulated/call_record.h"
-#include "platform/simulated/failures.h"
-#include "platform/simulated/simulated_audio.h"
-#include "platform/simulated/simulated_clock.h"
-#include "platform/simulated/simulated_dialogs.h"
-#include "platform/simulated/simulated_display.h"
-#include "platform/simulated/simulated_files.h"
-#include "platform/simulated/simulated_fonts.h"
-#include "platform/simulated/simulated_graphs.h"
-#include "platform/simulated/simulated_message_box.h"
-#include "platform/simulated/simulated_pictures.h"
-#include "platform/simulated/simulated_pump.h"
+#include "platform/simulated/calls.h"
+#include "platform/simulated/simulated_media.h"
+#include "platform/simulated/simulated_resources.h"
+#include "platform/simulated/simulated_screen.h"
 #include "platform/simulated/simulated_serial.h"
-#include "platform/simulated/simulated_windows.h"
-#include "platform/simulated/simulated_zlib.h"
+#include "platform/simulated/simulated_time.h"
 
 #include <QDateTime>
 #include <QRect>
@@ -28,7 +19,7 @@
 #include <vector>
 
 struct SimulationOptions {
-    // The monitors, the primary one first; at least one.
+    // The monitors, primary monitor first; at least one.
     std::vector<QRect> screens = {QRect(0, 0, 1280, 720)};
     // The local time at the start.
     QDateTime clock = QDateTime(QDate(2000, 1, 1), QTime(0, 0), Qt::UTC);
@@ -36,8 +27,8 @@ struct SimulationOptions {
     QStringList failing;
 };
 
-// The parts are open to whoever drives the simulation. The files are the real ones. The platform outlives
-// every form that hangs on its ports.
+// The parts are public for the code that drives the simulation. Files are real. The platform outlives every
+// form that uses its ports.
 class SimulatedPlatform {
 public:
     explicit SimulatedPlatform(const SimulationOptions& options = {});

@@ -2,8 +2,7 @@
 #include "platform/simulated/simulated_serial.h"
 
 #include "core/run_time_error.h"
-#include "platform/simulated/call_record.h"
-#include "platform/simulated/failures.h"
+#include "platform/simulated/calls.h"
 
 #include <utility>
 

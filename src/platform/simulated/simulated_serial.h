@@ -8,12 +8,12 @@
 class CallRecord;
 class Failures;
 
-// A line that loses nothing. Ports 1 to 16 exist. Bytes that arrive wait for the next read, also while the
-// port is closed.
+// A line without losses. Ports 1 to 16 exist. Bytes that arrive wait for the next read, even while the port
+// is closed.
 class SimulatedSerial : public SerialPort {
 public:
     static constexpr int kPorts = 16;
-    // More bytes than this do not wait.
+    // The most bytes that wait.
     static constexpr qsizetype kWaitingBytes = 1 << 20;
 
     // Record and failures outlive the line.
@@ -25,12 +25,12 @@ public:
     void Output(const QByteArray& bytes) override;
     QByteArray Input() override;
 
-    // These bytes arrive. False, and nothing arrives, when they do not fit.
+    // Delivers bytes to the line. Returns false and delivers nothing when they do not fit.
     bool Arrive(const QByteArray& bytes);
 
     // Whether the controller answers "AT+R-0" by itself.
     bool controllerAnswers = true;
-    // Told of every arrival.
+    // Called after every arrival.
     std::function<void()> arrived;
 
 private:

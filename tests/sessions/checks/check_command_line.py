@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The console's command line: what is taken, what is refused with code 2, and what only warns."""
+"""The console's command line: what is accepted, what is refused with code 2, and what only causes a warning."""
 
 import os
 import re
@@ -31,7 +31,7 @@ def check_refusals(given, checks, home):
         code, answers, errors = check_support.run(given, options)
         checks.equal("code of %s" % options, 2, code)
         checks.equal("answers of %s" % options, [], answers)
-        checks.equal("usage told for %s" % options, True, "Usage: vantorix-console" in errors)
+        checks.equal("usage printed for %s" % options, True, "Usage: vantorix-console" in errors)
 
 
 def check_screens(given, checks, home):
@@ -41,20 +41,20 @@ def check_screens(given, checks, home):
         _, answers, _ = check_support.run(given, ["--home", home, "--screen", screen], names)
         state = answers[-1]["state"]
         checks.equal(screen, (count, widths), (state["MonitorCount"], state["MonitorWidth"]))
-    # The jukebox has room for eleven.
+    # The jukebox has room for eleven screens.
     code, answers, _ = check_support.run(given, ["--home", home, "--screen", ",".join(["640x480"] * 12)])
     checks.equal("twelve screens", (1, 9), (code, answers[-1]["error"]["number"]))
 
 
 def check_home(given, checks, home):
-    """A relative home, and one with a separator at its end, are the same folder."""
+    """A relative home, and one with a trailing separator, are the same folder."""
     for folder, start in ((home + "/", "/"), (os.path.basename(home), os.path.dirname(home)), (".", home)):
         _, answers, _ = check_support.run(given, ["--home", folder], b"state AppFolder\n", cwd=start)
         checks.equal("home %s" % folder, home, answers[-1]["state"]["AppFolder"])
 
 
 def check_no_home(given, checks, home):
-    """A folder without config.ini and themes is refused, and nothing is written in it."""
+    """A folder without config.ini and themes is refused, and nothing is written to it."""
     folder = os.path.join(os.path.dirname(home), "no-home")
     os.makedirs(os.path.join(folder, "playlists"), exist_ok=True)
     code, answers, errors = check_support.run(given, ["--home", folder])
@@ -64,7 +64,7 @@ def check_no_home(given, checks, home):
 
 
 def check_help(given, checks):
-    """--help and --version answer on standard output and need no folder."""
+    """--help and --version print to standard output and need no folder."""
     for options in (["--help"], ["-h"], ["--home", "/there is no such folder", "--help"]):
         done = subprocess.run([given.console] + options, capture_output=True, text=True, check=False)
         checks.equal("code and errors of %s" % options, (0, ""), (done.returncode, done.stderr))
@@ -81,7 +81,7 @@ def listed(home):
 
 
 def check_second_jukebox(given, checks, home):
-    """A second jukebox on the same folder says which process has it; a killed one leaves no lock behind."""
+    """A second jukebox on the same folder names the process that uses it; a killed one leaves no lock."""
     before = listed(home)
     first = subprocess.Popen([given.console, "--home", home], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
     checks.equal("the first one", b'{"ready":true}\n', first.stdout.readline())
@@ -89,7 +89,7 @@ def check_second_jukebox(given, checks, home):
         written = log.read()
     code, answers, errors = check_support.run(given, ["--home", home])
     checks.equal("the second one", (2, []), (code, answers))
-    checks.equal("it says who has the folder", True, "process %d" % first.pid in errors and home in errors)
+    checks.equal("the other process is named", True, "process %d" % first.pid in errors and home in errors)
     with open(os.path.join(home, "vantorix.log"), "rb") as log:
         checks.equal("the log of the first one", written, log.read())
     first.kill()
@@ -109,7 +109,7 @@ def check_clock_and_failures(given, checks, home):
     checks.equal("last stamp", "2024-03-01 00:00:00", stamps[-1])
     code, answers, errors = check_support.run(given, ["--home", home, "--fail", "NoSuchOperation"])
     checks.equal("an unknown operation", (0, [{"ready": True}]), (code, answers))
-    checks.equal("it is told", True, "NoSuchOperation" in errors)
+    checks.equal("a warning is printed", True, "NoSuchOperation" in errors)
     code, answers, _ = check_support.run(given, ["--home", home, "--fail", "BASS_Init", "--fail", "AddFontResource"])
     checks.equal("two failures", (0, [{"exit": 0}]), (code, answers))
     code, answers, _ = check_support.run(given, ["--home", home, "--fail", "Write"])

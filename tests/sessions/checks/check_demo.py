@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The demo library's tags: none stops the program, and every picture in them is whole."""
+"""The demo library's tags: none stops the program, and every picture in them is complete."""
 
 import os
 
@@ -31,7 +31,7 @@ def main():
             data = file.read()
         for image in answer["images"]:
             start = data.index(JPEG_START)
-            checks.equal(path + " holds a whole picture", JPEG_END,
+            checks.equal(path + " holds a complete picture", JPEG_END,
                          data[start + image["length"] - 2:start + image["length"]])
             pictures += 1
     checks.equal("tracks with a picture", True, pictures >= 30)

@@ -1,18 +1,19 @@
 #!/usr/bin/env python3
-"""Kills the console, as a power cut would, at random moments of sessions that pick, save and change settings; then looks at
-every file of the application folder.
+"""Kills the console at random moments, like a power cut, and checks every file of the application folder.
+
+The sessions pick, save and change settings.
 
     check_kill.py --console PROGRAM --work FOLDER [--rounds N] [--seed N] [--verbose]
 
-All rounds share one home, so that a fault of one is met by the next. What must hold after each:
+All rounds share one home, so that damage in one round affects the next. After each round:
 
-  - stats.ini is whole: every line a count, every folder's count the sum of the picks in it;
-  - each pick that was answered is counted, and at most one more, which was under way;
-  - pathconfig.ini is whole and holds the last choice that was answered, or the one that was under way;
-  - every playlist is whole, and each one that was answered is there;
-  - config.ini and the theme have not changed, and nothing else lies about but the beginnings of a write.
+  - stats.ini is intact: every line is a count, and every folder's count is the sum of the picks in it;
+  - each answered pick is counted, and at most one more, which was in progress;
+  - pathconfig.ini is intact and holds the last choice that was answered, or the one in progress;
+  - every playlist is complete, and every one that was answered exists;
+  - config.ini and the theme are unchanged, and the only other files are unfinished writes.
 
-1,000 rounds by hand: check_kill.py --rounds 1000.
+To run 1,000 rounds by hand: check_kill.py --rounds 1000.
 """
 
 import argparse
@@ -30,7 +31,7 @@ import check_support
 
 TRACKS = 12
 FOLDERS = ("Blues", "Blues/Slow", "Jazz")
-ACTIONS = 20  # of a round; the kill comes at any moment of it
+ACTIONS = 20  # per round; the kill comes at a random moment
 
 # Touches of the plain theme: the first slots of the left column, the button "save", keys of the on-screen keyboard.
 SAVE_BUTTON = "down 610 214"
@@ -59,7 +60,7 @@ LOOK = "state InfoTitre InfoType Dir1.Path"
 
 
 class Fault(Exception):
-    """What must not be."""
+    """A rule that was broken."""
 
 
 def make_home(given):
@@ -71,14 +72,14 @@ def make_home(given):
 
 
 def commands_of_round(source):
-    """Each command with what it does: a pick, a save, a choice, or nothing that stays."""
+    """Commands, each with its effect: a pick, a save, a choice, or nothing that stays."""
     # The first song of the top folder, so that there is always something to save.
     result = [("look", LOOK), ("slot 4", slot(4)), ("", RELEASE)]
     for _ in range(ACTIONS):
         kind = source.random()
         if kind < 0.65:
             row = source.randrange(1, 6)
-            # What the slot holds is asked first: a folder is entered, a track is picked.
+            # The slot is queried first: if it is a folder it is entered, if it is a track it is picked.
             result += [("look", LOOK), ("slot %d" % row, slot(row)), ("", RELEASE)]
         elif kind < 0.75:
             result += [("", BACK), ("", RELEASE)]
@@ -93,10 +94,10 @@ def commands_of_round(source):
 
 
 class Round:
-    """One life of the console: what it was told, what it answered."""
+    """One run of the console: the commands it received and its answers."""
 
     def __init__(self, given, session, source, seconds):
-        """Is killed within so many seconds from its start, or runs to its end when there is no such number."""
+        """Kills the console at a random moment within this many seconds of its start. With None it runs to its end."""
         self.commands = commands_of_round(source)
         process = subprocess.Popen([given.console, "--home", session.home] + session.options, stdin=subprocess.PIPE,
                                    stdout=subprocess.PIPE, stderr=subprocess.PIPE, cwd=session.root)
@@ -115,7 +116,7 @@ class Round:
         self.killed = process.returncode == -signal.SIGKILL
         if errors or process.returncode not in (0, -signal.SIGKILL):
             raise Fault("ended with %s: %s" % (process.returncode, errors.decode(errors="replace")))
-        # The last answer may have been cut off.
+        # The last answer may be incomplete.
         lines = output.decode(errors="replace").split("\n")[:-1]
         self.answers = [json.loads(line) for line in lines][1:]
 
@@ -128,7 +129,7 @@ class Round:
             pass
 
     def effects(self):
-        """What has been done for certain, and what the command that was under way may have done."""
+        """The effects of the answered commands, and the possible effects of the one in progress."""
         sure, perhaps = Effects(), Effects()
         seen = {}
         for number, (what, command) in enumerate(self.commands[:len(self.answers) + 1]):
@@ -146,7 +147,8 @@ class Round:
 
 
 class Effects:
-    """Picks as title and folder, the last value of each setting by folder and key, entries by the name of their playlist."""
+    """Picks as title and folder, the last value of each setting by folder and key, entries by the name of their
+    playlist."""
 
     def __init__(self):
         self.picks = []
@@ -157,7 +159,7 @@ class Effects:
         kind, _, value = what.partition(" ")
         if kind == "slot":
             place = int(value) - 1
-            # A press on an empty slot takes the last entry before it.
+            # A press on an empty slot picks the last entry before it.
             while place >= 0 and not seen["InfoType"][place]:
                 place -= 1
             if place >= 0 and seen["InfoType"][place] == "file":
@@ -168,7 +170,7 @@ class Effects:
             self.saves[value] = list(zip(seen["PlaylistPath"], seen["PlaylistTitre"]))
 
     def choose(self, folder, row, state):
-        """The value that a row of the menu stands on after it was pressed; not known when nobody answered."""
+        """Notes the value of a menu row after a press. Without an answer it stays unknown."""
         if state:
             words = ("alpha", "playcount") if row == 1 else ("true", "false")
             self.settings[folder, MENU_KEYS[row]] = words[state["CommandChoice"][0][row - 1] - 1]
@@ -183,13 +185,13 @@ def read(path):
 
 
 def ini(path):
-    """The sections of a file of which every line has to be one that the jukebox writes."""
+    """The sections of a file, all lines of which the jukebox must have written."""
     sections = {}
     if not os.path.exists(path):
         return sections
     text = read(path)
     if not text.endswith("\r\n"):
-        raise Fault("%s is cut: %r" % (path, text[-80:]))
+        raise Fault("%s is truncated: %r" % (path, text[-80:]))
     section = None
     for line in text[:-2].split("\r\n"):
         if line.startswith("["):
@@ -203,7 +205,7 @@ def ini(path):
 
 
 class Ledger:
-    """What the files of the home have to hold."""
+    """What the files of the home must contain."""
 
     def __init__(self, session):
         self.session = session
@@ -248,7 +250,7 @@ class Ledger:
             if actual == more:
                 self.counts = more
                 return
-        raise Fault("counts: expected %s, are %s" % (dict(self.counts - actual), dict(actual - self.counts)))
+        raise Fault("counts: expected %s, got %s" % (dict(self.counts - actual), dict(actual - self.counts)))
 
     def check_settings(self, sure, perhaps):
         actual = ini(self.session.home + "/pathconfig.ini")
@@ -259,7 +261,7 @@ class Ledger:
                 raise Fault("pathconfig.ini: %s is %r, not %r" % (pair, values.get(pair), value))
         for pair, value in values.items():
             if pair not in self.settings and pair not in perhaps.settings:
-                raise Fault("pathconfig.ini: nobody has set %s" % (pair,))
+                raise Fault("pathconfig.ini: %s was never set" % (pair,))
             if value not in (("alpha", "playcount") if pair[1] == "Order" else ("true", "false")):
                 raise Fault("pathconfig.ini: %s is %r" % (pair, value))
         self.settings = values
@@ -271,26 +273,26 @@ class Ledger:
             if name.endswith(".vtxpl") and not name.startswith("."):
                 lines = read(os.path.join(folder, name)).split("\r\n")
                 if lines[-1] or lines[0] != " %d " % ((len(lines) - 2) // 2) or len(lines) % 2 != 0:
-                    raise Fault("%s is cut: %r" % (name, lines[-3:]))
+                    raise Fault("%s is truncated: %r" % (name, lines[-3:]))
                 found[name.removesuffix(" - 01 Jan 2000.vtxpl")] = list(zip(lines[1::2], lines[2::2]))
         self.playlists.update(sure.saves)
         for name, entries in self.playlists.items():
             if found.get(name) not in (entries, perhaps.saves.get(name, entries)):
-                raise Fault("playlist %s: expected %s, is %s" % (name, entries, found.get(name)))
+                raise Fault("playlist %s: expected %s, got %s" % (name, entries, found.get(name)))
         for name in found.keys() - self.playlists.keys():
             if found[name] != perhaps.saves.get(name):
-                raise Fault("a playlist that nobody saved: %s" % name)
+                raise Fault("a playlist that was not saved: %s" % name)
         self.playlists = found
 
     def check_names(self):
         allowed = {"config.ini", "pathconfig.ini", "stats.ini", "vantorix.log", "playlists", "themes"}
         for name in os.listdir(self.session.home):
             if name not in allowed and name not in {".%s.new" % known for known in allowed}:
-                raise Fault("a file that nobody knows: %s" % name)
+                raise Fault("an unknown file: %s" % name)
 
 
 def beginnings_of_writes(session):
-    """The temporary files that lie about, by name and time."""
+    """The leftover temporary files, by name and time."""
     found = set()
     for folder in (session.home, session.home + "/playlists"):
         found |= {(entry.name, entry.stat().st_mtime_ns) for entry in os.scandir(folder) if entry.name.endswith(".new")}
@@ -313,7 +315,7 @@ def main():
     start = time.monotonic()
     for number in range(given.rounds):
         try:
-            # Every 50th round runs to its end and tells how long that takes on this machine at this time.
+            # Every 50th round runs to its end and measures how long that takes on this machine at this time.
             whole = number % 50 == 0
             life = Round(given, session, random.Random("%d/%d" % (given.seed, number)), None if whole else seconds)
             seconds = life.seconds if whole else seconds
@@ -328,9 +330,9 @@ def main():
         begun += bool(left - known)
         known = left
     if given.verbose or given.rounds > 100:
-        print("%d rounds in %.0f s: %d killed, %d of them within a write; %d picks finished and counted, %d saves" %
+        print("%d rounds in %.0f s: %d killed, %d of them during a write; %d picks finished and counted, %d saves" %
               (given.rounds, time.monotonic() - start, killed, begun, ledger.finished, saved))
-    # A test that never kills, or never picks, tells nothing.
+    # A test that never kills, or never picks, proves nothing.
     return 0 if killed > given.rounds // 2 and ledger.finished > given.rounds else 1
 
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Bytes that no person types: the console answers each line, and the next command works."""
+"""Bytes that nobody types: the console answers each line, and the next command works."""
 
 import os
 import random
@@ -28,18 +28,18 @@ def check_lines(given, checks, home):
 
 
 def check_line_ends(given, checks, home):
-    """CR LF and LF end a line, the end of the input does too; a longest line is taken."""
+    """CR LF, LF and the end of the input end a line. A line of the maximum length is accepted."""
     longest = b"state" + b" SelX" * ((LONGEST - 5) // 5) + b"\n"
     for text, count in ((b"wait 1\r\nwait 1\r\n", 2), (b"wait 1\nwait 1", 2), (b"\r\n \t\n# wait\n\nwait 1", 1),
                         (b"#\xff\0\nwait 1", 1), (b"#" * (1 << 20) + b"\nwait 1", 1),
                         (b"", 0), (b"\n", 0), (longest, 1), (b"  wait\t1  \n", 1)):
         code, answers, _ = check_support.run(given, ["--home", home], text)
         checks.equal("%r" % text[:40], (0, 1 + count), (code, len(answers)))
-        checks.equal("%r is carried out" % text[:40], True, all(answer.get("ok", True) for answer in answers))
+        checks.equal("%r is executed" % text[:40], True, all(answer.get("ok", True) for answer in answers))
 
 
 def check_answers_come_at_once(given, checks, home):
-    """Every answer is there before the next command is written."""
+    """Every answer arrives before the next command is written."""
     process = subprocess.Popen([given.console, "--home", home], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
     lines = [process.stdout.readline()]
     for _ in range(3):
@@ -52,7 +52,7 @@ def check_answers_come_at_once(given, checks, home):
 
 
 def check_odd_names(given, checks, home):
-    """A name on disk that is no text comes back byte for byte, as Python's own file names do."""
+    """A file name that is not valid text is returned byte for byte, like Python's own file names."""
     music = os.path.join(os.path.dirname(home), "music")
     name = b"\xff\xfe\"\\\x01\xf0\x9f\x8e\xb5.mp3"
     with open(os.path.join(os.fsencode(music), name), "wb"):
@@ -63,7 +63,7 @@ def check_odd_names(given, checks, home):
 
 
 def check_noise(given, checks, home):
-    """Random lines made of the commands' own words and of random bytes: one answer each, and no crash."""
+    """Random lines of command words and random bytes: one answer each, and no crash."""
     source = random.Random(7)
     words = ("key down up move tick spectrum wait later state calls frame surface image serial controller tags # \\x \\ "
              "-1 0 40 13 999 1e9 Picture_Main SelX on off left beside no-zlib").split()

@@ -40,7 +40,7 @@ def check_comparison(checks):
 
 
 def check_work_folders(given, checks):
-    """Sessions of one name under two subjects may run at the same time."""
+    """Sessions with the same name in two subjects can run at the same time."""
     for folder, name in (("queue/same", "queue/same"), ("touch/same", "touch/same"), ("../frames/same", "same")):
         session = run_sessions.Session(os.path.join(run_sessions.SESSIONS, folder), given.work)
         checks.equal("the work folder of %s" % folder, os.path.join(os.path.abspath(given.work), name), session.root)
@@ -53,8 +53,8 @@ def check_sessions(given, checks):
                            ("bad json", GOOD + "{\n"), ("nothing expected", "")):
         checks.equal(name, False, run_session(given, "bad", expected)[0])
     _, report = run_session(given, "told", GOOD.replace('"SelX":1', '"SelX":2'))
-    for part in ("recipes/told", "line 2", "state SelX List_List", '"SelX":2', '"SelX":1', "expected 2, is 1"):
-        checks.equal("the report tells %s" % part, True, part in report)
+    for part in ("recipes/told", "line 2", "state SelX List_List", '"SelX":2', '"SelX":1', "expected 2, got 1"):
+        checks.equal("the report contains %s" % part, True, part in report)
     for step in ("jump", "base nowhere", "unset config.ini Main NoSuchKey", "media nothing.mp3 a.mp3", "tone a.wav x"):
         checks.equal("the step %s" % step, False, run_session(given, "step", GOOD, "base plain\n" + step + "\n")[0])
     checks.equal("a file at the end", True, run_session(given, "after", GOOD, "base plain\nempty @MUSIC@/a.mp3\n"

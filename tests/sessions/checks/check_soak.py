@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Random sessions: whatever is pressed, the console answers every command and ends by itself, never by a crash; and the
-same session gives the same bytes again.
+"""Random sessions: whatever is pressed, the console answers every command, ends normally and never crashes. The same
+session gives the same bytes again.
 
     check_soak.py --console PROGRAM --work FOLDER [--seed N] [--sessions N] [--commands N]
 """
@@ -15,11 +15,11 @@ import sys
 import check_support
 
 KEYS = [38, 40, 37, 39, 13, 8, 9, 45, 113, 114, 115, 116, 117, 70, 65, 66, 49, 50]
-# Rarely: the configuration dialog, codes at the ends of their range, a key that means nothing.
+# Rare: the configuration dialog, codes at the ends of their range, a key without a function.
 RARE_KEYS = [120, 32767, -32768, 0, 255]
 
-# The sanitizer's search for leaks, which stops all threads, fails now and then in itself while some of them end. The
-# short sessions are searched, which leak the same; here it is off.
+# LeakSanitizer, which stops all threads, sometimes fails internally while threads end. The short sessions, which would
+# show the same leaks, use it; here it is off.
 ENVIRONMENT = dict(os.environ, ASAN_OPTIONS=":".join(filter(None, [os.environ.get("ASAN_OPTIONS"), "detect_leaks=0"])))
 
 
@@ -71,7 +71,7 @@ def asked(line):
 
 
 def play(given, seed):
-    """One session from the making of its home on: its commands, the finished process, its last frame."""
+    """One session, including the making of its home: its commands, the finished process, its last frame."""
     source = random.Random(seed)
     session = check_support.make_home(given, "soak", make_steps(source))
     lines = "\n".join(make_command(source, session.home) for _ in range(given.commands)).split("\n")
@@ -107,12 +107,12 @@ def run_session(given, seed):
 
 
 def is_repeatable(given):
-    """The first session once more: the same answers and the same picture."""
+    """Repeats the first session: the answers and the picture are the same."""
     _, first, first_frame = play(given, given.seed)
     _, second, second_frame = play(given, given.seed)
     same = first.stdout == second.stdout and first_frame == second_frame
     if not same:
-        print("seed %d: another run of the same session answered otherwise" % given.seed)
+        print("seed %d: another run of the same session gave different answers" % given.seed)
     return same
 
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Stops the console as a machine that stands still would (a sleeping laptop, a paused virtual machine), while it opens
-the first sound of the theme, for longer than a file that does not open is given: the session is the same."""
+"""Suspends the console, like a sleeping laptop or a paused virtual machine, while it opens the first sound of the
+theme, for longer than the timeout for files that do not open. The session is not affected."""
 
 import os
 import signal
@@ -11,7 +11,7 @@ import time
 import check_support
 
 SECONDS_STOPPED = 16
-# A start is over so quickly that it may be missed; one that is hit tells.
+# A start is so quick that the right moment may be missed; one hit is enough.
 TRIES = 20
 
 
@@ -19,12 +19,12 @@ def holds_a_sound(process):
     folder = "/proc/%d/fd" % process.pid
     try:
         return any(os.readlink(os.path.join(folder, name)).endswith("/charge.mp3") for name in os.listdir(folder))
-    except OSError:  # a file that was closed meanwhile, or the end of the process
+    except OSError:  # a file that was closed in the meantime, or the end of the process
         return False
 
 
 def start_until_stopped(given, home):
-    """A console that stands still with the sound open; None when it was too quick."""
+    """A console that is suspended with the sound open; None if it was too quick."""
     process = subprocess.Popen([given.console, "--home", home], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
     while process.poll() is None and not holds_a_sound(process):
         if "vantorix.log" in os.listdir(home) and b"CreateList" in open(os.path.join(home, "vantorix.log"), "rb").read():
@@ -47,7 +47,7 @@ def main():
         if process is not None:
             break
     else:
-        sys.exit("no start could be stopped in time")
+        sys.exit("no start was suspended in time")
     time.sleep(SECONDS_STOPPED)  # the stall itself
     os.kill(process.pid, signal.SIGCONT)
     output, _ = process.communicate(b"", timeout=60)

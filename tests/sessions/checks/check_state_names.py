@@ -21,7 +21,6 @@ OBJECTS = {
     "FileList": ["Path", "Pattern", "List"],
     "Timer": ["Enabled", "Interval"],
     "WindowPlace": ["Left", "Top", "Width", "Height", "Visible"],
-    "VideoSurface": ["Left", "Top", "Width", "Height", "Visible"],
 }
 
 # Members whose name in the console is another one, or none.
@@ -34,11 +33,25 @@ CALLED = {
     "playlistTexts": None,  # measured texts, no variable
     "playlistHilightTexts": None,  # measured texts, no variable
     "pictureQueue": None,  # pictures still being read, no variable
+    "ZoneListPage": None,  # shown as ZoneListPageX, ZoneListPageY, ZoneListPageWidth and ZoneListPageHeight
 }
 
 MEMBER = re.compile(r"^    ([A-Za-z_][\w:]*(?:<.*>)?)\s+(\w+)\s*(?:=[^;]*|\{[^;]*\})?;$")
-THEME_KEY = re.compile(r"^\s+(?:INTEGER|TEXT)\((?:\"\w+\",\s*)?(\w+)\)")
-PAGE_KEY = re.compile(r"^\s+PAGE\(\"\w+\",\s*(\w+), (\w+), \d\)")
+THEME_ROW = re.compile(r"^\s+ROW\((\w+),\s*(?:\"\w+\",\s*)?(\w+)\)")
+LONG = ["X", "Y", "Width", "Height"]
+# What the keys of a row of the theme's lists have after its name.
+KEYS_OF = {
+    "INTEGER": [""],
+    "TEXT": [""],
+    "CORNER": ["X", "Y"],
+    "RECT": ["X", "Y", "W", "H"],
+    "LONG_RECT": LONG,
+    "NAVIGATION_RECT": ["x", "Y", "Width", "Height"],
+    "LEFT_PAGE": LONG,
+    "RIGHT_PAGE": LONG,
+    "LOOK": ["Font", "FontSize", "FontColor"],
+    "HILIGHT_LOOK": ["FontHilight", "FontSizeHilight", "FontColorHilight"],
+}
 
 
 def members_of(text):
@@ -59,10 +72,12 @@ def expected_names():
                 name = CALLED.get(name, name)
                 if name is not None:
                     yield from (name + "." + part for part in OBJECTS[kind]) if kind in OBJECTS else [name]
-    with open(os.path.join(SOURCE, "theme", "theme_keys.h"), encoding="utf-8") as file:
-        for line in file:
-            for match in (THEME_KEY.match(line), PAGE_KEY.match(line)):
-                yield from match.groups() if match else []
+    for header in ("theme_keys.h", "keyboard_state.h"):
+        with open(os.path.join(SOURCE, "state", header), encoding="utf-8") as file:
+            for line in file:
+                row = THEME_ROW.match(line)
+                if row:
+                    yield from (row.group(2) + key for key in KEYS_OF[row.group(1)])
 
 
 def main():
@@ -73,14 +88,14 @@ def main():
         sys.exit("no state: %s %s" % (answers, errors))
     expected = set(expected_names())
     if len(expected) < 400:
-        sys.exit("only %d names were found in the headers: have they changed their form?" % len(expected))
+        sys.exit("only %d names were found in the headers: has their format changed?" % len(expected))
     missing = sorted(expected - set(answers[-1]["state"]))
     if missing:
         sys.exit("members without a name in the console's state: " + ", ".join(missing))
     # Each can be asked for by itself.
     for name in answers[-1]["state"]:
         if re.search(r"\s", name):
-            sys.exit("a name that no command can hold: " + name)
+            sys.exit("a name that does not fit into a command: " + name)
 
 
 if __name__ == "__main__":

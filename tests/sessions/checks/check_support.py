@@ -1,4 +1,4 @@
-"""What the checks of the console share: a home to run in, and one run of it."""
+"""Shared by the checks of the console: a home to run in, and one run of it."""
 
 import argparse
 import json
@@ -21,7 +21,7 @@ def arguments():
 
 
 def make_home(given, name, steps):
-    """A session folder of that name with the steps of a home.txt; its home and music are made."""
+    """A session folder of that name with the steps of a home.txt; its home and music folder are made."""
     folder = os.path.join(os.path.abspath(given.work), "recipes", name)
     shutil.rmtree(folder, ignore_errors=True)
     os.makedirs(folder)
@@ -41,7 +41,7 @@ def run(given, options, input_bytes=b"", **more):
 
 
 class Checks:
-    """Counts what is wrong."""
+    """Counts failures."""
 
     def __init__(self):
         self.faults = 0
@@ -49,7 +49,7 @@ class Checks:
     def equal(self, what, expected, actual):
         if expected != actual:
             self.faults += 1
-            print("%s: expected %r, is %r" % (what, expected, actual), file=sys.stderr)
+            print("%s: expected %r, got %r" % (what, expected, actual), file=sys.stderr)
 
     def end(self):
         sys.exit(1 if self.faults else 0)

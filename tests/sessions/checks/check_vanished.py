@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What the console does when something of the machine vanishes while it runs: a folder of the music, the log."""
+"""What the console does when something disappears while it runs: a folder of the music, the log."""
 
 import json
 import os
@@ -45,7 +45,7 @@ def check_error(checks, what, number, detail, answer):
 
 
 def check_locked(checks, what, console):
-    """Neither a key nor the heartbeat does anything any more."""
+    """Neither a key nor the heartbeat has an effect any more."""
     before = console.state("InputBusy", "SelX", "SelY", "IdleTicks")
     checks.equal("%s: InputBusy" % what, 1, before[0])
     for command in ("key 39", "key 40", "tick 3"):
@@ -54,7 +54,7 @@ def check_locked(checks, what, console):
 
 
 def check_folder_opened(given, checks):
-    """Deliberate D-126: opening a folder that has vanished."""
+    """Deliberate D-126: opening a folder that no longer exists."""
     session = check_support.make_home(given, "opened", STEPS)
     console = Console(given, session)
     album = os.path.join(session.music, "album")
@@ -65,7 +65,7 @@ def check_folder_opened(given, checks):
 
 
 def check_folder_above(given, checks):
-    """Deliberate D-126: going back to a folder that has vanished."""
+    """Deliberate D-126: going back to a folder that no longer exists."""
     session = check_support.make_home(given, "above", STEPS)
     console = Console(given, session)
     console.do("key 13")
@@ -79,7 +79,7 @@ def check_folder_above(given, checks):
 
 
 def check_log(given, checks):
-    """Deliberate D-131: a log that cannot be written any more, at a key and at a heartbeat."""
+    """Deliberate D-131: a log that can no longer be written, at a key and at a heartbeat."""
     for name, command in (("log-key", "key 40"), ("log-tick", "tick")):
         session = check_support.make_home(given, name, STEPS)
         console = Console(given, session)

@@ -1,7 +1,0 @@
-// Waiting with pending events let through.
-#pragma once
-
-struct Form_Main;
-
-// Waits Duration / 50 milliseconds, letting pending events run: 6000 is 120 ms, 300 is 6 ms.
-void Pause(Form_Main& form, double Duration);

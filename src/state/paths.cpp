@@ -1,0 +1,58 @@
+// Paths of the jukebox's files.
+#include "state/paths.h"
+
+#include "core/path_text.h"
+#include "platform/files.h"
+#include "state/form_main.h"
+
+QString ConfigPath(const Form_Main& form) {
+    return PathIn(form.shell.AppFolder, QStringLiteral("config.ini"));
+}
+
+QString FolderSettingsPath(const Form_Main& form) {
+    return PathIn(form.shell.AppFolder, QStringLiteral("pathconfig.ini"));
+}
+
+QString StatsPath(const Form_Main& form) {
+    return PathIn(form.shell.AppFolder, QStringLiteral("stats.ini"));
+}
+
+QString LogPath(const Form_Main& form) {
+    return PathIn(form.shell.AppFolder, QStringLiteral("vantorix.log"));
+}
+
+QString PlaylistsFolder(const Form_Main& form) {
+    return PathIn(form.shell.AppFolder, QStringLiteral("playlists"));
+}
+
+QString ThemeFolder(const Form_Main& form) {
+    return PathIn(form.shell.AppFolder, QStringLiteral("themes/") + form.settings.Theme);
+}
+
+QString ThemeFile(Form_Main& form, const QString& name) {
+    const QString found = FindFile(form.files, ThemeFolder(form), name);
+    return found.isEmpty() ? PathIn(ThemeFolder(form), name) : found;
+}
+
+QString FindFile(Files& files, const QString& folder, const QString& name) {
+    QString exact = PathIn(folder, name);
+    if (FileExists(files, exact)) {
+        return exact;
+    }
+    const QString folded = name.toCaseFolded();
+    QString found;
+    for (const FolderEntry& entry : files.ListFolder(folder).value_or(std::vector<FolderEntry>())) {
+        // Of several matches, takes the first in code order, so that the result does not depend on the
+        // listing.
+        const bool matches =
+            !entry.isFolder && entry.name.size() == name.size() && entry.name.toCaseFolded() == folded;
+        if (matches && (found.isEmpty() || entry.name < found)) {
+            found = entry.name;
+        }
+    }
+    return found.isEmpty() ? found : PathIn(folder, found);
+}
+
+bool FileExists(Files& files, const QString& path) {
+    return files.Identity(path).has_value();
+}
