@@ -1,11 +1,11 @@
 #!/bin/bash
-# Installs what is missing, builds the jukebox and opens it on a music folder.
-# Usage: run.sh [MUSIC_FOLDER]     without one: the demo library
+# Installs missing packages, builds the jukebox and opens it on a music folder.
+# Usage: run.sh [MUSIC_FOLDER]     default: the demo library
 set -euo pipefail
 
 if [ $# -gt 1 ] || [[ ${1:-} == -* ]]; then
     echo "Usage: run.sh [MUSIC_FOLDER]" >&2
-    echo "Builds Vantorix Jukebox and opens it on the folder; without one on the demo library." >&2
+    echo "Builds Vantorix Jukebox and opens it on the folder (default: the demo library)." >&2
     exit 2
 fi
 here=$(cd -- "$(dirname -- "$0")" && pwd)
@@ -38,8 +38,8 @@ end_screen() {
 }
 trap end_screen EXIT
 
-# A session of its own keeps the keys of the terminal (Ctrl-C) away from the virtual screen and the jukebox: both end in
-# their order.
+# A separate session keeps Ctrl-C of the terminal from the virtual screen and the jukebox, so that they end in the right
+# order.
 start_screen() {
     : >build/display-number
     setsid Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp -noreset 3>build/display-number >build/xvfb.log 2>&1 &
@@ -86,7 +86,7 @@ for signal in TERM INT HUP; do
     trap "forward $signal" "$signal"
 done
 
-# A signal ends the wait early; the jukebox's own code comes with the wait that is not disturbed.
+# A signal ends this wait early; the second wait, which is not interrupted, returns the jukebox's exit code.
 code=0
 while :; do
     interrupted=0

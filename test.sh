@@ -1,7 +1,8 @@
 #!/bin/bash
-# Installs what is missing, builds everything and runs every test. Its last line counts them.
+# Installs missing packages, builds everything and runs every test. The last line of its output counts them.
 # Usage: test.sh [--all]     --all: also the tests under AddressSanitizer and UBSan, and clang-tidy
-# With --all, what has passed and not changed since is not repeated: the sanitizer run as a whole, clang-tidy by source.
+# With --all, runs that have passed are not repeated until something changes: the sanitizer run as a whole, clang-tidy by
+# source.
 set -uo pipefail
 cd -- "$(dirname -- "$0")" || exit 1
 
@@ -22,7 +23,7 @@ finish() {
     exit
 }
 
-# Counts a check that is no ctest run as one test.
+# Counts a check outside ctest as one test.
 count() {
     if [ "$2" -eq 0 ]; then
         passed=$((passed + 1))
@@ -39,8 +40,8 @@ build() {
     fi
 }
 
-# run_tests FOLDER JOBS: runs the tests of a build folder and counts them by ctest's last line. A run without tests is a
-# failure.
+# run_tests FOLDER JOBS: runs the tests of a build folder and adds the numbers of ctest's last line. A run without tests
+# is a failure.
 run_tests() {
     local log=$1/ctest.log summary
     tools/progress.sh "Testing in $1" "$log" \
@@ -66,7 +67,7 @@ check_format() {
     count "the format of the sources (clang-format -i)" $?
 }
 
-# What the sanitizer run depends on.
+# The files that the sanitizer run depends on.
 hash_of_sources() {
     find src tests home demo tools bench CMakeLists.txt CMakePresets.json -type f ! -path '*/__pycache__/*' -print0 |
         sort -z | xargs -0 sha256sum | sha256sum
@@ -80,7 +81,7 @@ run_sanitized() {
         return
     fi
     build sanitize build/sanitize
-    # Leaks of libraries, which cannot be repaired here, are listed one by one; any other leak is ours.
+    # Known leaks of libraries, which cannot be fixed here, are listed individually; any other leak is ours.
     export LSAN_OPTIONS="suppressions=$PWD/tests/leaks.supp:print_suppressions=0"
     export UBSAN_OPTIONS=print_stacktrace=1
     if run_tests build/sanitize "$(nproc)"; then
@@ -101,7 +102,7 @@ if ! tools/install_packages.sh build run test; then
 fi
 build release build
 check_format
-# These tests wait for a screen or a sound as long as they work.
+# These tests spend their time waiting for a screen or a sound.
 run_tests build $((2 * $(nproc)))
 if [ "$all" = yes ]; then
     run_sanitized
