@@ -31,6 +31,26 @@ bool MayAct(const Form_Main& form) {
     return form.settings.TactileMode == u"true" && form.shell.InputBusy == 0;
 }
 
+// A place on the frame, in its pixels.
+struct Point {
+    double x = 0;
+    double y = 0;
+};
+
+// Returns whether the point is inside a rectangle of the theme, given in design pixels. The left and top
+// edges are inside.
+bool Hits(const Form_Main& form, const Box& box, const Point& point) {
+    const double left = box.x * form.theme.ZoneScaleX;
+    const double top = box.y * form.theme.ZoneScaleY;
+    return point.x >= left && point.x < left + box.width * form.theme.ZoneScaleX && point.y >= top &&
+           point.y < top + box.height * form.theme.ZoneScaleY;
+}
+
+// Returns whether the point is in the area of the queue's rows.
+bool OnQueue(const Form_Main& form, const Point& point) {
+    return Hits(form, InBlock(form.theme.BlockPlaylist, form.theme.BlockPlaylistPlaylist), point);
+}
+
 void DragQueue(Form_Main& form, float y) {
     form.touch.TouchDeltaY = CInt16(form.touch.TouchStartY.value() - static_cast<double>(y));
     if (form.queue.PlaylistCount > 0) {
@@ -91,16 +111,6 @@ void PlaySelected(Form_Main& form) {
     RedrawJukebox(form);
 }
 
-struct Point {
-    double x = 0;
-    double y = 0;
-};
-
-// Returns whether the point is inside a rectangle of the theme, given in design pixels.
-bool Hits(const Form_Main& form, const Box& box, const Point& point) {
-    return Hits(form, box, point.x, point.y);
-}
-
 void PressSlots(Form_Main& form, const Point& point) {
     for (int column = 1; column <= 2; ++column) {
         for (int row = 1; row <= form.theme.ZoneListNbTracksParColonne.value(); ++row) {
@@ -118,7 +128,7 @@ void PressSlots(Form_Main& form, const Point& point) {
 
 void PressQueue(Form_Main& form, const Point& point) {
     form.touch.TouchDragging = 0;
-    if (OnQueue(form, point.x, point.y)) {
+    if (OnQueue(form, point)) {
         form.touch.TouchStartY = CInt16(point.y);
         form.touch.TouchDragging = 1;
     }
@@ -204,6 +214,18 @@ void ActOnButton(Form_Main& form) {
     ValiderPlaylist(form);
 }
 
+// Handles a press on slots, queue, coin box, buttons, navigation and menu. One press can have several
+// effects; the action of a button comes last.
+void PressAt(Form_Main& form, const Point& point) {
+    PressSlots(form, point);
+    PressQueue(form, point);
+    PressCoinBox(form, point);
+    PressAllButtons(form, point);
+    PressNavigation(form, point);
+    PressMenu(form, point);
+    ActOnButton(form);
+}
+
 } // namespace
 
 void Picture_Main_MouseDown(Form_Main& form, Integer16 /*Button*/, Integer16 /*Shift*/, float X, float Y) {
@@ -212,7 +234,7 @@ void Picture_Main_MouseDown(Form_Main& form, Integer16 /*Button*/, Integer16 /*S
     }
     form.shell.InputBusy = 1;
     form.shell.IdleTicks = 1;
-    PressAt(form, X, Y);
+    PressAt(form, {static_cast<double>(X), static_cast<double>(Y)});
     form.shell.InputBusy = 0;
 }
 
@@ -253,31 +275,10 @@ void Picture_Main_DblClick(Form_Main& form) {
     }
     form.shell.InputBusy = 1;
     form.shell.IdleTicks = 1;
-    const bool onQueue = OnQueue(form, form.touch.TouchLastX.value(), form.touch.TouchLastY.value());
+    const bool onQueue = OnQueue(form, {static_cast<double>(form.touch.TouchLastX.value()),
+                                        static_cast<double>(form.touch.TouchLastY.value())});
     if (onQueue && form.queue.PlaylistSelected != form.queue.PlaylistCurrent) {
         PlaySelected(form);
     }
     form.shell.InputBusy = 0;
-}
-
-void PressAt(Form_Main& form, float X, float Y) {
-    const Point point{static_cast<double>(X), static_cast<double>(Y)};
-    PressSlots(form, point);
-    PressQueue(form, point);
-    PressCoinBox(form, point);
-    PressAllButtons(form, point);
-    PressNavigation(form, point);
-    PressMenu(form, point);
-    ActOnButton(form);
-}
-
-bool Hits(const Form_Main& form, const Box& box, double x, double y) {
-    const double left = box.x * form.theme.ZoneScaleX;
-    const double top = box.y * form.theme.ZoneScaleY;
-    return x >= left && x < left + box.width * form.theme.ZoneScaleX && y >= top &&
-           y < top + box.height * form.theme.ZoneScaleY;
-}
-
-bool OnQueue(const Form_Main& form, double x, double y) {
-    return Hits(form, InBlock(form.theme.BlockPlaylist, form.theme.BlockPlaylistPlaylist), x, y);
 }
