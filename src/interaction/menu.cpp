@@ -2,7 +2,6 @@
 #include "interaction/menu.h"
 
 #include "core/conversions.h"
-#include "core/run_time_error.h"
 #include "library/create_list.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
@@ -12,7 +11,6 @@
 #include "rendering/redraw_jukebox.h"
 #include "rendering/track_zone.h"
 #include "rendering/video_surfaces.h"
-#include "settings/config.h"
 #include "settings/profile.h"
 #include "state/form_main.h"
 #include "state/log.h"
@@ -182,16 +180,7 @@ void OpenConfigByKey(Form_Main& form) {
 void OpenConfigByMenu(Form_Main& form) {
     FadeBehindDialog(form);
     form.dialogs.ShowModal(QStringLiteral("Form_Config"));
-    form.library.CurrentPath = form.settings.StartPath;
-    WriteLog(form, QStringLiteral(" : deplacement dir1 vers ") + form.library.CurrentPath);
-    const auto where = [&] {
-        return ConfigPlace(form, u"Main", u"StartPath") + QStringLiteral(" (expected a folder)");
-    };
-    TellingWhere(where, [&] {
-        PointDir1(form, form.library.CurrentPath);
-        PointFile1(form, form.library.CurrentPath);
-    });
-    SetFile1Pattern(form, kMusicPattern.toString());
+    PointAtStartFolder(form);
     form.roof.LoadConfig(form);
     form.roof.LoadTheme(form);
     CreateList(form);

@@ -8,6 +8,7 @@
 #include "library/file_pattern.h"
 #include "library/list_order.h"
 #include "platform/files.h"
+#include "settings/config.h"
 #include "settings/ini_files.h"
 #include "settings/profile.h"
 #include "state/form_main.h"
@@ -262,6 +263,19 @@ void PointFile1(Form_Main& form, const QString& path) {
 void SetFile1Pattern(Form_Main& form, const QString& pattern) {
     form.library.File1.Pattern = pattern;
     form.library.File1.List = ReadFiles(form, form.library.File1);
+}
+
+void PointAtStartFolder(Form_Main& form) {
+    form.library.CurrentPath = form.settings.StartPath;
+    WriteLog(form, QStringLiteral(" : deplacement dir1 vers ") + form.library.CurrentPath);
+    const auto where = [&] {
+        return ConfigPlace(form, u"Main", u"StartPath") + QStringLiteral(" (expected a folder)");
+    };
+    TellingWhere(where, [&] {
+        PointDir1(form, form.library.CurrentPath);
+        PointFile1(form, form.library.CurrentPath);
+    });
+    SetFile1Pattern(form, kMusicPattern.toString());
 }
 
 void CreateList(Form_Main& form) {

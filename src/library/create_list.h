@@ -13,6 +13,10 @@ void PointFile1(Form_Main& form, const QString& path);
 // Sets the file list's pattern, wildcards joined by ";", and reads the folder again.
 void SetFile1Pattern(Form_Main& form, const QString& pattern);
 
+// Points the lists at the music folder of the configuration and makes it the current path. Raises 76, naming
+// the key, when there is no such folder.
+void PointAtStartFolder(Form_Main& form);
+
 // Builds the sorted list of the folder of Dir1 in the order of its settings, and sets NumTrack to the number
 // of entries. A run-time error, for instance at more than 32767 entries, ends the program.
 void CreateList(Form_Main& form);

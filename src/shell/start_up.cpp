@@ -72,16 +72,7 @@ void OpenStartFolder(Form_Main& form) {
     if (form.settings.StartPath.isEmpty()) {
         form.settings.StartPath = form.shell.AppFolder;
     }
-    form.library.CurrentPath = form.settings.StartPath;
-    WriteLog(form, QStringLiteral(" : deplacement dir1 vers ") + form.library.CurrentPath);
-    const auto where = [&] {
-        return ConfigPlace(form, u"Main", u"StartPath") + QStringLiteral(" (expected a folder)");
-    };
-    TellingWhere(where, [&] {
-        PointDir1(form, form.library.CurrentPath);
-        PointFile1(form, form.library.CurrentPath);
-    });
-    SetFile1Pattern(form, kMusicPattern.toString());
+    PointAtStartFolder(form);
     form.library.DirLevel = 0;
     form.library.DirHistoryPage(0) = form.library.CurrentPage;
     form.library.DirHistoryPath(0) = form.library.Dir1.Path;
