@@ -17,7 +17,7 @@ protected:
         form.queue.PlaylistCount = 7;
         form.queue.PlaylistTitre(1) = u"before"_s;
     }
-    // Reads a file with these bytes, in which "M" stands for the music folder. Returns the number of the
+    // Reads a file with these bytes, after replacing "M" by the music folder. Returns the number of the
     // error, 0 when there is none.
     int Read(QByteArray bytes) {
         bytes.replace("M/", box.Music().toUtf8() + '/');
