@@ -3,7 +3,9 @@
 
 #include "interaction/menu.h"
 #include "interaction/valider.h"
+#include "playback/queue.h"
 #include "rendering/command_block.h"
+#include "rendering/main_block.h"
 #include "rendering/page_anim.h"
 #include "rendering/playlist_block.h"
 #include "rendering/redraw_jukebox.h"
@@ -175,7 +177,7 @@ void SlideToPlaying(Form_Main& form) {
         RefreshMain(form);
         Pause(form, 300);
     }
-    form.queue.PlaylistSelected = form.queue.PlaylistCurrent;
+    SelectCurrent(form);
 }
 
 void Focus(Form_Main& form, const char* zone, const char* button) {

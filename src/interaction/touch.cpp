@@ -10,6 +10,8 @@
 #include "interaction/valider.h"
 #include "platform/event_pump.h"
 #include "playback/engine.h"
+#include "playback/play_time.h"
+#include "playback/queue.h"
 #include "rendering/block_buttons.h"
 #include "rendering/geometry.h"
 #include "rendering/page_anim.h"
@@ -100,14 +102,12 @@ void EndDrag(Form_Main& form, float y) {
 }
 
 void PlaySelected(Form_Main& form) {
-    form.queue.PlaylistCurrent = form.queue.PlaylistSelected;
+    MakeCurrent(form, form.queue.PlaylistSelected);
     form.player.TrackChanging = 0;
     BassStopFile(form);
-    form.player.Remain.clear();
+    ForgetRemain(form);
     BassPlayFile(form, form.queue.PlaylistPath(form.queue.PlaylistCurrent));
-    // The slot under the cursor names the track here as well, see D-12.
-    form.player.NowPlayingPath = form.library.InfoPath(form.library.NumTrack);
-    form.player.NowPlayingTitre = form.library.InfoTitre(form.library.NumTrack);
+    NameAfterSlotUnderCursor(form);
     RedrawJukebox(form);
 }
 

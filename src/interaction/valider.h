@@ -3,8 +3,6 @@
 
 #include "core/integer.h"
 
-#include <QString>
-
 struct Form_Main;
 
 // Enters the folder, loads the playlist or buys the track of a slot. Does nothing for an empty slot.
@@ -16,9 +14,6 @@ void ValiderMain(Form_Main& form);
 
 // Performs the action of the queue's button named by ActiveBtn; any other word does nothing.
 void ValiderPlaylist(Form_Main& form);
-
-// Sets the state of the information lines and restarts their age.
-void SetInfos(Form_Main& form, const QString& infos);
 
 // Sets the information lines to the state of the focused button, "btn" and the button's word.
 void SetButtonInfos(Form_Main& form);

@@ -13,6 +13,12 @@ void BassPlayFile(Form_Main& form, const QString& FileName);
 // Stops the running audio or video; safe to call when nothing runs.
 void BassStopFile(Form_Main& form);
 
+// Stop, continue and pause the track that NowPlayingPath names; a stopped one continues from its start. For a
+// video without a graph they raise 91.
+void RewindPlayback(Form_Main& form);
+void ResumePlayback(Form_Main& form);
+void PausePlayback(Form_Main& form);
+
 // Seeks to ten seconds before the end of the running audio or video. A failed seek leaves the position
 // unchanged.
 void SeekNearEnd(Form_Main& form);

@@ -25,6 +25,10 @@ PlayTime ReadPlayTime(Form_Main& form) {
     return {form.player.TrackPositionSeconds, form.player.TrackLengthSeconds};
 }
 
+void ForgetRemain(Form_Main& form) {
+    form.player.Remain.clear();
+}
+
 QString RemainOfFrame(double seconds) {
     const double minutes = std::trunc(seconds / 60);
     return FormatZeros(minutes, 2) + u':' + FormatZeros(seconds - minutes * 60, 2);

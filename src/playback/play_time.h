@@ -15,6 +15,9 @@ struct PlayTime {
 };
 PlayTime ReadPlayTime(Form_Main& form);
 
+// Empties the remaining time that is shown.
+void ForgetRemain(Form_Main& form);
+
 // Format whole minutes, ":" and the remaining seconds, each with at least two digits. The heartbeat truncates
 // the time to whole seconds first. The frame rounds the seconds, so 59.7 reads "00:60" there.
 QString RemainOfHeartbeat(double seconds);

@@ -171,6 +171,12 @@ void DrawLine2(Form_Main& form, const QString& text) {
 
 } // namespace
 
+void SetInfos(Form_Main& form, const QString& infos) {
+    form.frame.BlockMainInfos = infos;
+    form.frame.InfosBlink = 0;
+    form.frame.InfosTicks = 1;
+}
+
 void BlockMainRedrawInfos(Form_Main& form) {
     if (form.settings.ShowMainZone != u"true") {
         return;

@@ -6,6 +6,7 @@
 #include "platform/media_graph.h"
 #include "playback/engine.h"
 #include "playback/play_time.h"
+#include "playback/queue.h"
 #include "rendering/main_block.h"
 #include "rendering/playlist_block.h"
 #include "rendering/redraw_jukebox.h"
@@ -84,10 +85,8 @@ void BeginChange(Form_Main& form) {
         BassStopFile(form);
         return;
     }
-    form.frame.BlockMainInfos = QStringLiteral("charging");
+    SetInfos(form, QStringLiteral("charging"));
     form.player.TrackChanging = 1;
-    form.frame.InfosBlink = 0;
-    form.frame.InfosTicks = 1;
     BlockMainRedrawInfos(form);
     RefreshMain(form);
     if (form.settings.PlayTransitionSound == u"true") {
@@ -104,9 +103,8 @@ void BeginChange(Form_Main& form) {
 // clears it. One would expect it to be cleared here; the announced change has not happened.
 void EndQueue(Form_Main& form) {
     BassStopFile(form);
-    form.player.NowPlayingPath.clear();
-    form.player.NowPlayingTitre.clear();
-    form.player.Remain.clear();
+    NameNothing(form);
+    ForgetRemain(form);
     form.frame.Picture_MainVideo.Visible = false;
     UnloadVideoForm(form);
     DrawPlaylist(form);
@@ -114,9 +112,9 @@ void EndQueue(Form_Main& form) {
 }
 
 void StartNext(Form_Main& form) {
-    form.queue.PlaylistCurrent += 1;
+    MakeCurrent(form, form.queue.PlaylistCurrent + 1);
     if (form.cursor.ActiveZone != u"playlist" && form.settings.TactileMode != u"true") {
-        form.queue.PlaylistSelected = form.queue.PlaylistCurrent;
+        SelectCurrent(form);
     }
     if (form.settings.TactileMode == u"true") {
         CopyPlaylistForTouch(form);
@@ -124,11 +122,8 @@ void StartNext(Form_Main& form) {
     form.player.TrackChanging = 0;
     BassStopFile(form);
     BassPlayFile(form, form.queue.PlaylistPath(form.queue.PlaylistCurrent));
-    // Deliberate D-12: the slot under the cursor names the track, not the queue's entry. One would expect the
-    // entry; the information lines take the title from the queue anyway.
-    form.player.NowPlayingPath = form.library.InfoPath(form.library.NumTrack);
-    form.player.NowPlayingTitre = form.library.InfoTitre(form.library.NumTrack);
-    form.queue.PlaylistPlayed(form.queue.PlaylistCurrent) += 1;
+    NameAfterSlotUnderCursor(form);
+    CountStart(form, form.queue.PlaylistCurrent);
     RedrawJukebox(form);
 }
 
