@@ -42,10 +42,10 @@ struct Point {
 // Returns whether the point is inside a rectangle of the theme, given in design pixels. The left and top
 // edges are inside.
 bool Hits(const Form_Main& form, const Box& box, const Point& point) {
-    const double left = box.x * form.theme.ZoneScaleX;
-    const double top = box.y * form.theme.ZoneScaleY;
-    return point.x >= left && point.x < left + box.width * form.theme.ZoneScaleX && point.y >= top &&
-           point.y < top + box.height * form.theme.ZoneScaleY;
+    const double left = box.x * form.frame.ZoneScaleX;
+    const double top = box.y * form.frame.ZoneScaleY;
+    return point.x >= left && point.x < left + box.width * form.frame.ZoneScaleX && point.y >= top &&
+           point.y < top + box.height * form.frame.ZoneScaleY;
 }
 
 // Returns whether the point is in the area of the queue's rows.
@@ -78,7 +78,7 @@ Integer16 TappedRow(Form_Main& form, float y, double offset) {
     }
     const double top =
         form.theme.BlockPlaylist.Y.value() + form.theme.BlockPlaylistPlaylist.Y.value() - offset;
-    return CInt16(std::trunc((static_cast<double>(y) - top * form.theme.ZoneScaleY) / rowHeight) + 1);
+    return CInt16(std::trunc((static_cast<double>(y) - top * form.frame.ZoneScaleY) / rowHeight) + 1);
 }
 
 // Deliberate D-141: a row above the first one is selected as well, and the buttons raise 9 for it. One would

@@ -135,14 +135,14 @@ void PrepareCaches(Form_Main& form) {
 }
 
 void FitScale(Form_Main& form, const Size& theme) {
-    form.theme.ZoneScaleX = Divide(form.frame.Picture_Main.Width(), theme.width, PlaceOfWidth(form));
-    form.theme.ZoneScaleY = Divide(form.frame.Picture_Main.Height(), theme.height, PlaceOfHeight(form));
-    if (form.theme.ZoneScaleX <= form.theme.ZoneScaleY) {
-        form.theme.ZoneScaleY = form.theme.ZoneScaleX;
+    form.frame.ZoneScaleX = Divide(form.frame.Picture_Main.Width(), theme.width, PlaceOfWidth(form));
+    form.frame.ZoneScaleY = Divide(form.frame.Picture_Main.Height(), theme.height, PlaceOfHeight(form));
+    if (form.frame.ZoneScaleX <= form.frame.ZoneScaleY) {
+        form.frame.ZoneScaleY = form.frame.ZoneScaleX;
     } else {
-        form.theme.ZoneScaleX = form.theme.ZoneScaleY;
+        form.frame.ZoneScaleX = form.frame.ZoneScaleY;
     }
-    if (form.theme.ZoneScaleX != 1.0) {
+    if (form.frame.ZoneScaleX != 1.0) {
         form.frame.Picture_Main.stretchMode = kStretchHalftone;
     }
 }

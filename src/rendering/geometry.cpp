@@ -17,8 +17,8 @@ Box InZone(const Form_Main& form, const Box16& box) {
 }
 
 Box ScaledBox(const Form_Main& form, double x, double y, double width, double height) {
-    return {CInt32(x * form.theme.ZoneScaleX).value(), CInt32(y * form.theme.ZoneScaleY).value(),
-            CInt32(width * form.theme.ZoneScaleX).value(), CInt32(height * form.theme.ZoneScaleY).value()};
+    return {CInt32(x * form.frame.ZoneScaleX).value(), CInt32(y * form.frame.ZoneScaleY).value(),
+            CInt32(width * form.frame.ZoneScaleX).value(), CInt32(height * form.frame.ZoneScaleY).value()};
 }
 
 Box ScaledBox(const Form_Main& form, const Box& box) {
@@ -26,12 +26,12 @@ Box ScaledBox(const Form_Main& form, const Box& box) {
 }
 
 Box16 ScaledTextBox(const Form_Main& form, const Box& box) {
-    return {CInt16(box.x * form.theme.ZoneScaleX), CInt16(box.y * form.theme.ZoneScaleY),
-            CInt16(box.width * form.theme.ZoneScaleX), CInt16(box.height * form.theme.ZoneScaleY)};
+    return {CInt16(box.x * form.frame.ZoneScaleX), CInt16(box.y * form.frame.ZoneScaleY),
+            CInt16(box.width * form.frame.ZoneScaleX), CInt16(box.height * form.frame.ZoneScaleY)};
 }
 
 TextLook ScaledLook(const Form_Main& form, const TextLook& look) {
-    return {look.Font, CInt16(look.Size.value() * form.theme.ZoneScaleX), look.Color};
+    return {look.Font, CInt16(look.Size.value() * form.frame.ZoneScaleX), look.Color};
 }
 
 Integer16 SlotUnderCursor(const Form_Main& form) {
@@ -54,8 +54,8 @@ Box SlotInCache(const Form_Main& form, const SlotPlace& place) {
 // as well; themes are placed with this behaviour.
 Box SlotOnScreen(const Form_Main& form, const SlotPlace& place) {
     const Box16& slot = form.slots.ZoneListPisteHilight(place.column, place.row);
-    const double scaleX = form.theme.ZoneScaleX;
-    const double scaleY = form.theme.ZoneScaleY;
+    const double scaleX = form.frame.ZoneScaleX;
+    const double scaleY = form.frame.ZoneScaleY;
     return {CInt32(slot.X.value() * scaleX + form.theme.ZoneList.X.value()).value(),
             CInt32(slot.Y.value() * scaleY + form.theme.ZoneList.Y.value()).value(),
             CInt32(slot.W.value() * scaleX).value(), CInt32(slot.H.value() * scaleY).value()};

@@ -94,7 +94,7 @@ void PageAnim(Form_Main& form, const QString& Direction) {
     Resize(form.frame.Picture_CacheTmp2, form.frame.Picture_Cache.Width(), form.frame.Picture_Cache.Height());
     CopyWhole(form.frame.Picture_CacheTmp, form.frame.Picture_Cache);
     DrawZoneList(form);
-    if (form.theme.ZoneScaleX != 1.0) {
+    if (form.frame.ZoneScaleX != 1.0) {
         form.frame.Picture_Main.stretchMode = kStretchFast;
     }
     if (form.queue.PlaylistCount == 0 && form.settings.PlayTransitionSound == u"true") {
@@ -110,7 +110,7 @@ void PageAnim(Form_Main& form, const QString& Direction) {
         form.library.DirHistoryPage(form.library.DirLevel) = form.library.CurrentPage;
         form.library.DirHistoryPath(form.library.DirLevel) = form.library.Dir1.Path;
     });
-    if (form.theme.ZoneScaleX != 1.0) {
+    if (form.frame.ZoneScaleX != 1.0) {
         form.frame.Picture_Main.stretchMode = kStretchHalftone;
     }
     RedrawJukebox(form);

@@ -151,7 +151,7 @@ double RowsWithoutTail(const Form_Main& form) {
 }
 
 double DraggedOffset(const Form_Main& form) {
-    return form.touch.TouchDeltaY.value() / form.theme.ZoneScaleY + form.touch.TouchScrollOffset.value();
+    return form.touch.TouchDeltaY.value() / form.frame.ZoneScaleY + form.touch.TouchScrollOffset.value();
 }
 
 void ShowTouchRows(Form_Main& form) {

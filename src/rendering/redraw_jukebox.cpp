@@ -74,8 +74,8 @@ void CopyZone(Form_Main& form) {
 void DrawNavigation(Form_Main& form, const Box16& button) {
     const Box from = BoxOf(button);
     Box to = ScaledBox(form, {0, 0, from.width, from.height});
-    to.x = CInt32(from.x * form.theme.ZoneScaleX + form.theme.ZoneList.X.value()).value();
-    to.y = CInt32(from.y * form.theme.ZoneScaleY + form.theme.ZoneList.Y.value()).value();
+    to.x = CInt32(from.x * form.frame.ZoneScaleX + form.theme.ZoneList.X.value()).value();
+    to.y = CInt32(from.y * form.frame.ZoneScaleY + form.theme.ZoneList.Y.value()).value();
     form.assets.ImgZoneListNavigation.Render(form.frame.Picture_Main, to.x, to.y, to.width, to.height, from.x,
                                              from.y, from.width, from.height);
 }

@@ -66,9 +66,9 @@ void PlayCharge(Form_Main& form) {
 void SlideToNextRow(Form_Main& form) {
     const double rowHeight = form.assets.ImgPlaylistPlaylistHilight.Height();
     const double top = (form.queue.PlaylistCurrent.value() - 1) * rowHeight;
-    const int steps = CInt32(rowHeight * form.theme.ZoneScaleY).value();
+    const int steps = CInt32(rowHeight * form.frame.ZoneScaleY).value();
     for (int step = 1; step <= steps; ++step) {
-        CopyPlaylistWindow(form, top + step / form.theme.ZoneScaleY);
+        CopyPlaylistWindow(form, top + step / form.frame.ZoneScaleY);
         ShowRemain(form);
         RefreshMain(form);
         Pause(form, 300);

@@ -14,6 +14,9 @@ struct FrameState {
     // The visible frame, in screen pixels. The caches, the rows of the queue and the rows of the menu are in
     // design pixels of the theme.
     Surface Picture_Main;
+    // Screen pixels for one design pixel.
+    double ZoneScaleX = 1.0;
+    double ZoneScaleY = 1.0;
     WindowPlace Picture_MainVideo;
     Surface Picture_Video;
     // The track zone in its normal and its selected look.

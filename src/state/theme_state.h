@@ -26,10 +26,6 @@ struct ThemeRecord {
     THEME_PLAYLIST_BUTTON_KEYS(MEMBER)
     THEME_SLOT_STYLE_KEYS(MEMBER)
     THEME_COMMAND_KEYS(MEMBER)
-
-    // Screen pixels for one design pixel.
-    double ZoneScaleX = 1.0;
-    double ZoneScaleY = 1.0;
 };
 
 #undef MEMBER

@@ -223,7 +223,7 @@ TEST_F(Frame, TheSelectedSlotStandsAtItsScaledPlacePlusTheUnscaledCorner) {
     box.SetTheme(u"zonelist"_s, u"ZoneListX"_s, u"10"_s);
     box.SetTheme(u"zonelist"_s, u"ZoneListY"_s, u"20"_s);
     StartWith(box, 1);
-    ASSERT_EQ(box.form.theme.ZoneScaleX, 2.0);
+    ASSERT_EQ(box.form.frame.ZoneScaleX, 2.0);
     QRect amber;
     for (int y = 0; y < 720; ++y) {
         for (int x = 0; x < 896; ++x) {
@@ -260,7 +260,7 @@ TEST_F(Frame, ATouchMarkIsRoundedOnceWithTheZonesCorner) {
     box.SetTheme(u"zonelist"_s, u"ZoneListNavigationBackWidth"_s, u"50"_s);
     box.SetTheme(u"zonelist"_s, u"ZoneListNavigationBackHeight"_s, u"10"_s);
     StartWith(box, 1);
-    ASSERT_EQ(box.form.theme.ZoneScaleX, 0.5);
+    ASSERT_EQ(box.form.frame.ZoneScaleX, 0.5);
     box.form.settings.TactileMode = u"true"_s;
     RedrawJukebox(box.form);
     const QImage without = box.form.frame.Picture_Main.picture.copy();
@@ -283,7 +283,7 @@ TEST_F(Frame, WithoutTheMainPictureItsFocusedLookKeepsItsOwnSize) {
     box.SetKey(u"config.ini"_s, u"Main"_s, u"PositionWidth"_s, u"960"_s);
     box.SetKey(u"config.ini"_s, u"Main"_s, u"PositionHeight"_s, u"480"_s);
     StartWith(box, 1);
-    ASSERT_EQ(box.form.theme.ZoneScaleX, 2.0);
+    ASSERT_EQ(box.form.frame.ZoneScaleX, 2.0);
     box.form.settings.ActiveMainZone = u"false"_s;
     box.form.cursor.ActiveZone = u"main"_s;
     RedrawJukebox(box.form);

@@ -137,8 +137,8 @@ constexpr StateName kNames[] = {
     THEME_PLAYLIST_BUTTON_KEYS(KEYS)
     THEME_SLOT_STYLE_KEYS(KEYS)
     THEME_COMMAND_KEYS(KEYS)
-    NAME(theme, ZoneScaleX)
-    NAME(theme, ZoneScaleY)
+    NAME(frame, ZoneScaleX)
+    NAME(frame, ZoneScaleY)
 
     SLOT_KEYS(SLOT_LISTS)
 
