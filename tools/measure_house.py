@@ -16,6 +16,7 @@ from collections import defaultdict
 from pathlib import Path
 
 from check_support import arguments, files_below, text_of
+from check_writes import WRITE
 
 # The rooms from the ground up.
 ROOMS = ["core", "platform", "imaging", "state", "settings", "theme", "library", "playback", "rendering", "lightshow",
@@ -31,9 +32,6 @@ INCLUDE = re.compile(r'^#include "([^"]+)"', re.M)
 COMMENT = re.compile(r"//\s?(.*)$", re.M)
 ROUTINE = re.compile(r"^(?:\[\[\w+\]\] )?[A-Za-z_][\w:<>*& ]*?\b(\w+)\((?:const )?Form_Main& form\b[^;{]*\{\n(.*?)^\}", re.M | re.S)
 PASSES = re.compile(r"\b(\w+)\(form\b")
-SUBSCRIPT = r"(?:\([^()]*(?:\([^()]*\)[^()]*)*\))?"
-WRITE = re.compile(rf"\bform\.(\w+)\.(\w+){SUBSCRIPT}(?:\.\w+)*\s*(?:=(?!=)|[-+]=)|"
-                   rf"\bform\.(\w+)\.(\w+){SUBSCRIPT}\.(?:clear|reset|Set|append)\(")
 CODE_TYPES = (".h", ".cpp")
 
 

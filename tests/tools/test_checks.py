@@ -41,6 +41,21 @@ CLEAN_SOURCES = {
     "src/app/cabinet/main.cpp": '#include "state/form_main.h"\n#include <QWidget>\n',
 }
 
+STATE = """# Architecture
+
+## The state
+
+| Struct | Owner | What it holds |
+|---|---|---|
+| `form.queue`, `form.player` | playback | the queue |
+
+### Who else writes what
+
+| Variables | Rooms | Why |
+|---|---|---|
+| `form.queue.Selected` | shell | ticks choose it |
+"""
+
 REGISTER = """# Not bugs
 
 | Number | Symptom | Why | Where | Test |
@@ -144,6 +159,56 @@ class Includes(TreeTest):
     def test_missing_table(self):
         self.write("docs/architecture.md", "# Architecture\n")
         self.assert_finds("check_includes", "no table")
+
+
+class Writes(TreeTest):
+    def setUp(self):
+        super().setUp()
+        self.write("docs/architecture.md", STATE)
+        self.write("src/playback/queue.cpp", "form.queue.Count += 1;\nform.player.Path(form.queue.Count).clear();\n")
+        self.write("src/shell/tick.cpp", "if (form.queue.Count == 1) {\n    form.queue.Selected = 2;\n}\n")
+
+    def assert_finds_write(self, line):
+        self.write("src/shell/tick.cpp", f"form.queue.Selected = 2;\n{line}\n")
+        self.assert_finds("check_writes", 'src/shell/tick.cpp:2: "shell" may not write')
+
+    def test_clean(self):
+        self.assertIn("3 writes, 2 structs", self.assert_passes("check_writes"))
+
+    def test_assignment(self):
+        self.assert_finds_write("form.queue.Count = 1;")
+
+    def test_assignment_with_operation(self):
+        self.assert_finds_write("form.queue.Count -= 1;")
+
+    def test_assignment_to_an_element(self):
+        self.assert_finds_write("form.queue.Path(form.queue.At(CInt16(x))) = path;")
+
+    def test_assignment_to_a_member(self):
+        self.assert_finds_write("form.queue.Row(1).X = 1;")
+
+    def test_call_that_changes(self):
+        self.assert_finds_write("form.player.Path.clear();")
+
+    def test_comparison_and_comment(self):
+        self.write("src/shell/wait.cpp", "if (form.queue.Count == 1) {}\n// form.queue.Count = 1;\n")
+        self.assert_passes("check_writes")
+
+    def test_row_for_another_room(self):
+        self.write("src/theme/read.cpp", "form.queue.Selected = 2;\n")
+        self.assert_finds("check_writes", 'src/theme/read.cpp:1: "theme" may not write form.queue.Selected, which "playback"')
+
+    def test_row_that_nobody_needs(self):
+        self.write("src/shell/tick.cpp", "int a;\n")
+        self.assert_finds("check_writes", 'docs/architecture.md:13: "shell" does not write form.queue.Selected')
+
+    def test_program(self):
+        self.write("src/app/console/commands.cpp", "form.queue.Count = 1;\n")
+        self.assert_passes("check_writes")
+
+    def test_missing_table(self):
+        self.write("docs/architecture.md", "# Architecture\n")
+        self.assert_finds("check_writes", "no table")
 
 
 class Deliberate(TreeTest):
