@@ -1,5 +1,7 @@
-// Input events: keys, pointer, timers, the request to close.
+// Input events: keys, pointer, timers, controls of dialogs, the request to close.
 #pragma once
+
+#include "platform/dialog_controls.h"
 
 #include <functional>
 
@@ -12,7 +14,11 @@ enum class InputKind {
     kDblClick,    // no position
     kTimer1,      // the heartbeat's interval has passed
     kTmrSpectrum, // the light show's interval has passed
-    kClose,       // the window system, or a signal, asks the program to end
+    // What a person does with a control of the open dialog.
+    kControlSet,         // control, value: types a text, picks an entry, ticks a box ("true", "false")
+    kControlClick,       // control
+    kControlDoubleClick, // control
+    kClose,              // the window system, or a signal, asks the program to end
 };
 
 // Positions are pixels of Picture_Main, or of Picture_Keyboard while the on-screen keyboard is open. Buttons:
@@ -23,6 +29,8 @@ struct InputEvent {
     int button = 0;
     double x = 0;
     double y = 0;
+    ControlName control = {};
+    QString value = {};
 };
 
 // Processes one event. ProgramStop and ProgramEnd pass through.

@@ -46,6 +46,9 @@ void Dispatch(Form_Main& form, const InputEvent& event) {
     case InputKind::kMouseDown:
         return Picture_Main_MouseDown(form, event.button, 0, x, y);
     case InputKind::kMouseBeside:
+    case InputKind::kControlSet:
+    case InputKind::kControlClick:
+    case InputKind::kControlDoubleClick:
         return;
     case InputKind::kMouseMove:
         return Picture_Main_MouseMove(form, event.button, 0, x, y);

@@ -1,20 +1,11 @@
 // The dialogs of the cabinet.
 #pragma once
 
+#include "platform/dialog_controls.h"
 #include "platform/dialogs.h"
-
-#include <functional>
 
 class QtEventPump;
 class QtWindows;
-
-// The jukebox's part in showing a dialog.
-struct DialogParts {
-    // Prepares the dialog; it is open afterwards.
-    std::function<void()> load;
-    // Whether the dialog is still open.
-    std::function<bool()> isOpen;
-};
 
 // The on-screen keyboard is a full-screen window that receives all input until it closes. A dialog without a
 // window closes as soon as it opens, with nothing changed and nothing chosen.
