@@ -24,7 +24,8 @@ ROOMS = ["core", "platform", "imaging", "state", "settings", "theme", "library",
 # The struct of the form that a room owns.
 OWNERS = {"shell": "shell", "settings": "settings", "theme": "theme", "slots": "theme", "menu": "theme",
           "assets": "theme", "library": "library", "queue": "playback", "player": "playback", "frame": "rendering",
-          "lights": "lightshow", "keyboard": "dialogs", "answers": "dialogs", "cursor": "interaction",
+          "lights": "lightshow", "keyboard": "dialogs", "config": "dialogs", "keyAssign": "dialogs",
+          "folderDialog": "dialogs", "cursor": "interaction",
           "touch": "interaction", "coins": "interaction"}
 SMALL = 20
 

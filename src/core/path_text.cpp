@@ -82,3 +82,11 @@ QString FolderOfPath(const QString& path) {
 QString NameOfPath(const QString& path) {
     return path.mid(path.lastIndexOf(u'/') + 1);
 }
+
+QString WithoutSeparatorAtEnd(const QString& path) {
+    qsizetype end = path.size();
+    while (end > 1 && path[end - 1] == u'/') {
+        --end;
+    }
+    return path.left(end);
+}

@@ -11,6 +11,9 @@ QString TextOfPath(const QByteArray& bytes);
 // Converts text to the bytes of a path: the original bytes for text from TextOfPath, otherwise UTF-8.
 QByteArray BytesOfPath(const QString& text);
 
+// Returns a path without separators at its end; "/" stays.
+QString WithoutSeparatorAtEnd(const QString& path);
+
 // Joins a folder and a name with one separator. None is added to a folder that ends with one, such as "/".
 QString PathIn(const QString& folder, const QString& name);
 

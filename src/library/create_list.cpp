@@ -55,16 +55,6 @@ QStringList FolderPaths(const QString& folder, QStringList names) {
     return names;
 }
 
-QStringList ReadFolders(Form_Main& form, const QString& folder) {
-    QStringList names;
-    for (const FolderEntry& entry : EntriesOf(form, folder)) {
-        if (entry.isFolder && !IsHidden(entry.name)) {
-            names += entry.name;
-        }
-    }
-    return FolderPaths(folder, std::move(names));
-}
-
 QStringList ReadFiles(Form_Main& form, const FileList& list) {
     const FilePattern pattern(list.Pattern);
     QStringList names;
@@ -96,14 +86,6 @@ FolderContent ReadContent(Form_Main& form, const QString& folder) {
     content.folders = FolderPaths(folder, std::move(content.folders));
     SortNames(content.files);
     return content;
-}
-
-QString WithoutSeparatorAtEnd(const QString& path) {
-    qsizetype end = path.size();
-    while (end > 1 && path[end - 1] == u'/') {
-        --end;
-    }
-    return path.left(end);
 }
 
 // Returns the folder as a list keeps it: absolute, without a separator at its end. A relative path is
@@ -245,14 +227,27 @@ void FillList(Form_Main& form, const QSet<QString>& videos) {
 
 } // namespace
 
-void PointDir1(Form_Main& form, const QString& path) {
+QStringList FolderPathsOf(const QString& folder, const std::vector<FolderEntry>& entries) {
+    QStringList names;
+    for (const FolderEntry& entry : entries) {
+        if (entry.isFolder && !IsHidden(entry.name)) {
+            names += entry.name;
+        }
+    }
+    return FolderPaths(folder, std::move(names));
+}
+
+void PointFolderList(Form_Main& form, FolderList& list, const QString& path) {
     const QString folder = FolderOf(form, path);
-    form.library.Dir1 = {folder, ReadFolders(form, folder)};
+    list = {folder, FolderPathsOf(folder, EntriesOf(form, folder))};
+}
+
+void PointDir1(Form_Main& form, const QString& path) {
+    PointFolderList(form, form.library.Dir1, path);
 }
 
 void PointDir2(Form_Main& form, const QString& path) {
-    const QString folder = FolderOf(form, path);
-    form.library.Dir2 = {folder, ReadFolders(form, folder)};
+    PointFolderList(form, form.library.Dir2, path);
 }
 
 void PointFile1(Form_Main& form, const QString& path) {

@@ -11,18 +11,21 @@
 
 class QImage;
 
-// A control by its given name. An element of a control array has an index from 0, any other control -1.
+// A control by its given name, and the dialog that it belongs to. An element of a control array has an index
+// from 0, any other control -1.
 struct ControlName {
     QString name;
     int index = -1;
+    QString dialog = {};
 
     bool operator==(const ControlName&) const = default;
 };
 
 // What a control shows.
 struct ControlLook {
-    // Its text, caption or selected entry; "true" or "false" for a box or an option.
+    // Its text, caption or selected entry; "true" or "false" for a switch, that is a box or an option.
     QString value;
+    bool isSwitch = false;
     // The entries of a list.
     QStringList entries;
     bool enabled = true;
@@ -41,6 +44,8 @@ struct DialogParts {
     std::function<void()> load;
     // Whether the dialog is still open.
     std::function<bool()> isOpen;
+    // Called once the dialog is on the screen.
+    std::function<void()> shown = {};
     // What a control of the dialog shows now.
     std::function<ControlLook(const ControlName&)> look = {};
 };

@@ -5,8 +5,10 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -56,6 +58,15 @@ struct Files {
     // that are neither file nor folder (links followed) are left out. Returns nothing when the folder cannot
     // be read.
     virtual std::optional<std::vector<FolderEntry>> ListFolder(const QString& path) = 0;
+    // The same for a folder on a medium that may not answer: calls `wait` repeatedly until the folder has
+    // been read, and returns nothing when `wait` returns false.
+    virtual std::optional<std::vector<FolderEntry>> ListSlowFolder(const QString& path,
+                                                                   const std::function<bool()>& /*wait*/) {
+        return ListFolder(path);
+    }
+    // The folders in which a person looks for files: "/", then the user's home and mounted media if there are
+    // any.
+    virtual QStringList Drives() { return {QStringLiteral("/")}; }
 
     // Creates or empties a file and writes `bytes`. With `synced` they are on the disk when this returns.
     virtual bool Write(const QString& path, const QByteArray& bytes, bool synced) = 0;

@@ -100,6 +100,7 @@ constexpr std::array kLedKeys = {
 
 // Deliberate D-04: "LastPath" and "fav" are read and discarded. One would expect them to be used; files in
 // the field contain them, and reading them keeps their place in the order.
+static_assert(kPlacementKeys.back().variable == &S::TactileMode);
 static_assert(1 + kScreenKeys.size() + kPlacementKeys.size() + kDisplayKeys.size() == 31);
 static_assert(kKeyKeys.size() == 17 && kLedKeys.size() == 4);
 
@@ -141,8 +142,16 @@ void ReadPlacementKeys(Form_Main& form) {
 
 void ReadOtherKeys(Form_Main& form) {
     ReadKeys(form, u"Main", kDisplayKeys);
-    ReadKeys(form, u"Key", kKeyKeys);
+    ReadKeyBindings(form);
     ReadKeys(form, u"RGBLeds", kLedKeys);
+}
+
+void ReadKeyBindings(Form_Main& form) {
+    ReadKeys(form, u"Key", kKeyKeys);
+}
+
+void ReadTactileMode(Form_Main& form) {
+    ReadKeys(form, u"Main", std::span(kPlacementKeys).last<1>());
 }
 
 QString ConfigPlace(const Form_Main& form, QStringView section, QStringView key) {

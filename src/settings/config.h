@@ -15,6 +15,10 @@ void ReadScreenKeys(Form_Main& form);
 void ReadPlacementKeys(Form_Main& form);
 void ReadOtherKeys(Form_Main& form);
 
+// Read the key bindings, or the touch mode, alone.
+void ReadKeyBindings(Form_Main& form);
+void ReadTactileMode(Form_Main& form);
+
 // Returns the place of a key in config.ini for the detail of an error: file, section, key.
 QString ConfigPlace(const Form_Main& form, QStringView section, QStringView key);
 

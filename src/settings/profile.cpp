@@ -21,6 +21,6 @@ void WritePrivateProfileString(Form_Main& form, const QString& path, const QStri
     IniFilesOf(form).Write(form.files, path, section, key, value);
 }
 
-void ChangeProfile(Form_Main& form, const QString& path, const std::function<void(IniFile&)>& change) {
-    IniFilesOf(form).Change(form.files, path, change);
+bool ChangeProfile(Form_Main& form, const QString& path, const std::function<void(IniFile&)>& change) {
+    return IniFilesOf(form).Change(form.files, path, change);
 }

@@ -22,5 +22,6 @@ void WritePrivateProfileString(Form_Main& form, const QString& path, const QStri
                                const QString& key, const QString& value);
 
 // Changes several keys in one write of the file: `change` reads and sets them. An exception in `change` is
-// rethrown after the keys set so far have been written.
-void ChangeProfile(Form_Main& form, const QString& path, const std::function<void(IniFile&)>& change);
+// rethrown after the keys set so far have been written. Returns false when the file cannot be written; it
+// stays as it is then.
+bool ChangeProfile(Form_Main& form, const QString& path, const std::function<void(IniFile&)>& change);

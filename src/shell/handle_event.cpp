@@ -1,6 +1,7 @@
 // Dispatching events to their handlers.
 #include "shell/handle_event.h"
 
+#include "dialogs/controls.h"
 #include "dialogs/keyboard.h"
 #include "interaction/keys.h"
 #include "interaction/touch.h"
@@ -11,10 +12,10 @@
 
 namespace {
 
-// The on-screen keyboard is modal: while it is open, it receives all keys and pointer events.
-bool IsForKeyboard(const Form_Main& form, InputKind kind) {
-    return form.shell.Form_KeyBoard.Visible && kind != InputKind::kTimer1 &&
-           kind != InputKind::kTmrSpectrum && kind != InputKind::kClose;
+// Whether an event comes from a person. While a dialog or the on-screen keyboard is open, it receives all of
+// these.
+bool IsInput(InputKind kind) {
+    return kind != InputKind::kTimer1 && kind != InputKind::kTmrSpectrum && kind != InputKind::kClose;
 }
 
 void DispatchToKeyboard(Form_Main& form, const InputEvent& event) {
@@ -35,8 +36,11 @@ void DispatchToKeyboard(Form_Main& form, const InputEvent& event) {
 }
 
 void Dispatch(Form_Main& form, const InputEvent& event) {
-    if (IsForKeyboard(form, event.kind)) {
+    if (IsInput(event.kind) && form.shell.Form_KeyBoard.Visible) {
         return DispatchToKeyboard(form, event);
+    }
+    if (IsInput(event.kind) && !OpenDialog(form).isEmpty()) {
+        return HandleDialogEvent(form, event);
     }
     const auto x = static_cast<float>(event.x);
     const auto y = static_cast<float>(event.y);

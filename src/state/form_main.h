@@ -32,7 +32,9 @@ struct Form_Main : Ports {
     FrameState frame;
     LightShowState lights;
     KeyboardState keyboard;
-    DialogsState answers;
+    ConfigDialogState config;
+    KeyAssignState keyAssign;
+    FolderDialogState folderDialog;
     CursorState cursor;
     TouchState touch;
     CoinState coins;

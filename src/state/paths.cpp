@@ -25,13 +25,21 @@ QString PlaylistsFolder(const Form_Main& form) {
     return PathIn(form.shell.AppFolder, QStringLiteral("playlists"));
 }
 
+QString ThemesFolder(const Form_Main& form) {
+    return PathIn(form.shell.AppFolder, QStringLiteral("themes"));
+}
+
 QString ThemeFolder(const Form_Main& form) {
-    return PathIn(form.shell.AppFolder, QStringLiteral("themes/") + form.settings.Theme);
+    return PathIn(ThemesFolder(form), form.settings.Theme);
 }
 
 QString ThemeFile(Form_Main& form, const QString& name) {
-    const QString found = FindFile(form.files, ThemeFolder(form), name);
-    return found.isEmpty() ? PathIn(ThemeFolder(form), name) : found;
+    return FileIn(form.files, ThemeFolder(form), name);
+}
+
+QString FileIn(Files& files, const QString& folder, const QString& name) {
+    const QString found = FindFile(files, folder, name);
+    return found.isEmpty() ? PathIn(folder, name) : found;
 }
 
 QString FindFile(Files& files, const QString& folder, const QString& name) {

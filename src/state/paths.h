@@ -13,12 +13,16 @@ QString StatsPath(const Form_Main& form);          // stats.ini
 QString LogPath(const Form_Main& form);            // vantorix.log
 QString PlaylistsFolder(const Form_Main& form);    // playlists
 
-// The folder of the current theme.
+// The folder of all themes, and that of the current one.
+QString ThemesFolder(const Form_Main& form);
 QString ThemeFolder(const Form_Main& form);
 
 // Returns the path of a file of the current theme as spelled on disk, ignoring case. Without such a file,
 // returns the path with the given name.
 QString ThemeFile(Form_Main& form, const QString& name);
+
+// The same for a file of any folder.
+QString FileIn(Files& files, const QString& folder, const QString& name);
 
 // Returns the path of the file `name` in `folder` as spelled on disk: the exact name if it exists, else one
 // that differs only in case. Empty when there is none.

@@ -9,8 +9,10 @@
 #include "state/form_main.h"
 #include "state/paths.h"
 
-ThemeReader::ThemeReader(Form_Main& form)
-    : form_(form), path_(ThemeFile(form, QStringLiteral("theme.ini"))),
+ThemeReader::ThemeReader(Form_Main& form) : ThemeReader(form, ThemeFolder(form)) {}
+
+ThemeReader::ThemeReader(Form_Main& form, const QString& folder)
+    : form_(form), folder_(folder), path_(FileIn(form.files, folder, QStringLiteral("theme.ini"))),
       file_(IniFilesOf(form).Open(form.files, path_)) {}
 
 Integer16 ThemeReader::Integer(const QString& section, const char* key) const {
@@ -33,9 +35,9 @@ QString ThemeReader::Place(const QString& section, const QString& key, const QSt
 }
 
 QString ThemeReader::WhatIsMissing(const QString& place) const {
-    if (!form_.files.IsFolder(ThemeFolder(form_))) {
+    if (!form_.files.IsFolder(folder_)) {
         return QStringLiteral("%1 (expected the folder of a theme): there is no folder \"%2\"")
-            .arg(ConfigPlace(form_, u"Main", u"Theme"), ThemeFolder(form_));
+            .arg(ConfigPlace(form_, u"Main", u"Theme"), folder_);
     }
     if (!form_.files.Open(path_)) {
         return QStringLiteral(

@@ -8,10 +8,13 @@
 class IniFile;
 struct Form_Main;
 
-// Reads the keys of the current theme's file, with blanks trimmed. The form must outlive this object.
+// Reads the keys of a theme's file, with blanks trimmed. The form must outlive this object.
 class ThemeReader {
 public:
+    // Reads the current theme.
     explicit ThemeReader(Form_Main& form);
+    // Reads the theme in a folder.
+    ThemeReader(Form_Main& form, const QString& folder);
 
     // Raises 13 for a number that is missing or invalid, 6 for one beyond 16 bits. The detail names file,
     // section and key, or only the file or folder when that is missing.
@@ -27,6 +30,7 @@ private:
     QString WhatIsMissing(const QString& place) const;
 
     Form_Main& form_;
+    QString folder_;
     QString path_;
     const IniFile& file_;
 };

@@ -1,8 +1,8 @@
 // Parsing the console's commands, and running those that send events to the jukebox.
 #include "app/console/commands.h"
 
+#include "app/console/dialog_commands.h"
 #include "app/console/query_commands.h"
-#include "lightshow/led_link.h"
 #include "platform/input_event.h"
 #include "platform/simulated/simulated_platform.h"
 #include "shell/handle_event.h"
@@ -46,17 +46,6 @@ std::optional<PixelPosition> Position(const QString& x, const QString& y) {
     static const QRegularExpression form(QStringLiteral("\\A-?[0-9]{1,10}(\\.[0-9]{1,6})?\\z"));
     const bool good = form.match(x).hasMatch() && form.match(y).hasMatch();
     return good ? std::optional(PixelPosition{x.toDouble(), y.toDouble()}) : std::nullopt;
-}
-
-// Sends events to the jukebox in turn. The first error is the answer and drops the rest.
-JsonObject HandOver(Console& console, const std::vector<InputEvent>& events) {
-    for (const InputEvent& event : events) {
-        console.platform.pump.Stirred();
-        if (const std::optional<RunTimeError> error = HandleEvent(console.form, event)) {
-            return Ok().Add(QStringLiteral("error"), ErrorObject(*error));
-        }
-    }
-    return Ok();
 }
 
 ParsedCommand ParseKey(const QStringList& words) {
@@ -175,28 +164,6 @@ ParsedCommand ParseController(const QStringList& words) {
     return {run, QString()};
 }
 
-// The buttons of the main form, which cannot be reached while a dialog is open.
-ParsedCommand ParseClick(const QStringList& words) {
-    void (*button)(Form_Main&) = nullptr;
-    if (words.size() == 2) {
-        button = words[1] == u"Command1"   ? Command1_Click
-                 : words[1] == u"Command2" ? Command2_Click
-                                           : nullptr;
-    }
-    if (button == nullptr) {
-        return Bad(QStringLiteral("click takes Command1 or Command2"));
-    }
-    const auto run = [button](Console& console) {
-        if (console.form.shell.Form_KeyBoard.Visible) {
-            return RefusalObject(QStringLiteral("the on-screen keyboard is open"));
-        }
-        console.platform.pump.Stirred();
-        const std::optional<RunTimeError> error = RunHandler([&] { button(console.form); });
-        return error ? Ok().Add(QStringLiteral("error"), ErrorObject(*error)) : Ok();
-    };
-    return {run, QString()};
-}
-
 // The bytes of a text with escapes; nothing for an invalid escape.
 std::optional<QByteArray> Unescaped(const QString& text) {
     static const QRegularExpression form(
@@ -276,16 +243,19 @@ constexpr WordRow kWordCommands[] = {
     {"state",      ParseState},
     {"calls",      ParseCalls},
     {"controller", ParseController},
-    {"click",      ParseClick},
 };
 
 constexpr RestRow kRestCommands[] = {
-    {"later",      ParseLater},
-    {"serial",     ParseSerial},
-    {"frame",      ParseFrame},
-    {"surface",    ParseSurface},
-    {"image",      ParseImage},
-    {"tags",       ParseTags},
+    {"later",       ParseLater},
+    {"serial",      ParseSerial},
+    {"frame",       ParseFrame},
+    {"surface",     ParseSurface},
+    {"image",       ParseImage},
+    {"tags",        ParseTags},
+    {"get",         ParseGet},
+    {"set",         ParseSet},
+    {"click",       ParseClick},
+    {"doubleclick", ParseDoubleclick},
 };
 // clang-format on
 
@@ -316,6 +286,16 @@ ParsedCommand ParseCommand(const QString& line) {
 
 Command Refuse(const QString& reason) {
     return [reason](Console&) { return RefusalObject(reason); };
+}
+
+JsonObject HandOver(Console& console, const std::vector<InputEvent>& events) {
+    for (const InputEvent& event : events) {
+        console.platform.pump.Stirred();
+        if (const std::optional<RunTimeError> error = HandleEvent(console.form, event)) {
+            return Ok().Add(QStringLiteral("error"), ErrorObject(*error));
+        }
+    }
+    return Ok();
 }
 
 JsonObject ErrorObject(const RunTimeError& error) {

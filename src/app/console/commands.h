@@ -5,7 +5,10 @@
 
 #include <QString>
 
+#include <vector>
+
 class RunTimeError;
+struct InputEvent;
 
 // The command of a line, or the reason why it has none.
 struct ParsedCommand {
@@ -21,6 +24,9 @@ ParsedCommand ParseCommand(const QString& line);
 
 // Returns a command that does nothing and answers with the reason.
 Command Refuse(const QString& reason);
+
+// Hands events to the jukebox in turn. The first error is the answer and drops the rest.
+JsonObject HandOver(Console& console, const std::vector<InputEvent>& events);
 
 // A run-time error in the form of the answers: number, text, detail.
 JsonObject ErrorObject(const RunTimeError& error);

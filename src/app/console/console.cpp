@@ -3,6 +3,9 @@
 
 #include "app/console/commands.h"
 #include "core/run_time_error.h"
+#include "dialogs/config_dialog.h"
+#include "dialogs/folder_chooser.h"
+#include "dialogs/key_assignment.h"
 #include "dialogs/keyboard.h"
 #include "platform/simulated/simulated_platform.h"
 #include "shell/start_up.h"
@@ -90,16 +93,36 @@ void ReadDialogCommands(Console& console, const bool& open) {
     }
 }
 
-// Shows a modal dialog. The command that opened it is answered with its name. A dialog that the console does
-// not have closes at once, like a cancelled one.
+// A dialog: how it opens, and whether it is still open.
+struct DialogRow {
+    const char* name;
+    void (*load)(Form_Main& form);
+    const bool& (*isOpen)(const Form_Main& form);
+};
+
+void LoadFolderDialog(Form_Main& form) {
+    Form_SelectDirectory_Load(form);
+    ReadOpenFolder(form);
+}
+
+// clang-format off
+constexpr DialogRow kDialogs[] = {
+    {"Form_KeyBoard",        Form_KeyBoard_Load,  [](const Form_Main& f) -> const bool& { return f.shell.Form_KeyBoard.Visible; }},
+    {"Form_Config",          Form_Config_Load,    [](const Form_Main& f) -> const bool& { return f.config.Visible; }},
+    {"Form_KeyAssign",       Form_KeyAssign_Load, [](const Form_Main& f) -> const bool& { return f.keyAssign.Visible; }},
+    {"Form_SelectDirectory", LoadFolderDialog,    [](const Form_Main& f) -> const bool& { return f.folderDialog.Visible; }},
+};
+// clang-format on
+
+// Shows a modal dialog. The command that opened it is answered with its name.
 void ShowModal(Console& console, const QString& dialog) {
-    const bool isKeyboard = dialog == u"Form_KeyBoard";
-    if (isKeyboard) {
-        Form_KeyBoard_Load(console.form);
-    }
-    Answer(console, JsonObject().Add(QStringLiteral("ok"), true).Add(QStringLiteral("dialog"), dialog));
-    if (isKeyboard) {
-        ReadDialogCommands(console, console.form.shell.Form_KeyBoard.Visible);
+    for (const DialogRow& row : kDialogs) {
+        if (dialog == QLatin1StringView(row.name)) {
+            row.load(console.form);
+            Answer(console,
+                   JsonObject().Add(QStringLiteral("ok"), true).Add(QStringLiteral("dialog"), dialog));
+            ReadDialogCommands(console, row.isOpen(console.form));
+        }
     }
 }
 

@@ -27,6 +27,11 @@ QJsonValue Monitors(const Form_Main& form, const BoundedArray<Element, Upper>& a
     return ElementsOf(array, 0, form.shell.MonitorCount.value() - 1);
 }
 
+template <typename Element, int Upper>
+QJsonValue Bindings(const Form_Main& /*form*/, const BoundedArray<Element, Upper>& array) {
+    return ElementsOf(array, 0, Upper);
+}
+
 QJsonValue ListLines(const Form_Main& form) {
     QJsonArray lines;
     for (const ListLine& line : form.library.List_List) {
@@ -180,10 +185,12 @@ constexpr StateName kNames[] = {
     NAME(keyboard, KeyboardSelLine)
     NAME(keyboard, KeyboardSelCol)
     NAME(keyboard, KeyboardBusy)
-    NAME(answers, KeyAssignIndex)
-    NAME(answers, KeyAssignTitle)
-    NAME(answers, KeyAssignCode)
-    NAME(answers, SelectedDirectory)
+    NAME(keyAssign, KeyAssignIndex)
+    NAME(keyAssign, KeyAssignTitle)
+    NAME(keyAssign, KeyAssignCode)
+    NAME(folderDialog, SelectedDirectory)
+    NAME(config, ZoneListNbTracks)
+    LIST(config, KeyValues, Bindings)
 };
 // clang-format on
 

@@ -1,6 +1,8 @@
 // The key table: virtual-key codes and the toolkit's keys.
 #include "platform/qt/key_table.h"
 
+#include "core/virtual_keys.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -147,6 +149,12 @@ constexpr std::size_t kNamedKeys = 76;
 constexpr std::size_t kCharacterKeys = 36;
 constexpr std::size_t kSecondWays = 5;
 static_assert(kKeyRows.size() == kNamedKeys + kCharacterKeys + kSecondWays);
+// Every named key can be sent or is known not to be, and every row has the code of its name.
+static_assert(kVirtualKeyNames.size() == kNamedKeys);
+static_assert(std::equal(kVirtualKeyNames.begin(), kVirtualKeyNames.end(), kKeyRows.begin(),
+                         [](const VirtualKeyName& name, const KeyRow& row) {
+                             return name.code == row.code;
+                         }));
 
 // The digit row of the keyboard. Its keys count as digits by their position: many keyboards print accented
 // letters there, and digits only with Shift.

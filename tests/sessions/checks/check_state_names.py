@@ -36,6 +36,9 @@ CALLED = {
     "ZoneListPage": None,  # shown as ZoneListPageX, ZoneListPageY, ZoneListPageWidth and ZoneListPageHeight
 }
 
+# The controls of the dialogs are shown by "get".
+CONTROLS = {"SlotControls", "ConfigDialogState", "KeyAssignState", "FolderDialogState"}
+
 MEMBER = re.compile(r"^    ([A-Za-z_][\w:]*(?:<.*>)?)\s+(\w+)\s*(?:=[^;]*|\{[^;]*\})?;$")
 THEME_ROW = re.compile(r"^\s+ROW\((\w+),\s*(?:\"\w+\",\s*)?(\w+)\)")
 LONG = ["X", "Y", "Width", "Height"]
@@ -57,7 +60,7 @@ KEYS_OF = {
 def members_of(text):
     """Type and name of every member of the structs whose names tell of state."""
     for struct in re.finditer(r"^struct (\w+) \{\n(.*?)^\};", text, re.M | re.S):
-        if struct.group(1) in OBJECTS or struct.group(1) == "ListLine":
+        if struct.group(1) in OBJECTS or struct.group(1) in CONTROLS | {"ListLine"}:
             continue
         for line in struct.group(2).split("\n"):
             member = MEMBER.match(line)
