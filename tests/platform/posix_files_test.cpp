@@ -127,6 +127,27 @@ TEST_F(PosixFilesTest, OnlyAFolderHasAList) {
     EXPECT_TRUE(files.ListFolder(home.MakeFolder(QStringLiteral("empty")))->empty());
 }
 
+TEST_F(PosixFilesTest, AFolderThatAnswersIsListedWithoutWaiting) {
+    home.MakeFolder(QStringLiteral("folder"));
+    home.MakeFolder(QStringLiteral("folder/inner"));
+    const auto giveUp = [] { return false; };
+    const auto entries = files.ListSlowFolder(Path("folder"), giveUp);
+    ASSERT_TRUE(entries);
+    ASSERT_EQ(entries->size(), 1U);
+    EXPECT_EQ(entries->front().name, QStringLiteral("inner"));
+    EXPECT_EQ(files.ListSlowFolder(Path("none"), giveUp), std::nullopt);
+}
+
+TEST_F(PosixFilesTest, TheDrivesBeginWithTheRootAndTheUsersHome) {
+    const QByteArray before = qgetenv("HOME");
+    qputenv("HOME", BytesOfPath(home.Path()));
+    EXPECT_EQ(files.Drives().mid(0, 2), (QStringList{QStringLiteral("/"), home.Path()}));
+    qputenv("HOME", "relative");
+    EXPECT_EQ(files.Drives().front(), QStringLiteral("/"));
+    EXPECT_FALSE(files.Drives().contains(QStringLiteral("relative")));
+    qputenv("HOME", before);
+}
+
 TEST_F(PosixFilesTest, TellsFolders) {
     files.Write(Path("file"), "x", false);
     home.MakeFolder(QStringLiteral("folder"));

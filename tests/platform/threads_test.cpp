@@ -1,7 +1,7 @@
 // Tests of the sound when the system has no more threads.
+#include "core/errand.h"
 #include "core/run_time_error.h"
 #include "platform/gstreamer/audio_library.h"
-#include "platform/gstreamer/errand.h"
 #include "platform/gstreamer/media_graph.h"
 #include "platform/gstreamer/opening.h"
 

@@ -1,9 +1,9 @@
 // The audio library's operations on streams and their output.
 #include "platform/gstreamer/audio_library.h"
 
+#include "core/errand.h"
 #include "platform/gstreamer/audio_output.h"
 #include "platform/gstreamer/audio_stream.h"
-#include "platform/gstreamer/errand.h"
 
 #include <algorithm>
 #include <chrono>

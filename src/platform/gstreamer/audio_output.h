@@ -1,8 +1,8 @@
 // A sound output that runs from Start to Stop and mixes the attached sources.
 #pragma once
 
+#include "core/errand.h"
 #include "platform/gstreamer/audio_output_options.h"
-#include "platform/gstreamer/errand.h"
 #include "platform/gstreamer/mixer.h"
 
 #include <chrono>

@@ -1,7 +1,7 @@
 // Limits for opening a file: how much work it may take, and how long it may wait.
 #pragma once
 
-#include "platform/gstreamer/errand.h"
+#include "core/errand.h"
 
 #include <QString>
 

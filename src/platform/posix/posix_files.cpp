@@ -1,16 +1,20 @@
 // File operations with system calls (POSIX.1-2017).
 #include "platform/posix/posix_files.h"
 
+#include "core/errand.h"
 #include "core/path_text.h"
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <mntent.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <climits>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string_view>
@@ -176,6 +180,25 @@ QByteArray LinkTarget(const QByteArray& path) {
     return target;
 }
 
+// Reads a folder; may be called on any thread.
+std::optional<std::vector<FolderEntry>> ReadFolder(const QString& path) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(SystemPath(path).constData()), ::closedir);
+    if (!folder) {
+        return std::nullopt;
+    }
+    std::vector<FolderEntry> entries;
+    errno = 0;
+    while (const dirent* const entry = ::readdir(folder.get())) {
+        const std::string_view name(entry->d_name);
+        const auto isFolder = KindOf(::dirfd(folder.get()), *entry);
+        if (isFolder && name != "." && name != "..") {
+            entries.push_back({NameOf(entry->d_name), *isFolder});
+        }
+        errno = 0;
+    }
+    return errno == 0 ? std::optional(std::move(entries)) : std::nullopt;
+}
+
 } // namespace
 
 std::optional<QByteArray> PosixFiles::ReadWhole(const QString& path, std::int64_t limit) {
@@ -207,21 +230,45 @@ bool PosixFiles::IsFolder(const QString& path) {
 }
 
 std::optional<std::vector<FolderEntry>> PosixFiles::ListFolder(const QString& path) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(SystemPath(path).constData()), ::closedir);
-    if (!folder) {
-        return std::nullopt;
+    return ReadFolder(path);
+}
+
+std::optional<std::vector<FolderEntry>> PosixFiles::ListSlowFolder(const QString& path,
+                                                                   const std::function<bool()>& wait) {
+    using Entries = std::optional<std::vector<FolderEntry>>;
+    const auto result = std::make_shared<Entries>();
+    const std::optional<Errand> errand = Errand::Begin([result, path] { *result = ReadFolder(path); });
+    if (!errand) {
+        return ReadFolder(path);
     }
-    std::vector<FolderEntry> entries;
-    errno = 0;
-    while (const dirent* const entry = ::readdir(folder.get())) {
-        const std::string_view name(entry->d_name);
-        const auto isFolder = KindOf(::dirfd(folder.get()), *entry);
-        if (isFolder && name != "." && name != "..") {
-            entries.push_back({NameOf(entry->d_name), *isFolder});
+    // A folder on a medium that answers is there before a person would notice.
+    constexpr std::chrono::milliseconds kFirstLook(20);
+    if (!errand->WaitFor(kFirstLook)) {
+        while (!errand->IsDone()) {
+            if (!wait()) {
+                return std::nullopt;
+            }
         }
-        errno = 0;
     }
-    return errno == 0 ? std::optional(std::move(entries)) : std::nullopt;
+    return std::move(*result);
+}
+
+QStringList PosixFiles::Drives() {
+    QStringList drives = {QStringLiteral("/")};
+    if (const char* home = std::getenv("HOME"); home != nullptr && home[0] == '/' && home[1] != '\0') {
+        drives += NameOf(home);
+    }
+    const std::unique_ptr<FILE, int (*)(FILE*)> mounts(::setmntent("/proc/self/mounts", "r"), ::endmntent);
+    while (const mntent* const mount = mounts ? ::getmntent(mounts.get()) : nullptr) {
+        const QString folder = NameOf(mount->mnt_dir);
+        const bool isMedium = folder.startsWith(QStringLiteral("/media/")) ||
+                              folder.startsWith(QStringLiteral("/run/media/")) ||
+                              folder.startsWith(QStringLiteral("/mnt"));
+        if (isMedium && !drives.contains(folder)) {
+            drives += folder;
+        }
+    }
+    return drives;
 }
 
 bool PosixFiles::Write(const QString& path, const QByteArray& bytes, bool synced) {

@@ -11,6 +11,11 @@ public:
     std::optional<FileIdentity> Identity(const QString& path) override;
     bool IsFolder(const QString& path) override;
     std::optional<std::vector<FolderEntry>> ListFolder(const QString& path) override;
+    // Reads on a thread of its own. When `wait` gives up, the thread is left to itself.
+    std::optional<std::vector<FolderEntry>> ListSlowFolder(const QString& path,
+                                                           const std::function<bool()>& wait) override;
+    // Mounted media are what is mounted below /media, /run/media and /mnt.
+    QStringList Drives() override;
     bool Write(const QString& path, const QByteArray& bytes, bool synced) override;
     bool Append(const QString& path, const QByteArray& bytes) override;
     void CopyRights(const QString& model, const QString& target) override;

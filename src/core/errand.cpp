@@ -1,5 +1,5 @@
 // Detached threads that report their end.
-#include "platform/gstreamer/errand.h"
+#include "core/errand.h"
 
 #include <system_error>
 #include <thread>
