@@ -28,6 +28,7 @@ void AskStartPath(Form_Main& form) {
     if (!form.settings.StartPath.isEmpty()) {
         return;
     }
+    WriteLog(form, QStringLiteral(" : Aucun dossier de musique choisi, fin du programme"));
     if (form.settings.Fullscreen == u"true") {
         WriteLog(form, QStringLiteral(" : Changement de la résolution d'écran"));
         ChangeRes(form, form.shell.ScreenWidth.value(), form.shell.ScreenHeight.value(),

@@ -314,7 +314,8 @@ TEST_F(LoadConfigTest, ACancelledFirstRunTouchesNoModeOnAFirstStart) {
     SetMain("Fullscreen", "true");
     EXPECT_THROW(LoadConfig(form), ProgramEnd);
     EXPECT_THAT(CallsOf("ChangeDisplaySettings"), IsEmpty());
-    EXPECT_EQ(jukebox.Log().size(), 1);
+    EXPECT_EQ(jukebox.Log().size(), 2);
+    EXPECT_EQ(jukebox.Log().last(), QStringLiteral(" : Aucun dossier de musique choisi, fin du programme"));
 }
 
 TEST_F(LoadConfigTest, AMissingFileIsAFirstRun) {

@@ -151,6 +151,12 @@ int Cabinet::Live() {
         Start();
         pump_.Run();
     } catch (const ProgramEnd& end) {
+        if (form_.settings.StartPath.isEmpty()) {
+            TellStandardError(
+                QStringLiteral("no music folder is set, so there is nothing to play; start again and "
+                               "choose one, or set StartPath in the section [Main] of ") +
+                ConfigPath(form_));
+        }
         return end.exitCode;
     } catch (const ProgramStop& stop) {
         return TellStop(stop);
