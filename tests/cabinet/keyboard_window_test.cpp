@@ -126,12 +126,13 @@ protected:
     int loads = 0;
     QtDialogs dialogs{windows,
                       pump,
-                      {.load =
-                           [this] {
-                               open = true;
-                               ++loads;
-                           },
-                       .isOpen = [this] { return open; }}};
+                      {{QStringLiteral("Form_KeyBoard"),
+                        {.load =
+                             [this] {
+                                 open = true;
+                                 ++loads;
+                             },
+                         .isOpen = [this] { return open; }}}}};
 };
 
 TEST_F(QtDialogsTest, TheKeyboardTakesEventsUntilItIsClosed) {

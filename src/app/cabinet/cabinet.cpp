@@ -100,7 +100,8 @@ Cabinet::Cabinet(const QString& appFolder, const std::map<int, QString>& serialD
                  std::unique_ptr<PictureQueue> pictures)
     : x11_(WindowSystem() == u"xcb" ? X11Screen::Open() : nullptr), windows_(pump_, x11_.get()),
       display_(x11_.get(), [this](const QString& text) { Log(text); }), fonts_(files_),
-      messageBox_(windows_, pump_), dialogs_(windows_, pump_, KeyboardParts()),
+      messageBox_(windows_, pump_),
+      dialogs_(windows_, pump_, {{QStringLiteral("Form_KeyBoard"), KeyboardParts()}}),
       serialPort_(serialDevices, appFolder, [this](const QString& text) { Log(text); }),
       form_(AllPorts(), HandDown()) {
     form_.shell.AppFolder = appFolder;

@@ -105,6 +105,8 @@ int RunWithToolkit(char** argv, const std::function<int()>& program) {
     // Hides the command line from the toolkit, so that a start script cannot turn on its debugging options by
     // accident.
     int count = 1;
+    // The dialogs look the same on every desktop.
+    QApplication::setStyle(QStringLiteral("Fusion"));
     const QApplication application(count, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     return program();

@@ -1,9 +1,16 @@
 // Showing the cabinet's dialogs.
 #include "platform/qt/qt_dialogs.h"
 
+#include "platform/qt/config_window.h"
+#include "platform/qt/folder_window.h"
+#include "platform/qt/key_window.h"
 #include "platform/qt/qt_event_pump.h"
 #include "platform/qt/qt_windows.h"
 
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <memory>
 #include <utility>
 
 namespace {
@@ -20,19 +27,64 @@ private:
     QtWindows& windows_;
 };
 
+// The same for the window of another dialog.
+class ShownDialog {
+public:
+    ShownDialog(QtWindows& windows, QWidget& dialog) : windows_(windows), dialog_(dialog) {
+        windows_.ShowDialog(dialog_);
+    }
+    ~ShownDialog() { windows_.HideDialog(dialog_); }
+    ShownDialog(const ShownDialog&) = delete;
+    ShownDialog& operator=(const ShownDialog&) = delete;
+
+private:
+    QtWindows& windows_;
+    QWidget& dialog_;
+};
+
+std::unique_ptr<DialogWindow> NewWindow(const QString& dialog, QtEventPump& pump, const ControlLooks& looks) {
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    if (dialog == u"Form_Config") {
+        return std::make_unique<ConfigWindow>(pump, looks, screen);
+    }
+    if (dialog == u"Form_KeyAssign") {
+        return std::make_unique<KeyWindow>(pump, looks, screen);
+    }
+    return std::make_unique<FolderWindow>(pump, looks, screen);
+}
+
 } // namespace
 
-QtDialogs::QtDialogs(QtWindows& windows, QtEventPump& pump, DialogParts keyboard)
-    : windows_(windows), pump_(pump), keyboard_(std::move(keyboard)) {}
+QtDialogs::QtDialogs(QtWindows& windows, QtEventPump& pump, std::map<QString, DialogParts> dialogs)
+    : windows_(windows), pump_(pump), dialogs_(std::move(dialogs)) {}
 
 void QtDialogs::ShowModal(const QString& dialog) {
+    const auto parts = dialogs_.find(dialog);
+    if (parts == dialogs_.end()) {
+        return;
+    }
+    parts->second.load();
     if (dialog == u"Form_KeyBoard") {
-        ShowKeyboard();
+        ShowKeyboard(parts->second);
+    } else {
+        ShowWindow(dialog, parts->second);
     }
 }
 
-void QtDialogs::ShowKeyboard() {
-    keyboard_.load();
+void QtDialogs::ShowKeyboard(const DialogParts& parts) {
     const ShownKeyboard shown(windows_);
-    pump_.RunWhile(keyboard_.isOpen);
+    pump_.RunWhile(parts.isOpen);
+}
+
+void QtDialogs::ShowWindow(const QString& dialog, const DialogParts& parts) {
+    const std::unique_ptr<DialogWindow> window = NewWindow(dialog, pump_, parts.look);
+    window->Refresh();
+    const ShownDialog shown(windows_, *window);
+    pump_.RunWhile([&] {
+        if (!parts.isOpen()) {
+            return false;
+        }
+        window->Refresh();
+        return true;
+    });
 }

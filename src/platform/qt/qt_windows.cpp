@@ -132,6 +132,25 @@ void QtWindows::HideKeyboard() {
     main_.activateWindow();
 }
 
+// A window manager keeps a window above the one that it belongs to, full-screen windows included.
+void QtWindows::ShowDialog(QWidget& dialog) {
+    const QWidget& below = dialogs_.empty() ? main_ : *dialogs_.back();
+    dialog.winId(); // makes the window's handle
+    dialog.windowHandle()->setTransientParent(below.windowHandle());
+    dialogs_.push_back(&dialog);
+    dialog.show();
+    WaitUntilExposed(dialog);
+}
+
+void QtWindows::HideDialog(QWidget& dialog) {
+    dialog.hide();
+    std::erase(dialogs_, &dialog);
+    QWidget& below = dialogs_.empty() ? main_ : *dialogs_.back();
+    if (below.isVisible()) {
+        below.activateWindow();
+    }
+}
+
 void QtWindows::ShowNotice(const Notice& notice) {
     main_.SetNotice(notice);
     if (!main_.isVisible()) {

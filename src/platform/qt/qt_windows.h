@@ -9,6 +9,8 @@
 
 #include <QTimer>
 
+#include <vector>
+
 class QScreen;
 
 class QtWindows : public Windows {
@@ -31,6 +33,11 @@ public:
     void ShowKeyboard();
     void HideKeyboard();
 
+    // Shows a dialog's window above all others and waits until it is visible; hides it and returns the focus
+    // to the dialog below it, or to the main window.
+    void ShowDialog(QWidget& dialog);
+    void HideDialog(QWidget& dialog);
+
     // Shows a notice page over everything, on the primary screen while the main window is not shown yet.
     void ShowNotice(const Notice& notice);
     void HideNotice();
@@ -44,6 +51,8 @@ private:
     MainWindow main_;
     VideoWindow video_;
     KeyboardWindow keyboard_;
+    // The dialogs that are open, the topmost one last.
+    std::vector<QWidget*> dialogs_;
     X11Screen* x11_;
     QTimer saver_;
     // Whether the jukebox has shown the main window, and whether that window covers its whole screen.

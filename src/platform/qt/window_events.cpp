@@ -23,10 +23,12 @@ void PostClose(QtEventPump& pump, QCloseEvent& event) {
     pump.Post({.kind = InputKind::kClose});
 }
 
-void PostKeyDown(QtEventPump& pump, const QKeyEvent& event) {
+bool PostKeyDown(QtEventPump& pump, const QKeyEvent& event) {
     const SystemKey pressed{event.key(), event.modifiers().testFlag(Qt::KeypadModifier),
                             event.nativeScanCode()};
-    if (const std::optional<int> code = VirtualKeyOf(pressed)) {
+    const std::optional<int> code = VirtualKeyOf(pressed);
+    if (code) {
         pump.Post({.kind = InputKind::kKeyDown, .code = *code});
     }
+    return code.has_value();
 }

@@ -14,5 +14,5 @@ int ButtonNumber(Qt::MouseButtons buttons);
 // Posts a close request. The window stays open because the jukebox decides.
 void PostClose(QtEventPump& pump, QCloseEvent& event);
 
-// Posts a key press; keys without a virtual-key code are dropped.
-void PostKeyDown(QtEventPump& pump, const QKeyEvent& event);
+// Posts a key press and returns true; drops a key without a virtual-key code and returns false.
+bool PostKeyDown(QtEventPump& pump, const QKeyEvent& event);

@@ -1,0 +1,18 @@
+// The window of Form_KeyAssign.
+#pragma once
+
+#include "platform/qt/dialog_window.h"
+
+// Takes the first fresh press of a key that has a code, whatever the key: Tab, Shift, Escape and Enter too.
+class KeyWindow : public DialogWindow {
+public:
+    KeyWindow(QtEventPump& pump, ControlLooks looks, const QRect& screen);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    // Tab is a key like any other here.
+    bool focusNextPrevChild(bool /*next*/) override { return false; }
+
+private:
+    bool taken_ = false;
+};
