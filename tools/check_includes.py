@@ -28,7 +28,8 @@ TOOLKITS = [
     ("Qt SerialPort", r"QSerialPort(Info)?"),
     ("Qt Widgets", r"Q(Application|Widget|Dialog|MessageBox|FileDialog|Label|LineEdit|ListWidget|ListView|TreeView|"
                    r"TableView|TableWidget|PushButton|CheckBox|ComboBox|RadioButton|SpinBox|Slider|TabWidget|GroupBox|"
-                   r"(Box|Grid|Form|VBox|HBox|Stacked)?Layout|StackedWidget|ScrollArea|Frame|Style|StyleFactory)"),
+                   r"(Box|Grid|Form|VBox|HBox|Stacked)?Layout|StackedWidget|ScrollArea|Scroller|AbstractItemView|StyledItemDelegate|Frame|Style|"
+                   r"StyleFactory)"),
     ("Qt Gui", r"Q(GuiApplication|GlyphRun|Window|Screen|Image|ImageReader|ImageWriter|Pixmap|Bitmap|Painter|PainterPath|Pen|"
                r"Brush|Color|Rgb|RgbaFloat|Font|FontDatabase|FontInfo|FontMetrics|FontMetricsF|TextOption|TextLayout|"
                r"GlyphRun|Transform|Polygon|Region|Cursor|Icon|Palette|\w+Event|KeySequence|InputMethod|Clipboard|RawFont|"
@@ -39,7 +40,8 @@ TOOLKITS = [
                 r"RegularExpression|"
                 r"Json(Array|Object|Value|Document)|CryptographicHash|Buffer|File|FileInfo|Dir|IODevice|TemporaryDir|"
                 r"TemporaryFile|StandardPaths|CoreApplication|CoreEvent|Event|EventLoop|Object|Timer|BasicTimer|"
-                r"ElapsedTimer|DeadlineTimer|SocketNotifier|Thread|Mutex|Process|LibraryInfo|SysInfo|MetaObject)"),
+                r"ElapsedTimer|DeadlineTimer|SocketNotifier|Thread|Mutex|Process|LibraryInfo|SysInfo|MetaObject|"
+                r"AbstractListModel|SignalBlocker|ScopedValueRollback)"),
     ("GStreamer", r"(gst|glib|glib-object)(/.*)?(\.h)?"),
     ("X11", r"X11/.*|xcb/.*"),
     ("ICU", r"unicode/.*"),

@@ -18,7 +18,7 @@ constexpr int kKeys = 15;
 constexpr QSize kThemePicture(480, 270);
 
 constexpr std::array kCoverRows = {
-    SwitchRow{"Option_ShowCover", "Covers", "Shows covers in the list, from the sources below."},
+    SwitchRow{"Option_ShowCover", "Show covers", "In the list, from the sources below."},
     SwitchRow{"Option_ShowFolderCover", "Pictures of folders", "A folder shows the picture that is in it."},
     SwitchRow{"Option_ShowFileCover", "Pictures next to tracks",
               "A track shows the .jpg file next to it that has its name."},
@@ -57,13 +57,14 @@ QWidget* ZoneSwitches(DialogWindow& window, const ZoneRow& zone) {
     SetRole(both, "page");
     auto* line = new QHBoxLayout(both);
     line->setContentsMargins(0, 0, 0, 0);
-    line->setSpacing(20);
+    line->setSpacing(0);
     for (const auto& [ending, words] : {std::pair("Visible", "Shown"), std::pair("Active", "Usable")}) {
         auto* caption = new QLabel(QString::fromLatin1(words));
         SetRole(caption, "explanation");
         Switch* button =
             window.AddSwitch({QStringLiteral("Option_") + QLatin1String(zone.name) + QLatin1String(ending)});
         button->setAccessibleName(QLatin1String(zone.caption) + u' ' + QLatin1String(words));
+        line->addSpacing(16);
         line->addWidget(caption);
         line->addWidget(button);
     }

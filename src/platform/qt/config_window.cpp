@@ -43,6 +43,7 @@ ConfigWindow::ConfigWindow(QtEventPump& pump, ControlLooks looks, const QRect& s
     sideColumn->setContentsMargins(6, 16, 6, 6);
     auto* title = new WrapLabel(QStringLiteral("Configuration"));
     SetRole(title, "title");
+    title->setContentsMargins(8, 0, 0, 8);
     sideColumn->addWidget(title);
     sideColumn->addWidget(titles_, 1);
     titles_->setObjectName(QStringLiteral("pages"));

@@ -25,6 +25,7 @@ QLabel[role="caption"] { font-weight: 500; }
 QLabel[role="explanation"] { color: @soft; }
 QLabel[role="value"] { background: @field; border: 2px solid @line; border-radius: 6px; padding: 6px 10px; }
 QLabel[role="value"]:focus { border-color: @amber; }
+QLabel[role="action"] { font-size: @headingpx; font-weight: 500; }
 QLabel[role="prompt"] { font-size: @promptpx; font-weight: 500; color: @amber; }
 QLabel[warns="true"] { color: @warning; }
 QLabel:disabled { color: @disabled; }
@@ -46,12 +47,13 @@ QPushButton[role="main"]:disabled { background: @field; color: @disabled; border
 QComboBox { combobox-popup: 0; }
 QListView { background: @field; border: 2px solid @edge; border-radius: 6px; outline: none; }
 QListView:focus { border-color: @amber; }
-QListView::item { min-height: @targetpx; padding-left: 8px; padding-right: 8px; color: @text; }
+QListView::item { min-height: @targetpx; padding-left: 8px; padding-right: 8px; color: @text;
+    background: transparent; border: 2px solid transparent; border-radius: 6px; }
 QListView::item:hover { background: @hover; }
 QListView::item:selected { background: @chosen; color: @amber; }
-QListView#pages { background: transparent; border-color: transparent; }
-QListView#pages:focus { border-color: @amber; }
-QListView#pages::item { border-radius: 6px; }
+QListView#pages { background: transparent; border: none; }
+QListView#pages::item { padding-left: 6px; }
+QListView#pages:focus::item:selected { border-color: @amber; }
 QScrollArea { background: transparent; border: none; }
 QWidget[role="page"] { background: transparent; }
 QScrollBar:vertical { background: transparent; width: @targetpx; margin: 0; }

@@ -6,6 +6,8 @@
 #include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollArea>
+#include <QScroller>
 #include <QStyledItemDelegate>
 #include <QTextLayout>
 #include <QTextOption>
@@ -45,7 +47,7 @@ void PaintBox(QPainter& painter, const QWidget& widget, const QColor& ground) {
 QRect Fitted(const QSize& picture, const QRect& place) {
     const QSize size = picture.width() <= place.width() && picture.height() <= place.height()
                            ? picture
-                           : picture.scaled(place.size(), Qt::KeepAspectRatio);
+                           : picture.scaled(place.size(), Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
     QRect target(QPoint(0, 0), size);
     target.moveCenter(place.center());
     return target;
@@ -119,6 +121,20 @@ void WrapLabel::keyPressEvent(QKeyEvent* event) {
     } else {
         QLabel::keyPressEvent(event);
     }
+}
+
+QWidget* NewScrolled(WrapLabel* label, int lines) {
+    auto* area = new QScrollArea;
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setWidget(label);
+    area->viewport()->setAutoFillBackground(false);
+    label->setAutoFillBackground(false);
+    label->ensurePolished();
+    area->setFixedHeight(label->fontMetrics().lineSpacing() * lines);
+    QScroller::grabGesture(area->viewport(), QScroller::TouchGesture);
+    return area;
 }
 
 Switch::Switch() {

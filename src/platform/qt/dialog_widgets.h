@@ -39,6 +39,9 @@ private:
     std::function<void()> doubleClick_;
 };
 
+// A place of a few lines for a label; a longer text scrolls.
+QWidget* NewScrolled(WrapLabel* label, int lines);
+
 // A switch with the words "Yes" and "No".
 class Switch : public QCheckBox {
 public:

@@ -94,7 +94,7 @@ void SetRole(QWidget* widget, const char* role) {
 
 DialogWindow::DialogWindow(QtEventPump& pump, ControlLooks looks, const QString& name, const QRect& screen,
                            const QSize& size)
-    : pump_(pump), looks_(std::move(looks)) {
+    : pump_(pump), screen_(screen), looks_(std::move(looks)) {
     setObjectName(name);
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setWindowModality(Qt::ApplicationModal);
@@ -102,9 +102,14 @@ DialogWindow::DialogWindow(QtEventPump& pump, ControlLooks looks, const QString&
     setCursor(Qt::ArrowCursor);
     SetRole(this, "window");
     setStyleSheet(DialogStyleSheet(DialogTextSize(screen.size())));
-    QRect place(QPoint(0, 0), size.boundedTo(screen.size()));
-    place.moveCenter(screen.center());
-    setGeometry(place);
+    setMaximumSize(screen.size());
+    resize(size.boundedTo(screen.size()));
+}
+
+void DialogWindow::resizeEvent(QResizeEvent* /*event*/) {
+    QRect place(QPoint(0, 0), size());
+    place.moveCenter(screen_.center());
+    move(place.topLeft());
 }
 
 void DialogWindow::Refresh() {

@@ -56,6 +56,8 @@ public:
     void PostDoubleClick(const ControlName& name, const QString& value = {});
 
 protected:
+    // Long texts can make the window larger than `size`.
+    void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -68,6 +70,7 @@ private:
         std::function<void(const ControlLook&)> show;
     };
 
+    QRect screen_;
     ControlLooks looks_;
     std::vector<Control> controls_;
 };

@@ -12,6 +12,7 @@
 namespace {
 
 constexpr QSize kSize(820, 680);
+constexpr int kPathLines = 2;
 
 const ControlName kDrive = {QStringLiteral("Drive1")};
 const ControlName kFolders = {QStringLiteral("Dir1")};
@@ -49,8 +50,8 @@ FolderWindow::FolderWindow(QtEventPump& pump, ControlLooks looks, const QRect& s
             chosen->setText(look.value);
         }
     });
-    SetRole(chosen, "value");
-    column->addWidget(chosen);
+    SetRole(chosen, "caption");
+    column->addWidget(NewScrolled(chosen, kPathLines));
     auto* note = new WrapLabel(
         QStringLiteral("A double click, the right arrow or Open shows what is in a folder. OK takes the "
                        "highlighted folder."));

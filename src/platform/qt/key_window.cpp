@@ -13,6 +13,7 @@ namespace {
 
 // In lines of text.
 constexpr QSize kSize(34, 17);
+constexpr int kActionLines = 3;
 
 } // namespace
 
@@ -25,7 +26,7 @@ KeyWindow::KeyWindow(QtEventPump& pump, ControlLooks looks, const QRect& screen)
     column->setContentsMargins(28, 24, 28, 24);
     column->setSpacing(12);
     WrapLabel* action = AddText({QStringLiteral("Label_Key")});
-    SetRole(action, "heading");
+    SetRole(action, "action");
     WrapLabel* prompt = AddCaption({QStringLiteral("Label1")}, QStringLiteral("Press any Key"));
     SetRole(prompt, "prompt");
     auto* note =
@@ -36,7 +37,7 @@ KeyWindow::KeyWindow(QtEventPump& pump, ControlLooks looks, const QRect& screen)
     cancel->setFocusPolicy(Qt::NoFocus);
     for (WrapLabel* label : {action, prompt, note}) {
         label->setAlignment(Qt::AlignCenter);
-        column->addWidget(label);
+        column->addWidget(label == action ? NewScrolled(action, kActionLines) : label);
     }
     column->addStretch();
     column->addWidget(cancel, 0, Qt::AlignHCenter);

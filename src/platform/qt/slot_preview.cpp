@@ -9,8 +9,9 @@
 
 namespace {
 
-constexpr int kGap = 4; // pixels between two fields
+constexpr int kGap = 1; // pixels between two fields
 constexpr double kStep = 0.05;
+constexpr double kGoodScale = 1.85; // leaves some room between the fields of the delivered themes
 constexpr double kLargestScale = 4; // the preview has a quarter of the theme's size
 // Pixels of the preview. Themes place their labels anywhere.
 constexpr int kFarthest = 2000;
@@ -104,13 +105,13 @@ SlotPreview::Arrangement SlotPreview::AtScale(double scale, int width) const {
     return arranged;
 }
 
-// The smallest scale without overlapping fields, or the largest one that the width allows.
+// The smallest good scale without overlapping fields, or the largest one that the width allows.
 SlotPreview::Arrangement SlotPreview::Arranged(int width) const {
     const QSize picture = PictureSize();
     const double widest = picture.isEmpty()
                               ? kLargestScale
                               : std::clamp(double{1} * width / picture.width(), 0.25, kLargestScale);
-    double scale = std::min(1.0, widest);
+    double scale = std::min(kGoodScale, widest);
     Arrangement arranged = AtScale(scale, width);
     while (arranged.overlaps && scale + kStep <= widest) {
         scale += kStep;

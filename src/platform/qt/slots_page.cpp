@@ -39,6 +39,18 @@ void AddField(DialogWindow& window, SlotPreview* preview, const Side& side, int 
     });
 }
 
+QWidget* Preview(DialogWindow& window) {
+    auto* preview = new SlotPreview;
+    window.AddOther({QStringLiteral("Picture_ZoneList")}, preview,
+                    [preview](const ControlLook& look) { preview->SetPicture(look.picture); });
+    for (const Side& side : kSides) {
+        for (int row = 0; row < kRows; ++row) {
+            AddField(window, preview, side, row);
+        }
+    }
+    return preview;
+}
+
 // The row's number, the keys and the button that adds one. All of them are shown for the theme's rows only.
 void AddKeys(DialogWindow& window, QGridLayout* grid, const Side& side, int row, int column) {
     const ControlName name = SlotControl("Label", side, row);
@@ -63,15 +75,11 @@ void AddKeys(DialogWindow& window, QGridLayout* grid, const Side& side, int row,
 QWidget* SlotsPage(DialogWindow& window) {
     QWidget* page = NewPage();
     AddHeading(page, "Labels");
-    AddExplanation(page,
-                   "What is written beside each slot of the list. These fields belong to the chosen theme.");
+    AddExplanation(page, "What is written next to each slot of the list. OK saves it in the chosen theme.");
     AddExplanation(
         page, "To manage the alphabetical shortcuts depending on the page number, enter [AP] in the input "
               "field (example: \"page 2 as 2\" type = \"[AP] 2\" = \"C2\" displayed)");
-    auto* preview = new SlotPreview;
-    window.AddOther({QStringLiteral("Picture_ZoneList")}, preview,
-                    [preview](const ControlLook& look) { preview->SetPicture(look.picture); });
-    ColumnOf(page)->addWidget(preview);
+    ColumnOf(page)->addWidget(Preview(window));
     AddHeading(page, "Keys");
     AddExplanation(
         page, "The keys that select a slot, pressed one after the other. Add appends the next key that you "
@@ -81,15 +89,13 @@ QWidget* SlotsPage(DialogWindow& window) {
     grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(8);
     for (int i = 0; i < static_cast<int>(kSides.size()); ++i) {
-        const Side& side = kSides[i];
         const int column = 4 * i;
-        auto* heading = new WrapLabel(QLatin1String(side.heading));
+        auto* heading = new WrapLabel(QLatin1String(kSides[i].heading));
         SetRole(heading, "caption");
         grid->addWidget(heading, 0, column, 1, 3);
         grid->setColumnStretch(column + 1, 1);
         for (int row = 0; row < kRows; ++row) {
-            AddField(window, preview, side, row);
-            AddKeys(window, grid, side, row, column);
+            AddKeys(window, grid, kSides[i], row, column);
         }
     }
     grid->setColumnMinimumWidth(3, 12);
