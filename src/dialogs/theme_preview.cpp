@@ -147,8 +147,10 @@ void ListThemes(Form_Main& form) {
     for (const QString& folder : form.config.Dir1.List) {
         form.config.Combo_ThemeList += NameOfPath(folder);
     }
-    const bool isListed = form.config.Combo_ThemeList.contains(form.settings.Theme);
-    form.config.Combo_Theme = isListed ? form.settings.Theme : QString();
+    // On the first run the variable has no value yet.
+    const QString theme =
+        GetPrivateProfileString(form, ConfigPath(form), QStringLiteral("Main"), QStringLiteral("Theme"));
+    form.config.Combo_Theme = form.config.Combo_ThemeList.contains(theme) ? theme : QString();
 }
 
 void Combo_Theme_Change(Form_Main& form) {

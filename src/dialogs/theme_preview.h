@@ -5,8 +5,8 @@
 
 struct Form_Main;
 
-// Fills Combo_Theme with the names of the themes and selects the current one. Raises 76 without a folder of
-// themes.
+// Fills Combo_Theme with the names of the themes and selects that of config.ini. Raises 76 without a folder
+// of themes.
 void ListThemes(Form_Main& form);
 
 // Show the theme that Combo_Theme selects, without loading it: its pictures, and the labels and keys of its

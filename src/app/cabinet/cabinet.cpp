@@ -7,6 +7,10 @@
 #include "app/cabinet/environment.h"
 #include "core/path_text.h"
 #include "core/run_time_error.h"
+#include "dialogs/config_dialog.h"
+#include "dialogs/controls.h"
+#include "dialogs/folder_chooser.h"
+#include "dialogs/key_assignment.h"
 #include "dialogs/keyboard.h"
 #include "platform/gstreamer/audio_library.h"
 #include "platform/gstreamer/media_graph.h"
@@ -70,7 +74,7 @@ public:
 
 private:
     Ports AllPorts();
-    DialogParts KeyboardParts();
+    std::map<QString, DialogParts> AllDialogs();
     void Start();
     int TellStop(const ProgramStop& stop);
     // Writes a line to the log if possible.
@@ -100,8 +104,7 @@ Cabinet::Cabinet(const QString& appFolder, const std::map<int, QString>& serialD
                  std::unique_ptr<PictureQueue> pictures)
     : x11_(WindowSystem() == u"xcb" ? X11Screen::Open() : nullptr), windows_(pump_, x11_.get()),
       display_(x11_.get(), [this](const QString& text) { Log(text); }), fonts_(files_),
-      messageBox_(windows_, pump_),
-      dialogs_(windows_, pump_, {{QStringLiteral("Form_KeyBoard"), KeyboardParts()}}),
+      messageBox_(windows_, pump_), dialogs_(windows_, pump_, AllDialogs()),
       serialPort_(serialDevices, appFolder, [this](const QString& text) { Log(text); }),
       form_(AllPorts(), HandDown()) {
     form_.shell.AppFolder = appFolder;
@@ -132,9 +135,26 @@ Ports Cabinet::AllPorts() {
             .pictures = pictures_};
 }
 
-DialogParts Cabinet::KeyboardParts() {
-    return {.load = [this] { Form_KeyBoard_Load(form_); },
-            .isOpen = [this] { return form_.shell.Form_KeyBoard.Visible; }};
+std::map<QString, DialogParts> Cabinet::AllDialogs() {
+    const auto look = [this](const ControlName& control) {
+        return LookOf(form_, control).value_or(ControlLook());
+    };
+    return {{QStringLiteral("Form_KeyBoard"),
+             {.load = [this] { Form_KeyBoard_Load(form_); },
+              .isOpen = [this] { return form_.shell.Form_KeyBoard.Visible; }}},
+            {QStringLiteral("Form_Config"),
+             {.load = [this] { Form_Config_Load(form_); },
+              .isOpen = [this] { return form_.config.Visible; },
+              .look = look}},
+            {QStringLiteral("Form_KeyAssign"),
+             {.load = [this] { Form_KeyAssign_Load(form_); },
+              .isOpen = [this] { return form_.keyAssign.Visible; },
+              .look = look}},
+            {QStringLiteral("Form_SelectDirectory"),
+             {.load = [this] { Form_SelectDirectory_Load(form_); },
+              .isOpen = [this] { return form_.folderDialog.Visible; },
+              .shown = [this] { ReadOpenFolder(form_); },
+              .look = look}}};
 }
 
 void Cabinet::Log(const QString& text) {

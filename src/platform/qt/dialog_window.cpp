@@ -114,7 +114,7 @@ void DialogWindow::resizeEvent(QResizeEvent* /*event*/) {
 
 void DialogWindow::Refresh() {
     for (const Control& control : controls_) {
-        const ControlLook look = looks_(control.name);
+        const ControlLook look = looks_(Mine(control.name));
         if (control.widget != nullptr) {
             ShowState(*control.widget, look);
         }
@@ -191,16 +191,20 @@ PictureView* DialogWindow::AddPicture(const ControlName& name, const QSize& larg
     return view;
 }
 
+ControlName DialogWindow::Mine(const ControlName& name) const {
+    return {name.name, name.index, objectName()};
+}
+
 void DialogWindow::PostSet(const ControlName& name, const QString& value) {
-    pump_.Post({.kind = InputKind::kControlSet, .control = name, .value = value});
+    pump_.Post({.kind = InputKind::kControlSet, .control = Mine(name), .value = value});
 }
 
 void DialogWindow::PostClick(const ControlName& name) {
-    pump_.Post({.kind = InputKind::kControlClick, .control = name});
+    pump_.Post({.kind = InputKind::kControlClick, .control = Mine(name)});
 }
 
 void DialogWindow::PostDoubleClick(const ControlName& name, const QString& value) {
-    pump_.Post({.kind = InputKind::kControlDoubleClick, .control = name, .value = value});
+    pump_.Post({.kind = InputKind::kControlDoubleClick, .control = Mine(name), .value = value});
 }
 
 void DialogWindow::closeEvent(QCloseEvent* event) {

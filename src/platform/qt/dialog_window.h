@@ -70,6 +70,9 @@ private:
         std::function<void(const ControlLook&)> show;
     };
 
+    // A control of this dialog.
+    ControlName Mine(const ControlName& name) const;
+
     QRect screen_;
     ControlLooks looks_;
     std::vector<Control> controls_;

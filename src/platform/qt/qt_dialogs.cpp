@@ -80,6 +80,9 @@ void QtDialogs::ShowWindow(const QString& dialog, const DialogParts& parts) {
     const std::unique_ptr<DialogWindow> window = NewWindow(dialog, pump_, parts.look);
     window->Refresh();
     const ShownDialog shown(windows_, *window);
+    if (parts.shown) {
+        parts.shown();
+    }
     pump_.RunWhile([&] {
         if (!parts.isOpen()) {
             return false;
