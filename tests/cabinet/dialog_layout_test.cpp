@@ -74,10 +74,21 @@ void ExpectNoOverlap(const QWidget& page) {
     }
 }
 
+// Measured by another way than the label's own.
+void ExpectTextFits(const QLabel& label) {
+    const QRect room(0, 0, label.contentsRect().width(), 100'000);
+    const QRect text =
+        label.fontMetrics().boundingRect(room, Qt::TextWordWrap | Qt::TextWrapAnywhere, label.text());
+    EXPECT_LE(text.height(), label.contentsRect().height()) << NameOf(label).toStdString();
+    EXPECT_LE(text.width(), label.contentsRect().width() + 1) << NameOf(label).toStdString();
+}
+
 void ExpectNothingCut(const QWidget& page) {
     for (const QWidget* widget : Leaves(page)) {
         EXPECT_TRUE(page.rect().contains(PlaceIn(page, *widget))) << NameOf(*widget).toStdString();
-        if (widget->hasHeightForWidth()) {
+        if (const auto* label = qobject_cast<const QLabel*>(widget)) {
+            ExpectTextFits(*label);
+        } else if (widget->hasHeightForWidth()) {
             EXPECT_GE(widget->height(), widget->heightForWidth(widget->width()))
                 << NameOf(*widget).toStdString();
         } else if (const auto* area = qobject_cast<const QScrollArea*>(widget)) {

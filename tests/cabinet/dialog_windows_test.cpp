@@ -13,6 +13,7 @@
 #include "platform/qt/qt_windows.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
@@ -283,6 +284,14 @@ TEST_F(ConfigWindowTest, AHeldKeyOfAnotherWindowDoesNothing) {
     Press(window, Qt::Key_Return, {}, true);
     Press(window, Qt::Key_Escape, {}, true);
     EXPECT_EQ(Posted(), QStringList());
+}
+
+TEST_F(ConfigWindowTest, NothingHasAContextMenu) {
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {1, 1}, widget->mapToGlobal(QPoint(1, 1)));
+        QCoreApplication::sendEvent(widget, &event);
+        ASSERT_EQ(QApplication::activePopupWidget(), nullptr) << widget->objectName().toStdString();
+    }
 }
 
 TEST_F(ConfigWindowTest, TabLeadsThroughTheFieldsOfTheSlotsInTheirOrder) {

@@ -53,7 +53,8 @@ QListView::item:hover { background: @hover; }
 QListView::item:selected { background: @chosen; color: @amber; }
 QListView#pages { background: transparent; border: none; }
 QListView#pages::item { padding-left: 6px; }
-QListView#pages:focus::item:selected { border-color: @amber; }
+QListView#pages::item:selected:focus { border-color: @amber; }
+QComboBox QListView { border-radius: 0; border-color: @amber; }
 QScrollArea { background: transparent; border: none; }
 QWidget[role="page"] { background: transparent; }
 QScrollBar:vertical { background: transparent; width: @targetpx; margin: 0; }

@@ -97,9 +97,9 @@ void WrapLabel::SetDoubleClick(std::function<void()> act) {
     setFocusPolicy(Qt::StrongFocus);
 }
 
-void WrapLabel::paintEvent(QPaintEvent* event) {
-    QFrame::paintEvent(event);
+void WrapLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
+    drawFrame(&painter);
     painter.setPen(palette().color(foregroundRole()));
     QTextOption option = Wrapping();
     option.setAlignment(alignment());

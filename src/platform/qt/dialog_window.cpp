@@ -106,6 +106,14 @@ DialogWindow::DialogWindow(QtEventPump& pump, ControlLooks looks, const QString&
     resize(size.boundedTo(screen.size()));
 }
 
+// The context menus of fields and scroll bars have no use here, and some run an event loop of their own.
+void DialogWindow::showEvent(QShowEvent* event) {
+    for (QWidget* widget : findChildren<QWidget*>()) {
+        widget->setContextMenuPolicy(Qt::NoContextMenu);
+    }
+    QWidget::showEvent(event);
+}
+
 void DialogWindow::resizeEvent(QResizeEvent* /*event*/) {
     QRect place(QPoint(0, 0), size());
     place.moveCenter(screen_.center());

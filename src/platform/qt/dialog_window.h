@@ -56,6 +56,7 @@ public:
     void PostDoubleClick(const ControlName& name, const QString& value = {});
 
 protected:
+    void showEvent(QShowEvent* event) override;
     // Long texts can make the window larger than `size`.
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
