@@ -1,5 +1,6 @@
 // vantorix-bench: the speed of the jukebox compared with other libraries, measured in turn in one run and
 // printed as ratios.
+#include "dialog_bench.h"
 #include "frame_bench.h"
 #include "ini_bench.h"
 #include "list_bench.h"
@@ -7,15 +8,15 @@
 #include "start_bench.h"
 #include "tag_bench.h"
 
+#include <QApplication>
 #include <QFileInfo>
-#include <QGuiApplication>
 
 #include <cstdio>
 
 namespace {
 
 constexpr char kUsage[] =
-    "vantorix-bench HOME_FOLDER DEMO_FOLDER [ini|list|png|tags|frame|queue|turn|start]...\n"
+    "vantorix-bench HOME_FOLDER DEMO_FOLDER [ini|list|png|tags|frame|queue|turn|dialog|start]...\n"
     "  the folders home/ and demo/ of the repository; without a word every row is measured\n";
 
 } // namespace
@@ -27,8 +28,9 @@ int main(int argc, char** argv) {
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_FONT_DPI", "96");
-    const QGuiApplication application(argc, argv);
-    const QStringList words = QGuiApplication::arguments().mid(3);
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    const QApplication application(argc, argv);
+    const QStringList words = QApplication::arguments().mid(3);
     const auto wanted = [&](const char* word) {
         return words.isEmpty() || words.contains(QLatin1StringView(word));
     };
@@ -54,6 +56,9 @@ int main(int argc, char** argv) {
     }
     if (wanted("turn")) {
         BenchTurns(home);
+    }
+    if (wanted("dialog")) {
+        BenchDialogs(home);
     }
     if (wanted("start")) {
         const QString programs = QFileInfo(QString::fromLocal8Bit(argv[0])).absolutePath();
