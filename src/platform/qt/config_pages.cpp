@@ -24,10 +24,9 @@ constexpr std::array kCoverRows = {
               "A track shows the .jpg file next to it that has its name."},
     SwitchRow{"Option_ShowMP3TagCover", "Pictures in tags",
               "A track without a picture of its own shows the one inside the music file."},
-    SwitchRow{
-        "Option_ShowBigCover", "Big covers",
-        "A few seconds of the selected entry's cover in place of the menu. A folder with a picture named "
-        "bigcover shows it across its whole slot."},
+    SwitchRow{"Option_ShowBigCover", "Big covers",
+              "Shows the cover of the selected entry in place of the menu for a few seconds. A folder with a "
+              "picture named bigcover shows it across its whole slot."},
     SwitchRow{"Option_ShowTrackNumber", "Track numbers", "Shows the number of a track that has no cover."},
 };
 

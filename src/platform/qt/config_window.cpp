@@ -104,7 +104,7 @@ QWidget* ConfigWindow::ButtonBar() {
         button->setMinimumWidth(130);
     }
     row->addWidget(missing, 1);
-    row->addStretch(1);
+    row->addStretch();
     row->addWidget(cancel);
     row->addWidget(ok);
     return bar;

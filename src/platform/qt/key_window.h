@@ -10,8 +10,6 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    // Tab is a key like any other here.
-    bool focusNextPrevChild(bool /*next*/) override { return false; }
 
 private:
     bool taken_ = false;
