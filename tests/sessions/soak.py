@@ -9,12 +9,13 @@ another until N commands have been answered. These rules are checked:
 
   - every line is a well-formed answer, and every command has one;
   - an error in a handler has one of the numbers of ERRORS; they are counted and reported at the end;
-  - the program ends only by its quit key, by the menu, or because its input ended;
+  - the program ends only by its quit key, by the menu, because its input ended, or because a place that is not a number
+    was confirmed in the configuration;
   - nothing is written to standard error;
   - no run takes more memory than --megabytes, however many commands it gets.
 
 Every fault is reported with the home and the seed, and the run's commands are kept in the work folder. Feed them to the
-console to reproduce it. The long soak: soak.py --commands 100000 --run 2000.
+console to reproduce it. The long soak: soak.py --commands 100000 --run 2000 --dialogs 5.
 """
 
 import argparse
@@ -30,6 +31,7 @@ import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "checks"))
 import check_support  # noqa: E402
+import soak_dialogs  # noqa: E402
 
 ERRORS = {5, 6, 9, 13, 62, 75, 76, 91}
 SECONDS_TO_ANSWER = 60
@@ -37,6 +39,8 @@ SECONDS_TO_END = 30
 # Number of commands that a console still gets after an error has left InputBusy set: they must do no harm.
 COMMANDS_AFTER_ERROR = 20
 COMMANDS_BETWEEN_LOOKS = 25
+# The most commands that a dialog gets before it is closed.
+COMMANDS_IN_DIALOGS = 60
 
 # The default bindings: the arrows, then confirm, back, next zone, coin, the transport keys; seek, letters, digits.
 ARROWS = [37, 38, 39, 40]
@@ -128,8 +132,9 @@ def a_touch(source):
     return "%s %d %d%s" % (verb, x, y, left)
 
 
-def a_command(source, touch):
+def a_command(source, touch, dialogs):
     kinds = [
+        (dialogs, lambda _: "key 120"),
         (60, a_key),
         (30 if touch else 3, a_touch),
         (12, lambda s: "tick %d" % s.choice([1, 1, 2, 6, 30])),
@@ -178,6 +183,11 @@ class Run:
         self.kept = 0
         self.peak = 0
         self.ended = None
+        self.failed = False
+        # How many commands went to dialogs other than the keyboard.
+        self.used = 0
+        self.paths = ["/", session.root, session.home, session.music, session.home + "/themes"] + [
+            os.path.join(folder, name) for folder, names, _ in os.walk(session.music) for name in names][:20]
         self.errors_path = os.path.join(session.root, "errors.txt")
         self.buffer = b""
         with open(self.errors_path, "wb") as errors:
@@ -213,24 +223,32 @@ class Run:
             raise Fault("no object: %s" % line[:300])
         return answer
 
-    def look_at(self, answer, command):
+    def look_at(self, answer, command, verdict):
         """Checks the rules for every answer. True if it ends the program."""
         if "exit" in answer:
             self.ended = answer["exit"]
-            if answer != {"exit": 0}:
+            if answer != {"exit": 0} and not self.is_bad_place(answer):
                 raise Fault("an end that no rule allows: %s" % answer)
             return True
-        if answer.get("ok") is False:
-            if not answer.get("reason") or command not in BADLY_FORMED:
-                raise Fault("refused: %s" % answer)
-        elif answer.get("ok") is not True or command in BADLY_FORMED:
-            raise Fault("neither executed nor refused: %s" % answer)
         if answer.get("later"):
             self.kept -= 1
             if self.kept < 0:
                 raise Fault("an answer to a kept command that was never given: %s" % answer)
+            # A kept command may be for a dialog that is closed by now.
+            verdict = soak_dialogs.EITHER
+        if answer.get("ok") is False:
+            if not answer.get("reason") or verdict == soak_dialogs.GOOD:
+                raise Fault("refused: %s: %s" % (command, answer))
+        elif answer.get("ok") is not True or verdict == soak_dialogs.BAD:
+            raise Fault("neither executed nor refused: %s: %s" % (command, answer))
         self.look_at_error(answer)
         return False
+
+    def is_bad_place(self, answer):
+        """Whether the program was stopped by a place that was typed in the configuration and is not a number."""
+        error = answer.get("error", {})
+        typed = any(line.startswith("set Text_") and line.split(" ", 2)[-1] in soak_dialogs.NO_SIZES for line in self.lines)
+        return typed and error.get("number") in (6, 13) and "Position" in error.get("detail", "")
 
     def look_at_error(self, answer):
         error = answer.get("error")
@@ -243,62 +261,87 @@ class Run:
 
     def give(self, command):
         """Sends one command. False if the program has ended, None if InputBusy may still be set."""
+        self.failed = False
+        answer = self.ask(command, soak_dialogs.BAD if command in BADLY_FORMED else soak_dialogs.GOOD)
+        if "dialog" in answer:
+            self.use_dialogs(answer["dialog"])
+        return False if self.ended is not None else None if self.failed else True
+
+    def ask(self, command, verdict=soak_dialogs.GOOD):
+        """Sends one command and returns its answer; those of kept commands come before it."""
         self.lines.append(command)
         self.process.stdin.write(command.encode() + b"\n")
         self.process.stdin.flush()
         if command.startswith("later") and command not in BADLY_FORMED:
             self.kept += 1
-        failed = False
         while True:
             answer = self.read_answer()
-            if self.look_at(answer, command):
-                return False
-            failed = failed or "error" in answer
-            if answer.get("later"):
-                continue
-            self.answers += 1
-            if self.answers % COMMANDS_BETWEEN_LOOKS == 1:
-                self.look_at_memory()
+            ended = self.look_at(answer, command, verdict)
+            self.failed = self.failed or "error" in answer
+            if ended or not answer.get("later"):
+                break
             if "dialog" in answer:
-                self.close_dialog(answer["dialog"])
-            return None if failed else True
+                # A kept command has opened it; the one that was sent is answered after it has closed.
+                self.use_dialogs(answer["dialog"])
+                if self.ended is not None:
+                    return answer
+        self.answers += 1
+        if not ended and self.answers % COMMANDS_BETWEEN_LOOKS == 1:
+            self.look_at_memory()
+        return answer
 
-    def close_dialog(self, name):
-        """A dialog that reads commands is closed; one that closes by itself leaves Timer1 on."""
+    def open_dialog(self):
+        """The dialog that takes the input, or None."""
+        shown = self.ask("state Form_KeyBoard.Visible")["state"]
+        if shown["Form_KeyBoard.Visible"]:
+            return "Form_KeyBoard"
+        for name, control in (("Form_KeyAssign", "Label1"), ("Form_SelectDirectory", "Drive1"), ("Form_Config", "Combo_Theme")):
+            if self.ask("get " + control, soak_dialogs.EITHER).get("ok"):
+                return name
+        return None
+
+    def use_dialogs(self, name):
+        """Uses the dialog, and those that it opens, until it is closed."""
         if name == "Form_KeyBoard":
-            self.use_keyboard()
-        state = self.ask("state Timer1.Enabled")
-        if state.get("ok") is True and state["state"]["Timer1.Enabled"]:
-            return
-        for command in ("click Command_Cancel", "key 27", "down beside", "up beside", "key 13"):
-            answer = self.ask(command)
-            state = self.ask("state Timer1.Enabled") if "exit" not in answer else {}
-            if state.get("ok") is True and state["state"]["Timer1.Enabled"]:
+            return self.use_keyboard()
+        for _ in range(self.source.randrange(COMMANDS_IN_DIALOGS)):
+            command, verdict = soak_dialogs.a_dialog_command(self.source, name, self.paths)
+            if name == "Form_SelectDirectory" and command == "click Command_OK" and not self.may_choose():
+                command = "click Command_Cancel"
+            answer = self.ask(command, verdict)
+            self.used += 1
+            if self.ended is not None:
                 return
-        raise Fault("the dialog %s does not close" % name)
+            # Only these open or close a dialog.
+            if "dialog" in answer or command.startswith(("click", "key")):
+                name = self.open_dialog()
+            if name is None:
+                return
+        self.close_dialogs(name)
+
+    def may_choose(self):
+        """The jukebox must not go to work on folders outside the run's own."""
+        return self.ask("get Dir1")["value"].startswith(self.session.root)
+
+    def close_dialogs(self, name):
+        while name is not None:
+            inner, name = name, None
+            self.ask("click Command_Cancel")
+            self.used += 1
+            if self.ended is None:
+                name = self.open_dialog()
+            if name == inner:
+                raise Fault("the dialog %s does not close" % inner)
 
     def use_keyboard(self):
-        """Types at random until the keyboard is closed or enough was typed."""
+        """Types at random, and closes the keyboard if it is still open after that."""
         for _ in range(self.source.randrange(40)):
-            command = a_keyboard_command(self.source)
-            self.kept += command.startswith("later")
-            answer = self.ask(command)
-            self.look_at_error(answer)
-            if answer.get("ok") is not True:
-                raise Fault("refused while the keyboard is open: %s: %s" % (command, answer))
+            self.ask(a_keyboard_command(self.source))
             if not self.ask("state Form_KeyBoard.Visible")["state"]["Form_KeyBoard.Visible"]:
                 return
-
-    def ask(self, command):
-        self.lines.append(command)
-        self.process.stdin.write(command.encode() + b"\n")
-        self.process.stdin.flush()
-        answer = self.read_answer()
-        while answer.get("later"):
-            self.look_at(answer, command)
-            answer = self.read_answer()
-        self.answers += 1
-        return answer
+        self.ask("key 27")
+        if self.open_dialog() is not None:
+            raise Fault("the keyboard does not close")
 
     def last_log_line(self):
         with open(os.path.join(self.session.home, "vantorix.log"), "rb") as log:
@@ -357,9 +400,11 @@ def soak_run(given, number, counts, most):
             # on, a button back.
             if not journey and source.random() < 0.01:
                 journey = ["key 13", "key 9", "key 9", "key 37", "key 13"]
-            going = run.give(journey.pop(0) if journey else a_command(source, chosen["TactileMode"] == "true"))
+            going = run.give(
+                journey.pop(0) if journey else a_command(source, chosen["TactileMode"] == "true", given.dialogs))
             left = min(left, COMMANDS_AFTER_ERROR) - 1 if going is None and guard_is_up(run) else left - 1
         run.end()
+        given.used += run.used
         if given.verbose:
             print("%s: %d commands, %d MB, %s" % (what, run.answers, run.peak, run.ended))
         return run.answers, run.peak, True
@@ -386,8 +431,10 @@ def main():
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--run", type=int, default=300, help="commands a run")
     parser.add_argument("--megabytes", type=int, default=400, help="the limit for the memory of a run")
+    parser.add_argument("--dialogs", type=float, default=0.5, help="how often the configuration is opened")
     parser.add_argument("--verbose", action="store_true")
     given = parser.parse_args()
+    given.used = 0
     given.console = os.path.abspath(given.console)
     os.makedirs(given.work, exist_ok=True)
     counts = collections.Counter()
@@ -398,7 +445,8 @@ def main():
         peaks.append(peak)
         faults += not good
         number += 1
-    print("%d commands in %d runs, %d faults; at most %d MB" % (answered, number, faults, max(peaks)))
+    print("%d commands in %d runs, %d of them in dialogs, %d faults; at most %d MB" %
+          (answered, number, given.used, faults, max(peaks)))
     for (error, text, detail), count in sorted(counts.items()):
         print("  %5d x error %d, %s: %s" % (count, error, text, detail))
     sys.exit(1 if faults else 0)

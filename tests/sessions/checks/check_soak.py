@@ -15,8 +15,10 @@ import sys
 import check_support
 
 KEYS = [38, 40, 37, 39, 13, 8, 9, 45, 113, 114, 115, 116, 117, 70, 65, 66, 49, 50]
-# Rare: the configuration dialog, codes at the ends of their range, a key without a function.
-RARE_KEYS = [120, 32767, -32768, 0, 255]
+# Rare: codes at the ends of their range, a key without a function.
+RARE_KEYS = [32767, -32768, 0, 255]
+# Refused if the key did not open the dialog.
+CONFIGURATION = "key 120\nset Combo_Theme small\nset Text_VideoPositionLeft 40\nget Label_Key(3)\nclick Command_%s"
 
 # LeakSanitizer, which stops all threads, sometimes fails internally while threads end. The short sessions, which would
 # show the same leaks, use it; here it is off.
@@ -50,6 +52,7 @@ def make_command(source, home):
     kinds = [
         (50, lambda: "key %d" % source.choice(KEYS)),
         (2, lambda: "key %d" % source.choice(RARE_KEYS)),
+        (1, lambda: CONFIGURATION % source.choice(["OK", "Cancel"])),
         (12, lambda: "down %d %d\nup %d %d" % (x, y, x + source.choice([0, 3, 40]), y + source.choice([0, 0, 60]))),
         (4, lambda: "move %d %d%s" % (x, y, source.choice(["", " left"]))),
         (3, lambda: "dblclick %d %d" % (x, y)),
