@@ -147,9 +147,12 @@ void ListThemes(Form_Main& form) {
     for (const QString& folder : form.config.Dir1.List) {
         form.config.Combo_ThemeList += NameOfPath(folder);
     }
-    // On the first run the variable has no value yet.
-    const QString theme =
+    // On the first run the variable has no value yet; without the key it is "default".
+    QString theme =
         GetPrivateProfileString(form, ConfigPath(form), QStringLiteral("Main"), QStringLiteral("Theme"));
+    if (theme.isEmpty()) {
+        theme = form.settings.Theme;
+    }
     form.config.Combo_Theme = form.config.Combo_ThemeList.contains(theme) ? theme : QString();
 }
 
