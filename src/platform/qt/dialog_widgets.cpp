@@ -64,6 +64,17 @@ WrapLabel::WrapLabel(const QString& text) : QLabel(text) {
 }
 
 int WrapLabel::TextHeight(int width) const {
+    if (heights_.text != text() || heights_.font != font()) {
+        heights_ = {text(), font(), {}};
+    }
+    const auto [height, isNew] = heights_.byWidth.try_emplace(width, 0);
+    if (isNew) {
+        height->second = MeasuredHeight(width);
+    }
+    return height->second;
+}
+
+int WrapLabel::MeasuredHeight(int width) const {
     QTextLayout layout(text(), font());
     layout.setTextOption(Wrapping());
     double height = 0;

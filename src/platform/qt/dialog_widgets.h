@@ -8,6 +8,7 @@
 #include <QRadioButton>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -35,8 +36,16 @@ private:
     // What the frame and the padding add.
     QSize Around() const { return size() - contentsRect().size(); }
     int TextHeight(int width) const;
+    int MeasuredHeight(int width) const;
 
     std::function<void()> doubleClick_;
+    // The heights of the text by width: a layout asks for the same ones many times.
+    struct Heights {
+        QString text;
+        QFont font;
+        std::map<int, int> byWidth;
+    };
+    mutable Heights heights_;
 };
 
 // A place of a few lines for a label; a longer text scrolls.

@@ -84,11 +84,11 @@ QSize SlotPreview::PictureSize() const {
     return picture_ ? picture_->size().boundedTo(QSize(kFarthest, kFarthest)) : QSize();
 }
 
-// A hidden field has no place.
+// A hidden field has no place, and neither has one whose place is not known yet.
 SlotPreview::Arrangement SlotPreview::AtScale(double scale, int width) const {
     Arrangement arranged{.scale = scale, .fields = {}, .all = QRect(QPoint(0, 0), PictureSize() * scale)};
     for (const Field& field : fields_) {
-        if (field.edit->isHidden()) {
+        if (field.edit->isHidden() || field.place.isNull()) {
             arranged.fields.emplace_back();
             continue;
         }
