@@ -4,12 +4,11 @@
 #include "platform/qt/config_pages.h"
 #include "platform/qt/dialog_style.h"
 #include "platform/qt/dialog_widgets.h"
+#include "platform/qt/page_rows.h"
 
 #include <QHBoxLayout>
 #include <QListWidget>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QScroller>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -72,15 +71,10 @@ ConfigWindow::ConfigWindow(QtEventPump& pump, ControlLooks looks, const QRect& s
 
 void ConfigWindow::AddPage(const QString& title, QWidget* page) {
     titles_->addItem(title);
-    auto* area = new QScrollArea;
-    area->setWidgetResizable(true);
-    area->setFocusPolicy(Qt::NoFocus);
+    // Not the layout's alignment: that would cut rows whose text needs more lines than their size hint has.
+    ColumnOf(page)->addStretch();
     SetRole(page, "page");
-    area->setWidget(page);
-    area->viewport()->setAutoFillBackground(false);
-    page->setAutoFillBackground(false);
-    QScroller::grabGesture(area->viewport(), QScroller::TouchGesture);
-    pages_->addWidget(area);
+    pages_->addWidget(new ScrollPlace(page));
 }
 
 QWidget* ConfigWindow::ButtonBar() {

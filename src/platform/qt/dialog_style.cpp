@@ -57,6 +57,7 @@ QListView#pages::item:selected:focus { border-color: @amber; }
 QComboBox QListView { border-radius: 0; border-color: @amber; }
 QScrollArea { background: transparent; border: none; }
 QWidget[role="page"] { background: transparent; }
+QAbstractScrollArea::corner { background: transparent; border: none; }
 QScrollBar:vertical { background: transparent; width: @targetpx; margin: 0; }
 QScrollBar:horizontal { background: transparent; height: @targetpx; margin: 0; }
 QScrollBar::handle:vertical { background: @edge; border-radius: 6px; min-height: @targetpx; margin: 2px 16px; }

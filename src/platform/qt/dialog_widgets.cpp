@@ -6,7 +6,6 @@
 #include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QScrollArea>
 #include <QScroller>
 #include <QStyledItemDelegate>
 #include <QTextLayout>
@@ -134,18 +133,28 @@ void WrapLabel::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-QWidget* NewScrolled(WrapLabel* label, int lines) {
-    auto* area = new QScrollArea;
-    area->setWidgetResizable(true);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setWidget(label);
-    area->viewport()->setAutoFillBackground(false);
-    label->setAutoFillBackground(false);
+FingerScrolling::FingerScrolling(QAbstractScrollArea& view) : viewport_(view.viewport()) {
+    QScroller::grabGesture(viewport_, QScroller::TouchGesture);
+}
+
+FingerScrolling::~FingerScrolling() {
+    QScroller::ungrabGesture(viewport_);
+}
+
+ScrollPlace::ScrollPlace(QWidget* content) : scrolling_(*this) {
+    setWidgetResizable(true);
+    setFocusPolicy(Qt::NoFocus);
+    setWidget(content);
+    viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+}
+
+ScrollPlace* NewScrolled(WrapLabel* label, int lines) {
+    auto* place = new ScrollPlace(label);
+    place->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     label->ensurePolished();
-    area->setFixedHeight(label->fontMetrics().lineSpacing() * lines);
-    QScroller::grabGesture(area->viewport(), QScroller::TouchGesture);
-    return area;
+    place->setFixedHeight(label->fontMetrics().lineSpacing() * lines);
+    return place;
 }
 
 Switch::Switch() {

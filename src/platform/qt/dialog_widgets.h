@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QRadioButton>
+#include <QScrollArea>
 
 #include <functional>
 #include <map>
@@ -48,8 +49,30 @@ private:
     mutable Heights heights_;
 };
 
+// Lets a finger scroll a view. The owner ends this while the view exists, because the toolkit keeps an object
+// for each view.
+class FingerScrolling {
+public:
+    explicit FingerScrolling(QAbstractScrollArea& view);
+    ~FingerScrolling();
+    FingerScrolling(const FingerScrolling&) = delete;
+    FingerScrolling& operator=(const FingerScrolling&) = delete;
+
+private:
+    QWidget* viewport_;
+};
+
+// A place in which a page or a label scrolls by mouse, wheel and finger.
+class ScrollPlace : public QScrollArea {
+public:
+    explicit ScrollPlace(QWidget* content);
+
+private:
+    FingerScrolling scrolling_;
+};
+
 // A place of a few lines for a label; a longer text scrolls.
-QWidget* NewScrolled(WrapLabel* label, int lines);
+ScrollPlace* NewScrolled(WrapLabel* label, int lines);
 
 // A switch with the words "Yes" and "No".
 class Switch : public QCheckBox {

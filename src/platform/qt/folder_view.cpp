@@ -6,7 +6,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
-#include <QScroller>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
@@ -114,7 +113,6 @@ FolderView::FolderView() {
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
-    QScroller::grabGesture(viewport(), QScroller::TouchGesture);
 }
 
 void FolderView::SetFolders(const QStringList& paths, const QString& highlighted) {

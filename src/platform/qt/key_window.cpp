@@ -37,7 +37,11 @@ KeyWindow::KeyWindow(QtEventPump& pump, ControlLooks looks, const QRect& screen)
     cancel->setFocusPolicy(Qt::NoFocus);
     for (WrapLabel* label : {action, prompt, note}) {
         label->setAlignment(Qt::AlignCenter);
-        column->addWidget(label == action ? NewScrolled(action, kActionLines) : label);
+        if (label == action) {
+            column->addWidget(NewScrolled(action, kActionLines));
+        } else {
+            column->addWidget(label);
+        }
     }
     column->addStretch();
     column->addWidget(cancel, 0, Qt::AlignHCenter);

@@ -10,6 +10,9 @@
 
 namespace {
 
+// Pixels. On a narrower screen than 800 pixels a page scrolls sideways.
+constexpr int kLeastPageWidth = 540;
+
 WrapLabel* NewLabel(const char* text, const char* role) {
     auto* label = new WrapLabel(QString::fromLatin1(text));
     SetRole(label, role);
@@ -20,10 +23,10 @@ WrapLabel* NewLabel(const char* text, const char* role) {
 
 QWidget* NewPage() {
     auto* page = new QWidget;
+    page->setMinimumWidth(kLeastPageWidth);
     auto* column = new QVBoxLayout(page);
     column->setContentsMargins(20, 12, 12, 16);
     column->setSpacing(6);
-    column->setAlignment(Qt::AlignTop);
     return page;
 }
 
