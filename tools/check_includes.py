@@ -28,7 +28,7 @@ TOOLKITS = [
     ("Qt SerialPort", r"QSerialPort(Info)?"),
     ("Qt Widgets", r"Q(Application|Widget|Dialog|MessageBox|FileDialog|Label|LineEdit|ListWidget|ListView|TreeView|"
                    r"TableView|TableWidget|PushButton|CheckBox|ComboBox|RadioButton|SpinBox|Slider|TabWidget|GroupBox|"
-                   r"(Box|Grid|Form|VBox|HBox|Stacked)?Layout|StackedWidget|ScrollArea|Scroller|AbstractItemView|StyledItemDelegate|Frame|Style|"
+                   r"(Box|Grid|Form|VBox|HBox|Stacked)?Layout|StackedWidget|ScrollArea|ScrollBar|AbstractItemView|StyledItemDelegate|Frame|Style|"
                    r"StyleFactory)"),
     ("Qt Gui", r"Q(GuiApplication|GlyphRun|Window|Screen|Image|ImageReader|ImageWriter|Pixmap|Bitmap|Painter|PainterPath|Pen|"
                r"Brush|Color|Rgb|RgbaFloat|Font|FontDatabase|FontInfo|FontMetrics|FontMetricsF|TextOption|TextLayout|"

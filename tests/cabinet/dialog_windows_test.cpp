@@ -19,6 +19,8 @@
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <gtest/gtest.h>
 
@@ -284,6 +286,23 @@ TEST_F(ConfigWindowTest, AHeldKeyOfAnotherWindowDoesNothing) {
     Press(window, Qt::Key_Return, {}, true);
     Press(window, Qt::Key_Escape, {}, true);
     EXPECT_EQ(Posted(), QStringList());
+}
+
+TEST_F(ConfigWindowTest, APageIsDraggedByItsWords) {
+    ShowPage(5);
+    QWidget* label = At("Label_ZoneListGauche(0)").parentWidget()->findChild<QLabel*>(QString());
+    const auto& place = *qobject_cast<QScrollArea*>(label->parentWidget()->parentWidget()->parentWidget());
+    const auto mouse = [&](QEvent::Type type, const QPointF& at) {
+        QMouseEvent event(type, at, label->mapToGlobal(QPointF()) + at, Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(label, &event);
+    };
+    ASSERT_GT(place.verticalScrollBar()->maximum(), 20);
+    mouse(QEvent::MouseButtonPress, {5, 30});
+    mouse(QEvent::MouseMove, {5, 10});
+    EXPECT_EQ(place.verticalScrollBar()->value(), 20);
+    mouse(QEvent::MouseMove, {5, 10 + 15 + 20});
+    EXPECT_EQ(place.verticalScrollBar()->value(), 5) << "counted from where the label is now";
 }
 
 TEST_F(ConfigWindowTest, NothingHasAContextMenu) {

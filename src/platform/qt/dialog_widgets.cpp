@@ -5,8 +5,9 @@
 
 #include <QAbstractItemView>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
-#include <QScroller>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTextLayout>
 #include <QTextOption>
@@ -133,20 +134,23 @@ void WrapLabel::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-FingerScrolling::FingerScrolling(QAbstractScrollArea& view) : viewport_(view.viewport()) {
-    QScroller::grabGesture(viewport_, QScroller::TouchGesture);
-}
-
-FingerScrolling::~FingerScrolling() {
-    QScroller::ungrabGesture(viewport_);
-}
-
-ScrollPlace::ScrollPlace(QWidget* content) : scrolling_(*this) {
+ScrollPlace::ScrollPlace(QWidget* content) {
     setWidgetResizable(true);
     setFocusPolicy(Qt::NoFocus);
     setWidget(content);
     viewport()->setAutoFillBackground(false);
     content->setAutoFillBackground(false);
+}
+
+void ScrollPlace::mousePressEvent(QMouseEvent* event) {
+    dragged_ = event->globalPosition();
+}
+
+void ScrollPlace::mouseMoveEvent(QMouseEvent* event) {
+    const QPoint moved = (event->globalPosition() - dragged_).toPoint();
+    dragged_ += moved;
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() - moved.x());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() - moved.y());
 }
 
 ScrollPlace* NewScrolled(WrapLabel* label, int lines) {

@@ -49,26 +49,17 @@ private:
     mutable Heights heights_;
 };
 
-// Lets a finger scroll a view. The owner ends this while the view exists, because the toolkit keeps an object
-// for each view.
-class FingerScrolling {
-public:
-    explicit FingerScrolling(QAbstractScrollArea& view);
-    ~FingerScrolling();
-    FingerScrolling(const FingerScrolling&) = delete;
-    FingerScrolling& operator=(const FingerScrolling&) = delete;
-
-private:
-    QWidget* viewport_;
-};
-
-// A place in which a page or a label scrolls by mouse, wheel and finger.
+// A place in which a page or a label scrolls. A finger or the mouse can drag it beside the controls.
 class ScrollPlace : public QScrollArea {
 public:
     explicit ScrollPlace(QWidget* content);
 
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+
 private:
-    FingerScrolling scrolling_;
+    QPointF dragged_;
 };
 
 // A place of a few lines for a label; a longer text scrolls.

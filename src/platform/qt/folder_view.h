@@ -1,8 +1,6 @@
 // A list of folders, indented by depth.
 #pragma once
 
-#include "platform/qt/dialog_widgets.h"
-
 #include <QListView>
 #include <QStringList>
 
@@ -29,7 +27,6 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    FingerScrolling scrolling_{*this};
     void OpenParent(const QString& path);
 
     bool refreshing_ = false;
