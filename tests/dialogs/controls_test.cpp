@@ -116,6 +116,7 @@ TEST_F(ControlsTest, TwoOfThreeDialogsIgnoreKeys) {
     };
     keys();
     EXPECT_TRUE(form.config.Visible);
+    EXPECT_EQ(LogSinceOpening(), QStringList{u" : Fenetre de Config"_s});
     inDialog = [&] {
         keys();
         EXPECT_TRUE(form.folderDialog.Visible);
