@@ -74,8 +74,9 @@ def contents(session):
 
 
 def marks(session):
-    """What changes when one of the files is replaced."""
-    return [os.stat(os.path.join(session.home, name)).st_ino for name in FILES]
+    """What changes when one of the files is written."""
+    states = [os.stat(os.path.join(session.home, name)) for name in FILES]
+    return [(state.st_ino, state.st_mtime_ns) for state in states]
 
 
 def unfinished(session):
