@@ -96,8 +96,7 @@ QWidget* MusicPage(DialogWindow& window) {
     ColumnOf(folder)->addWidget(path);
     AddRow(page, "Order of the tracks",
            "For folders that have no order of their own. Alpha sorts by name, Playing Count begins with what "
-           "has "
-           "been played most.",
+           "has been played most. Without a choice the list stays empty.",
            window.AddChoice({QStringLiteral("Combo_DefaultOrder")}));
     QWidget* theme = AddRow(page, "Theme", "The look and the sounds of the jukebox.",
                             window.AddChoice({QStringLiteral("Combo_Theme")}));
@@ -161,7 +160,9 @@ QWidget* KeysPage(DialogWindow& window, int width) {
     const int columns = width >= kWide ? 2 : 1;
     const int rows = (kKeys + columns - 1) / columns;
     QWidget* page = NewPage();
-    AddExplanation(page, "Change assigns the next key that you press. Give every action a key of its own.");
+    AddExplanation(page,
+                   "Change assigns the next key that you press. Give every action a key of its own: as long "
+                   "as one has none, the jukebox accepts no keys.");
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(8);
