@@ -114,24 +114,20 @@ QWidget* ScreenPage(DialogWindow& window) {
            OrientationOptions(window));
     AddRow(page, "Touch screen",
            "Yes: the jukebox is used by touch or mouse, with a pointer and without the selection bar. No: by "
-           "keys, "
-           "without a pointer.",
+           "keys, without a pointer.",
            window.AddSwitch({QStringLiteral("Check_Tactile")}));
     QWidget* picture = AddRow(page, "Picture",
                               "Its place on the screen in pixels. Without a left or top edge it is centred. "
-                              "Without a width or height it "
-                              "is as large as the screen and the theme allow. Enter whole numbers only: with "
-                              "anything else the theme "
-                              "cannot be loaded.",
+                              "Without a width or height it is as large as the screen and the theme allow. "
+                              "Enter whole numbers only: with anything else the theme cannot be loaded.",
                               nullptr);
     AddPlaceFields(window, picture, "Text_Position");
-    QWidget* video = AddRow(page, "Video",
-                            "Its place on the desktop in pixels. Empty fields: over the picture. A left edge "
-                            "beyond the first screen puts "
-                            "the video on the second one. If it equals the width of the first screen, add "
-                            "one pixel, or the video "
-                            "stays invisible. On the first screen the height sets the width.",
-                            nullptr);
+    QWidget* video =
+        AddRow(page, "Video",
+               "Its place on the desktop in pixels. Empty fields: over the picture. A left edge beyond the "
+               "first screen puts the video on the second one. If it equals the width of the first screen, "
+               "add one pixel, or the video stays invisible. On the first screen the height sets the width.",
+               nullptr);
     AddPlaceFields(window, video, "Text_VideoPosition");
     return page;
 }
@@ -160,9 +156,8 @@ QWidget* KeysPage(DialogWindow& window, int width) {
     const int columns = width >= kWide ? 2 : 1;
     const int rows = (kKeys + columns - 1) / columns;
     QWidget* page = NewPage();
-    AddExplanation(page,
-                   "Change assigns the next key that you press. Give every action a key of its own: as long "
-                   "as one has none, the jukebox accepts no keys.");
+    AddExplanation(page, "Change assigns the next key that you press. Give every action a key of its own: as "
+                         "long as one has none, the jukebox accepts no keys.");
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(8);

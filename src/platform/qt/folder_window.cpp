@@ -52,9 +52,8 @@ FolderWindow::FolderWindow(QtEventPump& pump, ControlLooks looks, const QRect& s
     });
     SetRole(chosen, "caption");
     column->addWidget(NewScrolled(chosen, kPathLines));
-    auto* note = new WrapLabel(
-        QStringLiteral("A double click, the right arrow or Open shows what is in a folder. OK takes the "
-                       "highlighted folder."));
+    auto* note = new WrapLabel(QStringLiteral("A double click, the right arrow or Open shows what is in a "
+                                              "folder. OK takes the highlighted folder."));
     SetRole(note, "explanation");
     column->addWidget(note);
 

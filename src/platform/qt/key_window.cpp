@@ -29,9 +29,8 @@ KeyWindow::KeyWindow(QtEventPump& pump, ControlLooks looks, const QRect& screen)
     SetRole(action, "action");
     WrapLabel* prompt = AddCaption({QStringLiteral("Label1")}, QStringLiteral("Press any Key"));
     SetRole(prompt, "prompt");
-    auto* note =
-        new WrapLabel(QStringLiteral("The next key that you press is taken, Esc and Enter too. To keep "
-                                     "things as they are, click or touch Cancel."));
+    auto* note = new WrapLabel(QStringLiteral("The next key that you press is taken, Esc and Enter too. To "
+                                              "keep things as they are, click or touch Cancel."));
     SetRole(note, "explanation");
     QPushButton* cancel = AddButton({QStringLiteral("Command_Cancel")}, QStringLiteral("Cancel"));
     cancel->setFocusPolicy(Qt::NoFocus);

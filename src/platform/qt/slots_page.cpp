@@ -76,14 +76,12 @@ QWidget* SlotsPage(DialogWindow& window) {
     QWidget* page = NewPage();
     AddHeading(page, "Labels");
     AddExplanation(page, "What is written next to each slot of the list. OK saves it in the chosen theme.");
-    AddExplanation(
-        page, "To manage the alphabetical shortcuts depending on the page number, enter [AP] in the input "
-              "field (example: \"page 2 as 2\" type = \"[AP] 2\" = \"C2\" displayed)");
+    AddExplanation(page, "To manage the alphabetical shortcuts depending on the page number, enter [AP] in "
+                         "the input field (example: \"page 2 as 2\" type = \"[AP] 2\" = \"C2\" displayed)");
     ColumnOf(page)->addWidget(Preview(window));
     AddHeading(page, "Keys");
-    AddExplanation(
-        page, "The keys that select a slot, pressed one after the other. Add appends the next key that you "
-              "press. Page Up stands for the letter of the page and is shown as [AP].");
+    AddExplanation(page, "The keys that select a slot, pressed one after the other. Add appends the next key "
+                         "that you press. Page Up stands for the letter of the page and is shown as [AP].");
     AddExplanation(page, "Double click on the label key combination to re-initialize");
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(8);
