@@ -361,14 +361,14 @@ class Run:
         rest = self.buffer + self.process.stdout.read()
         if rest:
             raise Fault("an unexpected answer: %r" % rest[:300])
-        if code != (self.ended or 0):
-            raise Fault("exit code %d" % code)
-        if self.ended == 0 and self.last_log_line() not in (" Fin ", " : ValiderCommand"):
-            raise Fault("ended by neither the quit key nor the menu: %s" % self.last_log_line())
         with open(self.errors_path, encoding="utf-8", errors="replace") as errors:
             text = errors.read()
         if text:
             raise Fault("standard error: %s" % text[-3000:])
+        if code != (self.ended or 0):
+            raise Fault("exit code %d" % code)
+        if self.ended == 0 and self.last_log_line() not in (" Fin ", " : ValiderCommand"):
+            raise Fault("ended by neither the quit key nor the menu: %s" % self.last_log_line())
         if self.peak > self.given.megabytes:
             raise Fault("took %d MB" % self.peak)
 
