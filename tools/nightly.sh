@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.."
 ./test.sh --all
 tools/fuzz.sh "${1:-1}"
 # The sanitizer keeps freed memory, so the memory limit allows for that.
-LSAN_OPTIONS="suppressions=$PWD/tests/leaks.supp:print_suppressions=0" QT_QPA_PLATFORM=offscreen \
+QT_QPA_PLATFORM=offscreen \
     python3 tests/sessions/soak.py --console build/sanitize/vantorix-console --work build/sanitize/tests/soak \
     --commands 200000 --run 2000 --dialogs 3 --megabytes 1000
 # Few coins keep the queue short, so that its entries take little memory.
