@@ -16,8 +16,6 @@
 #include "state/form_main.h"
 #include "state/paths.h"
 
-#include <QElapsedTimer>
-#include <cstdio>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
@@ -120,18 +118,9 @@ void BenchOpening(Machine& machine) {
              {QStringLiteral("the configuration"),
               [&] {
                   Form_Config_Load(machine.form);
-QElapsedTimer timer; timer.start();
- auto* window = new ConfigWindow(pump, looks, kScreen);
- const auto a = timer.nsecsElapsed();
- window->Refresh();
- const auto b = timer.nsecsElapsed();
- window->show();
- const auto c = timer.nsecsElapsed();
- QCoreApplication::processEvents();
- const auto d = timer.nsecsElapsed();
- delete window;
- const auto e = timer.nsecsElapsed();
- std::fprintf(stderr, "T ctor %lld refresh %lld show %lld events %lld del %lld\n", a/1000,(b-a)/1000,(c-b)/1000,(d-c)/1000,(e-d)/1000);
+                  ConfigWindow window(pump, looks, kScreen);
+                  window.Refresh();
+                  ShowOnce(window);
               }},
              {QStringLiteral("of this, its rules alone"), [&] { Form_Config_Load(machine.form); }}},
             kRounds));
