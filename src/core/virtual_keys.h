@@ -10,8 +10,8 @@ struct VirtualKeyName {
 };
 
 // The keys that are not named after a character, in the order in which a code is looked up.
-// Deliberate D-142: the page-up key is named "[AP]". One would expect "PAGE UP"; its code stands for the
-// page's letter in the keys of a slot, and operators enter it under this name.
+// Deliberate D-142: the page-up key is named "[AP]". One would expect "PAGE UP"; in the keys of a slot, its
+// code represents the letter of the page, and operators enter it under this name.
 // Deliberate D-143: code 0 is named "ENTER (KEYPAD)", so this name is never shown. One would expect the
 // keypad's Enter to have a code of its own; it sends the code of "ENTER".
 // clang-format off

@@ -68,6 +68,12 @@ constexpr std::array kControls = {CONFIG_CONTROLS(CONTROL_ROW)};
 static_assert(kControls.size() == 27);
 
 #undef CONTROL_ROW
+#undef SHOWN_TEXT
+#undef SHOWN_CAPTION
+#undef SHOWN_YES_OR_NO
+#undef SHOWN_ORIENTATION
+#undef SHOWN_ORDER
+#undef SHOWN_THEME
 
 void ShowSettings(Form_Main& form) {
     for (const ControlRow& row : kControls) {

@@ -47,6 +47,13 @@ ControlLook List(const QString& value, const QStringList& entries) {
     return look;
 }
 
+// The lists of the folder chooser are disabled while a folder is being read.
+ControlLook ListOfChooser(const Form_Main& form, const QString& value, const QStringList& entries) {
+    ControlLook look = List(value, entries);
+    look.enabled = !form.folderDialog.isReading;
+    return look;
+}
+
 ControlLook Switch(const QString& value) {
     ControlLook look = Text(value);
     look.isSwitch = true;
@@ -124,7 +131,7 @@ const QStringList kOrientations = {QStringLiteral("horizontal"), QStringLiteral(
         {"Command_ZoneList" #side,                                                                           \
          10,                                                                                                 \
          [](const Form_Main& form, int i) {                                                                  \
-             return Shown(Text(QStringLiteral("Add a key")), form.config.side(i).Visible);                   \
+             return Shown(Text(QStringLiteral("Add")), form.config.side(i).Visible);                         \
          },                                                                                                  \
          nullptr,                                                                                            \
          nullptr,                                                                                            \
@@ -163,7 +170,7 @@ constexpr ControlRow kConfigControls[] = {
      [](Form_Main& form, int, const QString& value) { form.config.Combo_DefaultOrder = value; }},
     {"Label_Key", 15, [](const Form_Main&, int i) { return Text(CaptionOfBinding(i)); }},
     {"Label_KeyValue", 15, [](const Form_Main& form, int i) { return Text(form.config.Label_KeyValue(i)); }},
-    {"Command_KeyAssign", 15, [](const Form_Main&, int) { return Button("Change..."); }, nullptr, nullptr,
+    {"Command_KeyAssign", 15, [](const Form_Main&, int) { return Button("Change"); }, nullptr, nullptr,
      [](Form_Main& form, int i) { Command_KeyAssign_Click(form, i); }},
     SLOT_ROWS(Gauche)
     SLOT_ROWS(Droite)
@@ -185,13 +192,13 @@ constexpr ControlRow kKeyAssignControls[] = {
 };
 
 constexpr ControlRow kFolderControls[] = {
-    {"Drive1", 0, [](const Form_Main& form, int) { return List(form.folderDialog.Drive1, form.folderDialog.Drive1List); },
+    {"Drive1", 0, [](const Form_Main& form, int) { return ListOfChooser(form, form.folderDialog.Drive1, form.folderDialog.Drive1List); },
      [](const Form_Main& form, const QString& value) { return OneOf(form.folderDialog.Drive1List, value); },
      [](Form_Main& form, int, const QString& value) {
          form.folderDialog.Drive1 = value;
          Drive1_Change(form);
      }},
-    {"Dir1", 0, [](const Form_Main& form, int) { return List(ChosenFolder(form), form.folderDialog.Dir1Entries); },
+    {"Dir1", 0, [](const Form_Main& form, int) { return ListOfChooser(form, ChosenFolder(form), form.folderDialog.Dir1Entries); },
      [](const Form_Main& form, const QString& value) { return OneOf(form.folderDialog.Dir1Entries, value); },
      [](Form_Main& form, int, const QString& value) { form.folderDialog.Dir1Highlighted = value; },
      nullptr,
@@ -250,11 +257,8 @@ const ControlRow* FindControl(const ControlName& control) {
     return nullptr;
 }
 
-// While a folder is being read, its list and the drives take no input.
-bool IsUsable(const Form_Main& form, const ControlName& control, const ControlRow& row) {
-    const ControlLook look = row.look(form, control.index);
-    const bool isList = control.name == u"Dir1" || control.name == u"Drive1";
-    return look.enabled && look.visible && !(isList && form.folderDialog.isReading);
+bool IsUsable(const ControlLook& look) {
+    return look.enabled && look.visible;
 }
 
 } // namespace
@@ -287,7 +291,7 @@ void HandleDialogEvent(Form_Main& form, const InputEvent& event) {
     }
     const ControlRow* row = FindControl(event.control);
     if (row == nullptr || event.control.dialog != OpenDialog(form) || !RefusalOf(form, event).isEmpty() ||
-        !IsUsable(form, event.control, *row)) {
+        !IsUsable(row->look(form, event.control.index))) {
         return;
     }
     if (event.kind == InputKind::kControlSet) {

@@ -8,7 +8,7 @@
 // Returns the name of a virtual-key code: that of the list in core/virtual_keys.h, else the Unicode character
 // of that number, and nothing for a negative code.
 QString GetVirtKeyName(int KeyCode);
-// A text stands for the code of its first character. Raises 5 for an empty text.
+// The same for a text, which is named after its first character. Raises 5 for an empty text.
 QString GetVirtKeyName(const QString& KeyCode);
 QString KeyName(Integer16 KeyCode);
 

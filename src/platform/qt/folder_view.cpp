@@ -1,6 +1,8 @@
 // Showing a list of folders.
 #include "platform/qt/folder_view.h"
 
+#include "core/path_text.h"
+
 #include <QAbstractListModel>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -20,18 +22,13 @@ constexpr int kMargin = 10;
 
 enum FolderRole : int { kPathRole = Qt::UserRole, kDepthRole };
 
-QString LastComponent(const QString& path) {
-    const qsizetype slash = path.lastIndexOf(u'/');
-    return slash < 0 || slash + 1 == path.size() ? path : path.mid(slash + 1);
+// The root has no name and is shown as it is.
+QString Caption(const QString& path) {
+    return path == u"/" ? path : NameOfPath(path);
 }
 
 int DepthOf(const QString& path) {
     return path == u"/" ? 0 : static_cast<int>(path.count(u'/'));
-}
-
-QString ParentOf(const QString& path) {
-    const qsizetype slash = path.lastIndexOf(u'/');
-    return slash > 0 ? path.left(slash) : QStringLiteral("/");
 }
 
 class FolderModel : public QAbstractListModel {
@@ -53,7 +50,7 @@ public:
         const QString& path = paths_[index.row()];
         switch (role) {
         case Qt::DisplayRole:
-            return LastComponent(path);
+            return Caption(path);
         case kPathRole:
             return path;
         case kDepthRole:
@@ -135,10 +132,10 @@ QString FolderView::Highlighted() const {
 }
 
 void FolderView::OpenParent(const QString& path) {
-    const qsizetype row = ModelOf(*this).Paths().indexOf(ParentOf(path));
+    const qsizetype row = ModelOf(*this).Paths().indexOf(FolderOfPath(path));
     if (row >= 0) {
         setCurrentIndex(model()->index(static_cast<int>(row), 0));
-        onOpen(ParentOf(path));
+        onOpen(FolderOfPath(path));
     }
 }
 

@@ -136,7 +136,7 @@ void SlotPreview::resizeEvent(QResizeEvent* /*event*/) {
     Rearrange();
 }
 
-// Darkened, so that the fields stand out.
+// The picture is darkened so that the fields on it are easy to see.
 void SlotPreview::paintEvent(QPaintEvent* /*event*/) {
     if (!picture_ || picture_->isNull()) {
         return;
