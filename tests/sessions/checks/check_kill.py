@@ -73,8 +73,9 @@ def make_home(given):
 
 def commands_of_round(source):
     """Commands, each with its effect: a pick, a save, a choice, or nothing that stays."""
-    # The first song of the top folder, so that there is always something to save.
-    result = [("look", LOOK), ("slot 4", slot(4)), ("", RELEASE)]
+    # The keyboard opens only if there is something to save; otherwise its keys would be touches on slots. In the order
+    # by picks the fourth entry can be a folder, and so can the fourth entry of that one; the third folder has only songs.
+    result = [("look", LOOK), ("slot 4", slot(4)), ("", RELEASE)] * 3
     for _ in range(ACTIONS):
         kind = source.random()
         if kind < 0.65:
