@@ -10,7 +10,7 @@
 #include "rendering/playlist_block.h"
 #include "rendering/redraw_jukebox.h"
 #include "rendering/track_zone.h"
-#include "rendering/video_surfaces.h"
+#include "rendering/video_form.h"
 #include "settings/profile.h"
 #include "state/form_main.h"
 #include "state/log.h"

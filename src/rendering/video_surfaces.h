@@ -9,11 +9,3 @@ void DrawMiniVideo(Form_Main& form);
 // Called by each frame while the running title ends in "avi" or "mpg", to place the picture again. Does
 // nothing.
 void PlaceRunningVideo(Form_Main& form);
-
-// Returns true when the configuration places the video beyond the primary screen's right edge. Raises 13 for
-// a position that is not a number.
-bool VideoLiesBeyondScreen(const Form_Main& form);
-
-// Show and hide the video window.
-void ShowVideoForm(Form_Main& form);
-void UnloadVideoForm(Form_Main& form);

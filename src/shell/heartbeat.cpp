@@ -10,7 +10,7 @@
 #include "rendering/main_block.h"
 #include "rendering/playlist_block.h"
 #include "rendering/redraw_jukebox.h"
-#include "rendering/video_surfaces.h"
+#include "rendering/video_form.h"
 #include "state/form_main.h"
 #include "state/pause.h"
 #include "theme/load_assets.h"

@@ -9,7 +9,7 @@
 #include "platform/message_box.h"
 #include "platform/serial_port.h"
 #include "platform/windows.h"
-#include "rendering/video_surfaces.h"
+#include "rendering/video_form.h"
 #include "settings/config.h"
 #include "settings/folder_settings.h"
 #include "shell/load_config.h"
