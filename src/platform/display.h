@@ -11,8 +11,8 @@ struct DisplayMode {
     int bits = 0;
 };
 
-// Result of ChangeDisplaySettings.
-enum class DisplayChange : int { kSuccessful = 0, kRestart = 1, kRefused = -2 };
+// Result of testing or setting a mode. kNoModes: this window system cannot change modes at all.
+enum class DisplayChange : int { kSuccessful = 0, kRestart = 1, kRefused = -2, kNoModes = -3 };
 
 // Event thread only.
 struct Display {
@@ -24,5 +24,7 @@ struct Display {
     virtual DisplayMode CurrentMode() = 0;
     // Tests whether the mode could be set, without setting it.
     virtual DisplayChange TestDisplaySettings(const DisplayMode& mode) = 0;
+    // Sets the mode. The neighbours of the primary monitor move with its edges. Setting the current mode
+    // changes nothing and succeeds.
     virtual DisplayChange ChangeDisplaySettings(const DisplayMode& mode) = 0;
 };

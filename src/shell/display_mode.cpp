@@ -27,5 +27,7 @@ void ChangeRes(Form_Main& form, Integer32 width, Integer32 height, Integer32 bit
     case DisplayChange::kRefused:
         form.messageBox.Show(QStringLiteral("Error"), QStringLiteral("Mode Not Supported"));
         break;
+    case DisplayChange::kNoModes:
+        break;
     }
 }

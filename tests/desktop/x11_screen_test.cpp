@@ -12,12 +12,6 @@
 
 namespace {
 
-struct Size {
-    int width = 0;
-    int height = 0;
-    bool operator==(const Size&) const = default;
-};
-
 // The server's side of the test. The server has only one mode at first; this adds others.
 class Server {
 public:
@@ -26,18 +20,18 @@ public:
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;
 
-    Size Root() {
+    QSize Root() {
         XSync(display_, False);
         XWindowAttributes attributes = {};
         XGetWindowAttributes(display_, DefaultRootWindow(display_), &attributes);
         return {attributes.width, attributes.height};
     }
-    void AddMode(Size size) {
+    void AddMode(QSize size) {
         XRRScreenResources* resources = XRRGetScreenResourcesCurrent(display_, DefaultRootWindow(display_));
-        std::string name = std::to_string(size.width) + "x" + std::to_string(size.height);
+        std::string name = std::to_string(size.width()) + "x" + std::to_string(size.height());
         XRRModeInfo mode = {};
-        mode.width = static_cast<unsigned>(size.width);
-        mode.height = static_cast<unsigned>(size.height);
+        mode.width = static_cast<unsigned>(size.width());
+        mode.height = static_cast<unsigned>(size.height());
         mode.hTotal = mode.width + 100;
         mode.vTotal = mode.height + 20;
         mode.dotClock = 60UL * mode.hTotal * mode.vTotal;
@@ -53,11 +47,9 @@ private:
     Display* display_;
 };
 
-bool Lists(const X11Screen& screen, Size size) {
+bool Lists(const X11Screen& screen, QSize size) {
     const auto modes = screen.Modes();
-    return std::any_of(modes.begin(), modes.end(), [&](const X11Mode& mode) {
-        return Size{mode.width, mode.height} == size;
-    });
+    return std::find(modes.begin(), modes.end(), size) != modes.end();
 }
 
 } // namespace
@@ -66,17 +58,17 @@ TEST(X11Screen, ChangesTheModeAndGoesBack) {
     Server server;
     const auto screen = X11Screen::Open();
     ASSERT_TRUE(screen);
-    const Size first = server.Root();
+    const QSize first = server.Root();
     EXPECT_TRUE(Lists(*screen, first));
-    for (const Size size : {Size{800, 600}, Size{640, 480}}) {
+    for (const QSize size : {QSize(800, 600), QSize(640, 480)}) {
         EXPECT_FALSE(Lists(*screen, size));
-        EXPECT_FALSE(screen->SetMode({size.width, size.height}));
+        EXPECT_FALSE(screen->SetMode(size));
         EXPECT_EQ(server.Root(), first) << "a mode that is not listed changes nothing";
         server.AddMode(size);
         EXPECT_TRUE(Lists(*screen, size));
-        EXPECT_TRUE(screen->SetMode({size.width, size.height}));
+        EXPECT_TRUE(screen->SetMode(size));
         EXPECT_EQ(server.Root(), size);
-        EXPECT_TRUE(screen->SetMode({first.width, first.height}));
+        EXPECT_TRUE(screen->SetMode(first));
         EXPECT_EQ(server.Root(), first);
     }
 }
@@ -85,7 +77,7 @@ TEST(X11Screen, RefusesAModeLargerThanTheServerCanShow) {
     Server server;
     const auto screen = X11Screen::Open();
     ASSERT_TRUE(screen);
-    const Size first = server.Root();
+    const QSize first = server.Root();
     server.AddMode({16'000, 12'000});
     EXPECT_FALSE(screen->SetMode({16'000, 12'000}));
     EXPECT_EQ(server.Root(), first);

@@ -122,7 +122,7 @@ TEST(SimulatedDisplay, AModeChangesThePrimaryMonitor) {
     EXPECT_EQ(platform.display.ChangeDisplaySettings({1024, 768, 16}), DisplayChange::kSuccessful);
     EXPECT_EQ(platform.display.CurrentMode().width, 1024);
     EXPECT_EQ(platform.display.CurrentMode().bits, 16);
-    EXPECT_EQ(platform.display.EnumDisplayMonitors().back(), QRect(1280, 0, 800, 600));
+    EXPECT_EQ(platform.display.EnumDisplayMonitors().back(), QRect(1024, 0, 800, 600));
     EXPECT_EQ(platform.display.TestDisplaySettings({0, 768, 32}), DisplayChange::kRefused);
     EXPECT_EQ(LastCall(platform), (QJsonArray{QStringLiteral("ChangeDisplaySettings"), 1024, 768, 16}));
 }

@@ -9,6 +9,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <tuple>
 
 namespace {
 
@@ -19,10 +20,20 @@ int TrueColourBits(int bits) {
     return bits == 24 ? 32 : bits;
 }
 
-void WaitForSize(QSize size) {
+void WaitForMonitors(std::vector<QRect> expected) {
+    const auto inOrder = [](const QRect& a, const QRect& b) {
+        return std::tuple(a.left(), a.top(), a.width(), a.height()) <
+               std::tuple(b.left(), b.top(), b.width(), b.height());
+    };
+    std::sort(expected.begin() + 1, expected.end(), inOrder);
+    const auto noticed = [&] {
+        std::vector<QRect> places = ScreenPlaces();
+        std::sort(places.begin() + 1, places.end(), inOrder);
+        return places == expected;
+    };
     QElapsedTimer time;
     time.start();
-    while (ScreenPlaces().front().size() != size && time.elapsed() < kLongestNotice) {
+    while (!noticed() && time.elapsed() < kLongestNotice) {
         QCoreApplication::processEvents();
         QThread::msleep(1);
     }
@@ -40,27 +51,36 @@ DisplayMode QtDisplay::CurrentMode() {
     return {size.width(), size.height(), bits};
 }
 
+bool QtDisplay::IsCurrent(const DisplayMode& mode) {
+    const DisplayMode now = CurrentMode();
+    return now.width == mode.width && now.height == mode.height && now.bits == TrueColourBits(mode.bits);
+}
+
 DisplayChange QtDisplay::TestDisplaySettings(const DisplayMode& mode) {
     if (x11_ == nullptr) {
         log_(QStringLiteral(" : Changement de mode impossible avec la plate-forme ") + WindowSystem());
-        return DisplayChange::kRefused;
+        return DisplayChange::kNoModes;
     }
-    const std::vector<X11Mode> modes = x11_->Modes();
-    const bool listed = std::any_of(modes.begin(), modes.end(), [&](const X11Mode& known) {
-        return known.width == mode.width && known.height == mode.height;
-    });
+    if (IsCurrent(mode)) {
+        return DisplayChange::kSuccessful;
+    }
+    const std::vector<QSize> modes = x11_->Modes();
+    const bool listed = std::find(modes.begin(), modes.end(), QSize(mode.width, mode.height)) != modes.end();
     return listed && TrueColourBits(mode.bits) == x11_->BitsPerPixel() ? DisplayChange::kSuccessful
                                                                        : DisplayChange::kRefused;
 }
 
 DisplayChange QtDisplay::ChangeDisplaySettings(const DisplayMode& mode) {
     const DisplayChange possible = TestDisplaySettings(mode);
-    if (possible != DisplayChange::kSuccessful) {
+    if (possible != DisplayChange::kSuccessful || IsCurrent(mode)) {
         return possible;
     }
-    if (!x11_->SetMode({mode.width, mode.height})) {
+    if (!x11_->SetMode(QSize(mode.width, mode.height))) {
+        log_(QStringLiteral(" : Mode %1 x %2 refusé par le serveur X").arg(mode.width).arg(mode.height));
         return DisplayChange::kRefused;
     }
-    WaitForSize(QSize(mode.width, mode.height));
+    if (const std::vector<QRect> monitors = x11_->Monitors(); !monitors.empty()) {
+        WaitForMonitors(monitors);
+    }
     return DisplayChange::kSuccessful;
 }

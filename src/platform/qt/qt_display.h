@@ -9,7 +9,7 @@
 
 class X11Screen;
 
-// Changes modes through XRandR on X11. Elsewhere every change is refused and logged.
+// Changes modes through XRandR on X11. Elsewhere there are no modes; each attempt is logged.
 class QtDisplay : public Display {
 public:
     // `x11` is null when the windows are not on X11.
@@ -23,6 +23,8 @@ public:
     DisplayChange ChangeDisplaySettings(const DisplayMode& mode) override;
 
 private:
+    bool IsCurrent(const DisplayMode& mode);
+
     X11Screen* x11_;
     std::function<void(const QString&)> log_;
 };

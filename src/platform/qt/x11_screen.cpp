@@ -1,160 +1,76 @@
-// Display modes through XRandR 1.3 and later, the screen saver through the core protocol.
+// Display modes through XRandR, the screen saver through the core protocol.
 #include "platform/qt/x11_screen.h"
 
-#include <X11/Xlib.h>
+#include "core/monitor_layout.h"
+#include "platform/qt/x11_layout.h"
+
 #include <X11/Xutil.h>
-#include <X11/extensions/Xrandr.h>
 
 #include <algorithm>
-#include <optional>
 #include <span>
 #include <utility>
 
 struct X11Screen::Connection {
     Display* display = nullptr;
+    // The mode of the primary monitor at the start; 0 if there was none.
+    RRMode firstMode = 0;
+    // The monitors before the first change of mode, and after the last one.
+    std::vector<X11Head> home;
+    std::vector<X11Head> last;
 
+    explicit Connection(Display* opened) : display(opened) {
+        if (HasRandr(display)) {
+            const X11Resources resources = Resources();
+            const X11Output output = resources ? PrimaryOutput(display, *resources) : nullptr;
+            const auto heads = output ? ReadHeads(display, *resources, output->crtc) : std::vector<X11Head>();
+            firstMode = heads.empty() ? 0 : heads.front().mode;
+        }
+    }
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
     ~Connection() { XCloseDisplay(display); }
-    Window Root() const { return DefaultRootWindow(display); }
+
+    X11Resources Resources() const {
+        return X11Resources(XRRGetScreenResourcesCurrent(display, DefaultRootWindow(display)));
+    }
+    std::optional<RRMode> ModeFor(const XRRScreenResources& resources, const XRROutputInfo& output,
+                                  Rotation rotation, QSize size) const;
 };
 
 namespace {
 
-// Frees what XRandR returns.
-template <auto Free>
-struct Freed {
-    template <typename T>
-    void operator()(T* what) const {
-        Free(what);
+bool Lists(const XRROutputInfo& output, RRMode id) {
+    const std::span modes(output.modes, static_cast<std::size_t>(std::max(output.nmode, 0)));
+    return std::find(modes.begin(), modes.end(), id) != modes.end();
+}
+
+// The heads after their primary one has got a mode of that size.
+std::vector<X11Head> Changed(std::vector<X11Head> heads, RRMode mode, QSize size) {
+    std::vector<QRect> places;
+    for (const X11Head& head : heads) {
+        places.push_back(head.place);
     }
-};
-using Resources = std::unique_ptr<XRRScreenResources, Freed<XRRFreeScreenResources>>;
-using Output = std::unique_ptr<XRROutputInfo, Freed<XRRFreeOutputInfo>>;
-using Crtc = std::unique_ptr<XRRCrtcInfo, Freed<XRRFreeCrtcInfo>>;
-
-struct Size {
-    int width = 0;
-    int height = 0;
-    bool operator==(const Size&) const = default;
-};
-
-bool HasRandr(Display* display) {
-    int events = 0;
-    int errors = 0;
-    int major = 1;
-    int minor = 3;
-    return XRRQueryExtension(display, &events, &errors) != 0 &&
-           XRRQueryVersion(display, &major, &minor) != 0 && (major > 1 || minor >= 3);
-}
-
-std::span<const RROutput> Outputs(const XRRScreenResources& resources) {
-    return {resources.outputs, static_cast<std::size_t>(std::max(resources.noutput, 0))};
-}
-
-// The primary output if it is on, otherwise the first one that is.
-Output PrimaryOutput(Display* display, XRRScreenResources& resources) {
-    const RROutput primary = XRRGetOutputPrimary(display, DefaultRootWindow(display));
-    Output first;
-    for (const RROutput id : Outputs(resources)) {
-        Output output(XRRGetOutputInfo(display, &resources, id));
-        if (output && output->connection == RR_Connected && output->crtc != 0) {
-            if (id == primary) {
-                return output;
-            }
-            first = first ? std::move(first) : std::move(output);
-        }
+    places = LayoutWithPrimary(places, size);
+    for (std::size_t i = 0; i < heads.size(); ++i) {
+        heads[i].place = places[i];
     }
-    return first;
-}
-
-const XRRModeInfo* ModeById(const XRRScreenResources& resources, RRMode id) {
-    const std::span modes(resources.modes, static_cast<std::size_t>(std::max(resources.nmode, 0)));
-    const auto found =
-        std::find_if(modes.begin(), modes.end(), [&](const XRRModeInfo& mode) { return mode.id == id; });
-    return found == modes.end() ? nullptr : &*found;
-}
-
-// An output lists its best modes first.
-std::optional<RRMode> ModeOfSize(const XRRScreenResources& resources, const XRROutputInfo& output,
-                                 Size size) {
-    const std::span ids(output.modes, static_cast<std::size_t>(std::max(output.nmode, 0)));
-    for (const RRMode id : ids) {
-        const XRRModeInfo* mode = ModeById(resources, id);
-        if (mode != nullptr && Size{static_cast<int>(mode->width), static_cast<int>(mode->height)} == size) {
-            return id;
-        }
-    }
-    return std::nullopt;
-}
-
-Size RootSize(Display* display) {
-    XWindowAttributes attributes = {};
-    XGetWindowAttributes(display, DefaultRootWindow(display), &attributes);
-    return {attributes.width, attributes.height};
-}
-
-void SetRootSize(Display* display, Size size) {
-    constexpr double kMillimetresPerPixel = 25.4 / 96;
-    XRRSetScreenSize(display, DefaultRootWindow(display), size.width, size.height,
-                     static_cast<int>(size.width * kMillimetresPerPixel),
-                     static_cast<int>(size.height * kMillimetresPerPixel));
-}
-
-// The root size that contains all monitors once the one of `changed` has the new size.
-Size NeededRoot(Display* display, XRRScreenResources& resources, RRCrtc changed, Size size) {
-    Size needed;
-    const std::span crtcs(resources.crtcs, static_cast<std::size_t>(std::max(resources.ncrtc, 0)));
-    for (const RRCrtc id : crtcs) {
-        const Crtc crtc(XRRGetCrtcInfo(display, &resources, id));
-        if (!crtc || (id != changed && crtc->mode == 0)) {
-            continue;
-        }
-        const Size own =
-            id == changed ? size : Size{static_cast<int>(crtc->width), static_cast<int>(crtc->height)};
-        needed = {std::max(needed.width, crtc->x + own.width), std::max(needed.height, crtc->y + own.height)};
-    }
-    return needed;
-}
-
-bool FitsServer(Display* display, Size size) {
-    Size least;
-    Size most;
-    return XRRGetScreenSizeRange(display, DefaultRootWindow(display), &least.width, &least.height,
-                                 &most.width, &most.height) != 0 &&
-           size.width >= least.width && size.height >= least.height && size.width <= most.width &&
-           size.height <= most.height;
-}
-
-bool SetCrtc(Display* display, XRRScreenResources& resources, RRCrtc id, XRRCrtcInfo& crtc, RRMode mode) {
-    return XRRSetCrtcConfig(display, &resources, id, CurrentTime, crtc.x, crtc.y, mode, crtc.rotation,
-                            crtc.outputs, crtc.noutput) == RRSetConfigSuccess;
-}
-
-// The root must contain every monitor: it shrinks after a monitor has, and grows before one does.
-bool ChangeMode(Display* display, XRRScreenResources& resources, const XRROutputInfo& output, Size size,
-                RRMode mode) {
-    const Crtc crtc(XRRGetCrtcInfo(display, &resources, output.crtc));
-    const Size needed = NeededRoot(display, resources, output.crtc, size);
-    const Size before = RootSize(display);
-    if (!crtc || !FitsServer(display, needed)) {
-        return false;
-    }
-    const Size both = {std::max(before.width, needed.width), std::max(before.height, needed.height)};
-    if (both != before) {
-        SetRootSize(display, both);
-    }
-    const bool done = SetCrtc(display, resources, output.crtc, *crtc, mode);
-    if (!done) {
-        SetCrtc(display, resources, output.crtc, *crtc, crtc->mode);
-    }
-    const Size wanted = done ? needed : before;
-    if (RootSize(display) != wanted) {
-        SetRootSize(display, wanted);
-    }
-    XSync(display, False);
-    return done;
+    heads.front().mode = mode;
+    return heads;
 }
 
 } // namespace
+
+// The mode of the start comes back as it was, with its refresh rate. Any other size gets the first mode that
+// the monitor lists for it.
+std::optional<RRMode> X11Screen::Connection::ModeFor(const XRRScreenResources& resources,
+                                                     const XRROutputInfo& output, Rotation rotation,
+                                                     QSize size) const {
+    const XRRModeInfo* first = ModeById(resources, firstMode);
+    if (first != nullptr && Lists(output, firstMode) && SizeOf(*first, rotation) == size) {
+        return firstMode;
+    }
+    return ModeOfSize(resources, output, rotation, size);
+}
 
 X11Screen::X11Screen(std::unique_ptr<Connection> connection) : connection_(std::move(connection)) {}
 
@@ -165,9 +81,7 @@ std::unique_ptr<X11Screen> X11Screen::Open() {
     if (display == nullptr) {
         return nullptr;
     }
-    auto connection = std::make_unique<Connection>();
-    connection->display = display;
-    return std::unique_ptr<X11Screen>(new X11Screen(std::move(connection)));
+    return std::unique_ptr<X11Screen>(new X11Screen(std::make_unique<Connection>(display)));
 }
 
 void X11Screen::ResetScreenSaver() {
@@ -179,37 +93,56 @@ int X11Screen::BitsPerPixel() const {
     Display* display = connection_->display;
     const int depth = DefaultDepth(display, DefaultScreen(display));
     int count = 0;
-    const std::unique_ptr<XPixmapFormatValues, Freed<XFree>> formats(XListPixmapFormats(display, &count));
+    const std::unique_ptr<XPixmapFormatValues, X11Freed<XFree>> formats(XListPixmapFormats(display, &count));
     const std::span all(formats.get(), formats ? static_cast<std::size_t>(count) : 0);
     const auto found =
         std::find_if(all.begin(), all.end(), [&](const auto& format) { return format.depth == depth; });
     return found == all.end() ? depth : found->bits_per_pixel;
 }
 
-std::vector<X11Mode> X11Screen::Modes() const {
+std::vector<QRect> X11Screen::Monitors() const {
+    return HasRandr(connection_->display) ? MonitorPlaces(connection_->display) : std::vector<QRect>();
+}
+
+std::vector<QSize> X11Screen::Modes() const {
     Display* display = connection_->display;
-    std::vector<X11Mode> modes;
+    std::vector<QSize> modes;
     if (!HasRandr(display)) {
         return modes;
     }
-    const Resources resources(XRRGetScreenResourcesCurrent(display, connection_->Root()));
-    const Output output = resources ? PrimaryOutput(display, *resources) : nullptr;
-    for (int i = 0; output && i < output->nmode; ++i) {
+    const X11Resources resources = connection_->Resources();
+    const X11Output output = resources ? PrimaryOutput(display, *resources) : nullptr;
+    const auto heads = output ? ReadHeads(display, *resources, output->crtc) : std::vector<X11Head>();
+    for (int i = 0; !heads.empty() && i < output->nmode; ++i) {
         if (const XRRModeInfo* mode = ModeById(*resources, output->modes[i])) {
-            modes.push_back({static_cast<int>(mode->width), static_cast<int>(mode->height)});
+            modes.push_back(SizeOf(*mode, heads.front().rotation));
         }
     }
     return modes;
 }
 
-bool X11Screen::SetMode(const X11Mode& mode) {
+// Every layout is made from the one before the first change, so that going back moves each neighbour to where
+// it was. If somebody else has changed the monitors since then, the present layout is the first one again.
+bool X11Screen::SetMode(QSize size) {
     Display* display = connection_->display;
     if (!HasRandr(display)) {
         return false;
     }
-    const Resources resources(XRRGetScreenResourcesCurrent(display, connection_->Root()));
-    const Output output = resources ? PrimaryOutput(display, *resources) : nullptr;
-    const Size size = {mode.width, mode.height};
-    const std::optional<RRMode> id = output ? ModeOfSize(*resources, *output, size) : std::nullopt;
-    return id && ChangeMode(display, *resources, *output, size, *id);
+    const X11Resources resources = connection_->Resources();
+    const X11Output output = resources ? PrimaryOutput(display, *resources) : nullptr;
+    const auto now = output ? ReadHeads(display, *resources, output->crtc) : std::vector<X11Head>();
+    if (now.empty()) {
+        return false;
+    }
+    const auto mode = connection_->ModeFor(*resources, *output, now.front().rotation, size);
+    if (!mode) {
+        return false;
+    }
+    if (connection_->home.empty() || now != connection_->last) {
+        connection_->home = now;
+    }
+    const std::vector<X11Head> after = Changed(connection_->home, *mode, size);
+    const bool done = Arrange(display, *resources, now, after);
+    connection_->last = done ? after : now;
+    return done;
 }

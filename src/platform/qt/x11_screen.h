@@ -1,19 +1,16 @@
 // X server functions that the toolkit does not cover: display modes and the screen saver.
 #pragma once
 
+#include <QRect>
+#include <QSize>
+
 #include <memory>
 #include <vector>
-
-// A mode of a monitor, in pixels.
-struct X11Mode {
-    int width = 0;
-    int height = 0;
-};
 
 // Our own connection to the X server that DISPLAY names.
 class X11Screen {
 public:
-    // Returns null when no X server answers.
+    // Remembers the mode of the primary monitor. Returns null when no X server answers.
     static std::unique_ptr<X11Screen> Open();
     ~X11Screen();
     X11Screen(const X11Screen&) = delete;
@@ -24,11 +21,15 @@ public:
     // Bits of a pixel in memory: 32 for a depth of 24.
     int BitsPerPixel() const;
 
-    // The modes of the primary monitor (the first connected one when none is primary), preferred ones first.
-    std::vector<X11Mode> Modes() const;
-    // Sets the primary monitor to its best mode of that size; its neighbours keep their positions. Returns
-    // false, and keeps or restores the old mode, when there is no such mode or the server refuses it.
-    bool SetMode(const X11Mode& mode);
+    // The rectangles of all monitors in desktop pixels, primary monitor first (the server's first one when
+    // none is primary).
+    std::vector<QRect> Monitors() const;
+    // The sizes of the primary monitor's modes, preferred ones first. On a rotated monitor they are rotated.
+    std::vector<QSize> Modes() const;
+    // Sets the primary monitor to a mode of that size: the remembered mode if it has that size, otherwise the
+    // monitor's best one. Its neighbours move with its edges (see LayoutWithPrimary). Returns false, with
+    // everything as before, when there is no such mode or the server refuses it.
+    bool SetMode(QSize size);
 
 private:
     struct Connection;

@@ -1,6 +1,7 @@
 // The simulated monitors, windows and message boxes.
 #include "platform/simulated/simulated_screen.h"
 
+#include "core/monitor_layout.h"
 #include "platform/simulated/calls.h"
 
 #include <QImage>
@@ -8,7 +9,7 @@
 #include <utility>
 
 SimulatedDisplay::SimulatedDisplay(std::vector<QRect> monitors, CallRecord& record, const Failures& failures)
-    : monitors_(std::move(monitors)), record_(record), failures_(failures) {}
+    : home_(std::move(monitors)), monitors_(home_), record_(record), failures_(failures) {}
 
 std::vector<QRect> SimulatedDisplay::EnumDisplayMonitors() {
     return failures_.Has("EnumDisplayMonitors") ? std::vector<QRect>() : monitors_;
@@ -29,7 +30,7 @@ DisplayChange SimulatedDisplay::ChangeDisplaySettings(const DisplayMode& mode) {
     record_.Add({QStringLiteral("ChangeDisplaySettings"), mode.width, mode.height, mode.bits});
     const DisplayChange result = TestDisplaySettings(mode);
     if (result == DisplayChange::kSuccessful) {
-        monitors_.front().setSize(QSize(mode.width, mode.height));
+        monitors_ = LayoutWithPrimary(home_, QSize(mode.width, mode.height));
         bits_ = mode.bits;
     }
     return result;

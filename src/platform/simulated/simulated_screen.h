@@ -15,6 +15,7 @@ class CallRecord;
 class Failures;
 
 // Monitors with given rectangles, primary monitor first, that accept every mode of a positive size and depth.
+// The neighbours of the primary monitor move with its edges.
 class SimulatedDisplay : public Display {
 public:
     // Record and failures outlive the display. At least one monitor.
@@ -26,6 +27,8 @@ public:
     DisplayChange ChangeDisplaySettings(const DisplayMode& mode) override;
 
 private:
+    // The monitors at the start and now.
+    std::vector<QRect> home_;
     std::vector<QRect> monitors_;
     int bits_ = 32;
     CallRecord& record_;
