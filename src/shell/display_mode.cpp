@@ -20,6 +20,7 @@ void ChangeRes(Form_Main& form, Integer32 width, Integer32 height, Integer32 bit
     switch (form.display.TestDisplaySettings(mode)) {
     case DisplayChange::kSuccessful:
         form.display.ChangeDisplaySettings(mode);
+        CoverScreen(form);
         break;
     case DisplayChange::kRestart:
         AskRestart(form);
@@ -30,4 +31,13 @@ void ChangeRes(Form_Main& form, Integer32 width, Integer32 height, Integer32 bit
     case DisplayChange::kNoModes:
         break;
     }
+}
+
+// Centring a window of the screen's size puts it at 0.
+void CoverScreen(Form_Main& form) {
+    const auto [width, height, bits] = form.display.CurrentMode();
+    form.shell.MainWindow.Left = 0;
+    form.shell.MainWindow.Top = 0;
+    form.shell.MainWindow.Width = width;
+    form.shell.MainWindow.Height = height;
 }

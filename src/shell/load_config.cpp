@@ -14,6 +14,8 @@
 #include "state/paths.h"
 #include "state/pointers.h"
 
+#include <algorithm>
+
 namespace {
 
 // The first run: the operator chooses a music folder, or the program ends.
@@ -38,16 +40,16 @@ void AskStartPath(Form_Main& form) {
     ExitJukebox(form);
 }
 
-// Sets the mode that FullscreenSize gives: width, "x", height, one blank, depth and "bits".
+// Sets the mode that FullscreenSize gives: width, "x", height, a blank, depth and "bits". Without the "x" or
+// the blank there is no number. Blanks around the numbers do no harm.
 void SetScreenMode(Form_Main& form) {
     const QString& size = form.settings.FullscreenSize;
     const qsizetype x = size.indexOf(u'x');
-    const QString width = x < 0 ? QString() : size.left(x);
-    const QString afterX = size.mid(x + 1);
-    const qsizetype blankAfterX = afterX.indexOf(u' ');
-    const qsizetype blank = size.indexOf(u' ');
-    const QString height = Trim(afterX.left(blankAfterX < 0 ? 0 : blankAfterX));
-    QString bits = blank < 0 ? QString() : size.mid(blank + 1);
+    const QString width = size.left(std::max<qsizetype>(x, 0));
+    const QString afterX = Trim(size.mid(x + 1));
+    const qsizetype blank = afterX.indexOf(u' ');
+    const QString height = afterX.left(std::max<qsizetype>(blank, 0));
+    QString bits = afterX.mid(blank + 1);
     bits.remove(QStringLiteral("bits"));
     const auto where = [&] {
         return QStringLiteral("%1, [Main] FullscreenSize \"%2\" (expected like \"1024x768 32bits\")")
@@ -72,6 +74,7 @@ void Load(Form_Main& form) {
     if (form.settings.Fullscreen == u"true") {
         SetScreenMode(form);
     }
+    CoverScreen(form);
     form.pump.DoEvents();
     ReadPlacementKeys(form);
     SetModePointers(form);

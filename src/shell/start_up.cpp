@@ -12,6 +12,7 @@
 #include "rendering/video_form.h"
 #include "settings/config.h"
 #include "settings/folder_settings.h"
+#include "shell/display_mode.h"
 #include "shell/load_config.h"
 #include "shell/load_theme.h"
 #include "state/form_main.h"
@@ -78,12 +79,11 @@ void OpenStartFolder(Form_Main& form) {
     form.library.DirHistoryPath(0) = form.library.Dir1.Path;
 }
 
-// The window covers the desktop in the mode set by the configuration, so centring puts it at 0. The picture
-// area fills the window until the theme changes it.
+// The window covers the screen in the mode set by the configuration. The picture area fills the window until
+// the theme changes it.
 void SizeWindow(Form_Main& form) {
-    const auto [width, height, bits] = form.display.CurrentMode();
-    form.shell.MainWindow = {0, 0, width, height, false};
-    Resize(form.frame.Picture_Main, width, height);
+    CoverScreen(form);
+    Resize(form.frame.Picture_Main, form.shell.MainWindow.Width, form.shell.MainWindow.Height);
 }
 
 void SetFirstView(Form_Main& form) {

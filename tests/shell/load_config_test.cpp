@@ -201,6 +201,16 @@ TEST_F(LoadConfigTest, WithoutFullscreenTheModeIsNeverTouched) {
     EXPECT_THAT(CallsOf("ChangeDisplaySettings"), IsEmpty());
 }
 
+TEST_F(LoadConfigTest, BlanksAroundTheNumbersOfTheModeDoNoHarm) {
+    SetMain("Fullscreen", "true");
+    for (const char* size : {"1024 x 768 32bits", "1024x768   32 bits", "1024 x768 32bits "}) {
+        SetMain("FullscreenSize", size);
+        LoadConfig(form);
+    }
+    EXPECT_THAT(CallsOf("ChangeDisplaySettings"), ::testing::Each(Mode(1024, 768, 32)));
+    EXPECT_EQ(CallsOf("ChangeDisplaySettings").size(), 3U);
+}
+
 struct SizeFault {
     const char* name;
     const char* size;
@@ -211,7 +221,7 @@ struct SizeFault {
 constexpr std::array kSizeFaults = {
     SizeFault{"NoBlank",                "1024x76832bits",        kTypeMismatch},
     SizeFault{"NoX",                    "1024 768 32bits",       kTypeMismatch},
-    SizeFault{"BlankBeforeX",           "1024 x768 32bits",      kTypeMismatch},
+    SizeFault{"NoBlankBeforeTheDepth",  "1024 x 768",            kTypeMismatch},
     SizeFault{"NoWidth",                "x768 32bits",           kTypeMismatch},
     SizeFault{"NoHeight",               "1024x 32bits",          kTypeMismatch},
     SizeFault{"NoDepth",                "1024x768 bits",         kTypeMismatch},

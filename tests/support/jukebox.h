@@ -16,6 +16,7 @@
 
 #include <optional>
 #include <utility>
+#include <vector>
 
 // The run-time error with which a routine stops the program; nothing when the routine returns.
 template <typename Body>
@@ -32,8 +33,10 @@ std::optional<ProgramStop> StopOf(Body&& body) {
 // so one design pixel is one screen pixel. Start starts the jukebox.
 class Jukebox {
 public:
-    explicit Jukebox(const QSize& screen = QSize(640, 360))
-        : platform(OptionsFor(screen)), form(platform.ports(), HandDown()) {
+    explicit Jukebox(const QSize& screen = QSize(640, 360)) : Jukebox({QRect(QPoint(0, 0), screen)}) {}
+    // With several monitors, the primary one first.
+    explicit Jukebox(std::vector<QRect> screens)
+        : platform(OptionsFor(std::move(screens))), form(platform.ports(), HandDown()) {
         for (const char* folder : {"", "/playlists", "/themes/default"}) {
             const QString name = QString::fromLatin1(folder);
             CopyFolder(TextOfPath(TESTS_FOLDER "/homes/plain") + name, Home() + name);
@@ -96,9 +99,9 @@ public:
 private:
     static inline const QString kThemeFile = QStringLiteral("themes/default/theme.ini");
 
-    static SimulationOptions OptionsFor(const QSize& screen) {
+    static SimulationOptions OptionsFor(std::vector<QRect> screens) {
         SimulationOptions options;
-        options.screens = {QRect(QPoint(0, 0), screen)};
+        options.screens = std::move(screens);
         return options;
     }
     static QString Below(const QString& folder, const QString& name) {
