@@ -101,7 +101,7 @@ void PlacePictureArea(Form_Main& form, const Size& theme) {
 
 // Returns a coordinate or length of the video surface in whole pixels; `otherwise` when it is not set.
 int VideoPlace(const Form_Main& form, QStringView key, const QString& value, int otherwise) {
-    return value.isEmpty() ? otherwise : Pixels(form, key, ConfigNumber(form, key, value));
+    return value.isEmpty() ? otherwise : ConfigPixels(form, key, value);
 }
 
 void PlaceVideoSurface(Form_Main& form) {

@@ -164,3 +164,9 @@ double ConfigNumber(const Form_Main& form, QStringView key, const QString& value
     };
     return TellingWhere(where, [&] { return CDouble(value); });
 }
+
+int ConfigPixels(const Form_Main& form, QStringView key, const QString& value) {
+    const double number = ConfigNumber(form, key, value);
+    const auto where = [&] { return ConfigPlace(form, u"Main", key) + QStringLiteral(" (expected pixels)"); };
+    return TellingWhere(where, [&] { return CInt32(number).value(); });
+}

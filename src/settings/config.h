@@ -24,3 +24,6 @@ QString ConfigPlace(const Form_Main& form, QStringView section, QStringView key)
 
 // Converts a setting of the section "Main" to a number. Raises 13 or 6; the detail names the setting's place.
 double ConfigNumber(const Form_Main& form, QStringView key, const QString& value);
+
+// The same as whole pixels, halves rounded to even.
+int ConfigPixels(const Form_Main& form, QStringView key, const QString& value);

@@ -40,5 +40,7 @@ struct ShellState {
     // The main window, the video window and the on-screen keyboard.
     WindowPlace MainWindow;
     WindowPlace Form_Video;
+    // Whether the video window has its place; see LoadVideoForm.
+    bool videoFormLoaded = false;
     WindowPlace Form_KeyBoard;
 };
