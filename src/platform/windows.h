@@ -13,7 +13,8 @@ enum Pointer : int { kPointerDefault = 0, kPointerArrow = 1, kPointerHourglass =
 struct Windows {
     virtual ~Windows() = default;
 
-    // Shows the main window at the rectangle, in pixels of the desktop.
+    // Shows the main window at the rectangle, in pixels from the corner of the primary screen. A window that
+    // covers this screen follows it.
     virtual void ShowMainWindow(const QRect& place) = 0;
     // Makes a frame visible at once at (left, top) of the main window, with black around it. The caller keeps
     // the picture.
@@ -24,6 +25,7 @@ struct Windows {
     // Sets the pointer of an object ("Screen", "Form_Main", "Picture_Main", "Picture_MainVideo"): 0 default,
     // 1 arrow, 11 hourglass, 99 the form's own, which is invisible.
     virtual void MousePointer(const QString& object, int number) = 0;
-    // Shows or hides the second window, which shows the video.
+    // Shows or hides the second window, which shows the video, at the rectangle, in pixels of the desktop. It
+    // returns there when its monitor is connected again.
     virtual void ShowVideoWindow(bool visible, const QRect& place) = 0;
 };

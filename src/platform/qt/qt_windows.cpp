@@ -40,12 +40,15 @@ QtWindows::QtWindows(QtEventPump& pump, X11Screen* x11)
     for (QScreen* screen : QGuiApplication::screens()) {
         FollowScreen(screen);
     }
-    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &main_,
-                     [this](QScreen* screen) { FollowScreen(screen); });
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &main_, [this](QScreen* screen) {
+        FollowScreen(screen);
+        CoverScreen();
+    });
     QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &main_, [this] { CoverScreen(); });
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, &main_, [this] { CoverScreen(); });
 }
 
-// Without a window manager nothing else resizes the window when its screen changes mode.
+// Without a window manager nothing else resizes a window when its screen changes.
 void QtWindows::FollowScreen(QScreen* screen) {
     QObject::connect(screen, &QScreen::geometryChanged, &main_, [this] { CoverScreen(); });
 }
@@ -55,13 +58,25 @@ void QtWindows::CoverScreen() {
     if (covers_ && screen != nullptr && main_.geometry() != screen->geometry()) {
         main_.setGeometry(screen->geometry());
     }
+    if (video_.isVisible() && video_.geometry() != VideoOnDesktop()) {
+        video_.setGeometry(VideoOnDesktop());
+    }
+}
+
+// A window much larger than the desktop would cost its pixels without showing more of them.
+QRect QtWindows::VideoOnDesktop() const {
+    const QRect desktop = QGuiApplication::primaryScreen()->virtualGeometry();
+    QRect place = videoPlace_;
+    place.setSize(place.size().boundedTo(desktop.size() * 2).expandedTo(QSize(1, 1)));
+    return place;
 }
 
 void QtWindows::ShowMainWindow(const QRect& place) {
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
     shown_ = true;
-    covers_ = place.contains(screen);
-    main_.setGeometry(covers_ ? screen : place);
+    const QRect onDesktop = place.translated(screen.topLeft());
+    covers_ = onDesktop.contains(screen);
+    main_.setGeometry(covers_ ? screen : onDesktop);
     if (covers_) {
         main_.showFullScreen();
     } else {
@@ -105,8 +120,9 @@ void QtWindows::SetPointer() {
 }
 
 void QtWindows::ShowVideoWindow(bool visible, const QRect& place) {
+    videoPlace_ = place;
     if (visible) {
-        video_.setGeometry(place);
+        video_.setGeometry(VideoOnDesktop());
     }
     video_.setVisible(visible);
 }

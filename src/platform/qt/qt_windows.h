@@ -45,11 +45,14 @@ public:
 private:
     void SetPointer();
     void CoverScreen();
+    QRect VideoOnDesktop() const;
     static void WaitUntilExposed(QWidget& window);
     void FollowScreen(QScreen* screen);
 
     MainWindow main_;
     VideoWindow video_;
+    // In pixels of the desktop.
+    QRect videoPlace_;
     KeyboardWindow keyboard_;
     // The dialogs that are open, the topmost one last.
     std::vector<QWidget*> dialogs_;
