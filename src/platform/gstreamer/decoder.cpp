@@ -4,6 +4,7 @@
 #include "core/path_text.h"
 #include "platform/gstreamer/local_file.h"
 #include "platform/gstreamer/pipeline_state.h"
+#include "platform/gstreamer/sound_chain.h"
 #include "platform/gstreamer/start.h"
 
 #include <algorithm>
@@ -16,9 +17,6 @@ namespace {
 constexpr std::chrono::milliseconds kReadLook{100};
 constexpr std::chrono::seconds kMeasureLimit{2};
 constexpr std::chrono::hours kCountLimit{1};
-// A header with other values is damaged. Resampling from billions of hertz, or from one, would take minutes
-// and gigabytes.
-constexpr const char* kSaneCaps = "audio/x-raw, rate=(int)[1000, 768000], channels=(int)[1, 64]";
 constexpr const char* kNoSound = "vantorix-no-sound";
 
 GstClockTime Nanoseconds(std::chrono::nanoseconds time) {
@@ -35,27 +33,15 @@ std::int64_t FrameOfTime(GstClockTime time) {
 
 // Connects the first audio stream. All others stay unconnected.
 void LinkNewPad(GstElement*, GstPad* pad, gpointer gate) {
-    const PadHandle sink(gst_element_get_static_pad(static_cast<GstElement*>(gate), "sink"));
-    if (gst_pad_is_linked(sink.get()) == FALSE) {
-        gst_pad_link(pad, sink.get());
-    }
+    LinkFirstPad(pad, static_cast<GstElement*>(gate));
 }
 
 // A file without sound never delivers a first sample. It is recognised when its list of streams is complete.
 void TellWhenSilent(GstElement* source, gpointer gate) {
-    const PadHandle sink(gst_element_get_static_pad(static_cast<GstElement*>(gate), "sink"));
-    if (gst_pad_is_linked(sink.get()) == FALSE) {
+    if (!IsLinked(static_cast<GstElement*>(gate))) {
         gst_element_post_message(source, gst_message_new_application(reinterpret_cast<GstObject*>(source),
                                                                      gst_structure_new_empty(kNoSound)));
     }
-}
-
-QString TextOfError(GstMessage* message) {
-    GError* error = nullptr;
-    gst_message_parse_error(message, &error, nullptr);
-    QString text = QString::fromUtf8(error->message);
-    g_error_free(error);
-    return text;
 }
 
 } // namespace
@@ -92,34 +78,21 @@ std::unique_ptr<Decoder> Decoder::OpenWithin(const OpeningLimits& limits, const 
 
 bool Decoder::Build(const QByteArray& path) {
     pipeline_.reset(gst_pipeline_new(nullptr));
-    const auto add = [&](GstElement* element) {
-        if (element != nullptr) {
-            gst_bin_add(reinterpret_cast<GstBin*>(pipeline_.get()), element);
-        }
-        return element;
-    };
-    GstElement* source = add(MakeLocalSource(path));
-    GstElement* gate = add(gst_element_factory_make("capsfilter", nullptr));
-    GstElement* convert = add(gst_element_factory_make("audioconvert", nullptr));
-    GstElement* resample = add(gst_element_factory_make("audioresample", nullptr));
-    GstElement* sink = add(gst_element_factory_make("appsink", nullptr));
-    if (source == nullptr || gate == nullptr || convert == nullptr || resample == nullptr ||
-        sink == nullptr) {
+    GstElement* source = MakeLocalSource(path);
+    const SoundChain sound = AddSoundChain(pipeline_.get());
+    if (source != nullptr) {
+        gst_bin_add(reinterpret_cast<GstBin*>(pipeline_.get()), source);
+    }
+    if (source == nullptr || sound.first == nullptr) {
         return false;
     }
     const CapsHandle decoded(gst_caps_new_empty_simple("audio/x-raw"));
-    const CapsHandle wanted(gst_caps_from_string(kPcmCaps));
-    const CapsHandle sane(gst_caps_from_string(kSaneCaps));
-    g_object_set(gate, "caps", sane.get(), nullptr);
     g_object_set(source, "caps", decoded.get(), "expose-all-streams", FALSE, nullptr);
-    // The same file must give the same samples each time, and silence must stay silence.
-    gst_util_set_object_arg(reinterpret_cast<GObject*>(convert), "dithering", "none");
-    g_object_set(sink, "caps", wanted.get(), "sync", FALSE, "max-buffers", 8U, nullptr);
-    g_signal_connect(source, "pad-added", G_CALLBACK(LinkNewPad), gate);
-    g_signal_connect(source, "no-more-pads", G_CALLBACK(TellWhenSilent), gate);
-    sink_ = reinterpret_cast<GstAppSink*>(sink);
+    g_signal_connect(source, "pad-added", G_CALLBACK(LinkNewPad), sound.first);
+    g_signal_connect(source, "no-more-pads", G_CALLBACK(TellWhenSilent), sound.first);
+    sink_ = sound.sink;
     bus_.reset(gst_element_get_bus(pipeline_.get()));
-    return gst_element_link_many(gate, convert, resample, sink, nullptr) != FALSE;
+    return true;
 }
 
 bool Decoder::WaitForStart(QString& reason, const std::atomic<bool>& stop) {

@@ -26,6 +26,14 @@ bool AnythingRuns(GstElement* pipeline) {
     return found || result == GST_ITERATOR_RESYNC;
 }
 
+QString TextOfError(GstMessage* message) {
+    GError* error = nullptr;
+    gst_message_parse_error(message, &error, nullptr);
+    QString text = QString::fromUtf8(error->message);
+    g_error_free(error);
+    return text;
+}
+
 bool IdleWatch::IsDead(GstElement* pipeline) {
     idleLooks_ = AnythingRuns(pipeline) ? 0 : idleLooks_ + 1;
     return idleLooks_ > 1;

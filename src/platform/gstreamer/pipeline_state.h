@@ -3,6 +3,8 @@
 
 #include "platform/gstreamer/handles.h"
 
+#include <QString>
+
 #include <atomic>
 
 // Whether any thread of the pipeline moves data. A demuxer that finds nothing in its file may end without a
@@ -15,6 +17,9 @@ constexpr GstClockTime kLookEvery = GST_SECOND / 10;
 // Waits for the first message of these types, which reports that a pipeline has started or why it failed.
 // Returns null when no thread of the pipeline runs any more, and when `stop` is set.
 MessageHandle WaitForVerdict(GstElement* pipeline, GstMessageType verdicts, const std::atomic<bool>& stop);
+
+// The sentence of an error message.
+QString TextOfError(GstMessage* message);
 
 // Checks one pipeline repeatedly.
 class IdleWatch {
