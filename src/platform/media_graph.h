@@ -10,11 +10,13 @@ struct MediaGraph {
     virtual ~MediaGraph() = default;
 
     // Builds the graph for a file. Raises 5 with the path in the detail when the file cannot be rendered.
+    // Waits for the file, for at most some seconds.
     virtual void RenderFile(const QString& path) = 0;
     virtual void Run() = 0;
     virtual void Pause() = 0;
+    // Halts the graph where it is.
     virtual void Stop() = 0;
-    // Seconds.
+    // Seconds. The position equals the duration once the file has ended, for whatever reason.
     virtual double Duration() = 0;
     virtual double CurrentPosition() = 0;
     virtual void SetCurrentPosition(double seconds) = 0;
@@ -22,6 +24,8 @@ struct MediaGraph {
     virtual void Place(const QString& owner, int left, int top, int width, int height) = 0;
     // The height in pixels of the picture inside the rectangle that was set last.
     virtual int Height() = 0;
+    // Shows or hides the picture where it is placed. It is shown at first.
+    virtual void SetVisible(bool visible) = 0;
 };
 
 // Event thread only.

@@ -25,6 +25,8 @@ struct Windows {
     // Sets the pointer of an object ("Screen", "Form_Main", "Picture_Main", "Picture_MainVideo"): 0 default,
     // 1 arrow, 11 hourglass, 99 the form's own, which is invisible.
     virtual void MousePointer(const QString& object, int number) = 0;
+    // Sets the place of the surface "Picture_MainVideo" in the main window.
+    virtual void PlaceVideoSurface(const QRect& place) = 0;
     // Shows or hides the second window, which shows the video, at the rectangle, in pixels of the desktop. It
     // returns there when its monitor is connected again.
     virtual void ShowVideoWindow(bool visible, const QRect& place) = 0;

@@ -136,6 +136,7 @@ void BassStopFile(Form_Main& form) {
         form.player.VideoControl->Stop();
         Existing(form.player.VideoPosition, "VideoPosition").SetCurrentPosition(0);
         DropVideo(form);
+        form.roof.HideMiniVideo(form);
     } else {
         form.audio.BASS_ChannelStop(form.player.BassChannel);
         form.player.Remain.clear();

@@ -3,6 +3,7 @@
 
 #include "core/conversions.h"
 #include "core/run_time_error.h"
+#include "platform/windows.h"
 #include "settings/config.h"
 #include "state/form_main.h"
 #include "state/paths.h"
@@ -117,6 +118,7 @@ void PlaceVideoSurface(Form_Main& form) {
         // One would expect the height to be set; cabinets are set up with this behaviour.
         video.Width = VideoPlace(form, u"VideoPositionHeight", form.settings.VideoPositionHeight, 0);
     }
+    form.windows.PlaceVideoSurface(QRect(video.Left, video.Top, video.Width, video.Height));
 }
 
 void PrepareCaches(Form_Main& form) {

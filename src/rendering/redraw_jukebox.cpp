@@ -221,7 +221,8 @@ void DrawBigCover(Form_Main& form) {
     }
 }
 
-// Three characters never equal "mp44", so a running .mp4 is not placed again with each frame.
+// Deliberate D-171: three characters never equal "mp44", so a running .mp4 stays small. One would expect it
+// to grow as other videos do; such files are not listed (D-03) and play only from a saved list.
 bool TitleHasVideoEnding(const QString& title) {
     const QString ending = LastThree(title);
     return ending == u"avi" || ending == u"mpg" || ending == u"mp44";
@@ -241,7 +242,7 @@ void RedrawJukebox(Form_Main& form) {
     DrawCommandBlock(form);
     PrepareBigCover(form);
     if (TitleHasVideoEnding(form.player.NowPlayingTitre)) {
-        PlaceRunningVideo(form);
+        PlaceRunningVideo(form, BigCoverRules(form) && form.frame.CoverKind != 0);
     }
     DrawBigCover(form);
     if (!(BigCoverRules(form) && form.frame.CoverKind != 0 && form.shell.IdleTicks <= kIdle)) {

@@ -14,5 +14,6 @@ Roof HandDown() {
             .ChangeRes = ChangeRes,
             .ExitJukebox = ExitJukebox,
             .DrawMiniVideo = DrawMiniVideo,
+            .HideMiniVideo = HideMiniVideo,
             .SendToController = SendToController};
 }

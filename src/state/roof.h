@@ -14,5 +14,6 @@ struct Roof {
     // Does not return.
     void (*ExitJukebox)(Form_Main& form);
     void (*DrawMiniVideo)(Form_Main& form);
+    void (*HideMiniVideo)(Form_Main& form);
     void (*SendToController)(Form_Main& form, const char* command);
 };

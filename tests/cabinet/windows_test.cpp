@@ -16,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <vector>
 
 namespace {
@@ -24,6 +25,16 @@ QImage Frame(int width, int height, QRgb color) {
     QImage frame(width, height, QImage::Format_ARGB32_Premultiplied);
     frame.fill(color);
     return frame;
+}
+
+ShownVideo Video(const QImage& picture, const QRect& place, ShownVideo::Look look) {
+    const auto owned = std::make_shared<QImage>(picture);
+    return {.picture = {.pixels = {owned, owned->constBits()},
+                        .size = picture.size(),
+                        .bytesPerRow = static_cast<int>(picture.bytesPerLine()),
+                        .shape = picture.size()},
+            .place = place,
+            .look = look};
 }
 
 // Counts how often a window is painted, and how much of it.
@@ -128,17 +139,105 @@ TEST_F(MainWindowTest, AFrameRefreshedBeforeTheWindowShowsIsThereWhenItDoes) {
     EXPECT_EQ(hidden.grab().toImage().pixel(199, 99) | kBlack, kRed);
 }
 
-TEST_F(MainWindowTest, AVideoKeepsItsProportionsOverTheFrame) {
+TEST_F(MainWindowTest, ASmallVideoKeepsItsProportionsAndLeavesTheFrameAroundIt) {
     window.Refresh(Frame(300, 200, kRed), 10, 20);
-    window.SetVideo(Frame(20, 10, kBlue), QRect(50, 50, 100, 100));
-    EXPECT_EQ(Shown(60, 70), kBlack) << "the bar above the picture";
-    EXPECT_EQ(Shown(60, 96), kBlue);
-    EXPECT_EQ(Shown(159, 144), kBlue);
+    window.SetVideo(Video(Frame(20, 10, kBlue), QRect(50, 50, 100, 100), ShownVideo::Look::kSmall));
+    EXPECT_EQ(Shown(60, 69), kRed);
+    EXPECT_EQ(Shown(60, 70), kBlue) << "the picture begins at the top of its place";
+    EXPECT_EQ(Shown(159, 119), kBlue);
     EXPECT_EQ(Shown(59, 96), kRed);
-    EXPECT_EQ(Shown(110, 169), kBlack);
-    EXPECT_EQ(Shown(110, 170), kRed);
-    window.SetVideo(QImage(), QRect());
+    EXPECT_EQ(Shown(110, 120), kRed) << "the place below the picture";
+    window.SetVideo(std::nullopt);
     EXPECT_EQ(Shown(60, 96), kRed);
+}
+
+TEST_F(MainWindowTest, ASmallVideoThatIsHighIsCentredAcross) {
+    window.Refresh(Frame(320, 240, kRed), 0, 0);
+    window.SetVideo(Video(Frame(10, 20, kBlue), QRect(100, 40, 100, 80), ShownVideo::Look::kSmall));
+    EXPECT_EQ(Shown(129, 60), kRed);
+    EXPECT_EQ(Shown(130, 60), kBlue);
+    EXPECT_EQ(Shown(169, 119), kBlue);
+    EXPECT_EQ(Shown(170, 60), kRed);
+}
+
+TEST_F(MainWindowTest, AFullVideoHasBlackAround) {
+    window.Refresh(Frame(320, 240, kRed), 0, 0);
+    window.SetVideo(Video(Frame(20, 10, kBlue), QRect(50, 50, 100, 100), ShownVideo::Look::kFull));
+    EXPECT_EQ(Shown(50, 74), kBlack) << "the bar above the picture";
+    EXPECT_EQ(Shown(50, 75), kBlue);
+    EXPECT_EQ(Shown(149, 124), kBlue);
+    EXPECT_EQ(Shown(49, 96), kRed);
+    EXPECT_EQ(Shown(100, 149), kBlack);
+    EXPECT_EQ(Shown(100, 150), kRed);
+}
+
+TEST_F(MainWindowTest, AVideoWithoutAPictureIsBlack) {
+    window.Refresh(Frame(320, 240, kRed), 0, 0);
+    window.SetVideo(ShownVideo{.picture = {}, .place = QRect(10, 10, 50, 50)});
+    EXPECT_EQ(Shown(10, 10), kBlack);
+    EXPECT_EQ(Shown(59, 59), kBlack);
+    EXPECT_EQ(Shown(60, 60), kRed);
+}
+
+TEST_F(MainWindowTest, PixelsOfAnotherShapeChangeTheProportions) {
+    window.Refresh(Frame(320, 240, kRed), 0, 0);
+    ShownVideo video = Video(Frame(10, 10, kBlue), QRect(0, 0, 100, 100), ShownVideo::Look::kSmall);
+    video.picture.shape = QSize(20, 10);
+    window.SetVideo(video);
+    EXPECT_EQ(Shown(99, 49), kBlue);
+    EXPECT_EQ(Shown(50, 50), kRed);
+}
+
+TEST_F(MainWindowTest, TheNextPictureOfAVideoPaintsItsOwnPixelsAtOnce) {
+    window.Refresh(Frame(320, 240, kRed), 0, 0);
+    window.SetVideo(Video(Frame(20, 10, kBlue), QRect(50, 50, 100, 100), ShownVideo::Look::kFull));
+    pump.DoEvents();
+    const Paints paints(window);
+    window.SetVideo(Video(Frame(20, 10, kRed), QRect(50, 50, 100, 100), ShownVideo::Look::kFull));
+    ASSERT_EQ(paints.areas.size(), 1U);
+    EXPECT_EQ(paints.areas[0], QRect(50, 75, 100, 50));
+}
+
+// A place that is corrected at once, as each frame does with the small video's, is not seen.
+TEST_F(MainWindowTest, ANewPlaceOfAVideoIsPaintedWithTheNextFrame) {
+    QImage frame = Frame(320, 240, kRed);
+    window.Refresh(frame, 0, 0);
+    const QImage picture = Frame(20, 10, kBlue);
+    window.SetVideo(Video(picture, QRect(0, 0, 100, 50), ShownVideo::Look::kSmall));
+    pump.DoEvents();
+    const Paints paints(window);
+    window.SetVideo(Video(picture, QRect(0, 20, 100, 50), ShownVideo::Look::kSmall));
+    window.SetVideo(Video(picture, QRect(200, 20, 100, 50), ShownVideo::Look::kSmall));
+    EXPECT_TRUE(paints.areas.empty());
+    frame.setPixel(319, 239, kBlue);
+    window.Refresh(frame, 0, 0);
+    QRegion painted;
+    for (const QRect& area : paints.areas) {
+        painted += area;
+    }
+    EXPECT_TRUE(painted.contains(QRect(200, 20, 100, 50)));
+    EXPECT_TRUE(painted.contains(QPoint(0, 0)));
+    EXPECT_EQ(Shown(0, 25), kRed);
+    EXPECT_EQ(Shown(200, 20), kBlue);
+}
+
+TEST_F(MainWindowTest, AFrameIsNotPaintedOverAVideo) {
+    window.Refresh(Frame(320, 240, kRed), 0, 0);
+    window.SetVideo(Video(Frame(20, 10, kBlue), QRect(0, 0, 100, 50), ShownVideo::Look::kSmall));
+    window.Refresh(Frame(320, 240, kBlack), 0, 0);
+    EXPECT_EQ(Shown(50, 25), kBlue);
+    EXPECT_EQ(Shown(50, 51), kBlack);
+}
+
+TEST_F(MainWindowTest, APictureOfItsPlacesSizeIsShownPixelByPixel) {
+    QImage picture = Frame(32, 24, kBlue);
+    picture.setPixel(3, 4, kRed);
+    window.Refresh(Frame(320, 240, kBlack), 0, 0);
+    window.SetVideo(Video(picture, QRect(10, 10, 32, 24), ShownVideo::Look::kFull));
+    EXPECT_EQ(Shown(13, 14), kRed);
+    EXPECT_EQ(Shown(12, 14), kBlue);
+    EXPECT_EQ(Shown(14, 14), kBlue);
+    EXPECT_EQ(Shown(13, 13), kBlue);
 }
 
 TEST_F(MainWindowTest, ANoticeHidesEverythingUntilItGoes) {

@@ -51,4 +51,31 @@ make -f lavfi -i testsrc=size=160x120:rate=10:d=2 -f lavfi -i sine=frequency=440
 make -f lavfi -i testsrc=size=160x120:d=0.1 -frames:v 1 cover.png
 make -i cbr.mp3 -i cover.png -map 0:a -map 1:v -c copy -disposition:v attached_pic with_cover.mp3
 
+# Films of two seconds. The left third is white for a tenth of a second at each full second, when there is a click.
+film() {
+    local rate=$1
+    shift
+    make -f lavfi -i "testsrc2=size=320x240:rate=$rate:d=2" -f lavfi -i \
+        "aevalsrc='0.7*sin(2*PI*1000*t)*lt(mod(t,1),0.05)':s=44100:d=2" -vf \
+        "drawbox=w=iw/3:h=ih:color=black:t=fill,drawbox=w=iw/3:h=ih:color=white:t=fill:enable='lt(mod(t,1),0.1)'" "$@"
+}
+film 25 -c:v mpeg4 -q:v 3 -c:a libmp3lame film25.avi
+film 30000/1001 -c:v mpeg2video -q:v 3 -c:a mp2 -f vob film2997.mpg
+film 50 -c:v mjpeg -q:v 3 -c:a pcm_s16le film50.avi
+film 25 -c:v mpeg1video -q:v 3 -c:a mp2 -f mpeg film_mpeg1.mpg
+film 25 -c:v mpeg2video -q:v 3 -af "pan=5.1|FL=c0|FR=c0|FC=c0|LFE=c0|BL=c0|BR=c0" -c:a ac3 -f vob film_surround.mpg
+film 25 -c:v libx264 -preset ultrafast -c:a aac -ac 1 film_mono.mp4
+film 25 -c:v mpeg2video -q:v 3 -aspect 16:9 -c:a mp2 -f vob film_wide_pixels.mpg
+film 25 -c:v mpeg4 -q:v 3 -an film_silent.avi
+film 25 -vn -c:a libmp3lame film_black.avi
+film 25 -c:v mpeg2video -q:v 3 -flags +ildct+ilme -top 1 -c:a mp2 -f vob film_interlaced.mpg
+make -f lavfi -i testsrc2=size=16x16:rate=25:d=1 -vf format=rgb24,crop=1:1 -c:v rawvideo -pix_fmt bgr24 film_1x1.avi
+make -f lavfi -i color=size=8192x8192:rate=2:d=1 -pix_fmt yuvj420p -c:v mjpeg -q:v 31 film_8192.avi
+# The picture's size changes in the middle.
+film 25 -c:v mpeg2video -q:v 3 -c:a mp2 -f vob part1.mpg
+make -f lavfi -i testsrc2=size=160x320:rate=25:d=2 -f lavfi -i sine=d=2 -c:v mpeg2video -q:v 3 -c:a mp2 -f vob part2.mpg
+cat part1.mpg part2.mpg >film_changing.mpg
+head -c $(($(stat -c %s film25.avi) / 2)) film25.avi >film_truncated.avi
+cp cbr.mp3 film_is_music.avi
+
 echo "$stamp" >.stamp

@@ -3,6 +3,7 @@
 #include "platform/gstreamer/media_graph.h"
 
 #include "platform/gstreamer_media.h"
+#include "platform/video_screens.h"
 
 #include <QFile>
 #include <QProcess>
@@ -287,7 +288,8 @@ TEST_F(GstreamerSound, ThemeSoundStartsWithin25Milliseconds) {
     const QString path = scratch.Write("music.wav", media::WavBytes(music));
     const std::uint32_t handle = library.BASS_StreamCreateFile(path, kSampleLoop);
     library.BASS_ChannelPlay(handle, false);
-    GstMediaGraphs graphs;
+    media::NoScreen screen;
+    GstMediaGraphs graphs({.screen = screen, .output = {}});
     const auto sound = graphs.CreateGraph(QStringLiteral("SoundInsertCoin"));
     sound->RenderFile(scratch.Write("coin.wav", media::WavBytes(burst)));
 

@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <map>
+
 namespace {
 
 // A machine with a file, a folder, an open port and a playing stream. Then one operation begins to fail.
@@ -124,6 +127,22 @@ TEST_F(Failing, RenderFile) {
     EXPECT_EQ(ErrorOf([&] { graph->RenderFile(tone); }), 0);
     Fail("RenderFile");
     EXPECT_EQ(ErrorOf([&] { graph->RenderFile(tone); }), kInvalidProcedureCall);
+}
+
+TEST_F(Failing, GraphOperations) {
+    const auto graph = platform.graphs.CreateGraph(QStringLiteral("Video"));
+    const std::map<const char*, std::function<void()>> operations = {
+        {"Run", [&] { graph->Run(); }},
+        {"Pause", [&] { graph->Pause(); }},
+        {"Stop", [&] { graph->Stop(); }},
+        {"CurrentPosition", [&] { graph->SetCurrentPosition(0); }},
+        {"Place", [&] { graph->Place(QStringLiteral("Picture_Main"), 0, 0, 10, 10); }}};
+    graph->RenderFile(tone);
+    for (const auto& [name, operation] : operations) {
+        EXPECT_EQ(ErrorOf(operation), 0) << name;
+        Fail(name);
+        EXPECT_EQ(ErrorOf(operation), kInvalidProcedureCall) << name;
+    }
 }
 
 TEST_F(Failing, PortOpen) {

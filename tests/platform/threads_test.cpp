@@ -7,6 +7,7 @@
 
 #include "platform/gstreamer_media.h"
 #include "platform/no_more_threads.h"
+#include "platform/video_screens.h"
 
 namespace {
 
@@ -64,7 +65,8 @@ TEST(Threads, AStreamNeedsOneToOpenItsFileAndOneToDecodeIt) {
 
 TEST(Threads, AThemeSoundThatCannotBeDecodedRaisesFive) {
     media::Scratch scratch;
-    GstMediaGraphs graphs({.sink = "fakesink"});
+    media::NoScreen screen;
+    GstMediaGraphs graphs({.screen = screen, .output = {}}, {.sink = "fakesink"});
     const auto sound = graphs.CreateGraph(QStringLiteral("SoundMove"));
     const QString path = scratch.WriteTone("tone.wav", 440, 1);
     {

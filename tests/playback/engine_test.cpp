@@ -52,6 +52,7 @@ public:
     }
     void Place(const QString&, int, int, int, int) override {}
     int Height() override { return 0; }
+    void SetVisible(bool /*visible*/) override {}
 
     QStringList asked;
 

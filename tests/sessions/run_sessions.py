@@ -32,7 +32,8 @@ Paths may contain @HOME@ and @MUSIC@; without them they are relative to the appl
   text PATH TEXT                  makes a text file; TEXT may use the escapes \\n, \\r, \\t, \\xHH and \\\\
   playlist PATH COUNT TRACK       makes a playlist file with COUNT entries of one track
   tone PATH SECONDS [HZ]          makes a WAV file: a sine (440 Hz) at half of full scale, 16-bit stereo, 44100 Hz
-  media NAME PATH                 copies tests/sessions/media/NAME: tone.mp3 (3 s), tone.flac (1 s), film.avi (10 s)
+  media NAME PATH                 copies tests/sessions/media/NAME: tone.mp3 (3 s), tone.flac (1 s), film.avi (10 s,
+                                  64x48), wide_film.avi (60 s, 64x32, without sound)
   copy NAME PATH                  copies a file of the repository; NAME is relative to the tests folder
   remove PATH                     removes a file, or a folder with its contents
   link TARGET PATH                makes a symbolic link

@@ -23,6 +23,7 @@
 #include "platform/qt/qt_event_pump.h"
 #include "platform/qt/qt_fonts.h"
 #include "platform/qt/qt_message_box.h"
+#include "platform/qt/qt_video_screen.h"
 #include "platform/qt/qt_windows.h"
 #include "platform/qt/screens.h"
 #include "platform/qt/system_clock.h"
@@ -96,6 +97,7 @@ private:
     QtDialogs dialogs_;
     QSerialPortLine serialPort_;
     GstAudioLibrary audio_;
+    QtVideoScreen videoScreen_;
     GstMediaGraphs graphs_;
     Form_Main form_;
 };
@@ -106,6 +108,9 @@ Cabinet::Cabinet(const QString& appFolder, const std::map<int, QString>& serialD
       display_(x11_.get(), [this](const QString& text) { Log(text); }), fonts_(files_),
       messageBox_(windows_, pump_), dialogs_(windows_, pump_, AllDialogs()),
       serialPort_(serialDevices, appFolder, [this](const QString& text) { Log(text); }),
+      videoScreen_(windows_), graphs_({.screen = videoScreen_,
+                                       .output = [this] { return audio_.Output(); },
+                                       .log = [this](const QString& text) { Log(text); }}),
       form_(AllPorts(), HandDown()) {
     form_.shell.AppFolder = appFolder;
     form_.assets.pictureQueue = std::move(pictures);

@@ -24,7 +24,7 @@ bool GstAudioLibrary::BASS_Init(int, int, int) {
     if (output_ != nullptr) {
         return true;
     }
-    auto output = std::make_unique<AudioOutput>(options_);
+    auto output = std::make_shared<AudioOutput>(options_);
     if (!output->Start()) {
         return false;
     }

@@ -34,6 +34,8 @@ public:
     std::int64_t BASS_ChannelSeconds2Bytes(std::uint32_t handle, double seconds) override;
     bool BASS_ChannelGetData(std::uint32_t handle, std::array<float, 512>& fft) override;
 
+    // The output that plays the streams, for other sources; null before BASS_Init. BASS_Free stops it.
+    std::shared_ptr<AudioOutput> Output() const { return output_; }
     // True while the output has no device and keeps time in silence, and before BASS_Init.
     bool IsSilent();
 
@@ -45,7 +47,7 @@ private:
     std::uint32_t NewHandle();
 
     const AudioOutputOptions options_;
-    std::unique_ptr<AudioOutput> output_;
+    std::shared_ptr<AudioOutput> output_;
     Streams streams_;
     std::uint32_t lastHandle_ = 0;
 };

@@ -1,4 +1,4 @@
-// Theme sounds, decoded once and started without delay.
+// Making the graphs; theme sounds, decoded once and started without delay.
 #include "platform/gstreamer/media_graph.h"
 
 #include "core/run_time_error.h"
@@ -7,6 +7,7 @@
 #include "platform/gstreamer/decode_mp3.h"
 #include "platform/gstreamer/opening.h"
 #include "platform/gstreamer/pcm.h"
+#include "platform/gstreamer/video_graph.h"
 
 #include <algorithm>
 #include <cmath>
@@ -85,6 +86,7 @@ public:
     // A sound has no picture.
     void Place(const QString&, int, int, int, int) override {}
     int Height() override { return 0; }
+    void SetVisible(bool) override {}
 
     void Mix(std::span<std::int32_t> sums, std::int64_t) override {
         const std::lock_guard lock(mutex_);
@@ -113,32 +115,16 @@ private:
     bool running_ = false;
 };
 
-// Refuses every video: videos cannot be shown yet.
-class VideoGraph : public MediaGraph {
-public:
-    void RenderFile(const QString& path) override {
-        throw RunTimeError(kInvalidProcedureCall, path + QStringLiteral(": videos cannot be shown yet"));
-    }
-    void Run() override {}
-    void Pause() override {}
-    void Stop() override {}
-    double Duration() override { return 0.0; }
-    double CurrentPosition() override { return 0.0; }
-    void SetCurrentPosition(double) override {}
-    void Place(const QString&, int, int, int, int) override {}
-    int Height() override { return 0; }
-};
-
 } // namespace
 
-GstMediaGraphs::GstMediaGraphs(AudioOutputOptions options)
-    : output_(std::make_shared<AudioOutput>(std::move(options))) {}
+GstMediaGraphs::GstMediaGraphs(VideoSurroundings video, AudioOutputOptions options)
+    : video_(std::move(video)), output_(std::make_shared<AudioOutput>(std::move(options))) {}
 
 GstMediaGraphs::~GstMediaGraphs() = default;
 
 std::shared_ptr<MediaGraph> GstMediaGraphs::CreateGraph(const QString& name) {
     if (name == QStringLiteral("Video")) {
-        return std::make_shared<VideoGraph>();
+        return std::make_shared<VideoGraph>(video_);
     }
     return std::make_shared<SoundGraph>(output_);
 }

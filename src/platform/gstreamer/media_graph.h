@@ -1,7 +1,9 @@
-// The media graphs of the cabinet: the theme's sounds, played from memory through an output of their own.
+// The media graphs of the cabinet: videos, and the theme's sounds, which are played from memory through an
+// output of their own.
 #pragma once
 
 #include "platform/gstreamer/audio_output_options.h"
+#include "platform/gstreamer/video_surroundings.h"
 #include "platform/media_graph.h"
 
 #include <memory>
@@ -14,13 +16,15 @@ public:
     static constexpr std::int64_t kSoundBufferTime = 20000;
     static constexpr std::int64_t kSoundLatencyTime = 5000;
 
-    explicit GstMediaGraphs(AudioOutputOptions options = {kSoundBufferTime, kSoundLatencyTime});
+    explicit GstMediaGraphs(VideoSurroundings video,
+                            AudioOutputOptions options = {kSoundBufferTime, kSoundLatencyTime});
     ~GstMediaGraphs() override;
 
     // Sounds may outlive this object. A sound holds at most its first minute.
     std::shared_ptr<MediaGraph> CreateGraph(const QString& name) override;
 
 private:
+    const VideoSurroundings video_;
     // Shared by all sounds, started by the first file.
     std::shared_ptr<AudioOutput> output_;
 };

@@ -63,13 +63,27 @@ QRect MainWindow::CopyChangedRows(const QImage& frame) {
     return band;
 }
 
-void MainWindow::SetVideo(const QImage& picture, const QRect& place) {
-    const QRect before = video_.isNull() ? QRect() : VideoOnWindow();
-    video_ = picture;
-    videoPlace_ = place;
-    const QRect touched = video_.isNull() ? before : before | VideoOnWindow();
-    if (!touched.isEmpty()) {
-        update(touched);
+std::optional<ShownVideo> MainWindow::VideoOnWindow() const {
+    std::optional<ShownVideo> video = video_;
+    if (video && video->look == ShownVideo::Look::kSmall) {
+        video->place.translate(framePlace_.topLeft());
+    }
+    return video;
+}
+
+// Most pictures replace one in the same place: only its pixels are painted, and at once. A new place is
+// painted with the next frame, or when the event loop runs, so that one that is corrected at once is never
+// seen.
+void MainWindow::SetVideo(const std::optional<ShownVideo>& video) {
+    const std::optional<ShownVideo> before = VideoOnWindow();
+    video_ = video;
+    const std::optional<ShownVideo> now = VideoOnWindow();
+    const QRect old = before ? before->Covered() : QRect();
+    const QRect fresh = now ? now->Covered() : QRect();
+    if (before && now && old == fresh && before->Target() == now->Target()) {
+        repaint(now->Target());
+    } else if (before || now) {
+        update(QRegion(old) + fresh);
     }
 }
 
@@ -84,13 +98,14 @@ void MainWindow::paintEvent(QPaintEvent* event) {
         PaintNotice(painter, rect(), *notice_);
         return;
     }
+    const std::optional<ShownVideo> video = VideoOnWindow();
+    const QRegion frame = video ? event->region() - video->Covered() : event->region();
     painter.setCompositionMode(QPainter::CompositionMode_Source);
-    for (const QRect& part : event->region()) {
+    for (const QRect& part : frame) {
         painter.drawImage(part.topLeft(), canvas_, part);
     }
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    if (!video_.isNull() && event->region().intersects(VideoOnWindow())) {
-        PaintFitted(painter, video_, VideoOnWindow());
+    if (video) {
+        PaintVideo(painter, *video, event->region());
     }
 }
 
@@ -158,13 +173,4 @@ void MainWindow::mouseDoubleClickEvent(QMouseEvent* event) {
     if (HitsFrame(*event)) {
         pump_.Post({.kind = notice_ ? InputKind::kMouseDown : InputKind::kDblClick});
     }
-}
-
-void PaintFitted(QPainter& painter, const QImage& picture, const QRect& place) {
-    const QSize size = picture.size().scaled(place.size(), Qt::KeepAspectRatio);
-    QRect target(QPoint(0, 0), size);
-    target.moveCenter(place.center());
-    painter.fillRect(place, Qt::black);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, size != picture.size());
-    painter.drawImage(target, picture);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/qt/notice.h"
+#include "platform/qt/shown_video.h"
 
 #include <QImage>
 #include <QWidget>
@@ -18,9 +19,10 @@ public:
     // Makes a frame of 32-bit pixels visible at (left, top), with black around it, before it returns.
     // Unchanged rows are neither copied nor sent to the screen.
     void Refresh(const QImage& frame, int left, int top);
-    // Shows a video's picture over the frame, keeping its proportions, with black around it. `place` is
-    // relative to the frame's top left corner. A null picture removes it.
-    void SetVideo(const QImage& picture, const QRect& place);
+    // Shows a video's picture over the frame; nothing removes it. A picture in the place of the last one is
+    // visible before this returns, another place with the next frame. The place of a small video is relative
+    // to the frame's top left corner, that of a full one to the window's.
+    void SetVideo(const std::optional<ShownVideo>& video);
     // Shows a notice page, which hides frame and video until it is removed.
     void SetNotice(const std::optional<Notice>& notice);
     // The frame as the window shows it, with black around it, without video and notice page.
@@ -41,7 +43,7 @@ protected:
 private:
     void FitCanvas();
     QRect CopyChangedRows(const QImage& frame);
-    QRect VideoOnWindow() const { return videoPlace_.translated(framePlace_.topLeft()); }
+    std::optional<ShownVideo> VideoOnWindow() const;
     QPointF OnFrame(const QMouseEvent& event) const;
     bool HitsFrame(const QMouseEvent& event) const;
 
@@ -49,11 +51,6 @@ private:
     // The window's contents without video and notice page, in the window's size.
     QImage canvas_;
     QRect framePlace_;
-    QImage video_;
-    // Relative to the frame's top left corner.
-    QRect videoPlace_;
+    std::optional<ShownVideo> video_;
     std::optional<Notice> notice_;
 };
-
-// Draws a picture centred and as large as it fits into the place, with black around it.
-void PaintFitted(QPainter& painter, const QImage& picture, const QRect& place);

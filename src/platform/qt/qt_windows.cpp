@@ -127,10 +127,19 @@ void QtWindows::ShowVideoWindow(bool visible, const QRect& place) {
     video_.setVisible(visible);
 }
 
-void QtWindows::ShowVideo(const QString& owner, const QRect& place, const QImage& picture) {
+void QtWindows::ShowVideo(const QString& owner, const QRect& place, const VideoPicture& picture) {
     const bool onSecondWindow = owner == u"Picture_Video";
-    main_.SetVideo(onSecondWindow ? QImage() : picture, place);
-    video_.SetVideo(onSecondWindow ? picture : QImage(), place);
+    const bool isSmall = owner == u"Picture_Main";
+    const ShownVideo video{.picture = picture,
+                           .place = onSecondWindow || isSmall ? place : place.translated(surface_.topLeft()),
+                           .look = isSmall ? ShownVideo::Look::kSmall : ShownVideo::Look::kFull};
+    main_.SetVideo(onSecondWindow ? std::nullopt : std::optional(video));
+    video_.SetVideo(onSecondWindow ? std::optional(video) : std::nullopt);
+}
+
+void QtWindows::HideVideo() {
+    main_.SetVideo(std::nullopt);
+    video_.SetVideo(std::nullopt);
 }
 
 void QtWindows::ShowKeyboard() {

@@ -22,11 +22,13 @@ public:
     void Refresh(const QImage& frame, int left, int top) override;
     void RefreshKeyboard(const QImage& picture, int left, int top) override;
     void MousePointer(const QString& object, int number) override;
+    void PlaceVideoSurface(const QRect& place) override { surface_ = place; }
     void ShowVideoWindow(bool visible, const QRect& place) override;
 
     // Shows a video's picture on its owner ("Picture_Main", "Picture_MainVideo", "Picture_Video") at a place
-    // relative to the owner's top left corner. The picture is shared, not copied. A null picture removes it.
-    void ShowVideo(const QString& owner, const QRect& place, const QImage& picture);
+    // relative to the owner's top left corner, or on none. The picture is shared, not copied.
+    void ShowVideo(const QString& owner, const QRect& place, const VideoPicture& picture);
+    void HideVideo();
 
     // Shows the on-screen keyboard on the primary screen, with the current frame as its background; hides it
     // and returns the keyboard focus to the main window.
@@ -54,6 +56,8 @@ private:
     // In pixels of the desktop.
     QRect videoPlace_;
     KeyboardWindow keyboard_;
+    // Picture_MainVideo in the main window.
+    QRect surface_;
     // The dialogs that are open, the topmost one last.
     std::vector<QWidget*> dialogs_;
     X11Screen* x11_;

@@ -1,9 +1,9 @@
 // Painting the video window.
 #include "platform/qt/video_window.h"
 
-#include "platform/qt/main_window.h"
 #include "platform/qt/window_events.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 VideoWindow::VideoWindow(QtEventPump& pump) : pump_(pump) {
@@ -15,17 +15,25 @@ VideoWindow::VideoWindow(QtEventPump& pump) : pump_(pump) {
     setCursor(Qt::BlankCursor);
 }
 
-void VideoWindow::SetVideo(const QImage& picture, const QRect& place) {
-    video_ = picture;
-    videoPlace_ = place;
-    update();
+void VideoWindow::SetVideo(const std::optional<ShownVideo>& video) {
+    const bool samePlace = video && video_ && video->Target() == video_->Target();
+    const bool changes = video || video_;
+    video_ = video;
+    if (samePlace) {
+        repaint(video->Target());
+    } else if (changes) {
+        update();
+    }
 }
 
-void VideoWindow::paintEvent(QPaintEvent* /*event*/) {
+void VideoWindow::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    painter.fillRect(rect(), Qt::black);
-    if (!video_.isNull()) {
-        PaintFitted(painter, video_, videoPlace_);
+    const QRegion bare = video_ ? event->region() - video_->Covered() : event->region();
+    for (const QRect& part : bare) {
+        painter.fillRect(part, Qt::black);
+    }
+    if (video_) {
+        PaintVideo(painter, *video_, event->region());
     }
 }
 

@@ -1,8 +1,11 @@
 // The window of the video on a second screen.
 #pragma once
 
-#include <QImage>
+#include "platform/qt/shown_video.h"
+
 #include <QWidget>
+
+#include <optional>
 
 class QtEventPump;
 
@@ -12,8 +15,8 @@ class VideoWindow : public QWidget {
 public:
     explicit VideoWindow(QtEventPump& pump);
 
-    // Shows a video's picture at a place of the window; a null picture removes it.
-    void SetVideo(const QImage& picture, const QRect& place);
+    // Shows a video's picture; nothing removes it.
+    void SetVideo(const std::optional<ShownVideo>& video);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -21,6 +24,5 @@ protected:
 
 private:
     QtEventPump& pump_;
-    QImage video_;
-    QRect videoPlace_;
+    std::optional<ShownVideo> video_;
 };

@@ -6,6 +6,7 @@
 #include "platform/gstreamer/spectrum.h"
 #include "platform/simulated/calls.h"
 #include "platform/simulated/simulated_time.h"
+#include "platform/video_screen.h"
 
 #include <QSize>
 
@@ -207,14 +208,17 @@ public:
     }
     void Run() override {
         record_.Add({name_, QStringLiteral("Run")});
+        RaiseIfFailing("Run");
         head_.Run();
     }
     void Pause() override {
         record_.Add({name_, QStringLiteral("Pause")});
+        RaiseIfFailing("Pause");
         head_.Halt();
     }
     void Stop() override {
         record_.Add({name_, QStringLiteral("Stop")});
+        RaiseIfFailing("Stop");
         head_.Halt();
     }
     double Duration() override { return duration_; }
@@ -223,18 +227,27 @@ public:
     }
     void SetCurrentPosition(double seconds) override {
         record_.Add({name_, QStringLiteral("CurrentPosition"), seconds});
+        RaiseIfFailing("CurrentPosition");
         head_.MoveTo(Microseconds(seconds));
     }
     void Place(const QString& owner, int left, int top, int width, int height) override {
         record_.Add({name_, QStringLiteral("Place"), owner, left, top, width, height});
+        RaiseIfFailing("Place");
         place_ = QSize(width, height);
     }
     // The picture is as large as the rectangle and its aspect ratio allow.
-    int Height() override {
-        return picture_.isEmpty() ? place_.height() : picture_.scaled(place_, Qt::KeepAspectRatio).height();
-    }
+    int Height() override { return FittedSize(picture_, place_).height(); }
+    // Nothing is shown here.
+    void SetVisible(bool /*visible*/) override {}
 
 private:
+    void RaiseIfFailing(const char* operation) const {
+        if (failures_.Has(operation)) {
+            throw RunTimeError(kInvalidProcedureCall,
+                               QStringLiteral("%1.%2 fails").arg(name_, QLatin1StringView(operation)));
+        }
+    }
+
     QString name_;
     const SimulatedClock& clock_;
     CallRecord& record_;

@@ -45,6 +45,7 @@ public:
     void Refresh(const QImage& frame, int left, int top) override;
     void RefreshKeyboard(const QImage& picture, int left, int top) override;
     void MousePointer(const QString& object, int number) override;
+    void PlaceVideoSurface(const QRect& /*place*/) override {}
     void ShowVideoWindow(bool visible, const QRect& place) override;
 
     QRect mainPlace;

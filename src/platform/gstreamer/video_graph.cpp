@@ -1,0 +1,152 @@
+// The operations of a running video.
+#include "platform/gstreamer/video_graph.h"
+
+#include "core/errand.h"
+#include "core/run_time_error.h"
+#include "platform/gstreamer/audio_output.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+// The time for which a video that ends is waited for. A disk that does not answer can block it.
+constexpr std::chrono::seconds kEndLimit{1};
+
+struct OpenedVideo {
+    std::unique_ptr<VideoReader> reader;
+    QString reason;
+};
+
+double Seconds(std::int64_t frames) {
+    return static_cast<double>(frames) / static_cast<double>(kFramesPerSecond);
+}
+
+} // namespace
+
+VideoGraph::VideoGraph(VideoSurroundings surroundings) : surroundings_(std::move(surroundings)) {}
+
+VideoGraph::~VideoGraph() {
+    Leave();
+}
+
+// Ends the video that has been rendered, if there is one.
+void VideoGraph::Leave() {
+    if (!playback_) {
+        return;
+    }
+    surroundings_.screen.Detach(*this);
+    output_->Detach(*playback_);
+    playback_->Abandon();
+    const auto ending =
+        Errand::Begin([playback = std::exchange(playback_, nullptr)]() mutable { playback.reset(); });
+    if (ending) {
+        ending->WaitFor(kEndLimit);
+    }
+}
+
+void VideoGraph::RenderFile(const QString& path) {
+    Leave();
+    std::shared_ptr<AudioOutput> output = surroundings_.output();
+    if (!output) {
+        throw RunTimeError(kInvalidProcedureCall, path + QStringLiteral(": there is no sound output"));
+    }
+    std::optional<OpenedVideo> file =
+        WithinLimits<OpenedVideo>(surroundings_.limits, [path](const std::atomic<bool>& abandoned) {
+            OpenedVideo opened;
+            opened.reader = VideoReader::Open(path, opened.reason, abandoned);
+            return opened;
+        });
+    if (!file || !file->reader) {
+        throw RunTimeError(kInvalidProcedureCall,
+                           path + QStringLiteral(": ") + (file ? file->reason : OpeningTookTooLong()));
+    }
+    path_ = path;
+    output_ = std::move(output);
+    playback_ = std::make_shared<VideoPlayback>(std::move(file->reader));
+    logged_ = {};
+    output_->Attach(*playback_);
+    surroundings_.screen.Attach(*this);
+}
+
+VideoPlayback& VideoGraph::Playing(const char* operation) const {
+    if (!playback_) {
+        throw RunTimeError(kInvalidProcedureCall,
+                           QStringLiteral("Video.%1: no file is rendered").arg(QLatin1StringView(operation)));
+    }
+    return *playback_;
+}
+
+void VideoGraph::Run() {
+    Playing("Run").Run();
+    surroundings_.screen.Wake();
+}
+
+void VideoGraph::Pause() {
+    Playing("Pause").Halt();
+}
+
+void VideoGraph::Stop() {
+    VideoPlayback& playback = Playing("Stop");
+    playback.Halt();
+    const VideoCounts counts = playback.Counts();
+    if (counts.dropped > logged_.dropped) {
+        surroundings_.log(QStringLiteral(" : Vidéo %1 : %2 images affichées, %3 perdues")
+                              .arg(path_)
+                              .arg(counts.shown - logged_.shown)
+                              .arg(counts.dropped - logged_.dropped));
+        logged_ = counts;
+    }
+}
+
+double VideoGraph::Duration() {
+    return Seconds(Playing("Duration").Length());
+}
+
+double VideoGraph::CurrentPosition() {
+    return Seconds(Playing("CurrentPosition").PositionAt(output_->HeardFrame()));
+}
+
+void VideoGraph::SetCurrentPosition(double seconds) {
+    VideoPlayback& playback = Playing("CurrentPosition");
+    const auto length = static_cast<double>(playback.Length());
+    const double frame = seconds * static_cast<double>(kFramesPerSecond);
+    const double bounded = frame > 0 ? std::min(frame, length) : 0; // a number that is none counts as 0
+    if (!playback.BeginSeek(std::llround(bounded))) {
+        return;
+    }
+    if (!Errand::Begin([owned = playback_] { owned->Seek(); })) {
+        playback.Seek();
+    }
+    surroundings_.screen.Wake();
+}
+
+void VideoGraph::Place(const QString& owner, int left, int top, int width, int height) {
+    Playing("Place");
+    place_ = QSize(width, height);
+    surroundings_.screen.Place(owner, QRect(left, top, width, height));
+}
+
+int VideoGraph::Height() {
+    return FittedSize(Playing("Height").Shape(), place_).height();
+}
+
+void VideoGraph::SetVisible(bool visible) {
+    surroundings_.screen.SetVisible(visible);
+}
+
+std::optional<VideoPicture> VideoGraph::TakeDue() {
+    return playback_->TakeDue(output_->HeardFrame());
+}
+
+std::optional<int> VideoGraph::NextDueIn() {
+    const std::optional<std::int64_t> frames = playback_->NextDueIn(output_->HeardFrame());
+    if (!frames) {
+        return std::nullopt;
+    }
+    // Rounded up: a picture that is asked for too early is not due yet.
+    return static_cast<int>((std::min(*frames, kFramesPerSecond) * 1000 + kFramesPerSecond - 1) /
+                            kFramesPerSecond);
+}

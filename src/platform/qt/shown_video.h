@@ -1,0 +1,28 @@
+// A picture of a video in its place of a window, and how it is painted.
+#pragma once
+
+#include "platform/video_screen.h"
+
+#include <QRegion>
+
+class QPainter;
+
+// The picture keeps its proportions and is centred across. In the small view of the frame it begins at the
+// top of its place, and nothing is painted around it; on the two full surfaces it is in the middle, with
+// black around it.
+struct ShownVideo {
+    enum class Look { kSmall, kFull };
+
+    VideoPicture picture;
+    // In pixels of the window.
+    QRect place;
+    Look look = Look::kFull;
+
+    // The pixels that the picture covers, with the black around it.
+    QRect Covered() const;
+    // The pixels of the picture alone.
+    QRect Target() const;
+};
+
+// Paints the part of a video that lies in the region. The region is left as the painter's clip.
+void PaintVideo(QPainter& painter, const ShownVideo& video, const QRegion& region);
