@@ -316,6 +316,15 @@ protected:
         return nullptr;
     }
 
+    static QWidget* Video() {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (dynamic_cast<VideoWindow*>(window) != nullptr) {
+                return window;
+            }
+        }
+        return nullptr;
+    }
+
     QtEventPump pump;
     QtWindows windows{pump, nullptr};
 };
@@ -340,6 +349,26 @@ TEST_F(QtWindowsTest, TheMainWindowCoversTheScreenAndIsFrameless) {
     EXPECT_EQ(Main()->geometry(), screen);
     EXPECT_TRUE(Main()->windowFlags().testFlag(Qt::FramelessWindowHint));
     EXPECT_TRUE(Main()->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
+TEST_F(QtWindowsTest, TheVideoWindowIsPlacedOnTheDesktop) {
+    const auto shown = [&](const QRect& place) {
+        windows.ShowVideoWindow(true, place);
+        EXPECT_TRUE(Video()->isVisible());
+        return Video()->geometry();
+    };
+    EXPECT_EQ(shown(QRect(30, 40, 320, 240)), QRect(30, 40, 320, 240));
+    EXPECT_EQ(shown(QRect(-30, -40, 320, 240)), QRect(-30, -40, 320, 240));
+    EXPECT_EQ(shown(QRect(30, 40, 0, 0)).topLeft(), QPoint(30, 40));
+    windows.ShowVideoWindow(false, QRect());
+    EXPECT_FALSE(Video()->isVisible());
+}
+
+// The pixels of a window take memory even where no monitor shows them.
+TEST_F(QtWindowsTest, TheVideoWindowIsAtMostTwiceAsLargeAsTheDesktop) {
+    const QSize desktop = QGuiApplication::primaryScreen()->virtualSize();
+    windows.ShowVideoWindow(true, QRect(10, 10, 1'000'000, 2'000'000));
+    EXPECT_EQ(Video()->size(), desktop * 2);
 }
 
 TEST_F(QtWindowsTest, APageBeforeTheMainWindowIsShownGoesAgain) {

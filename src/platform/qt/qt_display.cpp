@@ -41,12 +41,14 @@ void WaitForMonitors(std::vector<QRect> expected) {
 
 } // namespace
 
+// The toolkit does not notice every change of a monitor, so the X server is asked first.
 std::vector<QRect> QtDisplay::EnumDisplayMonitors() {
-    return ScreenPlaces();
+    std::vector<QRect> monitors = x11_ != nullptr ? x11_->Monitors() : std::vector<QRect>();
+    return monitors.empty() ? ScreenPlaces() : monitors;
 }
 
 DisplayMode QtDisplay::CurrentMode() {
-    const QSize size = ScreenPlaces().front().size();
+    const QSize size = EnumDisplayMonitors().front().size();
     const int bits = x11_ != nullptr ? x11_->BitsPerPixel() : TrueColourBits(ScreenDepth());
     return {size.width(), size.height(), bits};
 }
@@ -79,8 +81,6 @@ DisplayChange QtDisplay::ChangeDisplaySettings(const DisplayMode& mode) {
         log_(QStringLiteral(" : Mode %1 x %2 refusé par le serveur X").arg(mode.width).arg(mode.height));
         return DisplayChange::kRefused;
     }
-    if (const std::vector<QRect> monitors = x11_->Monitors(); !monitors.empty()) {
-        WaitForMonitors(monitors);
-    }
+    WaitForMonitors(EnumDisplayMonitors());
     return DisplayChange::kSuccessful;
 }

@@ -16,6 +16,8 @@ namespace {
 constexpr int kLongestAppearance = 2000;
 // Shorter than the shortest delay after which a screen is blanked.
 constexpr std::chrono::seconds kSaverInterval{50};
+// How often the monitors are compared with the windows.
+constexpr std::chrono::seconds kMonitorInterval{1};
 
 Qt::CursorShape CursorOf(int number) {
     switch (number) {
@@ -35,8 +37,10 @@ QtWindows::QtWindows(QtEventPump& pump, X11Screen* x11)
     if (x11_ != nullptr) {
         QObject::connect(&saver_, &QTimer::timeout, [this] { x11_->ResetScreenSaver(); });
         saver_.start(kSaverInterval);
+        QObject::connect(&monitors_, &QTimer::timeout, [this] { CoverScreen(); });
+        monitors_.start(kMonitorInterval);
     }
-    main_.setGeometry(QGuiApplication::primaryScreen()->geometry());
+    main_.setGeometry(PrimaryPlace());
     for (QScreen* screen : QGuiApplication::screens()) {
         FollowScreen(screen);
     }
@@ -54,13 +58,20 @@ void QtWindows::FollowScreen(QScreen* screen) {
 }
 
 void QtWindows::CoverScreen() {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    if (covers_ && screen != nullptr && main_.geometry() != screen->geometry()) {
-        main_.setGeometry(screen->geometry());
+    const QRect screen = PrimaryPlace();
+    if (covers_ && main_.geometry() != screen) {
+        main_.setGeometry(screen);
     }
     if (video_.isVisible() && video_.geometry() != VideoOnDesktop()) {
         video_.setGeometry(VideoOnDesktop());
     }
+}
+
+// The toolkit does not notice every move of a monitor: one that moves because another was switched off keeps
+// its old place in the toolkit's list.
+QRect QtWindows::PrimaryPlace() const {
+    const std::vector<QRect> monitors = x11_ != nullptr ? x11_->Monitors() : std::vector<QRect>();
+    return monitors.empty() ? QGuiApplication::primaryScreen()->geometry() : monitors.front();
 }
 
 // A window much larger than the desktop would cost its pixels without showing more of them.
@@ -72,7 +83,7 @@ QRect QtWindows::VideoOnDesktop() const {
 }
 
 void QtWindows::ShowMainWindow(const QRect& place) {
-    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    const QRect screen = PrimaryPlace();
     shown_ = true;
     const QRect onDesktop = place.translated(screen.topLeft());
     covers_ = onDesktop.contains(screen);
@@ -143,7 +154,7 @@ void QtWindows::HideVideo() {
 }
 
 void QtWindows::ShowKeyboard() {
-    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    const QRect screen = PrimaryPlace();
     const QRect part = screen.translated(-main_.geometry().topLeft());
     keyboard_.SetGround(main_.Shown().copy(part));
     keyboard_.setCursor(CursorOf(formPointer_));
@@ -179,7 +190,7 @@ void QtWindows::HideDialog(QWidget& dialog) {
 void QtWindows::ShowNotice(const Notice& notice) {
     main_.SetNotice(notice);
     if (!main_.isVisible()) {
-        main_.setGeometry(QGuiApplication::primaryScreen()->geometry());
+        main_.setGeometry(PrimaryPlace());
         main_.showFullScreen();
         WaitUntilExposed(main_);
     }

@@ -47,6 +47,7 @@ public:
 private:
     void SetPointer();
     void CoverScreen();
+    QRect PrimaryPlace() const;
     QRect VideoOnDesktop() const;
     static void WaitUntilExposed(QWidget& window);
     void FollowScreen(QScreen* screen);
@@ -62,6 +63,7 @@ private:
     std::vector<QWidget*> dialogs_;
     X11Screen* x11_;
     QTimer saver_;
+    QTimer monitors_;
     // Whether the jukebox has shown the main window, and whether that window covers its whole screen.
     bool shown_ = false;
     bool covers_ = false;

@@ -51,8 +51,10 @@ bool SetRootSize(Display* display, QSize size) {
         return true;
     }
     const int screen = DefaultScreen(display);
-    const double across = double{DisplayWidthMM(display, screen)} / DisplayWidth(display, screen);
-    const double down = double{DisplayHeightMM(display, screen)} / DisplayHeight(display, screen);
+    const double across =
+        static_cast<double>(DisplayWidthMM(display, screen)) / DisplayWidth(display, screen);
+    const double down =
+        static_cast<double>(DisplayHeightMM(display, screen)) / DisplayHeight(display, screen);
     XRRSetScreenSize(display, DefaultRootWindow(display), size.width(), size.height(),
                      std::max(qRound(size.width() * across), 1), std::max(qRound(size.height() * down), 1));
     return RootSize(display) == size;

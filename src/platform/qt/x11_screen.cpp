@@ -7,6 +7,7 @@
 #include <X11/Xutil.h>
 
 #include <algorithm>
+#include <iterator>
 #include <span>
 #include <utility>
 
@@ -47,9 +48,8 @@ bool Lists(const XRROutputInfo& output, RRMode id) {
 // The heads after their primary one has got a mode of that size.
 std::vector<X11Head> Changed(std::vector<X11Head> heads, RRMode mode, QSize size) {
     std::vector<QRect> places;
-    for (const X11Head& head : heads) {
-        places.push_back(head.place);
-    }
+    std::transform(heads.begin(), heads.end(), std::back_inserter(places),
+                   [](const X11Head& head) { return head.place; });
     places = LayoutWithPrimary(places, size);
     for (std::size_t i = 0; i < heads.size(); ++i) {
         heads[i].place = places[i];
