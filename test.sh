@@ -100,6 +100,8 @@ if ! tools/install_packages.sh build run test; then
     count "installing packages" 1
     finish
 fi
+# Tests that need these are skipped without them.
+tools/install_packages.sh optional || echo "Some tests will be skipped."
 build release build
 check_format
 # These tests spend their time waiting for a screen or a sound.

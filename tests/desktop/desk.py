@@ -37,22 +37,29 @@ def wait_until(condition, what, patience=PATIENCE):
 class Screen:
     """A private X server, which ends with the test."""
 
+    SIZE = SCREEN_SIZE
+
     def __init__(self, folder):
         reading, writing = os.pipe()
-        self.log = open(folder / "xvfb.log", "wb")
-        width, height = SCREEN_SIZE
-        self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp", "-noreset"],
-            pass_fds=[writing], stdout=self.log, stderr=self.log)
+        self.log = open(folder / "server.log", "wb")
+        self.server = subprocess.Popen([*self.command(folder), "-displayfd", str(writing), "-nolisten", "tcp", "-noreset"],
+                                       pass_fds=[writing], stdout=self.log, stderr=self.log)
         os.close(writing)
         with os.fdopen(reading) as number:
             ready, _, _ = select.select([number], [], [], PATIENCE)
-            if not ready:
-                raise AssertionError("Xvfb did not start")
-            self.display = ":" + number.readline().strip()
+            answer = number.readline().strip() if ready else ""
+            if not answer:
+                self.end()
+                raise AssertionError("the X server did not start:\n" + (folder / "server.log").read_text(errors="replace"))
+            self.display = ":" + answer
         self.environment = {**os.environ, "DISPLAY": self.display, "XDG_RUNTIME_DIR": str(folder)}
         for unwanted in ("QT_QPA_PLATFORM", "WAYLAND_DISPLAY"):
             self.environment.pop(unwanted, None)
+
+    def command(self, _folder):
+        """The server's command line, without what every server gets."""
+        width, height = self.SIZE
+        return ["Xvfb", "-screen", "0", f"{width}x{height}x24"]
 
     def end(self):
         self.server.terminate()
@@ -190,6 +197,8 @@ class Board:
 class DeskTest(unittest.TestCase):
     """Gives every test a screen, the delivered application folder, and a small music library."""
 
+    SCREEN = Screen
+
     def setUp(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vantorix-desk-"))
         self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
@@ -200,7 +209,7 @@ class DeskTest(unittest.TestCase):
             (self.music / f"{name} Album").mkdir(parents=True)
             write_tone(self.music / f"{name} Album" / f"Some Artist - {name} Track.wav", 30)
         edit(self.home / "config.ini", "\nStartPath=\n", f"\nStartPath={self.music}\n")
-        self.screen = Screen(self.folder)
+        self.screen = self.SCREEN(self.folder)
         self.addCleanup(self.screen.end)
         self.jukebox = None
 

@@ -1,13 +1,17 @@
-// Tests of display modes on an X server that this test may change; see on_a_screen.py.
+// Tests of display modes on an X server that this test may change; see on_a_screen.py. Those of X11Layout
+// need two monitors; displays_desktop_test.py runs them.
 #include "platform/qt/x11_screen.h"
 
 // Before the headers of X11, which define names like None.
 #include <gtest/gtest.h>
 
+#include "platform/qt/x11_layout.h"
+
 #include <X11/Xlib.h>
 #include <X11/extensions/Xrandr.h>
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 namespace {
@@ -42,8 +46,22 @@ public:
         XRRFreeScreenResources(resources);
         XSync(display_, False);
     }
+    std::vector<X11Head> Heads() {
+        const X11Resources resources = Resources();
+        const X11Output primary = PrimaryOutput(display_, *resources);
+        return ReadHeads(display_, *resources, primary->crtc);
+    }
+    std::vector<QRect> Places() { return MonitorPlaces(display_); }
+    bool Change(const std::vector<X11Head>& before, const std::vector<X11Head>& after) {
+        const X11Resources resources = Resources();
+        return Arrange(display_, *resources, before, after);
+    }
 
 private:
+    X11Resources Resources() {
+        return X11Resources(XRRGetScreenResourcesCurrent(display_, DefaultRootWindow(display_)));
+    }
+
     Display* display_;
 };
 
@@ -88,6 +106,84 @@ TEST(X11Screen, TellsThePixelsAndHoldsOffTheSaver) {
     ASSERT_TRUE(screen);
     EXPECT_EQ(screen->BitsPerPixel(), 32);
     screen->ResetScreenSaver();
+}
+
+// The modes of one output, as XRandR lists them.
+class ListedModes {
+public:
+    ListedModes() {
+        resources.nmode = static_cast<int>(modes_.size());
+        resources.modes = modes_.data();
+        output.nmode = static_cast<int>(ids_.size());
+        output.modes = ids_.data();
+    }
+
+    XRRScreenResources resources = {};
+    XRROutputInfo output = {};
+
+private:
+    static XRRModeInfo Mode(RRMode id, unsigned width, unsigned height) {
+        XRRModeInfo mode = {};
+        mode.id = id;
+        mode.width = width;
+        mode.height = height;
+        return mode;
+    }
+
+    std::array<XRRModeInfo, 4> modes_ = {Mode(7, 1920, 1080), Mode(8, 1280, 720), Mode(9, 1280, 720),
+                                         Mode(10, 720, 1280)};
+    // The output does not have mode 10.
+    std::array<RRMode, 3> ids_ = {7, 9, 8};
+};
+
+TEST(X11Modes, TheFirstListedOneOfASizeIsTaken) {
+    ListedModes listed;
+    EXPECT_EQ(ModeOfSize(listed.resources, listed.output, RR_Rotate_0, {1280, 720}), RRMode{9});
+    EXPECT_EQ(ModeOfSize(listed.resources, listed.output, RR_Rotate_180, {1280, 720}), RRMode{9});
+    EXPECT_FALSE(ModeOfSize(listed.resources, listed.output, RR_Rotate_0, {720, 1280}));
+}
+
+TEST(X11Modes, OfARotatedMonitorHaveTheirSizeAsSeen) {
+    ListedModes listed;
+    for (const Rotation rotation :
+         {Rotation{RR_Rotate_90}, Rotation{RR_Rotate_270}, Rotation{RR_Rotate_90 | RR_Reflect_X}}) {
+        EXPECT_EQ(ModeOfSize(listed.resources, listed.output, rotation, {1080, 1920}), RRMode{7});
+        EXPECT_FALSE(ModeOfSize(listed.resources, listed.output, rotation, {1920, 1080}));
+        EXPECT_EQ(SizeOf(listed.resources.modes[0], rotation), QSize(1080, 1920));
+    }
+}
+
+TEST(X11Layout, AFailureBringsEverythingBack) {
+    Server server;
+    const QSize root = server.Root();
+    const std::vector<X11Head> before = server.Heads();
+    ASSERT_EQ(before.size(), 2U);
+    const std::vector<QRect> places = server.Places();
+    std::vector<X11Head> after = before;
+    // The desktop grows and the first monitor moves before the second one fails.
+    after[0].place.translate(100, 50);
+    after[1].place.translate(300, 0);
+    after[1].mode = 1;
+    EXPECT_FALSE(server.Change(before, after));
+    EXPECT_EQ(server.Heads(), before);
+    EXPECT_EQ(server.Places(), places);
+    EXPECT_EQ(server.Root(), root);
+}
+
+TEST(X11Layout, AllMonitorsMoveAtOnce) {
+    Server server;
+    const QSize root = server.Root();
+    const std::vector<X11Head> before = server.Heads();
+    ASSERT_EQ(before.size(), 2U);
+    std::vector<X11Head> after = before;
+    after[1].place.translate(300, 20);
+    EXPECT_TRUE(server.Change(before, after));
+    EXPECT_EQ(server.Heads(), after);
+    EXPECT_EQ(server.Places(), (std::vector<QRect>{after[0].place, after[1].place}));
+    EXPECT_NE(server.Root(), root);
+    EXPECT_TRUE(server.Change(after, before));
+    EXPECT_EQ(server.Heads(), before);
+    EXPECT_EQ(server.Root(), root);
 }
 
 // Unknown modes and the like are protocol errors. In the jukebox the toolkit ignores them.
