@@ -7,6 +7,7 @@
 #include "png_bench.h"
 #include "start_bench.h"
 #include "tag_bench.h"
+#include "video_bench.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -16,7 +17,7 @@
 namespace {
 
 constexpr char kUsage[] =
-    "vantorix-bench HOME_FOLDER DEMO_FOLDER [ini|list|png|tags|frame|queue|turn|dialog|start]...\n"
+    "vantorix-bench HOME_FOLDER DEMO_FOLDER [ini|list|png|tags|frame|queue|turn|dialog|start|video]...\n"
     "  the folders home/ and demo/ of the repository; without a word every row is measured\n";
 
 } // namespace
@@ -64,6 +65,10 @@ int main(int argc, char** argv) {
         const QString programs = QFileInfo(QString::fromLocal8Bit(argv[0])).absolutePath();
         qunsetenv("QT_QPA_PLATFORM");
         BenchStart(programs, home, QString::fromLocal8Bit(argv[2]));
+    }
+    if (wanted("video")) {
+        qunsetenv("QT_QPA_PLATFORM");
+        BenchVideos(QFileInfo(QString::fromLocal8Bit(argv[0])).absolutePath());
     }
     return 0;
 }
