@@ -71,27 +71,25 @@ void VideoGraph::RenderFile(const QString& path) {
     surroundings_.screen.Attach(*this);
 }
 
-VideoPlayback& VideoGraph::Playing(const char* operation) const {
-    if (!playback_) {
-        throw RunTimeError(kInvalidProcedureCall,
-                           QStringLiteral("Video.%1: no file is rendered").arg(QLatin1StringView(operation)));
-    }
-    return *playback_;
-}
-
 void VideoGraph::Run() {
-    Playing("Run").Run();
-    surroundings_.screen.Wake();
+    if (playback_) {
+        playback_->Run();
+        surroundings_.screen.Wake();
+    }
 }
 
 void VideoGraph::Pause() {
-    Playing("Pause").Halt();
+    if (playback_) {
+        playback_->Halt();
+    }
 }
 
 void VideoGraph::Stop() {
-    VideoPlayback& playback = Playing("Stop");
-    playback.Halt();
-    const VideoCounts counts = playback.Counts();
+    if (!playback_) {
+        return;
+    }
+    playback_->Halt();
+    const VideoCounts counts = playback_->Counts();
     if (counts.dropped > logged_.dropped) {
         surroundings_.log(QStringLiteral(" : Vidéo %1 : %2 images affichées, %3 perdues")
                               .arg(path_)
@@ -102,35 +100,36 @@ void VideoGraph::Stop() {
 }
 
 double VideoGraph::Duration() {
-    return Seconds(Playing("Duration").Length());
+    return playback_ ? Seconds(playback_->Length()) : 0;
 }
 
 double VideoGraph::CurrentPosition() {
-    return Seconds(Playing("CurrentPosition").PositionAt(output_->HeardFrame()));
+    return playback_ ? Seconds(playback_->PositionAt(output_->HeardFrame())) : 0;
 }
 
 void VideoGraph::SetCurrentPosition(double seconds) {
-    VideoPlayback& playback = Playing("CurrentPosition");
-    const auto length = static_cast<double>(playback.Length());
+    if (!playback_) {
+        return;
+    }
+    const auto length = static_cast<double>(playback_->Length());
     const double frame = seconds * static_cast<double>(kFramesPerSecond);
-    const double bounded = frame > 0 ? std::min(frame, length) : 0; // a number that is none counts as 0
-    if (!playback.BeginSeek(std::llround(bounded))) {
+    const double bounded = frame > 0 ? std::min(frame, length) : 0; // 0 for NaN
+    if (!playback_->BeginSeek(std::llround(bounded))) {
         return;
     }
     if (!Errand::Begin([owned = playback_] { owned->Seek(); })) {
-        playback.Seek();
+        playback_->Seek();
     }
     surroundings_.screen.Wake();
 }
 
 void VideoGraph::Place(const QString& owner, int left, int top, int width, int height) {
-    Playing("Place");
     place_ = QSize(width, height);
     surroundings_.screen.Place(owner, QRect(left, top, width, height));
 }
 
 int VideoGraph::Height() {
-    return FittedSize(Playing("Height").Shape(), place_).height();
+    return FittedSize(playback_ ? playback_->Shape() : QSize(), place_).height();
 }
 
 void VideoGraph::SetVisible(bool visible) {

@@ -9,6 +9,7 @@
 
 class AudioOutput;
 
+// Without a file that has been rendered, the operations have no effect and all figures are 0.
 class VideoGraph final : public MediaGraph, private VideoPictures {
 public:
     explicit VideoGraph(VideoSurroundings surroundings);
@@ -33,7 +34,6 @@ private:
     std::optional<VideoPicture> TakeDue() override;
     std::optional<int> NextDueIn() override;
 
-    VideoPlayback& Playing(const char* operation) const;
     void Leave();
 
     const VideoSurroundings surroundings_;
