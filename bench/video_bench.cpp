@@ -143,18 +143,19 @@ double Median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
-// A clip with much motion and a tone, as a cabinet has them.
-QString MakeClip(const QString& folder, const QString& size, const QString& rate) {
-    const QString clip = folder + QLatin1Char('/') + size + QStringLiteral(".avi");
-    const int code = QProcess::execute(
-        QStringLiteral("ffmpeg"),
-        {QStringLiteral("-nostdin"), QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-f"),
-         QStringLiteral("lavfi"), QStringLiteral("-i"),
-         QStringLiteral("testsrc2=size=%1:rate=30:d=25,noise=alls=12:allf=t").arg(size), QStringLiteral("-f"),
-         QStringLiteral("lavfi"), QStringLiteral("-i"), QStringLiteral("sine=d=25"), QStringLiteral("-c:v"),
-         QStringLiteral("mpeg4"), QStringLiteral("-b:v"), rate, QStringLiteral("-c:a"), QStringLiteral("mp2"),
-         clip});
-    return code == 0 ? clip : QString();
+// A clip with much motion; with a tone if the players are to play it at its pace.
+QString MakeClip(const QString& folder, const QString& size, const QString& rate, bool tone) {
+    const QString clip = folder + QLatin1Char('/') + size +
+                         (tone ? QStringLiteral("-tone.avi") : QStringLiteral("-silent.avi"));
+    QStringList words = {QStringLiteral("-nostdin"), QStringLiteral("-v"), QStringLiteral("error")};
+    words += {QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
+              QStringLiteral("testsrc2=size=%1:rate=30:d=25,noise=alls=12:allf=t").arg(size)};
+    if (tone) {
+        words += {QStringLiteral("-f"),        QStringLiteral("lavfi"), QStringLiteral("-i"),
+                  QStringLiteral("sine=d=25"), QStringLiteral("-c:a"),  QStringLiteral("mp2")};
+    }
+    words += {QStringLiteral("-c:v"), QStringLiteral("mpeg4"), QStringLiteral("-b:v"), rate, clip};
+    return QProcess::execute(QStringLiteral("ffmpeg"), words) == 0 ? clip : QString();
 }
 
 void PrintTitle(const QString& title) {
@@ -213,12 +214,13 @@ void BenchVideos(const QString& programs) {
     const std::vector<Player> players = InstalledPlayers(programs);
     for (const auto& [size, rate] : {std::pair(QStringLiteral("1280x720"), QStringLiteral("3500k")),
                                      std::pair(QStringLiteral("1920x1080"), QStringLiteral("7000k"))}) {
-        const QString clip = MakeClip(folder.path(), size, rate);
-        if (clip.isEmpty()) {
+        const QString silent = MakeClip(folder.path(), size, rate, false);
+        const QString clip = MakeClip(folder.path(), size, rate, true);
+        if (silent.isEmpty() || clip.isEmpty()) {
             PrintTitle(QStringLiteral("Videos: left out, ffmpeg makes no clip"));
             return;
         }
-        BenchUnpaced(players, clip, size);
+        BenchUnpaced(players, silent, size);
         BenchPaced(players, clip, size);
     }
 }

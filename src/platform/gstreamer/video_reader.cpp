@@ -39,9 +39,10 @@ GstClockTime StreamTimeOf(GstSample* sample) {
                                       GST_BUFFER_PTS(buffer));
 }
 
-// A decoded picture that an image uses without copying it.
+// A decoded picture that is shown without copying it. It keeps the buffer and not the sample, which the sink
+// uses again.
 struct MappedPicture {
-    explicit MappedPicture(GstSample* picture) : sample(gst_sample_ref(picture)) {}
+    MappedPicture() = default;
     ~MappedPicture() {
         if (isMapped) {
             gst_video_frame_unmap(&frame);
@@ -50,7 +51,6 @@ struct MappedPicture {
     MappedPicture(const MappedPicture&) = delete;
     MappedPicture& operator=(const MappedPicture&) = delete;
 
-    SampleHandle sample;
     GstVideoFrame frame{};
     bool isMapped = false;
 };
@@ -64,7 +64,7 @@ QSize ShapeOf(const GstVideoInfo& info) {
 
 VideoPicture PictureIn(GstSample* sample, const GstVideoInfo& info) {
     VideoPicture picture{.pixels = nullptr, .size = {}, .shape = ShapeOf(info)};
-    const auto mapped = std::make_shared<MappedPicture>(sample);
+    const auto mapped = std::make_shared<MappedPicture>();
     GstVideoInfo layout = info;
     mapped->isMapped =
         gst_video_frame_map(&mapped->frame, &layout, gst_sample_get_buffer(sample), GST_MAP_READ) != FALSE;
