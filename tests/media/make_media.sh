@@ -71,6 +71,8 @@ film 25 -vn -c:a libmp3lame film_black.avi
 film 25 -c:v mpeg2video -q:v 3 -flags +ildct+ilme -top 1 -c:a mp2 -f vob film_interlaced.mpg
 make -f lavfi -i testsrc2=size=16x16:rate=25:d=1 -vf format=rgb24,crop=1:1 -c:v rawvideo -pix_fmt bgr24 film_1x1.avi
 make -f lavfi -i color=size=8192x8192:rate=2:d=1 -pix_fmt yuvj420p -c:v mjpeg -q:v 31 film_8192.avi
+# The second half of the pictures is a day later.
+make -i film_mono.mp4 -vf "setpts='PTS+if(gte(N,25),86400/TB,0)'" -fps_mode vfr -c:v libx264 -preset ultrafast -c:a copy film_jumping.mp4
 # The picture's size changes in the middle.
 film 25 -c:v mpeg2video -q:v 3 -c:a mp2 -f vob part1.mpg
 make -f lavfi -i testsrc2=size=160x320:rate=25:d=2 -f lavfi -i sine=d=2 -c:v mpeg2video -q:v 3 -c:a mp2 -f vob part2.mpg

@@ -263,6 +263,13 @@ TEST_F(GstreamerVideo, ThePictureMayChangeItsSize) {
     ASSERT_TRUE(PlaysToItsEnd());
 }
 
+TEST_F(GstreamerVideo, ATimeStampFarAheadDoesNotHoldTheEndUp) {
+    Start(MadeFile("film_jumping.mp4"));
+    EXPECT_GT(video->Duration(), 80000);
+    ASSERT_TRUE(PlaysToItsEnd());
+    EXPECT_GE(screen.shown, 20);
+}
+
 TEST_F(GstreamerVideo, AFileThatIsDeletedWhileItPlaysGoesOn) {
     const QString path = scratch.Write("gone.avi", media::BytesOf(MadeFile("film25.avi")));
     Start(path);

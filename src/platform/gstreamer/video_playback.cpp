@@ -14,6 +14,8 @@ constexpr std::int64_t kTolerance = kFramesPerSecond / 50;
 constexpr std::int64_t kLongestWait = kFramesPerSecond * 3 / 10;
 // The time after which a file that delivers nothing counts as ended.
 constexpr std::int64_t kGivenUpAfter = kFramesPerSecond * 5;
+// A time stamp further ahead than this is damaged. The sound is played where it is, the picture is dropped.
+constexpr std::int64_t kFurthestAhead = kFramesPerSecond * 60;
 // Pictures that nobody takes are dropped when the sound is this far ahead, because reading would stop.
 constexpr std::int64_t kForgottenAfter = kFramesPerSecond / 2;
 
@@ -121,6 +123,10 @@ void VideoPlayback::CollectPictures(std::int64_t now) {
         if (!next_) {
             return;
         }
+        if (next_->begin > position_ + kFurthestAhead) {
+            next_.reset();
+            continue;
+        }
         lastEnd_ = std::max(lastEnd_, next_->end);
         if (!showFirst_ && next_->begin > now) {
             return;
@@ -203,6 +209,9 @@ bool VideoPlayback::FindSound() {
             return false;
         }
         sound_ = std::move(*block);
+        if (sound_.position > position_ + kFurthestAhead) {
+            sound_.position = position_;
+        }
         lastEnd_ = std::max(lastEnd_, sound_.position + sound_.Frames());
         const std::int64_t late = position_ - sound_.position;
         const std::int64_t skipped = late > kTolerance ? std::min(late, sound_.Frames()) : 0;
