@@ -9,6 +9,7 @@
 #include <QWindow>
 
 #include <chrono>
+#include <utility>
 
 namespace {
 
@@ -16,7 +17,7 @@ namespace {
 constexpr int kLongestAppearance = 2000;
 // Shorter than the shortest delay after which a screen is blanked.
 constexpr std::chrono::seconds kSaverInterval{50};
-// How often the monitors are compared with the windows.
+// How often changes of the monitors are looked for.
 constexpr std::chrono::seconds kMonitorInterval{1};
 
 Qt::CursorShape CursorOf(int number) {
@@ -37,8 +38,8 @@ QtWindows::QtWindows(QtEventPump& pump, X11Screen* x11)
     if (x11_ != nullptr) {
         QObject::connect(&saver_, &QTimer::timeout, [this] { x11_->ResetScreenSaver(); });
         saver_.start(kSaverInterval);
-        QObject::connect(&monitors_, &QTimer::timeout, [this] { CoverScreen(); });
-        monitors_.start(kMonitorInterval);
+        QObject::connect(&watch_, &QTimer::timeout, [this] { WatchMonitors(); });
+        watch_.start(kMonitorInterval);
     }
     main_.setGeometry(PrimaryPlace());
     for (QScreen* screen : QGuiApplication::screens()) {
@@ -64,6 +65,14 @@ void QtWindows::CoverScreen() {
     }
     if (video_.isVisible() && video_.geometry() != VideoOnDesktop()) {
         video_.setGeometry(VideoOnDesktop());
+    }
+}
+
+void QtWindows::WatchMonitors() {
+    std::vector<QRect> monitors = x11_->Monitors();
+    if (monitors != monitors_) {
+        monitors_ = std::move(monitors);
+        CoverScreen();
     }
 }
 

@@ -47,6 +47,7 @@ public:
 private:
     void SetPointer();
     void CoverScreen();
+    void WatchMonitors();
     QRect PrimaryPlace() const;
     QRect VideoOnDesktop() const;
     static void WaitUntilExposed(QWidget& window);
@@ -63,7 +64,9 @@ private:
     std::vector<QWidget*> dialogs_;
     X11Screen* x11_;
     QTimer saver_;
-    QTimer monitors_;
+    QTimer watch_;
+    // The monitors when they were last looked at.
+    std::vector<QRect> monitors_;
     // Whether the jukebox has shown the main window, and whether that window covers its whole screen.
     bool shown_ = false;
     bool covers_ = false;
