@@ -297,6 +297,14 @@ class DeskTest(unittest.TestCase):
     def press_until_log(self, key, line):
         self.press_until(key, lambda: line in self.log(), f"the log line {line!r} after {key}")
 
+    def take(self, key):
+        """Presses a key until the jukebox has accepted it: keys during a running handler are dropped."""
+        before = self.count_taken()
+        self.press_until(key, lambda: self.count_taken() > before, f"{key} is taken")
+
+    def count_taken(self):
+        return sum(line.startswith(" NumTrack : ") for line in self.log())
+
     def assert_ends(self, code):
         with contextlib.suppress(subprocess.TimeoutExpired):
             self.jukebox.wait(PATIENCE)

@@ -48,6 +48,7 @@ EndSection
 FIRST, SECOND, THIRD = "DUMMY0", "DUMMY1", "DUMMY2"
 WINDOW = "Vantorix Jukebox"
 VIDEO = "Vantorix Jukebox - video"
+DIALOG = "Vantorix Jukebox - configuration"
 
 
 class Monitors(desk.Screen):
@@ -196,24 +197,34 @@ class Displays(DisplaysTest):
             self.assert_ends(0)
             self.assertEqual(self.screen.place(FIRST), (0, 0, 1024, 768))
             self.screen.set_mode(FIRST, "1280x1024", "--rate", "75.02")
+        self.configure(Theme="missing")
+        self.start()
+        self.see(lambda: "stopped by run-time error" in self.told(), "the error")
+        # The page takes no keys at first.
+        desk.wait_until(lambda: self.jukebox.poll() is not None or self.screen.press("Return"), "the end")
+        self.assert_ends(1)
+        self.assertEqual(self.screen.place(FIRST), (0, 0, 1024, 768))
 
     def quit_by_menu(self):
         # The row above the first one is the last one.
-        self.screen.press("Tab", "Tab", "Tab", "Up", "Return")
+        for key in ("Tab", "Tab", "Tab", "Up", "Return"):
+            self.take(key)
 
     def test_a_larger_mode_moves_the_monitors_and_the_video_window_is_beside_it(self):
         self.screen.set_mode(FIRST, "1024x768")
         self.screen.set_mode(SECOND, "800x600", "--right-of", FIRST)
         self.screen.set_mode(THIRD, "640x480", "--below", FIRST)
         before = self.screen.monitors()
-        self.configure(Fullscreen="true", FullscreenSize="1920x1080 32bits", VideoPositionLeft="1921")
+        self.configure(Fullscreen="true", FullscreenSize="1600x1200 24bits", VideoPositionLeft="1601")
         self.screen.paint_root("red")
-        self.start_at((0, 0, 1920, 1080))
-        self.assertEqual(self.screen.place(SECOND), (1920, 0, 800, 600))
-        self.assertEqual(self.screen.place(THIRD), (0, 1080, 640, 480))
-        self.assertEqual(self.screen.desktop(), (2720, 1560))
-        self.see_window(VIDEO, (1921, 0, 799, 600))
-        self.assertTrue(desk.is_black(self.screen.part(1921, 0, 799, 600)))
+        self.start_at((0, 0, 1600, 1200))
+        # The first one of the five rates that the monitor lists for this size.
+        self.assertEqual(self.screen.monitors()[FIRST], (0, 0, 1600, 1200, 85.0))
+        self.assertEqual(self.screen.place(SECOND), (1600, 0, 800, 600))
+        self.assertEqual(self.screen.place(THIRD), (0, 1200, 640, 480))
+        self.assertEqual(self.screen.desktop(), (2400, 1680))
+        self.see_window(VIDEO, (1601, 0, 799, 600))
+        self.assertTrue(desk.is_black(self.screen.part(1601, 0, 799, 600)))
         self.quit_by_key()
         self.assertEqual(self.screen.monitors(), before)
 
@@ -228,13 +239,27 @@ class Displays(DisplaysTest):
     def test_a_mode_that_the_monitor_lacks_changes_nothing(self):
         self.screen.set_mode(SECOND, "800x600", "--right-of", FIRST)
         before = self.screen.monitors()
-        self.configure(Fullscreen="true", FullscreenSize="1111x777 32bits")
-        self.start()
-        self.see_picture((0, 0, 1920, 1080))
-        self.assertNotIn(" : Fin chargement config ", self.log(), "start-up waits for the message to be closed")
-        self.press_until_log("Return", " : Fin chargement config ")
-        self.see_window(WINDOW, (0, 0, 1920, 1080))
+        for size in ("1111x777 32bits", "1024x768 16bits"):
+            self.configure(Fullscreen="true", FullscreenSize=size)
+            self.start()
+            self.see_picture((0, 0, 1920, 1080))
+            self.assertNotIn(" : Fin chargement config ", self.log(), "start-up waits for the message to be closed")
+            self.press_until_log("Return", " : Fin chargement config ")
+            self.see_window(WINDOW, (0, 0, 1920, 1080))
+            self.assertEqual(self.screen.monitors(), before)
+            self.end_by_force()
+
+    def test_a_mode_that_the_server_refuses_changes_nothing(self):
+        # More pixels than the card has memory for.
+        self.screen.run("xrandr", "--newmode", "huge", "4000", "9000", "9100", "9200", "9300", "9000", "9100", "9200", "9300")
+        self.screen.run("xrandr", "--addmode", FIRST, "huge")
+        self.screen.set_mode(SECOND, "800x600", "--right-of", FIRST)
+        before, desktop = self.screen.monitors(), self.screen.desktop()
+        self.configure(Fullscreen="true", FullscreenSize="9000x9000 32bits")
+        self.start_at((0, 0, 1920, 1080))
+        self.assertIn(" : Mode 9000 x 9000 refusé par le serveur X", self.log())
         self.assertEqual(self.screen.monitors(), before)
+        self.assertEqual(self.screen.desktop(), desktop)
 
     def test_the_windows_follow_monitors_that_go_and_come_back(self):
         self.screen.set_mode(FIRST, "1024x768")
@@ -265,7 +290,7 @@ class Displays(DisplaysTest):
         self.start_at((0, 0, 1024, 768))
         self.screen.set_mode(FIRST, "1280x720")
         self.see_window(WINDOW, (0, 0, 1280, 720))
-        self.press_until("F9", lambda: self.screen.window_place("Vantorix Jukebox - configuration"), "the dialog")
+        self.press_until("F9", lambda: self.screen.focus() == DIALOG, "the focus of the configuration")
         self.screen.press("Escape")
         self.see_tracks((0, 0, 1280, 720), fitted, "the theme in the new mode")
 
@@ -284,7 +309,7 @@ class Displays(DisplaysTest):
         self.screen.set_mode(SECOND, "800x600", "--right-of", FIRST)
         ended = subprocess.run([os.environ["X11_SCREEN_TEST"], "--gtest_filter=X11Layout.*"], env=self.screen.environment,
                                capture_output=True, text=True, timeout=desk.PATIENCE)
-        self.assertIn("[  PASSED  ] 2 tests", ended.stdout)
+        self.assertIn("[  PASSED  ] 3 tests", ended.stdout)
         self.assertEqual(ended.returncode, 0, ended.stdout)
 
 

@@ -99,14 +99,6 @@ class Evening(desk.DeskTest):
 
     # --- By keys ---
 
-    def take(self, key):
-        """Presses a key until the jukebox has accepted it: keys during a running handler are dropped."""
-        before = self.count_taken()
-        self.press_until(key, lambda: self.count_taken() > before, f"{key} is taken")
-
-    def count_taken(self):
-        return sum(line.startswith(" NumTrack : ") for line in self.log())
-
     def type_by_keys(self, text):
         """Moves over the keyboard from its first key, first between lines: a shorter line reduces the column."""
         line, column = 1, 1

@@ -186,6 +186,17 @@ TEST(X11Layout, AllMonitorsMoveAtOnce) {
     EXPECT_EQ(server.Root(), root);
 }
 
+TEST(X11Layout, AMirrorIsAMonitorOfItsOwn) {
+    Server server;
+    const std::vector<X11Head> before = server.Heads();
+    ASSERT_EQ(before.size(), 2U);
+    std::vector<X11Head> after = before;
+    after[1].place.moveTopLeft(after[0].place.topLeft());
+    EXPECT_TRUE(server.Change(before, after));
+    EXPECT_EQ(server.Places(), (std::vector<QRect>{after[0].place, after[1].place}));
+    EXPECT_TRUE(server.Change(after, before));
+}
+
 // Unknown modes and the like are protocol errors. In the jukebox the toolkit ignores them.
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
