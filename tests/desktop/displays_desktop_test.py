@@ -334,6 +334,22 @@ class TwoMonitors(DisplaysTest):
         self.assertEqual(self.screen.part(1280, 0, 1, 720), red * 720)
         self.assertEqual(self.screen.part(1281, 0, 799, 50), red * 799 * 50)
 
+    def test_a_video_fills_the_window_on_the_second_monitor(self):
+        subprocess.run(["ffmpeg", "-v", "error", "-f", "lavfi", "-i", "color=c=0x0000FF:s=320x240:r=25:d=20", "-c:v", "mpeg4",
+                        str(self.music / "Blue.avi")], check=True, timeout=desk.PATIENCE)
+        self.configure(VideoPositionLeft="1281")
+        self.start_at((0, 0, 1280, 720))
+        for key in ("Down", "Down", "Return"):
+            self.take(key)
+        def is_blue():
+            red, green, blue = self.screen.part(1281 + 400, 50 + 300, 1, 1)
+            return blue > 200 and red < 50 and green < 50
+        self.see(is_blue, "the video in the middle of the second monitor")
+        # 4:3, as the window: only the last column and row may be black.
+        self.assertFalse(desk.is_black(self.screen.part(1283, 60, 1, 580)))
+        self.assertFalse(desk.is_black(self.screen.part(2076, 60, 1, 580)))
+        self.quit_by_key()
+
     def test_at_the_exact_edge_there_is_no_window(self):
         self.configure(VideoPositionLeft="1280")
         self.start_at((0, 0, 1280, 720))
