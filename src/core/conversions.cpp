@@ -67,11 +67,13 @@ double RoundHalfToEven(double value) {
     return std::fmod(down, 2.0) == 0 ? down : down + 1;
 }
 
-template <typename Integer>
-Integer Rounded(double value, const QString& detail) {
+// `detail` returns the value as text. It is called only for an error, because the light show rounds hundreds
+// of numbers a second.
+template <typename Integer, typename Detail>
+Integer Rounded(double value, const Detail& detail) {
     const double rounded = RoundHalfToEven(value);
     if (!(std::abs(rounded) < 4e9)) {
-        throw RunTimeError(kOverflow, QStringLiteral("%1 is too large").arg(detail));
+        throw RunTimeError(kOverflow, QStringLiteral("%1 is too large").arg(detail()));
     }
     return Integer::From(static_cast<std::int64_t>(rounded));
 }
@@ -103,19 +105,19 @@ double CDouble(const QString& text) {
 }
 
 Integer16 CInt16(const QString& text) {
-    return Rounded<Integer16>(CDouble(text), text);
+    return Rounded<Integer16>(CDouble(text), [&] { return text; });
 }
 
 Integer32 CInt32(const QString& text) {
-    return Rounded<Integer32>(CDouble(text), text);
+    return Rounded<Integer32>(CDouble(text), [&] { return text; });
 }
 
 Integer16 CInt16(double value) {
-    return Rounded<Integer16>(value, QString::number(value));
+    return Rounded<Integer16>(value, [&] { return QString::number(value); });
 }
 
 Integer32 CInt32(double value) {
-    return Rounded<Integer32>(value, QString::number(value));
+    return Rounded<Integer32>(value, [&] { return QString::number(value); });
 }
 
 bool IsNumeric(const QString& text) {

@@ -48,7 +48,7 @@ TEST(CommandLineTest, EachMistakeIsNamed) {
     EXPECT_EQ(Parse({"--hom", "/a"}).error, QStringLiteral("unknown argument \"--hom\""));
     EXPECT_EQ(Parse({"/music"}).error, QStringLiteral("unknown argument \"/music\""));
     for (const char* wrong :
-         {"1", "=/dev/x", "0=/dev/x", "x=/dev/x", "1=", "-1=/dev/x", "99999=/dev/x", ""}) {
+         {"1", "=/dev/x", "0=/dev/x", "x=/dev/x", "1=", "-1=/dev/x", "17=/dev/x", "99999=/dev/x", ""}) {
         EXPECT_TRUE(Parse({"--serial", wrong}).error.startsWith(QStringLiteral("--serial needs"))) << wrong;
     }
 }

@@ -3,6 +3,7 @@
 
 #include "core/run_time_error.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
@@ -14,6 +15,7 @@
 #include <poll.h>
 #include <pty.h>
 #include <termios.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -80,14 +82,12 @@ protected:
     void Open(int port = 3) {
         line.Open({.commPort = port, .baudRate = 115200, .rtsEnable = true, .dtrEnable = false});
     }
-    // Writes until the line is full, and returns how long the last write took.
-    qint64 Fill() {
-        QElapsedTimer time;
+    // Writes until the line is full and messages are dropped.
+    void Fill() {
         for (int i = 0; i < 1000 && log.filter(QStringLiteral("ne prend rien")).isEmpty(); ++i) {
-            time.start();
-            line.Output(QByteArray(517, 'x'));
+            line.Output(QByteArray(515, 'x') + "\r\n");
         }
-        return time.elapsed();
+        EXPECT_EQ(log.filter(QStringLiteral("ne prend rien")).size(), 1);
     }
 
     Pty controller;
@@ -207,14 +207,13 @@ TEST_F(SerialTest, InputGivesAllThatHasArrivedAndOnlyOnce) {
 TEST_F(SerialTest, ADeadLineIsDroppedInTimeAndToldOnce) {
     Open();
     log.clear();
-    const qint64 dropped = Fill();
-    ASSERT_EQ(log.size(), 1);
     QElapsedTimer time;
     time.start();
+    Fill();
     for (int i = 0; i < 50; ++i) {
         line.Output("AT+B-0000000000\r\n");
     }
-    EXPECT_LT(time.elapsed(), 10 * dropped) << "a line that takes nothing must not hold up every message";
+    EXPECT_LT(time.elapsed(), 99) << "a line that accepts nothing must not hold up every message";
     EXPECT_EQ(log.size(), 1);
     EXPECT_TRUE(line.IsOpen());
 }
@@ -231,6 +230,115 @@ TEST_F(SerialTest, ALineThatTakesAgainIsUsedAgain) {
         arrived += controller.Receive(6, 20);
     }
     EXPECT_TRUE(arrived.contains("AT+I\r\n"));
+}
+
+TEST_F(SerialTest, ASlowReaderGetsWholeMessagesInOrder) {
+    Open();
+    Fill();
+    QByteArray arrived;
+    QElapsedTimer time;
+    time.start();
+    // The event loop sends what waits.
+    while (!arrived.endsWith("AT+R-1\r\n") && time.elapsed() < 10'000) {
+        if (!line.IsBehind()) {
+            line.Output("AT+R-1\r\n");
+        }
+        QCoreApplication::processEvents();
+        arrived += controller.Receive(700, 5);
+    }
+    for (const QByteArray& message : arrived.split('\n')) {
+        EXPECT_TRUE(message.isEmpty() || message == QByteArray(515, 'x') + '\r' || message == "AT+R-1\r")
+            << message.toStdString();
+    }
+    EXPECT_FALSE(line.IsBehind());
+}
+
+TEST_F(SerialTest, ClosingSendsWhatWaits) {
+    Open();
+    Fill();
+    std::thread reader([this] {
+        QByteArray all;
+        while (!all.endsWith("AT+R-1\r\n") && all.size() < 1 << 20) {
+            const QByteArray part = controller.Receive(1, 5000);
+            if (part.isEmpty()) {
+                break;
+            }
+            all += part;
+        }
+        EXPECT_TRUE(all.endsWith("AT+R-1\r\n"));
+    });
+    QElapsedTimer time;
+    time.start();
+    while (line.IsBehind() && time.elapsed() < 5000) {
+        QCoreApplication::processEvents();
+    }
+    line.Output("AT+R-1\r\n");
+    line.Close();
+    reader.join();
+}
+
+TEST_F(SerialTest, ClosingADeadLineTakesASecondAtMost) {
+    Open();
+    Fill();
+    QElapsedTimer time;
+    time.start();
+    line.Close();
+    EXPECT_LT(time.elapsed(), 2000);
+    EXPECT_FALSE(line.IsBehind());
+}
+
+TEST_F(SerialTest, OnlySixteenPortsExist) {
+    QSerialPortLine many({{17, controller.device}, {16, controller.device}}, folder.path(),
+                         [](const QString&) {});
+    const auto open = [&](int port) {
+        return NumberOf([&] { many.Open({.commPort = port, .baudRate = 115200}); });
+    };
+    EXPECT_EQ(open(17), 8002);
+    EXPECT_EQ(open(16), 0);
+}
+
+TEST_F(SerialTest, ADeviceThatIsInUseIsOpenAlready) {
+    QSerialPortLine other({{1, controller.device}}, folder.path(), [](const QString&) {});
+    other.Open({.commPort = 1, .baudRate = 115200});
+    try {
+        Open();
+        FAIL();
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number, 8005);
+        EXPECT_TRUE(error.detail.contains(controller.device)) << error.detail.toStdString();
+    }
+}
+
+TEST_F(SerialTest, ARestEndsWithTheReplyOrAfterTenMilliseconds) {
+    Open();
+    QElapsedTimer time;
+    time.start();
+    line.AwaitInput();
+    EXPECT_GE(time.nsecsElapsed(), 9'000'000);
+    controller.Send("Mode Nor");
+    std::thread rest([this] { controller.Send("mal\nOK\n"); });
+    line.AwaitInput();
+    rest.join();
+    line.AwaitInput();
+    EXPECT_EQ(line.Input(), "Mode Normal\nOK\n");
+}
+
+TEST_F(SerialTest, ARestOnALineThatNeverStopsSendingTakesNoLonger) {
+    Open();
+    controller.Send(QByteArray(3000, 'x'));
+    QElapsedTimer time;
+    time.start();
+    line.AwaitInput();
+    EXPECT_LT(time.elapsed(), 1000);
+    EXPECT_FALSE(line.Input().isEmpty());
+}
+
+TEST_F(SerialTest, ALineThatIsClosedIsNotBehindAndDoesNotRest) {
+    QElapsedTimer time;
+    time.start();
+    line.AwaitInput();
+    EXPECT_LT(time.elapsed(), 9);
+    EXPECT_FALSE(line.IsBehind());
 }
 
 TEST_F(SerialTest, ADeviceThatGoesAwayIsAnErrorOfTheNextWrite) {

@@ -1,11 +1,9 @@
 // Reading the command line.
 #include "app/cabinet/command_line.h"
 
-#include <limits>
-
 namespace {
 
-constexpr int kLargestPort = std::numeric_limits<std::int16_t>::max();
+constexpr int kLargestPort = 16;
 
 bool TakeHome(CommandLine& line, const QString& value) {
     if (value.isEmpty()) {
@@ -22,7 +20,8 @@ bool TakeSerial(CommandLine& line, const QString& value) {
     const int number = value.left(equals < 0 ? 0 : equals).toInt(&isNumber);
     if (!isNumber || number < 1 || number > kLargestPort || equals + 1 == value.size()) {
         line.error =
-            QStringLiteral("--serial needs a port number and a device, like 1=/dev/ttyUSB0, not \"%1\"")
+            QStringLiteral(
+                "--serial needs a port number from 1 to 16 and a device, like 1=/dev/ttyUSB0, not \"%1\"")
                 .arg(value);
         return false;
     }
@@ -77,7 +76,7 @@ QString HelpText() {
         "  --home DIR         the application folder: config.ini, themes, playlists, the log, the counts.\n"
         "                     Without it: the program's folder if config.ini or themes lies there, else\n"
         "                     $XDG_DATA_HOME/vantorix (~/.local/share/vantorix), filled at the first start.\n"
-        "  --serial N=DEVICE  the device of serial port N. Without it: a file or link COMN in the\n"
+        "  --serial N=DEVICE  the device of serial port N, 1 to 16. Without it: a file or link COMN in the\n"
         "                     application folder, else /dev/ttyS(N-1).\n"
         "  --help             this text\n"
         "  --version          the version\n"

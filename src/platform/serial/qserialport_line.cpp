@@ -4,24 +4,45 @@
 #include "core/path_text.h"
 #include "core/run_time_error.h"
 
+#include <QDeadlineTimer>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 namespace {
 
-// Milliseconds that a message may take.
-constexpr int kLongestWrite = 99;
-// Milliseconds until a line that accepted nothing is tried again; a jukebox with 30 LEDs writes 300 times a
-// second.
-constexpr int kStallRest = 1000;
+constexpr int kPorts = 16;
+// The size of the usual send buffer: a line with more than this still to send is behind.
+constexpr qsizetype kSendBuffer = 512;
+// Milliseconds that closing waits for the last messages.
+constexpr int kLongestEnd = 1000;
+// Milliseconds of a rest, and without a byte after which a reply is taken as complete.
+constexpr int kLongestRest = 10;
+constexpr int kQuiet = 2;
 // The usual size of a receive buffer. Bytes beyond it that nobody reads are dropped.
 constexpr qint64 kReceiveBuffer = 1024;
 // The most bytes of one read, because a device may never stop sending.
 constexpr qsizetype kMostInput = qsizetype{64} * 1024;
 
+OutputQueue::Time Now() {
+    return std::chrono::steady_clock::now();
+}
+
 bool Exists(const QString& path) {
     struct stat status = {};
     return lstat(BytesOfPath(path).constData(), &status) == 0;
+}
+
+// Bytes that the driver has accepted and not sent; 0 where it does not say.
+qsizetype WaitingInDriver(int descriptor) {
+    int bytes = 0;
+    return ioctl(descriptor, TIOCOUTQ, &bytes) == 0 ? bytes : 0;
 }
 
 } // namespace
@@ -41,15 +62,16 @@ QString QSerialPortLine::DeviceOf(int number) const {
 }
 
 void QSerialPortLine::Open(const SerialSettings& settings) {
-    if (port_.isOpen()) {
-        throw RunTimeError(kPortAlreadyOpen,
-                           QStringLiteral("COM%1 is open already").arg(settings.commPort.value()));
-    }
     const int number = settings.commPort.value();
-    if (number < 1) {
-        throw RunTimeError(kInvalidPortNumber, QStringLiteral("there is no port COM%1").arg(number));
+    if (port_.isOpen()) {
+        throw RunTimeError(kPortAlreadyOpen, QStringLiteral("COM%1 is open already").arg(number));
+    }
+    if (number < 1 || number > kPorts) {
+        throw RunTimeError(kInvalidPortNumber,
+                           QStringLiteral("there is no port COM%1, only 1 to %2").arg(number).arg(kPorts));
     }
     const QString device = DeviceOf(number);
+    name_ = QStringLiteral("COM%1, %2").arg(QString::number(number), device);
     port_.setPortName(device);
     port_.setBaudRate(settings.baudRate);
     port_.setDataBits(QSerialPort::Data8);
@@ -57,12 +79,25 @@ void QSerialPortLine::Open(const SerialSettings& settings) {
     port_.setStopBits(QSerialPort::OneStop);
     port_.setFlowControl(QSerialPort::NoFlowControl);
     if (!port_.open(QIODevice::ReadWrite)) {
-        throw RunTimeError(
-            kInvalidPortNumber,
-            QStringLiteral("COM%1, %2: %3").arg(QString::number(number), device, port_.errorString()));
+        RefuseToOpen(device);
     }
-    stalled_ = false;
+    queue_.Clear();
+    gone_.clear();
+    dropped_ = false;
+    writable_ = std::make_unique<QSocketNotifier>(port_.handle(), QSocketNotifier::Write);
+    writable_->setEnabled(false);
+    QObject::connect(writable_.get(), &QSocketNotifier::activated, [this] { Send(); });
     Apply(settings);
+}
+
+// A device that we may use and cannot lock is in use by another process.
+void QSerialPortLine::RefuseToOpen(const QString& name) {
+    const bool held = port_.error() == QSerialPort::PermissionError &&
+                      access(BytesOfPath(name).constData(), R_OK | W_OK) == 0;
+    if (held) {
+        throw RunTimeError(kPortAlreadyOpen, name_ + QStringLiteral(": in use by another program"));
+    }
+    throw RunTimeError(kInvalidPortNumber, name_ + QStringLiteral(": ") + port_.errorString());
 }
 
 void QSerialPortLine::Apply(const SerialSettings& settings) {
@@ -80,57 +115,101 @@ void QSerialPortLine::Apply(const SerialSettings& settings) {
 }
 
 void QSerialPortLine::Close() {
-    if (port_.isOpen()) {
-        port_.close();
+    if (!port_.isOpen()) {
+        return;
+    }
+    SendRest();
+    writable_.reset();
+    queue_.Clear();
+    port_.close();
+}
+
+// Waits for the last messages unless the line has stalled.
+void QSerialPortLine::SendRest() {
+    const QDeadlineTimer deadline(kLongestEnd);
+    while (queue_.Size() > 0 && gone_.isEmpty() && !queue_.IsStalled(Now()) && !deadline.hasExpired()) {
+        pollfd line = {static_cast<int>(port_.handle()), POLLOUT, 0};
+        poll(&line, 1, static_cast<int>(deadline.remainingTime()));
+        Send();
+    }
+    if (queue_.Size() > 0) {
+        TellDropped();
     }
 }
 
-void QSerialPortLine::DeviceGone() {
-    const QString detail = QStringLiteral("%1: %2").arg(port_.portName(), port_.errorString());
+void QSerialPortLine::DeviceGone(const QString& reason) {
+    writable_.reset();
+    queue_.Clear();
     port_.close();
-    throw RunTimeError(kPortNotOpen, detail);
+    throw RunTimeError(kPortNotOpen, QStringLiteral("%1 has gone: %2").arg(name_, reason));
 }
 
 void QSerialPortLine::Output(const QByteArray& bytes) {
     if (!port_.isOpen()) {
         throw RunTimeError(kPortNotOpen, QStringLiteral("the serial port is closed: nothing can be sent"));
     }
-    if (stalled_ && !asleep_.hasExpired()) {
-        return;
+    DropStalled();
+    if (!queue_.Add(bytes, Now())) {
+        TellDropped();
     }
-    if (Send(bytes)) {
-        stalled_ = false;
-        return;
+    Send();
+    if (!gone_.isEmpty()) {
+        DeviceGone(gone_);
     }
-    if (port_.error() != QSerialPort::NoError && port_.error() != QSerialPort::TimeoutError) {
-        DeviceGone();
-    }
-    DropOutput();
 }
 
-// Returns false when the device did not accept everything in time, or failed.
-bool QSerialPortLine::Send(const QByteArray& bytes) {
-    const QDeadlineTimer deadline(kLongestWrite);
-    port_.clearError();
-    if (port_.write(bytes) != bytes.size()) {
-        return false;
+// Sends what the device accepts now, and has the event loop send the rest.
+void QSerialPortLine::Send() {
+    const OutputQueue::Outcome outcome = queue_.Send(static_cast<int>(port_.handle()), Now());
+    if (outcome == OutputQueue::Outcome::kFailed) {
+        gone_ = QString::fromLocal8Bit(std::strerror(errno)); // NOLINT(concurrency-mt-unsafe)
     }
-    while (port_.bytesToWrite() > 0) {
-        if (!port_.waitForBytesWritten(static_cast<int>(deadline.remainingTime()))) {
-            return false;
-        }
+    const bool waits = outcome == OutputQueue::Outcome::kWaiting;
+    if (writable_->isEnabled() != waits) {
+        writable_->setEnabled(waits);
     }
-    return true;
+    dropped_ = dropped_ && waits;
 }
 
-void QSerialPortLine::DropOutput() {
-    port_.clear(QSerialPort::Output);
-    port_.clearError();
-    if (!stalled_) {
+// Tries to send first: the event loop may have been busy for as long as a line may stall.
+void QSerialPortLine::DropStalled() {
+    if (queue_.Size() > 0) {
+        Send();
+    }
+    if (queue_.DropStalled(Now())) {
+        TellDropped();
+    }
+}
+
+void QSerialPortLine::TellDropped() {
+    if (!dropped_) {
         log_(QStringLiteral(" : Port %1 : la ligne ne prend rien, message abandonné").arg(port_.portName()));
     }
-    stalled_ = true;
-    asleep_.setRemainingTime(kStallRest);
+    dropped_ = true;
+}
+
+bool QSerialPortLine::IsBehind() {
+    if (!port_.isOpen() || !gone_.isEmpty()) {
+        return false;
+    }
+    DropStalled();
+    return queue_.Size() + WaitingInDriver(static_cast<int>(port_.handle())) > kSendBuffer;
+}
+
+// A reply arrives byte by byte; resting until it is complete saves repeated commands.
+void QSerialPortLine::AwaitInput() {
+    const QDeadlineTimer deadline(kLongestRest);
+    while (port_.isOpen() && port_.bytesAvailable() < kReceiveBuffer && !deadline.hasExpired()) {
+        const int rest = static_cast<int>(deadline.remainingTime());
+        const bool arrived =
+            port_.waitForReadyRead(port_.bytesAvailable() > 0 ? std::min(rest, kQuiet) : rest);
+        if (!arrived) {
+            break;
+        }
+    }
+    if (port_.error() == QSerialPort::TimeoutError) {
+        port_.clearError();
+    }
 }
 
 QByteArray QSerialPortLine::Input() {

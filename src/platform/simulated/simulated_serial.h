@@ -23,6 +23,9 @@ public:
     void Close() override;
     bool IsOpen() const override { return open_; }
     void Output(const QByteArray& bytes) override;
+    bool IsBehind() override { return false; }
+    // No time passes: what arrives has arrived at once.
+    void AwaitInput() override {}
     QByteArray Input() override;
 
     // Delivers bytes to the line. Returns false and delivers nothing when they do not fit.
