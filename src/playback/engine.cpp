@@ -12,6 +12,8 @@
 namespace {
 
 // The LED controller's answer once it is in normal mode.
+// Deliberate D-152: a reply with a carriage return before the line feed does not match, and the wait goes on.
+// One would expect any line end to do; controllers in the field send exactly this.
 constexpr char kNormalModeReply[] = "Mode Normal\nOK";
 
 void LetEventsRun(Form_Main& form, int turns) {
@@ -58,6 +60,8 @@ void AwaitNormalMode(Form_Main& form) {
         reply = reply.right(sizeof(kNormalModeReply) - 2);
         form.roof.SendToController(form, kNormalMode);
         LetEventsRun(form, 3);
+        // Without this rest a silent controller would take a whole core.
+        form.MSComm1.AwaitInput();
         reply += form.MSComm1.Input();
     }
 }
@@ -127,6 +131,8 @@ void BassPlayFile(Form_Main& form, const QString& FileName) {
     form.player.IsPlaying = -1;
 }
 
+// Deliberate D-154: no message is sent when a track stops, so the LEDs keep their last colours until the next
+// one starts. One would expect them to go dark; a cabinet between two tracks is not dark.
 void BassStopFile(Form_Main& form) {
     form.player.IsPlaying = 0;
     if (form.settings.RGBLedsActive == u"true") {

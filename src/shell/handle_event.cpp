@@ -67,7 +67,7 @@ void Dispatch(Form_Main& form, const InputEvent& event) {
         return;
     case InputKind::kTmrSpectrum:
         if (form.shell.tmrSpectrum.Enabled) {
-            UpdateSpectrum(form);
+            tmrSpectrum_Timer(form);
         }
         return;
     case InputKind::kClose:

@@ -51,6 +51,9 @@ void OpenAudio(Form_Main& form) {
     }
 }
 
+// Deliberate D-153: the port is opened here and nowhere else. Switching the LEDs on in config.ini while the
+// jukebox runs ends the program with error 8018 at the next track, once the file is read again. One would
+// expect the port to be opened then; a cabinet is wired before it is started.
 void OpenLedController(Form_Main& form) {
     if (form.settings.RGBLedsActive != u"true") {
         return;

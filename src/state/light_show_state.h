@@ -18,4 +18,6 @@ struct LightShowState {
     Integer32 SpectrumHeight;
     // Phase added to each lamp's hue; nothing changes it.
     Integer16 SpectrumHueOffset;
+    // A tick is being sent; its event points drop further ticks.
+    bool TickRuns = false;
 };

@@ -106,6 +106,10 @@ TEST_F(SimulatedAudioTest, TheSpectrumIsThatOfTheFileAtThePosition) {
         EXPECT_NEAR(fft[20], 0.5F, 0.01F);
         EXPECT_LT(fft[300], 0.001F);
     }
+    platform.audio.BASS_ChannelPause(handle);
+    EXPECT_FALSE(platform.audio.BASS_ChannelGetData(handle, fft)) << "a paused track has no sound";
+    platform.audio.BASS_ChannelPlay(handle, false);
+    EXPECT_TRUE(platform.audio.BASS_ChannelGetData(handle, fft));
     platform.audio.BASS_ChannelStop(handle);
     EXPECT_FALSE(platform.audio.BASS_ChannelGetData(handle, fft));
 }

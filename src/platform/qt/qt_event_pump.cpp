@@ -64,7 +64,8 @@ void QtEventPump::SetIntervals(int timer1, int tmrSpectrum) {
 }
 
 void QtEventPump::Post(const InputEvent& event) {
-    if (Merged(event) || (pending_.size() >= kMostPending && event.kind != InputKind::kClose)) {
+    if (IsDroppedTick(event.kind) || Merged(event) ||
+        (pending_.size() >= kMostPending && event.kind != InputKind::kClose)) {
         return;
     }
     pending_.push_back({nextNumber_++, event});
@@ -86,8 +87,12 @@ bool QtEventPump::Merged(const InputEvent& event) {
                        [&](const Pending& waiting) { return waiting.event.kind == event.kind; });
 }
 
+bool QtEventPump::IsDroppedTick(InputKind kind) const {
+    return kind == InputKind::kTmrSpectrum && spectrumRuns_;
+}
+
 bool QtEventPump::IsBeingHandled(InputKind kind) const {
-    return (kind == InputKind::kTmrSpectrum && spectrumRuns_) || (kind == InputKind::kClose && closeRuns_);
+    return kind == InputKind::kClose && closeRuns_;
 }
 
 std::deque<QtEventPump::Pending>::iterator QtEventPump::NextBefore(std::uint64_t limit) {
@@ -116,6 +121,8 @@ void QtEventPump::FollowSpectrum() {
 }
 
 void QtEventPump::HandOn() {
+    // A handler that waits may have switched the light show on.
+    FollowSpectrum();
     const std::uint64_t limit = nextNumber_;
     for (auto next = NextBefore(limit); next != pending_.end(); next = NextBefore(limit)) {
         const InputEvent event = next->event;

@@ -22,13 +22,13 @@ public:
     void SetIntervals(int timer1, int tmrSpectrum);
     // Sets the receiver of the events. Called before the first DoEvents.
     void SetSink(EventSink sink) { sink_ = std::move(sink); }
-    // Sets the test whether the light show needs its ticks; without it they never come. Called after each
-    // event, so that an idle jukebox sleeps.
+    // Sets the test whether the light show needs its ticks; without it they never come. Called before and
+    // after each event, so that an idle jukebox sleeps.
     void SetSpectrumWanted(std::function<bool()> wanted) { spectrumWanted_ = std::move(wanted); }
 
     // Runs the toolkit once and delivers what is pending then. What arrives in the meantime waits for the
-    // next call. A light show tick or close request that arrives while another one is being handled waits
-    // until that handler has ended.
+    // next call. A close request that arrives while another one is being handled waits until that handler has
+    // ended.
     void DoEvents() override;
     void Wait(double milliseconds) override;
 
@@ -38,8 +38,8 @@ public:
     // The same inside a handler, for a modal dialog: runs while `wanted` returns true.
     void RunWhile(const std::function<bool()>& wanted);
 
-    // Appends an event. Merges pointer moves and pending ticks. Drops keys and presses beyond 1000 pending
-    // events.
+    // Appends an event. Merges pointer moves and pending ticks. Drops a tick of the light show while another
+    // one is being handled, and keys and presses beyond 1000 pending events.
     void Post(const InputEvent& event);
 
     // Waits for a key or a press of the pointer and drops everything else except a close request. Returns
@@ -56,6 +56,7 @@ private:
     void HandOn();
     std::deque<Pending>::iterator NextBefore(std::uint64_t limit);
     bool Merged(const InputEvent& event);
+    bool IsDroppedTick(InputKind kind) const;
     bool IsBeingHandled(InputKind kind) const;
     void Deliver(const InputEvent& event);
     void FollowSpectrum();

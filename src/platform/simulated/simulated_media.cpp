@@ -52,7 +52,7 @@ std::uint32_t SimulatedAudio::BASS_StreamCreateFile(const QString& path, std::ui
         return 0;
     }
     const PlayHead head(clock_, kFramesPerSecond, *bytes / kBytesPerFrame, AtEnd::kWraps);
-    streams_.emplace(++lastHandle_, Stream{path, head, false, DecodedSound()});
+    streams_.emplace(++lastHandle_, Stream{path, head, DecodedSound()});
     return lastHandle_;
 }
 
@@ -77,7 +77,6 @@ bool SimulatedAudio::BASS_ChannelPlay(std::uint32_t handle, bool restart) {
         stream->head.MoveTo(0);
     }
     stream->head.Run();
-    stream->active = true;
     return true;
 }
 
@@ -99,7 +98,6 @@ bool SimulatedAudio::BASS_ChannelStop(std::uint32_t handle) {
     }
     stream->head.Halt();
     stream->head.MoveTo(0);
-    stream->active = false;
     return true;
 }
 
@@ -140,7 +138,7 @@ std::int64_t SimulatedAudio::BASS_ChannelSeconds2Bytes(std::uint32_t /*handle*/,
 
 bool SimulatedAudio::BASS_ChannelGetData(std::uint32_t handle, std::array<float, 512>& fft) {
     Stream* stream = Find(handle);
-    if (stream == nullptr || !stream->active || failures_.Has("BASS_ChannelGetData")) {
+    if (stream == nullptr || !stream->head.Running() || failures_.Has("BASS_ChannelGetData")) {
         return false;
     }
     const std::int64_t position = stream->head.Position();

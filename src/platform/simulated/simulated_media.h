@@ -43,8 +43,6 @@ private:
     struct Stream {
         QString path;
         PlayHead head;
-        // Started and not stopped since then.
-        bool active = false;
         // The beginning of the file, decoded as far as needed so far.
         DecodedSound sound;
     };
