@@ -148,7 +148,11 @@ bool GstAudioLibrary::BASS_ChannelGetData(std::uint32_t handle, std::array<float
     if (stream == nullptr || !stream->IsPlaying()) {
         return false;
     }
-    fft = SpectrumOf(stream->HandedOutBefore(output_->HeardFrame()));
+    // The window is centred on what is heard now, as far as it has been mixed: the lights follow half a
+    // window sooner than with one that ends there.
+    constexpr auto kHalf = static_cast<std::int64_t>(kSpectrumFrames / 2);
+    const std::int64_t end = std::min(output_->HeardFrame() + kHalf, output_->MixedFrame());
+    fft = SpectrumOf(stream->HandedOutBefore(end));
     return true;
 }
 

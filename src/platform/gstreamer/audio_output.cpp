@@ -78,6 +78,10 @@ std::int64_t AudioOutput::HeardFrame() {
     return pipeline_ != nullptr ? pipeline_->HeardFrame() : mixer_->Drawn();
 }
 
+std::int64_t AudioOutput::MixedFrame() const {
+    return mixer_->Drawn();
+}
+
 bool AudioOutput::IsSilent() {
     const std::lock_guard lock(pipelineMutex_);
     return silent_;

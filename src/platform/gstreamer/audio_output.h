@@ -35,6 +35,8 @@ public:
     // The number of the frame that is audible now: the frames mixed so far minus those still buffered. From
     // any thread.
     std::int64_t HeardFrame();
+    // The frames mixed so far. From any thread.
+    std::int64_t MixedFrame() const;
     // True while the silent sink is in use.
     bool IsSilent();
 
