@@ -3,3 +3,4 @@
 # that pkg-config does not find.
 set -eu
 apt-get install -y --no-install-recommends libinih-dev libsimpleini-dev libicu-dev libpng-dev libspng-dev libstb-dev libtag1-dev mpv pkg-config
+apt-get install -y --no-install-recommends libfftw3-dev libinih-dev libsimpleini-dev libicu-dev libpng-dev libspng-dev libstb-dev libtag1-dev pkg-config

@@ -3,6 +3,7 @@
 #include "dialog_bench.h"
 #include "frame_bench.h"
 #include "ini_bench.h"
+#include "led_bench.h"
 #include "list_bench.h"
 #include "png_bench.h"
 #include "start_bench.h"
@@ -18,6 +19,7 @@ namespace {
 
 constexpr char kUsage[] =
     "vantorix-bench HOME_FOLDER DEMO_FOLDER [ini|list|png|tags|frame|queue|turn|dialog|start|video]...\n"
+    "vantorix-bench HOME_FOLDER DEMO_FOLDER [ini|list|png|tags|frame|queue|turn|dialog|leds|start]...\n"
     "  the folders home/ and demo/ of the repository; without a word every row is measured\n";
 
 } // namespace
@@ -60,6 +62,9 @@ int main(int argc, char** argv) {
     }
     if (wanted("dialog")) {
         BenchDialogs(home);
+    }
+    if (wanted("leds")) {
+        BenchLeds(home);
     }
     if (wanted("start")) {
         const QString programs = QFileInfo(QString::fromLocal8Bit(argv[0])).absolutePath();
