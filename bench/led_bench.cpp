@@ -70,7 +70,7 @@ Samples Music() {
     return samples;
 }
 
-// A library that plays the same piece for ever.
+// A library whose spectrum is always that of the same piece.
 class PieceOfMusic : public SimulatedAudio {
 public:
     using SimulatedAudio::SimulatedAudio;

@@ -12,8 +12,8 @@
 namespace {
 
 // The LED controller's answer once it is in normal mode.
-// Deliberate D-152: a reply with a carriage return before the line feed does not match, and the wait goes on.
-// One would expect any line end to do; controllers in the field send exactly this.
+// Deliberate D-152: a reply with a carriage return before the line feed does not match, and the wait
+// continues. One would expect any line end to do; controllers in the field send exactly this.
 constexpr char kNormalModeReply[] = "Mode Normal\nOK";
 
 void LetEventsRun(Form_Main& form, int turns) {

@@ -14,6 +14,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <pty.h>
+#include <random>
 #include <termios.h>
 #include <thread>
 #include <unistd.h>
@@ -331,6 +332,45 @@ TEST_F(SerialTest, ARestOnALineThatNeverStopsSendingTakesNoLonger) {
     line.AwaitInput();
     EXPECT_LT(time.elapsed(), 1000);
     EXPECT_FALSE(line.Input().isEmpty());
+}
+
+// Whatever is being done when the device goes, the next write is an error, and the next device works.
+TEST_F(SerialTest, AThousandPullsAtRandomMomentsAreErrorsOfTheNextWrite) {
+    std::minstd_rand dice(1000);
+    for (int pull = 0; pull < 1000; ++pull) {
+        Pty pulled;
+        QSerialPortLine other({{1, pulled.device}}, folder.path(), [](const QString&) {});
+        ASSERT_EQ(NumberOf([&] { other.Open({.commPort = 1, .baudRate = 115200}); }), 0) << pull;
+        const auto messages = static_cast<int>(dice() % 60);
+        for (int i = 0; i < messages; ++i) {
+            other.Output("AT+B-0000000000\r\n");
+        }
+        switch (dice() % 5) {
+        case 0:
+            pulled.Send("Mode Normal");
+            break;
+        case 1:
+            QCoreApplication::processEvents();
+            break;
+        case 2:
+            pulled.Receive(17, 1);
+            break;
+        case 3:
+            other.Output(QByteArray(20'000, 'x'));
+            break;
+        default:
+            break;
+        }
+        pulled.Vanish();
+        if (dice() % 2 == 0) {
+            QCoreApplication::processEvents();
+            other.AwaitInput();
+            other.IsBehind();
+        }
+        EXPECT_EQ(NumberOf([&] { other.Output("AT+R-1\r\n"); }), 8018) << pull;
+        EXPECT_FALSE(other.IsOpen());
+        other.Close();
+    }
 }
 
 TEST_F(SerialTest, ALineThatIsClosedIsNotBehindAndDoesNotRest) {

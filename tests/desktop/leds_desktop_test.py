@@ -168,7 +168,7 @@ class Heard(LedsDesk):
 
     @staticmethod
     def wait_for(condition, what):
-        """Like wait_until, but looks every millisecond."""
+        """Like wait_until, but checks every millisecond."""
         end = time.monotonic() + desk.PATIENCE
         while not condition():
             if time.monotonic() > end:

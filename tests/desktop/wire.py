@@ -78,7 +78,7 @@ class Wire:
             os.write(self.master, data)
 
     def waiting(self):
-        """The bytes that nobody has read yet."""
+        """The number of bytes that have not been read."""
         count = fcntl.ioctl(self.master, termios.FIONREAD, b"\0\0\0\0")
         return int.from_bytes(count, "little")
 

@@ -67,7 +67,7 @@ TEST_F(JudgeTest, AMissingMessageIsFound) {
     EXPECT_EQ(Frame(judge, {0, 15, 1, 16}), "a frame of two halves ends too early or too late");
     EXPECT_EQ(Frame(judge, {0, 2, 1}), "a frame of two halves ends too early or too late");
     EXPECT_EQ(judge.Frames(), 0U);
-    EXPECT_EQ(Frame(judge, {0, 1}), "") << "the next frame is judged anew";
+    EXPECT_EQ(Frame(judge, {0, 1}), "") << "the next frame is judged by itself";
 }
 
 TEST_F(JudgeTest, AFrameWithoutAnEndIsFound) {

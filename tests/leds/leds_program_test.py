@@ -1,4 +1,4 @@
-"""The program vantorix-leds, on pseudo-terminals: its options, its checks, and the terminal that it leaves behind."""
+"""The program vantorix-leds, on pseudo-terminals: its options, its checks, and the state of its terminal at the end."""
 import contextlib
 import os
 import pathlib
@@ -43,7 +43,7 @@ class Leds:
         self.file = open(self.output, "wb")
         self.process = subprocess.Popen([PROGRAM, "--link", str(self.link), *arguments], stdin=subprocess.DEVNULL,
                                         stdout=self.file, stderr=self.file)
-        wait_until(lambda: "Commport=1" in self.told(), "the introduction")
+        wait_until(lambda: "Commport=1" in self.printed(), "the introduction")
         self.line = -1
         self.open()
 
@@ -66,7 +66,7 @@ class Leds:
                 data += os.read(self.line, 4096)
         return data
 
-    def told(self):
+    def printed(self):
         return self.output.read_text(encoding="utf-8", errors="replace")
 
     def end(self):
@@ -129,11 +129,11 @@ class Program(unittest.TestCase):
         self.assertEqual(leds.receive(15), b"Mode Normal\nOK\n")
         leds.send(b"AT+B-00000000FF\r\nAT+B-0100")
         leds.send(b"FE0000\r\nAT+R-1\r\n")
-        wait_until(lambda: "mode free running" in leds.told(), "the end")
+        wait_until(lambda: "mode free running" in leds.printed(), "the end")
         leds.close()
-        wait_until(lambda: "the wire was closed" in leds.told(), "the closing")
+        wait_until(lambda: "the wire was closed" in leds.printed(), "the closing")
         self.assertEqual(leds.end(), 0)
-        self.assertIn("frames 1, messages 4, bytes 50, refused 0, faults 0", leds.told())
+        self.assertIn("frames 1, messages 4, bytes 50, refused 0, faults 0", leds.printed())
         self.assertFalse(leds.link.is_symlink())
         replayed = run("--check", "--replay", str(self.folder / "record"))
         self.assertEqual(replayed.returncode, 0)
@@ -149,20 +149,20 @@ class Program(unittest.TestCase):
                 leds = self.start("--check")
                 leds.send(bad)
                 if words is None:
-                    wait_until(lambda: "mode normal" in leds.told(), "the command")
+                    wait_until(lambda: "mode normal" in leds.printed(), "the command")
                     leds.close()
                     words = "does not end with"
                 self.assertEqual(leds.process.wait(PATIENCE), 1)
-                self.assertIn(words, leds.told())
-                self.assertIn("fault at byte", leds.told())
+                self.assertIn(words, leds.printed())
+                self.assertIn("fault at byte", leds.printed())
                 leds.end()
 
     def test_without_check_faults_are_counted(self):
         leds = self.start()
         leds.send(b"rubbish\r\nAT+R-0\r\n")
-        wait_until(lambda: "mode normal" in leds.told(), "the command")
+        wait_until(lambda: "mode normal" in leds.printed(), "the command")
         self.assertEqual(leds.end(), 0)
-        self.assertIn("refused 9, faults 1", leds.told())
+        self.assertIn("refused 9, faults 1", leds.printed())
 
     def test_bad_controllers(self):
         silent = self.start("--silent")
@@ -205,7 +205,7 @@ class Program(unittest.TestCase):
         leds.send(b"AT+R-0\r\n")
         self.assertEqual(leds.receive(15), b"Mode Normal\nOK\n")
         self.assertEqual(leds.end(), 0)
-        self.assertIn("unplugged\nplugged in again: /dev/pts/", leds.told())
+        self.assertIn("unplugged\nplugged in again: /dev/pts/", leds.printed())
 
     def test_a_second_jukebox_can_open_the_line(self):
         leds = self.start("--check")
@@ -214,9 +214,9 @@ class Program(unittest.TestCase):
             self.assertEqual(leds.receive(15), b"Mode Normal\nOK\n")
             leds.send(b"AT+B-0000000000\r\nAT+R-1\r\n")
             leds.close()
-            wait_until(lambda: leds.told().endswith("the wire was closed\n"), "the closing")
+            wait_until(lambda: leds.printed().endswith("the wire was closed\n"), "the closing")
             leds.open()
-        self.assertEqual(leds.end(), 0, leds.told())
+        self.assertEqual(leds.end(), 0, leds.printed())
 
     def test_a_serial_device_is_taken_as_it_is(self):
         controller, line = pty.openpty()

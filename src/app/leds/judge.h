@@ -11,7 +11,7 @@
 // The jukebox sends "AT+R-0" before the first frame and again before each track, and "AT+R-1" at a video and
 // at its end. A frame has one colour for each LED: 0, 1, 2, ... on a plain strip, 0, h, 1, h + 1, ... on a
 // strip of two halves of h LEDs, all of them modulo 256. Only its last message has the mark 00. Commands may
-// come inside a frame, which then goes on. A frame that has not ended may be left only by closing the wire
+// come inside a frame, which then continues. A frame that has not ended may be left only by closing the wire
 // after "AT+R-1".
 class Judge {
 public:

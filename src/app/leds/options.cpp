@@ -102,7 +102,12 @@ bool TakeValue(LedsOptions& options, const std::vector<std::string>& arguments, 
         }
         const std::string value = isSeparate ? arguments[++at] : argument.substr(name.size() + 1);
         if (!row.take(options, value)) {
-            options.error = name + " needs " + row.expected + ", not \"" + value + "\"";
+            options.error = name;
+            options.error.append(" needs ")
+                .append(row.expected)
+                .append(", not \"")
+                .append(value)
+                .append("\"");
         }
         return true;
     }
@@ -150,7 +155,7 @@ LedsOptions ParseLedsOptions(const std::vector<std::string>& arguments) {
 
 std::string LedsHelpText() {
     return "Usage: vantorix-leds [OPTION]... [DEVICE]\n"
-           "An LED controller for the jukebox, without LEDs: shows and checks what comes over the wire.\n"
+           "An LED controller for the jukebox, without LEDs: shows and checks what the jukebox sends.\n"
            "\n"
            "Without DEVICE it makes a pseudo-terminal and prints its name and the lines of config.ini that "
            "use\n"

@@ -4,8 +4,8 @@
 #include <chrono>
 #include <cstddef>
 
-// Says how many bytes a line of a given speed has carried. Each byte takes ten bits. A line that was idle
-// does not catch up, but for five milliseconds, in which nobody may have looked.
+// Limits reading to the speed of a line, with ten bits for each byte. Idle time is not made up for, except
+// for five milliseconds between two calls.
 class Pacer {
 public:
     using Time = std::chrono::steady_clock::time_point;

@@ -37,7 +37,7 @@ Time Now() {
     return std::chrono::steady_clock::now();
 }
 
-void Tell(const std::string& text) {
+void Print(const std::string& text) {
     std::fputs(text.c_str(), stdout);
     std::fflush(stdout);
 }
@@ -47,15 +47,15 @@ void Rest(const Simulator& simulator) {
     poll(&wire, 1, static_cast<int>(simulator.Rest().count()));
 }
 
-// Returns what is still to be told.
+// Returns the events of the last step, which the screen did not show.
 std::string RunInTerminal(Simulator& simulator) {
     const TerminalScreen screen;
     const std::string introduction = simulator.Introduction();
-    std::string told;
+    std::string events;
     Time next = Now();
     while (!simulator.IsOver() && isEnded == 0) {
         simulator.Step(Now());
-        told = simulator.Told();
+        events = simulator.TakeEvents();
         if (Now() >= next) {
             next = Now() + kDrawEvery;
             if (!TerminalScreen::Draw(introduction, simulator.Status(Now()),
@@ -65,14 +65,14 @@ std::string RunInTerminal(Simulator& simulator) {
         }
         Rest(simulator);
     }
-    return simulator.IsOver() ? told : std::string();
+    return simulator.IsOver() ? events : std::string();
 }
 
-// Without a terminal only events are told.
+// Prints events only, for an output that is not a terminal.
 void RunInLines(Simulator& simulator) {
     while (!simulator.IsOver() && isEnded == 0) {
         simulator.Step(Now());
-        Tell(simulator.Told());
+        Print(simulator.TakeEvents());
         Rest(simulator);
     }
 }
@@ -80,22 +80,22 @@ void RunInLines(Simulator& simulator) {
 int Run(const LedsOptions& options, int argc, char** argv) {
     Simulator simulator(options, Now());
     const bool isJudgedAtOnce = !options.replay.empty() && options.check;
-    std::string told;
+    std::string events;
     if (options.view != ViewKind::kTerminal && !isJudgedAtOnce) {
-        Tell(simulator.Introduction());
+        Print(simulator.Introduction());
         const auto ended = [] { return isEnded != 0; };
         if (!RunWindow(argc, argv, simulator, options.view == ViewKind::kRing, ended,
-                       [&] { Tell(simulator.Told()); })) {
+                       [&] { Print(simulator.TakeEvents()); })) {
             std::fputs("vantorix-leds: --window needs a display\n", stderr);
             return kFailed;
         }
     } else if (TerminalScreen::IsPossible() && !isJudgedAtOnce) {
-        told = RunInTerminal(simulator);
+        events = RunInTerminal(simulator);
     } else {
-        Tell(simulator.Introduction());
+        Print(simulator.Introduction());
         RunInLines(simulator);
     }
-    Tell(told + simulator.Summary() + "\n");
+    Print(events + simulator.Summary() + "\n");
     return simulator.ExitCode();
 }
 
@@ -108,7 +108,7 @@ int RunLeds(int argc, char** argv) {
         return kWrongCommandLine;
     }
     if (options.showHelp) {
-        Tell(LedsHelpText());
+        Print(LedsHelpText());
         return 0;
     }
     if (options.showVersion) {

@@ -122,7 +122,7 @@ void Simulator::ReadWire(Time now) {
     case Wire::Outcome::kClosed:
         return Closed();
     case Wire::Outcome::kGone:
-        told_ += options_.device + ": the device has gone\n";
+        events_ += options_.device + ": the device has gone\n";
         return End(kFaultCode);
     }
 }
@@ -136,7 +136,7 @@ void Simulator::Closed() {
     if (const auto fault = judge_.Close()) {
         Fault(*fault, reader_.Bytes(), "");
     }
-    told_ += "the wire was closed\n";
+    events_ += "the wire was closed\n";
 }
 
 void Simulator::FollowPlug(Time now) {
@@ -149,16 +149,16 @@ void Simulator::FollowPlug(Time now) {
         reader_.Close();
         judge_.Close();
         isOpen_ = isPaced_ = false;
-        told_ += "unplugged\n";
+        events_ += "unplugged\n";
         nextPlug_ = now + kUnplugged;
     } else {
         wire_->Plug();
-        told_ += "plugged in again: " + wire_->Name() + "\n";
+        events_ += "plugged in again: " + wire_->Name() + "\n";
         nextPlug_ = After(now, options_.unplug);
     }
 }
 
-// With --check nobody looks, so the recording is taken at once, each piece at its own time.
+// With --check the recording is not shown, so it is processed at once, each piece at its own time.
 void Simulator::Replay(Time now) {
     while (nextPiece_ < recording_.size() && !over_) {
         const RecordedPiece& piece = recording_[nextPiece_];
@@ -194,9 +194,9 @@ void Simulator::TakeLine(std::string_view line, std::uint64_t first) {
     }
     strip_.Take(message, now_);
     controller_.Take(message, now_);
-    if (strip_.Mode() != toldMode_) {
-        toldMode_ = strip_.Mode();
-        told_ += std::string("mode ") + NameOf(toldMode_) + "\n";
+    if (strip_.Mode() != reportedMode_) {
+        reportedMode_ = strip_.Mode();
+        events_ += std::string("mode ") + NameOf(reportedMode_) + "\n";
     }
 }
 
@@ -205,8 +205,8 @@ void Simulator::Fault(const std::string& reason, std::uint64_t first, const std:
     if (!options_.check || over_) {
         return;
     }
-    told_ += "fault at byte " + std::to_string(first) + ": " + reason;
-    told_ += line.empty() ? "\n" : ": \"" + line + "\"\n";
+    events_ += "fault at byte " + std::to_string(first) + ": " + reason;
+    events_ += line.empty() ? "\n" : ": \"" + line + "\"\n";
     End(kFaultCode);
 }
 

@@ -31,8 +31,8 @@ public:
     // The recording has ended, or --check has found a fault, or the device has gone.
     bool IsOver() const { return over_; }
     int ExitCode() const { return exitCode_; }
-    // What is to be told a person, line by line, since the last call.
-    std::string Told() { return std::exchange(told_, std::string()); }
+    // The events since the last call, one line each, for a person.
+    std::string TakeEvents() { return std::exchange(events_, std::string()); }
 
     const Strip& Lamps() const { return strip_; }
     // The device's name and the lines of config.ini, or the name of the recording.
@@ -64,7 +64,7 @@ private:
     Judge judge_;
     Strip strip_;
     WireReader reader_;
-    StripMode toldMode_ = StripMode::kUnknown;
+    StripMode reportedMode_ = StripMode::kUnknown;
     Time nextPlug_;
     bool isOpen_ = false;
     bool isPaced_ = false;
@@ -73,5 +73,5 @@ private:
     std::uint64_t messages_ = 0;
     std::uint64_t refusedBytes_ = 0;
     std::uint64_t faults_ = 0;
-    std::string told_;
+    std::string events_;
 };

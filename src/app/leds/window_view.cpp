@@ -49,7 +49,8 @@ protected:
         const std::vector<Colour> lamps = simulator_.Lamps().Shown(Now());
         const QRectF place = QRectF(rect()).adjusted(12, 12, -12, -kStatusHeight);
         for (std::size_t i = 0; i < lamps.size(); ++i) {
-            ring_ ? PaintInRing(painter, place, i, lamps) : PaintInRow(painter, place, i, lamps);
+            const auto paint = ring_ ? PaintInRing : PaintInRow;
+            paint(painter, place, i, lamps);
         }
         painter.setPen(QColor(200, 200, 205));
         const QRect words = rect().adjusted(12, height() - kStatusHeight, -12, -4);
@@ -64,7 +65,7 @@ protected:
     }
 
 private:
-    // A long strip goes on in the next row.
+    // A long strip continues in the next row.
     static void PaintInRow(QPainter& painter, const QRectF& place, std::size_t at,
                            const std::vector<Colour>& lamps) {
         const auto count = static_cast<double>(lamps.size());
@@ -113,7 +114,7 @@ bool RunWindow(int argc, char** argv, Simulator& simulator, bool ring, const std
         simulator.Step(Now());
         afterStep();
         if (simulator.IsOver() || isEnded()) {
-            application.quit();
+            QApplication::quit();
         }
     });
     QTimer draw;

@@ -102,7 +102,7 @@ void Wire::Link() {
     }
 }
 
-Wire::Outcome Wire::Read(std::string& bytes, std::size_t most) {
+Wire::Outcome Wire::Read(std::string& bytes, std::size_t most) const {
     bytes.resize(most);
     const ssize_t count = read(descriptor_, bytes.data(), most);
     bytes.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
@@ -115,7 +115,7 @@ Wire::Outcome Wire::Read(std::string& bytes, std::size_t most) {
     return isTerminal_ ? Outcome::kClosed : Outcome::kGone;
 }
 
-void Wire::Write(std::string_view bytes) {
+void Wire::Write(std::string_view bytes) const {
     if (write(descriptor_, bytes.data(), bytes.size()) < 0 && errno == EINTR) {
         Write(bytes);
     }

@@ -37,9 +37,9 @@ public:
         kGone,   // a device has gone
     };
     // Reads `most` bytes at most, without waiting.
-    Outcome Read(std::string& bytes, std::size_t most);
-    // Writes without waiting; what is not accepted is lost, as on a line that nobody reads.
-    void Write(std::string_view bytes);
+    Outcome Read(std::string& bytes, std::size_t most) const;
+    // Writes without waiting. Bytes that are not accepted at once are lost.
+    void Write(std::string_view bytes) const;
 
     // Closes the pseudo-terminal; the jukebox sees a device that has gone. The link stays.
     void Unplug();

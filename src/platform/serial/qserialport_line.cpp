@@ -25,7 +25,7 @@ constexpr int kLongestEnd = 1000;
 // Milliseconds of a rest, and without a byte after which a reply is taken as complete.
 constexpr int kLongestRest = 10;
 constexpr int kQuiet = 2;
-// The usual size of a receive buffer. Bytes beyond it that nobody reads are dropped.
+// The usual size of a receive buffer. Bytes that do not fit into it are dropped.
 constexpr qint64 kReceiveBuffer = 1024;
 // The most bytes of one read, because a device may never stop sending.
 constexpr qsizetype kMostInput = qsizetype{64} * 1024;
