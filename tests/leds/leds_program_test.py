@@ -273,6 +273,10 @@ class Terminal(unittest.TestCase):
         self.seen += part
         return bool(part)
 
+    def is_stopped(self):
+        stat = pathlib.Path(f"/proc/{self.pid}/stat").read_text(encoding="utf-8")
+        return stat.rpartition(")")[2].split()[0] == "T"
+
     def test_every_signal_gives_the_screen_back(self):
         for number, code in ((signal.SIGINT, 0), (signal.SIGTERM, 0), (signal.SIGHUP, 0),
                              (signal.SIGSEGV, signal.SIGSEGV), (signal.SIGABRT, signal.SIGABRT)):
@@ -290,7 +294,7 @@ class Terminal(unittest.TestCase):
     def test_a_stop_gives_the_screen_back_and_takes_it_again(self):
         self.begin()
         os.kill(self.pid, signal.SIGTSTP)
-        self.see(lambda: self.seen.endswith(self.LEAVE))
+        self.see(lambda: self.is_stopped() and self.seen.endswith(self.LEAVE))
         stopped = len(self.seen)
         os.kill(self.pid, signal.SIGCONT)
         self.see(lambda: re.search(rb"frames/s", self.seen[stopped:]))
