@@ -9,6 +9,8 @@ SHA-256 of their bytes.
 
 Spectra have 512 magnitudes, each a whole number of 65536ths, so that they are the same in every language:
   zeros, ones, huge; bin N: one magnitude of 1; low, mid, high: only a third of the bins; ramp, fall;
+  tail K: in the 28th band of thirty, K 65536ths and then a 33,554,432nd part of it in each bin, which is lost in a sum
+  of single precision;
   noise SEED SHIFT: a linear congruential generator, divided by 2 to the power of SHIFT.
 """
 import hashlib
@@ -27,6 +29,9 @@ def noise(seed, shift):
     return values
 
 
+# With these the sum of double precision would be rounded to another brightness.
+TAILS = (4862, 6515, 10031, 10201, 17273, 19096, 22002, 29004, 30757, 39282, 40975, 43758)
+
 SPECTRA = {
     "zeros": [0] * BINS,
     "ones": [WHOLE] * BINS,
@@ -37,6 +42,7 @@ SPECTRA = {
     "ramp": [i * 7 for i in range(BINS)],
     "fall": [(BINS - i) * 40 for i in range(BINS)],
     **{f"bin:{n}": [WHOLE if i == n else 0 for i in range(BINS)] for n in (0, 1, 2, 11, 12, 23, 255, 511)},
+    **{f"tail:{k}": [k if i == 407 else k / 2**25 if i > 407 else 0 for i in range(BINS)] for k in TAILS},
     **{f"noise:{seed}:{shift}": noise(seed, shift) for seed, shift in ((1, 0), (2, 3), (3, 6), (4, 8), (5, 10))},
 }
 

@@ -122,6 +122,12 @@ float ThirdOf(int i, int from, int to) {
     return i >= from && i < to ? 21845.0F / 65536.0F : 0.0F;
 }
 
+// A number of 65536ths in the first bin of the 28th band of thirty, and 2 to the power of -25 of it in the
+// others.
+float TailOf(int i, float whole) {
+    return i < 407 ? 0.0F : i == 407 ? whole / 65536.0F : whole / 65536.0F / 33554432.0F;
+}
+
 std::uint32_t Next(std::uint32_t state) {
     return (1103515245U * state + 12345U) & 0x7FFFFFFFU;
 }
@@ -141,6 +147,7 @@ Magnitudes Made(const QStringList& words) {
             : kind == u"ramp"  ? static_cast<float>(i * 7) / 65536.0F
             : kind == u"fall"  ? static_cast<float>((512 - i) * 40) / 65536.0F
             : kind == u"bin"   ? (i == words[1].toInt() ? 1.0F : 0.0F)
+            : kind == u"tail"  ? TailOf(i, words[1].toFloat())
             : kind == u"noise" ? static_cast<float>((state >> 15) >> words[2].toUInt()) / 65536.0F
                                : 0.0F;
     }
