@@ -1,6 +1,6 @@
 #!/bin/sh
 # Runs what takes too long for every change: all tests, a minute of each fuzzer, random sessions under the sanitizers,
-# the memory of the real window, and the unit tests and the real jukebox under ThreadSanitizer.
+# the memory of the real window, the light show, and the unit tests and the real jukebox under ThreadSanitizer.
 # nightly.sh [MINUTES] runs each fuzzer for that many minutes. Requirements: those of ./test.sh and tools/fuzz.sh.
 set -eu
 cd "$(dirname "$0")/.."
@@ -11,6 +11,8 @@ tools/fuzz.sh "${1:-1}"
 QT_QPA_PLATFORM=offscreen \
     python3 tests/sessions/soak.py --console build/sanitize/vantorix-console --work build/sanitize/tests/soak \
     --commands 200000 --run 2000 --dialogs 3 --megabytes 1000
+# A minute of the light show, and its device unplugged a thousand times.
+VANTORIX_LEDS_SECONDS=60 VANTORIX_LEDS_PULLS=1000 tests/desktop/pulse.sh run python3 -B tests/desktop/leds_desktop_test.py
 # Few coins keep the queue short, so that its entries take little memory.
 tools/soak_window.py --minutes 12 --settle 6 --coins 0.5 --limit 12
 
@@ -22,5 +24,5 @@ tools/build.sh thread build/thread
 VANTORIX_PATIENCE=300 G_SLICE=always-malloc \
     TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:die_after_fork=0:report_thread_leaks=0:exitcode=66:atexit_sleep_ms=0" setarch -R \
     ctest --test-dir build/thread --output-on-failure --no-tests=error --timeout 1800 \
-    -R '^(core|platform|imaging|state|settings|theme|library|playback|rendering|dialogs|interaction|shell|cabinet|desktop)/' \
-    -E 'GstreamerSound|desktop/(heard|start|story|keyboard)'
+    -R '^(core|platform|imaging|state|settings|theme|library|playback|lightshow|rendering|dialogs|interaction|shell|cabinet|leds|desktop)/' \
+    -E 'GstreamerSound|desktop/(heard|leds|start|story|keyboard)'

@@ -1,7 +1,11 @@
 // Tests of the judge of the wire.
 #include "app/leds/judge.h"
+#include "app/leds/strip.h"
+#include "app/leds/wire_reader.h"
 
 #include <gtest/gtest.h>
+
+#include <random>
 
 namespace {
 
@@ -105,6 +109,33 @@ TEST_F(JudgeTest, CommandsMayComeInsideAFrame) {
     judge.Take(Command::kNormal);
     EXPECT_FALSE(judge.Take(Led(2, true)));
     EXPECT_EQ(judge.Frames(), 1U);
+}
+
+// Random bytes, most of them from the messages' own characters, never crash and never count as a frame by
+// accident.
+TEST(Judge, AnyBytesAreTaken) {
+    constexpr std::string_view kCharacters = "AT+BR-IT0123456789ABCDEF0000\r\n";
+    std::minstd_rand dice(11);
+    Judge judge(true);
+    Strip strip;
+    std::uint64_t lines = 0;
+    WireReader reader([&](std::string_view line, std::uint64_t) {
+        const Message message = ReadMessage(line);
+        judge.Take(message);
+        strip.Take(message, Time());
+        std::string back;
+        EXPECT_TRUE(Unescape(Escaped(line), back));
+        EXPECT_EQ(back, line);
+        ++lines;
+    });
+    for (int i = 0; i < 300'000; ++i) {
+        const auto number = dice();
+        const char c = number % 50 == 0 ? static_cast<char>(number >> 8)
+                                        : kCharacters[(number >> 8) % kCharacters.size()];
+        reader.Take(std::string_view(&c, 1));
+    }
+    EXPECT_GT(lines, 1000U);
+    EXPECT_LE(strip.Shown(Time()).size(), 256U);
 }
 
 TEST_F(JudgeTest, TheWireMayBeClosedInsideAFrameOnlyInFreeRunningMode) {
