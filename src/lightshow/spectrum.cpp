@@ -196,10 +196,10 @@ void UpdateSpectrum(Form_Main& form) {
 }
 
 void tmrSpectrum_Timer(Form_Main& form) {
-    if (form.lights.TickRuns || form.MSComm1.IsBehind()) {
+    if (form.lights.tickRuns || form.MSComm1.IsBehind()) {
         return;
     }
-    form.lights.TickRuns = true;
+    form.lights.tickRuns = true;
     UpdateSpectrum(form);
-    form.lights.TickRuns = false;
+    form.lights.tickRuns = false;
 }

@@ -19,5 +19,5 @@ struct LightShowState {
     // Phase added to each lamp's hue; nothing changes it.
     Integer16 SpectrumHueOffset;
     // A tick is being sent; its event points drop further ticks.
-    bool TickRuns = false;
+    bool tickRuns = false;
 };

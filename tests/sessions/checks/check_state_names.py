@@ -34,6 +34,7 @@ CALLED = {
     "playlistTexts": None,  # measured texts, no variable
     "playlistHilightTexts": None,  # measured texts, no variable
     "pictureQueue": None,  # pictures still being read, no variable
+    "tickRuns": None,  # whether a tick of the light show is being sent, no variable
     "ZoneListPage": None,  # shown as ZoneListPageX, ZoneListPageY, ZoneListPageWidth and ZoneListPageHeight
 }
 
