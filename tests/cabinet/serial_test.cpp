@@ -374,6 +374,28 @@ TEST_F(SerialTest, ALineThatIsClosedIsNotBehindAndDoesNotRest) {
     EXPECT_FALSE(line.IsBehind());
 }
 
+TEST_F(SerialTest, ADeviceThatHangsUpIsNoLongerWatched) {
+    Open();
+    controller.Vanish();
+    QElapsedTimer time;
+    time.start();
+    while (line.IsOpen() && time.elapsed() < 5000) {
+        QCoreApplication::processEvents();
+    }
+    EXPECT_FALSE(line.IsOpen());
+    line.AwaitInput();
+    EXPECT_FALSE(line.IsBehind());
+    try {
+        line.Output("AT+R-1\r\n");
+        FAIL();
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number, 8018);
+        EXPECT_TRUE(
+            error.detail.contains(QStringLiteral("COM3, ") + controller.device + QStringLiteral(" has gone")))
+            << error.detail.toStdString();
+    }
+}
+
 TEST_F(SerialTest, ADeviceThatGoesAwayIsAnErrorOfTheNextWrite) {
     Open();
     controller.Vanish();

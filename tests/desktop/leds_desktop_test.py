@@ -215,6 +215,18 @@ class Misbehaving(LedsDesk):
         self.ends_by_signal()
         wire.see(b"AT+R-1")
 
+    def test_a_device_that_goes_while_nothing_is_sent_takes_no_time(self):
+        wire = self.wire()
+        self.start_and_see()
+        wire.pull()
+        begin, cpu = time.monotonic(), cpu_seconds(self.jukebox.pid)
+        desk.wait_until(lambda: time.monotonic() - begin > 2, "two seconds")
+        self.assertLess((cpu_seconds(self.jukebox.pid) - cpu) / 2, 0.05 * SLOWNESS)
+        self.confirm()
+        desk.wait_until(lambda: "8018" in self.told(), "the error of the first command")
+        self.signal()
+        self.assert_ends(1)
+
     def test_a_reply_in_single_bytes_among_others_starts_the_track(self):
         wire = self.wire(answers=False)
         self.start_and_see()

@@ -50,6 +50,24 @@ qsizetype WaitingInDriver(int descriptor) {
 QSerialPortLine::QSerialPortLine(std::map<int, QString> devices, QString appFolder, Log log)
     : devices_(std::move(devices)), appFolder_(std::move(appFolder)), log_(std::move(log)) {
     port_.setReadBufferSize(kReceiveBuffer);
+    // Queued, because the port must not be closed while it reports the error.
+    QObject::connect(
+        &port_, &QSerialPort::errorOccurred, &port_, [this] { CloseIfGone(); }, Qt::QueuedConnection);
+}
+
+// The toolkit continues to watch a device that has hung up, which takes a whole core. The next write reports
+// it.
+void QSerialPortLine::CloseIfGone() {
+    if (!port_.isOpen()) {
+        return;
+    }
+    pollfd line = {static_cast<int>(port_.handle()), 0, 0};
+    if (poll(&line, 1, 0) > 0 && (line.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0) {
+        gone_ = QStringLiteral("the device has hung up");
+        writable_.reset();
+        queue_.Clear();
+        port_.close();
+    }
 }
 
 QString QSerialPortLine::DeviceOf(int number) const {
@@ -115,6 +133,7 @@ void QSerialPortLine::Apply(const SerialSettings& settings) {
 }
 
 void QSerialPortLine::Close() {
+    gone_.clear();
     if (!port_.isOpen()) {
         return;
     }
@@ -138,23 +157,24 @@ void QSerialPortLine::SendRest() {
 }
 
 void QSerialPortLine::DeviceGone(const QString& reason) {
-    writable_.reset();
     queue_.Clear();
-    port_.close();
+    Close();
     throw RunTimeError(kPortNotOpen, QStringLiteral("%1 has gone: %2").arg(name_, reason));
 }
 
 void QSerialPortLine::Output(const QByteArray& bytes) {
+    if (port_.isOpen() && gone_.isEmpty()) {
+        DropStalled();
+        if (!queue_.Add(bytes, Now())) {
+            TellDropped();
+        }
+        Send();
+    }
+    if (!gone_.isEmpty()) {
+        DeviceGone(std::exchange(gone_, QString()));
+    }
     if (!port_.isOpen()) {
         throw RunTimeError(kPortNotOpen, QStringLiteral("the serial port is closed: nothing can be sent"));
-    }
-    DropStalled();
-    if (!queue_.Add(bytes, Now())) {
-        TellDropped();
-    }
-    Send();
-    if (!gone_.isEmpty()) {
-        DeviceGone(gone_);
     }
 }
 

@@ -37,6 +37,7 @@ private:
     void Apply(const SerialSettings& settings);
     void Send();
     void SendRest();
+    void CloseIfGone();
     void DropStalled();
     void TellDropped();
     [[noreturn]] void DeviceGone(const QString& reason);
@@ -48,7 +49,7 @@ private:
     OutputQueue queue_;
     // Wakes the event loop when the device accepts more; enabled while messages wait.
     std::unique_ptr<QSocketNotifier> writable_;
-    // Why a write failed; empty while none has.
+    // Why the device has gone, until a write reports it; empty while it is there.
     QString gone_;
     // Logged once, until everything has been sent again.
     bool dropped_ = false;
