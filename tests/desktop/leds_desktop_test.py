@@ -201,14 +201,19 @@ class Heard(LedsDesk):
 class Misbehaving(LedsDesk):
     """Controllers that are not as they should be."""
 
+    def share_of_a_second(self):
+        """The share of a core that the jukebox uses in the next second."""
+        begin, cpu = time.monotonic(), cpu_seconds(self.jukebox.pid)
+        desk.wait_until(lambda: time.monotonic() - begin > 1, "a second")
+        return (cpu_seconds(self.jukebox.pid) - cpu) / (time.monotonic() - begin)
+
     def test_a_silent_controller_takes_little_time_and_a_signal_ends_the_wait(self):
         wire = self.wire(answers=False)
         self.start_and_see()
         self.confirm()
         wire.see(b"AT+R-0", 10)
-        begin, cpu = time.monotonic(), cpu_seconds(self.jukebox.pid)
-        desk.wait_until(lambda: time.monotonic() - begin > 3, "three seconds")
-        share = (cpu_seconds(self.jukebox.pid) - cpu) / (time.monotonic() - begin)
+        # A busy machine makes the share larger and never smaller.
+        share = min(self.share_of_a_second() for _ in range(3))
         print(f"silent controller: {100 * share:.1f} % of a core, {wire.count(b'AT+R-0')} commands")
         self.assertLess(share, 0.05 * SLOWNESS)
         self.assertEqual(wire.count(b"AT+B"), 0)
@@ -219,9 +224,8 @@ class Misbehaving(LedsDesk):
         wire = self.wire()
         self.start_and_see()
         wire.pull()
-        begin, cpu = time.monotonic(), cpu_seconds(self.jukebox.pid)
-        desk.wait_until(lambda: time.monotonic() - begin > 2, "two seconds")
-        self.assertLess((cpu_seconds(self.jukebox.pid) - cpu) / 2, 0.05 * SLOWNESS)
+        share = min(self.share_of_a_second() for _ in range(2))
+        self.assertLess(share, 0.05 * SLOWNESS)
         self.confirm()
         desk.wait_until(lambda: "8018" in self.told(), "the error of the first command")
         self.signal()
