@@ -2,5 +2,4 @@
 # Installs the libraries and the player that vantorix-bench compares ours with. It builds without them and leaves out those
 # that pkg-config does not find.
 set -eu
-apt-get install -y --no-install-recommends libinih-dev libsimpleini-dev libicu-dev libpng-dev libspng-dev libstb-dev libtag1-dev mpv pkg-config
-apt-get install -y --no-install-recommends libfftw3-dev libinih-dev libsimpleini-dev libicu-dev libpng-dev libspng-dev libstb-dev libtag1-dev pkg-config
+apt-get install -y --no-install-recommends libfftw3-dev libinih-dev libsimpleini-dev libicu-dev libpng-dev libspng-dev libstb-dev libtag1-dev mpv pkg-config

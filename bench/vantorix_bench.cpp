@@ -18,8 +18,8 @@
 namespace {
 
 constexpr char kUsage[] =
-    "vantorix-bench HOME_FOLDER DEMO_FOLDER [ini|list|png|tags|frame|queue|turn|dialog|start|video]...\n"
-    "vantorix-bench HOME_FOLDER DEMO_FOLDER [ini|list|png|tags|frame|queue|turn|dialog|leds|start]...\n"
+    "vantorix-bench HOME_FOLDER DEMO_FOLDER "
+    "[ini|list|png|tags|frame|queue|turn|dialog|leds|start|video]...\n"
     "  the folders home/ and demo/ of the repository; without a word every row is measured\n";
 
 } // namespace
