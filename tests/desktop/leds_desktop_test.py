@@ -6,6 +6,7 @@ import math
 import os
 import random
 import re
+import shutil
 import signal
 import subprocess
 import time
@@ -115,6 +116,20 @@ class Simulated(LedsDesk):
         sent = self.sent()
         self.assertTrue(sent.startswith("AT+R-0\\r\\n"), "the command comes before the first frame")
         self.assertTrue(sent.endswith("AT+R-1\\r\\n"), "the last message frees the controller")
+
+    def test_a_video_frees_the_controller(self):
+        self.track.unlink()
+        shutil.copy(desk.ROOT / "tests" / "sessions" / "media" / "wide_film.avi", self.music / "film.avi")
+        leds = self.begin("--check")
+        self.start_and_see()
+        self.confirm()
+        desk.wait_until(lambda: "AT+R-1" in self.sent(), "the command at the start of the video")
+        time.sleep(0.5)
+        self.assertEqual(self.sent(), "AT+R-1\\r\\n", "the light show is off")
+        self.ends_by_signal()
+        leds.send_signal(signal.SIGTERM)
+        self.assertEqual(leds.wait(desk.PATIENCE), 0, self.output.read_text())
+        self.assertEqual(self.sent(), "AT+R-1\\r\\n" * 2)
 
     def sent(self):
         """What has been recorded, without the times."""
