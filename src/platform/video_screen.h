@@ -44,7 +44,7 @@ struct VideoScreen {
     virtual void Attach(VideoPictures& pictures) = 0;
     // Removes the pictures from the screen. Does nothing when others are attached by now.
     virtual void Detach(VideoPictures& pictures) = 0;
-    // Takes the pictures anew: the video was started, halted or moved to another position.
+    // Calls TakeDue again soon: the video was started or moved to another position.
     virtual void Wake() = 0;
     // Places the pictures in a rectangle of their owner: "Picture_Main" (the frame), "Picture_MainVideo" (the
     // surface over the main window) or "Picture_Video" (the second window).

@@ -29,6 +29,15 @@ TONE_LED = b"AT+B-0E"
 DARK = b"000000"
 
 
+def write_wave(path, samples):
+    """Writes 16-bit stereo samples to a WAV file."""
+    with wave.open(str(path), "wb") as file:
+        file.setnchannels(2)
+        file.setsampwidth(2)
+        file.setframerate(sound.RATE)
+        file.writeframes(samples)
+
+
 def write_music(path, seconds):
     """Writes a second of rising and falling tones, again and again."""
     second = array.array("h")
@@ -37,11 +46,7 @@ def write_music(path, seconds):
         tones = math.sin(220 * turn) + math.sin(1000 * turn) * math.sin(turn) + math.sin(5000 * turn) * math.cos(turn)
         sample = round(5000 * tones)
         second.extend((sample, sample))
-    with wave.open(str(path), "wb") as file:
-        file.setnchannels(2)
-        file.setsampwidth(2)
-        file.setframerate(sound.RATE)
-        file.writeframes(second.tobytes() * seconds)
+    write_wave(path, second.tobytes() * seconds)
 
 
 def write_bursts(path, seconds):
@@ -51,11 +56,7 @@ def write_bursts(path, seconds):
     for i in range(half):
         sample = round(16000 * math.sin(2 * math.pi * 1000 * i / sound.RATE))
         second.extend((sample, sample))
-    with wave.open(str(path), "wb") as file:
-        file.setnchannels(2)
-        file.setsampwidth(2)
-        file.setframerate(sound.RATE)
-        file.writeframes(second.tobytes() * seconds)
+    write_wave(path, second.tobytes() * seconds)
 
 
 class LedsDesk(desk.DeskTest):

@@ -24,5 +24,5 @@ struct ShownVideo {
     QRect Target() const;
 };
 
-// Paints the part of a video that lies in the region. The region is left as the painter's clip.
+// Paints the part of a video that is inside the region, and may set the painter's clip.
 void PaintVideo(QPainter& painter, const ShownVideo& video, const QRegion& region);
