@@ -20,6 +20,8 @@ namespace {
 constexpr int kSmallestMapping = 1 << 20;
 // Free memory that is kept at the top of a heap, so that smaller buffers do not move the top with every call.
 constexpr int kKeptAtTop = 4 << 20;
+// Heaps that the threads share.
+constexpr int kMostHeaps = 2;
 
 bool IsPrivateFolder(const QByteArray& path) {
     struct stat status = {};
@@ -58,10 +60,13 @@ void OnToolkitMessage(QtMsgType type, const QMessageLogContext& /*context*/, con
 // By default every freed mapping of up to 32 MB raises the threshold to its own size. After one large
 // picture, all later ones of that size and below come from a heap. There they leave holes between small
 // blocks that live longer, and up to 64 MB of free memory stay at the top: 31 MB after a single page of large
-// covers. Setting a threshold switches this adjustment off. If a setting is refused, nothing changes.
+// covers. Setting a threshold switches this adjustment off. Threads get up to eight heaps for each core by
+// default, and every video starts several threads: after dozens of videos each heap has grown to the needs of
+// the largest decoder. If a setting is refused, nothing changes.
 void TuneAllocator() {
     mallopt(M_MMAP_THRESHOLD, kSmallestMapping);
     mallopt(M_TRIM_THRESHOLD, kKeptAtTop);
+    mallopt(M_ARENA_MAX, kMostHeaps);
 }
 
 void PinEnvironment() {
