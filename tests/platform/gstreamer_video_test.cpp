@@ -174,6 +174,43 @@ TEST_F(GstreamerVideo, ASeekContinuesThere) {
     ASSERT_TRUE(PlaysToItsEnd());
 }
 
+TEST_F(GstreamerVideo, TheFirstPictureAfterASeekWaitsForItsSound) {
+    QString reason;
+    VideoPlayback playback(VideoReader::Open(MadeFile("film50.avi"), reason, false));
+    playback.Run();
+    EXPECT_TRUE(playback.TakeDue(0)) << "the first picture of a video is shown at once";
+    ASSERT_TRUE(playback.BeginSeek(kFramesPerSecond));
+    playback.Seek();
+    EXPECT_FALSE(playback.TakeDue(0));
+    EXPECT_GT(playback.NextDueIn(0).value_or(0), 0);
+    std::vector<std::int32_t> sums(std::size_t{2} * 441);
+    playback.Mix(sums, 3000);
+    EXPECT_FALSE(playback.TakeDue(2999));
+    EXPECT_TRUE(playback.TakeDue(3000));
+    ASSERT_TRUE(playback.BeginSeek(kFramesPerSecond / 2));
+    playback.Halt();
+    playback.Seek();
+    EXPECT_TRUE(playback.TakeDue(3001)) << "no sound is awaited during a pause";
+}
+
+// The file would not be read on while the first picture is kept.
+TEST_F(GstreamerVideo, AfterASeekPicturesThatNobodyTakesAreDropped) {
+    QString reason;
+    VideoPlayback playback(VideoReader::Open(MadeFile("film50.avi"), reason, false));
+    playback.Run();
+    ASSERT_TRUE(playback.BeginSeek(kFramesPerSecond / 4));
+    playback.Seek();
+    std::int64_t mixed = 0;
+    EXPECT_TRUE(Eventually(
+        [&] {
+            std::vector<std::int32_t> sums(std::size_t{2} * 441);
+            playback.Mix(sums, mixed);
+            mixed += 441;
+            return playback.Counts().dropped > 10;
+        },
+        15));
+}
+
 TEST_F(GstreamerVideo, ASeekWhilePausedShowsThePictureOfItsTime) {
     Start(MadeFile("film50.avi"));
     ASSERT_TRUE(PlaysUntil([&] { return video->CurrentPosition() > 0.3; }));

@@ -65,6 +65,11 @@ std::int64_t VideoPlayback::HeardAt(std::int64_t heardFrame) const {
     return position_;
 }
 
+// Whether sound of the time since the last seek is heard.
+bool VideoPlayback::IsHeard(std::int64_t heardFrame) const {
+    return periodCount_ > periods_.size() || (periodCount_ > 0 && heardFrame >= periods_.front().first);
+}
+
 bool VideoPlayback::BeginSeek(std::int64_t frame) {
     const std::lock_guard lock(mutex_);
     const bool untouched = frame == 0 && position_ == 0 && !seeking_ && !ended_;
@@ -82,6 +87,7 @@ bool VideoPlayback::BeginSeek(std::int64_t frame) {
     starved_ = 0;
     ended_ = false;
     showFirst_ = true;
+    firstAwaitsSound_ = running_;
     return !std::exchange(seeking_, true);
 }
 
@@ -101,6 +107,7 @@ void VideoPlayback::Seek() {
 std::optional<VideoPicture> VideoPlayback::TakeDue(std::int64_t heardFrame) {
     const std::lock_guard lock(mutex_);
     const std::int64_t now = HeardAt(heardFrame);
+    firstAwaitsSound_ = firstAwaitsSound_ && running_ && !IsHeard(heardFrame);
     CollectPictures(now);
     if (!due_) {
         return std::nullopt;
@@ -116,6 +123,15 @@ std::optional<VideoPicture> VideoPlayback::TakeDue(std::int64_t heardFrame) {
     return picture.picture;
 }
 
+// A picture that is not the first is due at its time. After a seek the output still plays what was mixed
+// before it, so the first picture is due when that has been heard.
+bool VideoPlayback::IsDue(const TimedPicture& picture, std::int64_t now) const {
+    if (!showFirst_) {
+        return picture.begin <= now;
+    }
+    return !firstAwaitsSound_ || position_ - picture.begin > kForgottenAfter;
+}
+
 // Keeps the latest picture that is due.
 void VideoPlayback::CollectPictures(std::int64_t now) {
     while (!seeking_) {
@@ -128,7 +144,7 @@ void VideoPlayback::CollectPictures(std::int64_t now) {
             continue;
         }
         lastEnd_ = std::max(lastEnd_, next_->end);
-        if (!showFirst_ && next_->begin > now) {
+        if (!IsDue(*next_, now)) {
             return;
         }
         counts_.dropped += due_ ? 1 : 0;
@@ -142,8 +158,9 @@ std::optional<std::int64_t> VideoPlayback::NextDueIn(std::int64_t heardFrame) {
     if (ended_ || (!running_ && !showFirst_)) {
         return std::nullopt;
     }
-    constexpr std::int64_t kNotDecodedYet = kFramesPerSecond / 250;
-    return next_ && running_ ? std::max<std::int64_t>(next_->begin - HeardAt(heardFrame), 0) : kNotDecodedYet;
+    constexpr std::int64_t kLookAgain = kFramesPerSecond / 250;
+    const bool isKnown = next_ && running_ && !showFirst_;
+    return isKnown ? std::max<std::int64_t>(next_->begin - HeardAt(heardFrame), 0) : kLookAgain;
 }
 
 QSize VideoPlayback::Shape() {

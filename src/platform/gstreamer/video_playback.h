@@ -57,6 +57,8 @@ private:
 
     std::int64_t KnownLength();
     std::int64_t HeardAt(std::int64_t heardFrame) const;
+    bool IsHeard(std::int64_t heardFrame) const;
+    bool IsDue(const TimedPicture& picture, std::int64_t now) const;
     void CollectPictures(std::int64_t now);
     std::int64_t Take(std::span<std::int32_t> sums);
     bool FindSound();
@@ -87,8 +89,9 @@ private:
     // The next picture, and the one that is due but has not been taken yet.
     std::optional<TimedPicture> next_;
     std::optional<TimedPicture> due_;
-    // The first picture after opening and after a seek is shown whatever the clock says.
+    // The first picture after opening and after a seek is shown even if its time is not the clock's.
     bool showFirst_ = true;
+    bool firstAwaitsSound_ = false;
     bool dueIsFirst_ = false;
     QSize shape_;
     VideoCounts counts_;
