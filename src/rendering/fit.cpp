@@ -118,7 +118,7 @@ void PlaceVideoSurface(Form_Main& form) {
         // One would expect the height to be set; cabinets are set up with this behaviour.
         video.Width = VideoPlace(form, u"VideoPositionHeight", form.settings.VideoPositionHeight, 0);
     }
-    form.windows.PlaceVideoSurface(QRect(video.Left, video.Top, video.Width, video.Height));
+    form.windows.PlaceVideoSurface(video.Rectangle());
 }
 
 void PrepareCaches(Form_Main& form) {

@@ -42,7 +42,7 @@ int Rest(int start, int length, int position, int otherwise) {
     return held ? length - (position - start) : otherwise;
 }
 
-QRect ConfiguredPlace(const Form_Main& form) {
+WindowPlace ConfiguredPlace(const Form_Main& form) {
     const SettingsState& settings = form.settings;
     const QRect primary = PrimaryScreen(form);
     const int left = ConfigPixels(form, u"VideoPositionLeft", settings.VideoPositionLeft);
@@ -53,7 +53,7 @@ QRect ConfiguredPlace(const Form_Main& form) {
                               Rest(monitor.left(), monitor.width(), left, primary.width()));
     const int height = PlaceOr(form, u"VideoPositionHeight", settings.VideoPositionHeight,
                                Rest(monitor.top(), monitor.height(), top, primary.height()));
-    return {left, top, std::max(width, 0), std::max(height, 0)};
+    return {left, top, std::max(width, 0), std::max(height, 0), false};
 }
 
 // Deliberate D-160: a video at the exact width of the screen plays in a window that is not shown. One would
@@ -83,21 +83,21 @@ void LoadVideoForm(Form_Main& form) {
     if (form.shell.videoFormLoaded) {
         return;
     }
-    const QRect place = ConfiguredPlace(form);
+    const WindowPlace place = ConfiguredPlace(form);
     const auto where = [&] {
         return ConfigPlace(form, u"Main", u"VideoPositionWidth") + QStringLiteral(" and VideoPositionHeight");
     };
-    TellingWhere(where, [&] { Resize(form.frame.Picture_Video, place.width(), place.height()); });
-    form.shell.Form_Video = {place.left(), place.top(), place.width(), place.height(), false};
+    TellingWhere(where, [&] { Resize(form.frame.Picture_Video, place.Width, place.Height); });
+    form.shell.Form_Video = place;
     form.shell.videoFormLoaded = true;
-    LogUnseenPlace(form, place.left());
+    LogUnseenPlace(form, place.Left);
 }
 
 void ShowVideoForm(Form_Main& form) {
     LoadVideoForm(form);
     WindowPlace& place = form.shell.Form_Video;
     place.Visible = true;
-    form.windows.ShowVideoWindow(true, QRect(place.Left, place.Top, place.Width, place.Height));
+    form.windows.ShowVideoWindow(true, place.Rectangle());
 }
 
 // Deliberate D-162: after this, videos on the second monitor play unseen until the program starts again or

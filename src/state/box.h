@@ -3,7 +3,10 @@
 
 #include "core/integer.h"
 
+#include <QRect>
 #include <QString>
+
+#include <algorithm>
 
 // The top left corner of a block of the theme.
 struct Corner16 {
@@ -33,4 +36,12 @@ struct WindowPlace {
     int Width = 0;
     int Height = 0;
     bool Visible = false;
+
+    // The place as a rectangle. The toolkit computes the far edges of one in 32 bits, so what is further away
+    // than any screen is moved nearer.
+    QRect Rectangle() const {
+        static constexpr int kFurthest = 1 << 28;
+        const auto near = [](int value) { return std::clamp(value, -kFurthest, kFurthest); };
+        return {near(Left), near(Top), near(Width), near(Height)};
+    }
 };

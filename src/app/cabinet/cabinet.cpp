@@ -168,8 +168,7 @@ void Cabinet::Log(const QString& text) {
 
 void Cabinet::Start() {
     Form_Load(form_);
-    const WindowPlace& place = form_.shell.MainWindow;
-    windows_.ShowMainWindow(QRect(place.Left, place.Top, place.Width, place.Height));
+    windows_.ShowMainWindow(form_.shell.MainWindow.Rectangle());
 }
 
 int Cabinet::Live() {

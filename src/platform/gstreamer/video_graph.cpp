@@ -124,8 +124,10 @@ void VideoGraph::SetCurrentPosition(double seconds) {
 }
 
 void VideoGraph::Place(const QString& owner, int left, int top, int width, int height) {
-    place_ = QSize(width, height);
-    surroundings_.screen.Place(owner, QRect(left, top, width, height));
+    // Larger surfaces than any screen would overflow the toolkit's sums.
+    constexpr int kLargest = 1 << 28;
+    place_ = QSize(std::min(width, kLargest), std::min(height, kLargest));
+    surroundings_.screen.Place(owner, QRect(QPoint(left, top), place_));
 }
 
 int VideoGraph::Height() {
