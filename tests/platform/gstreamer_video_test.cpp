@@ -249,6 +249,27 @@ TEST_F(GstreamerVideo, ManySeeksAtOnceEndAtTheLast) {
     ASSERT_TRUE(PlaysToItsEnd());
 }
 
+// The window shows a picture for as long as it likes, also while the file is read at another place.
+TEST_F(GstreamerVideo, APictureMayBeKeptDuringASeek) {
+    int complaints = 0;
+    const guint handler = g_log_set_handler(
+        "GStreamer", G_LOG_LEVEL_CRITICAL,
+        [](const gchar*, GLogLevelFlags, const gchar*, gpointer count) { ++*static_cast<int*>(count); },
+        &complaints);
+    for (const char* name : {"film25.avi", "film_mpeg1.mpg", "film50.avi"}) {
+        QString reason;
+        const std::unique_ptr<VideoReader> owned = VideoReader::Open(MadeFile(name), reason, false);
+        VideoReader& reader = *owned;
+        const std::optional<TimedPicture> kept = reader.NextPicture();
+        ASSERT_TRUE(kept);
+        for (int i = 0; i < 20; ++i) {
+            EXPECT_TRUE(reader.Seek(kFramesPerSecond / 20 * (i % 15), false)) << name;
+        }
+    }
+    g_log_remove_handler("GStreamer", handler);
+    EXPECT_EQ(complaints, 0);
+}
+
 TEST_F(GstreamerVideo, TimesOutsideAreMovedToTheNearerEnd) {
     Start(MadeFile("film25.avi"));
     video->Pause();

@@ -39,8 +39,8 @@ GstClockTime StreamTimeOf(GstSample* sample) {
                                       GST_BUFFER_PTS(buffer));
 }
 
-// A decoded picture that is shown without copying it. It keeps the buffer and not the sample, which the sink
-// uses again.
+// A decoded picture that is shown without copying it. It keeps the buffer, not the sample: the sink
+// changes its sample during a seek and complains if it has another owner.
 struct MappedPicture {
     MappedPicture() = default;
     ~MappedPicture() {
