@@ -141,6 +141,7 @@ class Simulated(LedsDesk):
         return len(re.findall(r"AT\+B-1D[0-9A-F]{6}00\\r\\n", self.sent()))
 
 
+@unittest.skipIf(SLOWNESS > 1, "a sanitizer makes the jukebox slower than what is measured")
 class Heard(LedsDesk):
     def test_a_tone_lights_its_led_when_it_is_heard_and_a_pause_darkens_it(self):
         write_bursts(self.track, 30)
