@@ -151,13 +151,16 @@ TEST_F(MainWindowTest, ASmallVideoKeepsItsProportionsAndLeavesTheFrameAroundIt) 
     EXPECT_EQ(Shown(60, 96), kRed);
 }
 
-TEST_F(MainWindowTest, ASmallVideoThatIsHighIsCentredAcross) {
+TEST_F(MainWindowTest, ASmallVideoThatIsHighIsCentredAcrossWithBlackBesideIt) {
     window.Refresh(Frame(320, 240, kRed), 0, 0);
     window.SetVideo(Video(Frame(10, 20, kBlue), QRect(100, 40, 100, 80), ShownVideo::Look::kSmall));
-    EXPECT_EQ(Shown(129, 60), kRed);
+    EXPECT_EQ(Shown(99, 60), kRed);
+    EXPECT_EQ(Shown(100, 60), kBlack);
+    EXPECT_EQ(Shown(129, 60), kBlack);
     EXPECT_EQ(Shown(130, 60), kBlue);
     EXPECT_EQ(Shown(169, 119), kBlue);
-    EXPECT_EQ(Shown(170, 60), kRed);
+    EXPECT_EQ(Shown(199, 60), kBlack);
+    EXPECT_EQ(Shown(200, 60), kRed);
 }
 
 TEST_F(MainWindowTest, AFullVideoHasBlackAround) {

@@ -226,10 +226,13 @@ class Views(VideoTest):
         self.assert_no_errors()
 
     def see_only_video_in(self, block, small):
-        """Checks that the command block is unchanged around the video."""
+        """Checks that the video has black beside it, and that the command block is unchanged around both."""
         pixels = self.pixels(*BLOCK)
-        outside = [pixels[i] == block[i] or self.inside(i, small) for i in range(len(pixels))]
+        strip = (SMALL[0], small[1], SMALL[2], small[3])
+        outside = [pixels[i] == block[i] or self.inside(i, strip) for i in range(len(pixels))]
         self.assertTrue(all(outside), f"{outside.count(False)} pixels of the command block have changed")
+        beside = [pixels[i] for i in range(len(pixels)) if self.inside(i, strip) and not self.inside(i, small)]
+        self.assertEqual(beside.count(0), len(beside), "something besides black is beside the video")
 
     @staticmethod
     def inside(i, place):

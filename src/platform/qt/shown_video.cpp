@@ -12,7 +12,8 @@ QRect ShownVideo::Target() const {
 }
 
 QRect ShownVideo::Covered() const {
-    return look == Look::kFull ? place : Target();
+    const QRect target = Target();
+    return look == Look::kFull ? place : QRect(place.left(), target.top(), place.width(), target.height());
 }
 
 void PaintVideo(QPainter& painter, const ShownVideo& video, const QRegion& region) {

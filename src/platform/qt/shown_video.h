@@ -7,9 +7,9 @@
 
 class QPainter;
 
-// The picture keeps its proportions and is centred across. In the small view of the frame it begins at the
-// top of its place, and nothing is painted around it; on the two full surfaces it is in the middle, with
-// black around it.
+// The picture keeps its proportions and is centred across, with black beside it. In the small view of the
+// frame it begins at the top of its place, and nothing is painted below it; on the two full surfaces it is in
+// the middle, with black above and below it.
 struct ShownVideo {
     enum class Look { kSmall, kFull };
 
