@@ -292,6 +292,7 @@ TEST_F(GstreamerVideo, AFileWithoutAPicturePlaysItsSoundOverBlack) {
         ASSERT_TRUE(PlaysUntil([&] { return video->CurrentPosition() > 0.5; }));
         EXPECT_EQ(screen.shown, 0);
         EXPECT_EQ(screen.picture.pixels, nullptr);
+        EXPECT_TRUE(screen.halted) << "there is nothing to look for";
         video->SetCurrentPosition(video->Duration() - 0.3);
         ASSERT_TRUE(PlaysToItsEnd());
     }

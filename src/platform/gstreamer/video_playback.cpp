@@ -34,11 +34,6 @@ void VideoPlayback::Halt() {
     running_ = false;
 }
 
-bool VideoPlayback::IsRunning() {
-    const std::lock_guard lock(mutex_);
-    return running_;
-}
-
 std::int64_t VideoPlayback::KnownLength() {
     return statedLength_.value_or(lastEnd_);
 }
@@ -155,7 +150,9 @@ void VideoPlayback::CollectPictures(std::int64_t now) {
 
 std::optional<std::int64_t> VideoPlayback::NextDueIn(std::int64_t heardFrame) {
     const std::lock_guard lock(mutex_);
-    if (ended_ || (!running_ && !showFirst_)) {
+    const bool isHalted = !running_ && !showFirst_;
+    const bool noneLeft = !seeking_ && !next_ && !due_ && reader_->PicturesEnded();
+    if (ended_ || isHalted || noneLeft) {
         return std::nullopt;
     }
     constexpr std::int64_t kLookAgain = kFramesPerSecond / 250;

@@ -21,7 +21,6 @@ public:
 
     void Run();
     void Halt();
-    bool IsRunning();
     // The length that the file states, otherwise the latest end of a picture or of sound so far.
     std::int64_t Length();
     // The time that is heard at this frame of the output; the length once the file has ended.

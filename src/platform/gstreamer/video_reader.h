@@ -34,7 +34,6 @@ public:
     static std::unique_ptr<VideoReader> Open(const QString& path, QString& reason,
                                              const std::atomic<bool>& stop);
 
-    bool HasPicture() const { return hasPicture_; }
     // The shape of the first picture.
     QSize Shape() const { return shape_; }
 
