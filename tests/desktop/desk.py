@@ -209,6 +209,9 @@ class DeskTest(unittest.TestCase):
             (self.music / f"{name} Album").mkdir(parents=True)
             write_tone(self.music / f"{name} Album" / f"Some Artist - {name} Track.wav", 30)
         edit(self.home / "config.ini", "\nStartPath=\n", f"\nStartPath={self.music}\n")
+        # These tests look at a single run. The tests of the restarts switch them on.
+        for key in ("RestartWhenStuck", "RestartAfterStop", "KeepCreditsAndQueue"):
+            edit(self.home / "config.ini", f"\n{key}=true\n", f"\n{key}=false\n")
         self.screen = self.SCREEN(self.folder)
         self.addCleanup(self.screen.end)
         self.jukebox = None

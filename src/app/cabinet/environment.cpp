@@ -81,7 +81,9 @@ void PinEnvironment() {
     if (!qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")) {
         qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     }
+    // A closed pipe and a file that has reached its limit are failed writes, not the end of the program.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     qInstallMessageHandler(OnToolkitMessage);
 }
 

@@ -15,6 +15,7 @@ namespace {
 constexpr std::size_t kMostPending = 1000;
 constexpr std::int64_t kTick = 1'000'000;           // nanoseconds between two runs of the events in a wait
 constexpr double kLongestWait = 24.0 * 3600 * 1000; // milliseconds
+constexpr qint64 kLongestRest = 5'000;              // milliseconds
 
 std::int64_t Now() {
     timespec now = {};
@@ -185,12 +186,15 @@ std::optional<InputEvent> QtEventPump::WaitForInput(int milliseconds) {
             return event;
         }
         pending_.clear();
+        if (waiting_) {
+            waiting_();
+        }
         if (deadline.hasExpired()) {
             return std::nullopt;
         }
         // Restarted each time, because a timer may fire a little early and nothing else might wake this
         // thread.
-        wake.start(static_cast<int>(deadline.remainingTime()) + 1);
+        wake.start(static_cast<int>(std::min(deadline.remainingTime(), kLongestRest)) + 1);
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
 }

@@ -26,6 +26,9 @@ public:
     // after each event, so that an idle jukebox sleeps.
     void SetSpectrumWanted(std::function<bool()> wanted) { spectrumWanted_ = std::move(wanted); }
 
+    // Sets a routine that is called at least every five seconds while WaitForInput waits.
+    void SetWaiting(std::function<void()> waiting) { waiting_ = std::move(waiting); }
+
     // Runs the toolkit once and delivers what is pending then. What arrives in the meantime waits for the
     // next call. A close request that arrives while another one is being handled waits until that handler has
     // ended.
@@ -63,6 +66,7 @@ private:
 
     EventSink sink_;
     std::function<bool()> spectrumWanted_;
+    std::function<void()> waiting_;
     std::deque<Pending> pending_;
     std::uint64_t nextNumber_ = 0;
     bool spectrumRuns_ = false;

@@ -120,6 +120,9 @@ void QtWindows::WaitUntilExposed(QWidget& window) {
 
 void QtWindows::Refresh(const QImage& frame, int left, int top) {
     main_.Refresh(frame, left, top);
+    if (refreshed_) {
+        refreshed_();
+    }
 }
 
 void QtWindows::RefreshKeyboard(const QImage& picture, int left, int top) {

@@ -9,6 +9,7 @@
 
 #include <QTimer>
 
+#include <functional>
 #include <vector>
 
 class QScreen;
@@ -17,6 +18,9 @@ class QtWindows : public Windows {
 public:
     // `x11` is null when the windows are not on X11; otherwise its screen saver is kept off.
     QtWindows(QtEventPump& pump, X11Screen* x11);
+
+    // Sets a routine that is called after each frame.
+    void SetRefreshed(std::function<void()> refreshed) { refreshed_ = std::move(refreshed); }
 
     void ShowMainWindow(const QRect& place) override;
     void Refresh(const QImage& frame, int left, int top) override;
@@ -67,6 +71,7 @@ private:
     QTimer watch_;
     // The monitors when they were last looked at.
     std::vector<QRect> monitors_;
+    std::function<void()> refreshed_;
     // Whether the jukebox has shown the main window, and whether that window covers its whole screen.
     bool shown_ = false;
     bool covers_ = false;
