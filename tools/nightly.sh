@@ -1,6 +1,7 @@
 #!/bin/sh
 # Runs what takes too long for every change: all tests, a minute of each fuzzer, random sessions under the sanitizers,
-# the memory of the real window, the light show, and the unit tests and the real jukebox under ThreadSanitizer.
+# the memory of the real window, the light show, an evening in a bar, restarts, and the unit tests and the real jukebox
+# under ThreadSanitizer.
 # nightly.sh [MINUTES] runs each fuzzer for that many minutes. Requirements: those of ./test.sh and tools/fuzz.sh.
 set -eu
 cd "$(dirname "$0")/.."
@@ -15,6 +16,10 @@ QT_QPA_PLATFORM=offscreen \
 VANTORIX_LEDS_SECONDS=60 VANTORIX_LEDS_PULLS=1000 tests/desktop/pulse.sh run python3 -B tests/desktop/leds_desktop_test.py
 # Few coins keep the queue short, so that its entries take little memory.
 tools/soak_window.py --minutes 12 --settle 6 --coins 0.5 --limit 12
+# An evening of four hours, a thousand kills with coins and picks, and the restarts that take a minute each.
+tools/evening.py
+VANTORIX_KILLS=1000 python3 -B tests/desktop/kept_desktop_test.py
+HUNG_FOLDER_LIBRARY=build/tests/desktop/libhung_folder.so VANTORIX_LADDER_TABLE=1 python3 -B tests/desktop/ladder_desktop_test.py
 
 # Data races. ThreadSanitizer needs addresses that are not randomised too much (setarch -R). Tests that a program ten
 # times slower cannot pass are left out: sounds measured in milliseconds, and keys typed in quick succession. The locale
@@ -25,4 +30,4 @@ VANTORIX_PATIENCE=300 G_SLICE=always-malloc \
     TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:die_after_fork=0:report_thread_leaks=0:exitcode=66:atexit_sleep_ms=0" setarch -R \
     ctest --test-dir build/thread --output-on-failure --no-tests=error --timeout 1800 \
     -R '^(core|platform|imaging|state|settings|theme|library|playback|lightshow|rendering|dialogs|interaction|shell|cabinet|leds|desktop)/' \
-    -E 'GstreamerSound|desktop/(heard|leds|start|story|keyboard)'
+    -E 'GstreamerSound|desktop/(heard|leds|start|story|keyboard|ladder|kept)'
