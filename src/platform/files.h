@@ -78,6 +78,11 @@ struct Files {
     // is not a regular file.
     virtual bool Rename(const QString& from, const QString& to) = 0;
     virtual bool Remove(const QString& path) = 0;
+    // Removes a file, a link or a folder with everything in it. Links are removed, not followed. Returns true
+    // when the path names nothing afterwards.
+    virtual bool RemoveTree(const QString& /*path*/) { return false; }
+    // Makes the content of a file survive a power cut.
+    virtual bool SyncFile(const QString& /*path*/) { return false; }
     // Makes the entries of a folder survive a power cut.
     virtual bool SyncFolder(const QString& path) = 0;
     virtual bool MakeFolder(const QString& path) = 0;

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <map>
 
 namespace {
@@ -193,6 +194,27 @@ TEST_F(PosixFilesTest, SyncsFolders) {
     EXPECT_FALSE(files.SyncFolder(Path("none")));
     files.Write(Path("file"), "x", false);
     EXPECT_FALSE(files.SyncFolder(Path("file")));
+}
+
+TEST_F(PosixFilesTest, RemovesAFolderWithEverythingInItAndNoTargetOfALink) {
+    files.MakeFolder(Path("tree"));
+    files.MakeFolder(Path("tree/inner"));
+    files.MakeFolder(Path("target"));
+    files.Write(Path("tree/inner/file"), "x", false);
+    files.Write(Path("target/file"), "x", false);
+    std::filesystem::create_symlink(Path("target").toStdString(), Path("tree/link").toStdString());
+    EXPECT_TRUE(files.RemoveTree(Path("tree")));
+    EXPECT_FALSE(files.IsFolder(Path("tree")));
+    EXPECT_TRUE(files.Identity(Path("target/file")));
+    EXPECT_TRUE(files.RemoveTree(Path("tree"))) << "there is nothing to remove";
+    EXPECT_TRUE(files.RemoveTree(Path("target/file")));
+    EXPECT_FALSE(files.RemoveTree(QString()));
+}
+
+TEST_F(PosixFilesTest, SyncsAFile) {
+    files.Write(Path("file"), "x", false);
+    EXPECT_TRUE(files.SyncFile(Path("file")));
+    EXPECT_FALSE(files.SyncFile(Path("none")));
 }
 
 TEST_F(PosixFilesTest, CopiesAccessRights) {

@@ -39,6 +39,8 @@ public:
         return real_.Rename(root_ + from, root_ + to);
     }
     bool Remove(const QString& path) override { return real_.Remove(root_ + path); }
+    bool RemoveTree(const QString& path) override { return real_.RemoveTree(root_ + path); }
+    bool SyncFile(const QString& path) override { return real_.SyncFile(root_ + path); }
     bool SyncFolder(const QString& path) override { return real_.SyncFolder(root_ + path); }
     bool MakeFolder(const QString& path) override { return real_.MakeFolder(root_ + path); }
     // The root holds no links.

@@ -16,8 +16,10 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -307,6 +309,18 @@ bool PosixFiles::Rename(const QString& from, const QString& to) {
 
 bool PosixFiles::Remove(const QString& path) {
     return ::unlink(SystemPath(path).constData()) == 0;
+}
+
+bool PosixFiles::RemoveTree(const QString& path) {
+    const QByteArray bytes = SystemPath(path);
+    std::error_code error;
+    std::filesystem::remove_all(bytes.constData(), error);
+    return !bytes.isEmpty() && !error;
+}
+
+bool PosixFiles::SyncFile(const QString& path) {
+    const Descriptor file(SystemPath(path), O_RDONLY);
+    return file && ::fsync(file.number()) == 0;
 }
 
 bool PosixFiles::SyncFolder(const QString& path) {

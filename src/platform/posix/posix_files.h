@@ -21,6 +21,8 @@ public:
     void CopyRights(const QString& model, const QString& target) override;
     bool Rename(const QString& from, const QString& to) override;
     bool Remove(const QString& path) override;
+    bool RemoveTree(const QString& path) override;
+    bool SyncFile(const QString& path) override;
     bool SyncFolder(const QString& path) override;
     // Also returns true when the folder exists already.
     bool MakeFolder(const QString& path) override;

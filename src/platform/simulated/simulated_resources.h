@@ -32,6 +32,8 @@ public:
     void CopyRights(const QString& model, const QString& target) override { real_.CopyRights(model, target); }
     bool Rename(const QString& from, const QString& to) override;
     bool Remove(const QString& path) override;
+    bool RemoveTree(const QString& path) override { return real_.RemoveTree(path); }
+    bool SyncFile(const QString& path) override { return real_.SyncFile(path); }
     bool SyncFolder(const QString& path) override;
     bool MakeFolder(const QString& path) override;
     QString RealPath(const QString& path) override { return real_.RealPath(path); }
