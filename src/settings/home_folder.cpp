@@ -3,10 +3,11 @@
 
 #include "core/path_text.h"
 #include "platform/files.h"
+#include "settings/home_restore.h"
 
 bool HoldsJukebox(Files& files, const QString& folder) {
     return files.Identity(PathIn(folder, QStringLiteral("config.ini"))).has_value() ||
-           files.IsFolder(PathIn(folder, QStringLiteral("themes")));
+           files.IsFolder(PathIn(folder, QStringLiteral("themes"))) || HoldsRestore(files, folder);
 }
 
 QString FaultOfHome(Files& files, const QString& folder, const QString& given) {

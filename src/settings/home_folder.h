@@ -5,7 +5,7 @@
 
 struct Files;
 
-// Whether the folder has a config.ini or a folder "themes".
+// Whether the folder has a config.ini or a folder "themes", or a restore of one was interrupted in it.
 bool HoldsJukebox(Files& files, const QString& folder);
 
 // Returns why a folder cannot be the application folder: it does not exist, or it holds no jukebox. Empty
