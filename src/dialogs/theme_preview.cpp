@@ -7,8 +7,11 @@
 #include "dialogs/key_names.h"
 #include "imaging/picture/c32bppdib.h"
 #include "library/create_list.h"
+#include "library/list_order.h"
 #include "platform/files.h"
+#include "settings/copy_folder.h"
 #include "settings/ini_file.h"
+#include "settings/ini_files.h"
 #include "settings/profile.h"
 #include "state/form_main.h"
 #include "state/log.h"
@@ -17,6 +20,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace {
 
@@ -46,8 +50,8 @@ int RowsShown(const Form_Main& form) {
     return std::min(form.config.ZoneListNbTracks.value(), kMostRows);
 }
 
-QString SelectedFolder(const Form_Main& form) {
-    return PathIn(ThemesFolder(form), form.config.Combo_Theme);
+QString SelectedFolder(Form_Main& form) {
+    return FolderOfTheme(form, form.config.Combo_Theme);
 }
 
 std::shared_ptr<const QImage> Scaled(const c32bppDIB& picture, double factor) {
@@ -139,14 +143,79 @@ void Show(Form_Main& form) {
     }
 }
 
+void AddThemes(Form_Main& form, const FolderList& folders) {
+    for (const QString& folder : folders.List) {
+        const QString name = NameOfPath(folder);
+        if (!form.config.Combo_ThemeList.contains(name)) {
+            form.config.Combo_ThemeList += name;
+        }
+    }
+}
+
+// An application folder needs no themes of its own when there are delivered ones.
+void ListOwnThemes(Form_Main& form) {
+    const QString folder = ThemesFolder(form);
+    if (form.shell.ShareFolder.isEmpty() || form.files.IsFolder(folder)) {
+        PointFolderList(form, form.config.Dir1, folder);
+    } else {
+        form.config.Dir1 = {folder, {}};
+    }
+    form.config.Combo_ThemeList.clear();
+    AddThemes(form, form.config.Dir1);
+}
+
+void ListDeliveredThemes(Form_Main& form) {
+    const QString folder = DeliveredThemesFolder(form);
+    if (folder.isEmpty() || !form.files.IsFolder(folder)) {
+        return;
+    }
+    FolderList delivered;
+    PointFolderList(form, delivered, folder);
+    AddThemes(form, delivered);
+    SortNames(form.config.Combo_ThemeList);
+}
+
+void SetSlots(const Form_Main& form, IniFile& file) {
+    for (int row = 1; row <= RowsShown(form); ++row) {
+        for (const Page& page : kPages) {
+            const SlotControls& slot = (form.config.*page.slots)(row - 1);
+            const QString section = SectionOf(page, row);
+            file.SetValue(section, QStringLiteral("ZoneListPisteNumSaisieLibele"), Trim(slot.text));
+            file.SetValue(section, QStringLiteral("ZoneListPisteNumSaisieKeys"), Trim(slot.Tag));
+        }
+    }
+}
+
+bool ChangesFile(Form_Main& form, const QString& path) {
+    IniFile file = IniFilesOf(form).Open(form.files, path);
+    const QByteArray before = file.Bytes();
+    SetSlots(form, file);
+    return file.Bytes() != before;
+}
+
+// Returns the folder whose theme.ini gets the slots. The delivered files are never changed: a theme that only
+// exists there is first copied to the application folder. Returns nothing when there is nothing to write.
+std::optional<QString> FolderToWrite(Form_Main& form) {
+    const QString folder = SelectedFolder(form);
+    QString own = PathIn(ThemesFolder(form), form.config.Combo_Theme);
+    if (folder == own) {
+        return own;
+    }
+    if (!ChangesFile(form, FileIn(form.files, folder, QStringLiteral("theme.ini")))) {
+        return std::nullopt;
+    }
+    const bool isCopied = CopyFolderSafely(form.files, folder, own, CopyInProgress(form.shell.AppFolder));
+    WriteLog(form,
+             (isCopied ? QStringLiteral(" : Copie du theme ") : QStringLiteral(" : Impossible d'écrire ")) +
+                 own);
+    return isCopied ? std::optional(own) : std::nullopt;
+}
+
 } // namespace
 
 void ListThemes(Form_Main& form) {
-    PointFolderList(form, form.config.Dir1, ThemesFolder(form));
-    form.config.Combo_ThemeList.clear();
-    for (const QString& folder : form.config.Dir1.List) {
-        form.config.Combo_ThemeList += NameOfPath(folder);
-    }
+    ListOwnThemes(form);
+    ListDeliveredThemes(form);
     // On the first run the variable has no value yet; without the key it is "default".
     QString theme =
         GetPrivateProfileString(form, ConfigPath(form), QStringLiteral("Main"), QStringLiteral("Theme"));
@@ -168,17 +237,12 @@ void WriteSlots(Form_Main& form) {
     if (RowsShown(form) < 1) {
         return;
     }
-    const QString path = FileIn(form.files, SelectedFolder(form), QStringLiteral("theme.ini"));
-    const bool isWritten = ChangeProfile(form, path, [&](IniFile& file) {
-        for (int row = 1; row <= RowsShown(form); ++row) {
-            for (const Page& page : kPages) {
-                const SlotControls& slot = (form.config.*page.slots)(row - 1);
-                const QString section = SectionOf(page, row);
-                file.SetValue(section, QStringLiteral("ZoneListPisteNumSaisieLibele"), Trim(slot.text));
-                file.SetValue(section, QStringLiteral("ZoneListPisteNumSaisieKeys"), Trim(slot.Tag));
-            }
-        }
-    });
+    const std::optional<QString> folder = FolderToWrite(form);
+    if (!folder) {
+        return;
+    }
+    const QString path = FileIn(form.files, *folder, QStringLiteral("theme.ini"));
+    const bool isWritten = ChangeProfile(form, path, [&](IniFile& file) { SetSlots(form, file); });
     if (!isWritten) {
         WriteLog(form, QStringLiteral(" : Impossible d'écrire ") + path);
     }

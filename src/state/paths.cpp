@@ -5,6 +5,12 @@
 #include "platform/files.h"
 #include "state/form_main.h"
 
+namespace {
+
+const QString kThemes = QStringLiteral("themes");
+
+} // namespace
+
 QString ConfigPath(const Form_Main& form) {
     return PathIn(form.shell.AppFolder, QStringLiteral("config.ini"));
 }
@@ -26,11 +32,28 @@ QString PlaylistsFolder(const Form_Main& form) {
 }
 
 QString ThemesFolder(const Form_Main& form) {
-    return PathIn(form.shell.AppFolder, QStringLiteral("themes"));
+    return PathIn(form.shell.AppFolder, kThemes);
 }
 
-QString ThemeFolder(const Form_Main& form) {
-    return PathIn(ThemesFolder(form), form.settings.Theme);
+QString DeliveredThemesFolder(const Form_Main& form) {
+    return form.shell.ShareFolder.isEmpty() ? QString() : PathIn(form.shell.ShareFolder, kThemes);
+}
+
+QString ThemeFolder(Form_Main& form) {
+    return FolderOfTheme(form, form.settings.Theme);
+}
+
+QString FolderOfTheme(Form_Main& form, const QString& theme) {
+    return FolderOfTheme(form.files, form.shell.AppFolder, form.shell.ShareFolder, theme);
+}
+
+QString FolderOfTheme(Files& files, const QString& appFolder, const QString& share, const QString& theme) {
+    QString own = PathIn(PathIn(appFolder, kThemes), theme);
+    if (share.isEmpty() || theme.isEmpty() || files.IsFolder(own)) {
+        return own;
+    }
+    QString delivered = PathIn(PathIn(share, kThemes), theme);
+    return files.IsFolder(delivered) ? delivered : own;
 }
 
 QString ThemeFile(Form_Main& form, const QString& name) {

@@ -15,7 +15,16 @@ QString PlaylistsFolder(const Form_Main& form);    // playlists
 
 // The folder of all themes, and that of the current one.
 QString ThemesFolder(const Form_Main& form);
-QString ThemeFolder(const Form_Main& form);
+QString ThemeFolder(Form_Main& form);
+
+// The folder of all delivered themes; empty when there is none.
+QString DeliveredThemesFolder(const Form_Main& form);
+
+// The folder of a theme: that of the application folder if it exists, else the delivered one if that exists,
+// else the path in the application folder.
+QString FolderOfTheme(Form_Main& form, const QString& theme);
+// The same without a form. `share` is empty when there are no delivered themes.
+QString FolderOfTheme(Files& files, const QString& appFolder, const QString& share, const QString& theme);
 
 // Returns the path of a file of the current theme as spelled on disk, ignoring case. Without such a file,
 // returns the path with the given name.

@@ -18,6 +18,9 @@ struct ShellState {
     // The folder that contains config.ini, "themes", "playlists", the log and the counts, without a trailing
     // separator.
     QString AppFolder;
+    // The folder of the delivered files, whose themes are used when the application folder has none of that
+    // name. Empty when there is none.
+    QString ShareFolder;
 
     // Non-zero while start-up, an input event or a heartbeat tick runs. Other events are dropped then.
     Integer16 InputBusy;

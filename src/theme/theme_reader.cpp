@@ -2,6 +2,7 @@
 #include "theme/theme_reader.h"
 
 #include "core/conversions.h"
+#include "core/path_text.h"
 #include "core/run_time_error.h"
 #include "settings/config.h"
 #include "settings/ini_files.h"
@@ -36,8 +37,13 @@ QString ThemeReader::Place(const QString& section, const QString& key, const QSt
 
 QString ThemeReader::WhatIsMissing(const QString& place) const {
     if (!form_.files.IsFolder(folder_)) {
-        return QStringLiteral("%1 (expected the folder of a theme): there is no folder \"%2\"")
-            .arg(ConfigPlace(form_, u"Main", u"Theme"), folder_);
+        const QString words = QStringLiteral("%1 (expected the folder of a theme): there is no folder \"%2\"")
+                                  .arg(ConfigPlace(form_, u"Main", u"Theme"), folder_);
+        const QString delivered = DeliveredThemesFolder(form_);
+        return delivered.isEmpty()
+                   ? words
+                   : words +
+                         QStringLiteral(" and no folder \"%1\"").arg(PathIn(delivered, NameOfPath(folder_)));
     }
     if (!form_.files.Open(path_)) {
         return QStringLiteral(

@@ -85,17 +85,19 @@ TEST_F(AppFolderTest, TheUsersFolderIsFilledAtTheFirstStart) {
     EXPECT_EQ(found.error, QString());
     EXPECT_EQ(found.folder, QFileInfo(Path("data/vantorix")).canonicalFilePath());
     EXPECT_EQ(Content("data/vantorix/config.ini"), "[Main]\r\n");
-    EXPECT_EQ(Content("data/vantorix/themes/default/theme.ini"), "[zonelist]\n");
+    EXPECT_EQ(Content("data/vantorix/playlists/.keep"), "");
+    EXPECT_FALSE(QFileInfo::exists(Path("data/vantorix/themes")));
+    EXPECT_EQ(found.share, QFileInfo(Path("share")).canonicalFilePath());
 }
 
 TEST_F(AppFolderTest, AFilledFolderIsNotTouchedAgain) {
     MakeShare("share");
     Find();
     MakeFile("data/vantorix/config.ini", "[Main]\nTheme=mine\n");
-    QFile::remove(Path("data/vantorix/themes/default/theme.ini"));
+    QFile::remove(Path("data/vantorix/playlists/.keep"));
     Find();
     EXPECT_EQ(Content("data/vantorix/config.ini"), "[Main]\nTheme=mine\n");
-    EXPECT_EQ(Content("data/vantorix/themes/default/theme.ini"), "missing");
+    EXPECT_EQ(Content("data/vantorix/playlists/.keep"), "missing");
 }
 
 TEST_F(AppFolderTest, AFillingThatBrokeOffGoesOnAndKeepsWhatIsThere) {
@@ -104,6 +106,36 @@ TEST_F(AppFolderTest, AFillingThatBrokeOffGoesOnAndKeepsWhatIsThere) {
     EXPECT_EQ(Find().error, QString());
     EXPECT_EQ(Content("data/vantorix/themes/default/theme.ini"), "mine");
     EXPECT_EQ(Content("data/vantorix/config.ini"), "[Main]\r\n");
+}
+
+TEST_F(AppFolderTest, ACopyOfAThemeThatAnEarlierVersionBeganIsCompleted) {
+    MakeShare("share");
+    MakeFile("share/themes/default/logo.png", "picture");
+    MakeFile("share/themes/touch/theme.ini", "[touch]");
+    MakeFile("data/vantorix/themes/default/theme.ini", "[zonelist]\n");
+    EXPECT_EQ(Find().error, QString());
+    EXPECT_EQ(Content("data/vantorix/themes/default/logo.png"), "picture");
+    EXPECT_FALSE(QFileInfo::exists(Path("data/vantorix/themes/touch")));
+}
+
+TEST_F(AppFolderTest, TheDeliveredThemesServeEveryFolderButTheProgramsOwn) {
+    MakeShare("share");
+    MakeFile("given/config.ini", "");
+    const QString share = QFileInfo(Path("share")).canonicalFilePath();
+    sources.home = Path("given");
+    EXPECT_EQ(Find().share, share);
+    sources.home.reset();
+    EXPECT_EQ(Find().share, share) << "filled";
+    EXPECT_EQ(Find().share, share) << "found";
+    MakeFile("bin/config.ini", "");
+    EXPECT_EQ(Find().share, QString());
+}
+
+TEST_F(AppFolderTest, WithoutDeliveredFilesThereIsNoShareFolder) {
+    MakeFile("given/config.ini", "");
+    sources.home = Path("given");
+    EXPECT_EQ(Find().error, QString());
+    EXPECT_EQ(Find().share, QString());
 }
 
 TEST_F(AppFolderTest, WithoutDataHomeTheCustomaryPlaceBelowHomeIsUsed) {

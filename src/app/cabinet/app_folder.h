@@ -10,6 +10,10 @@ struct Files;
 // The folder, or the reason why there is none.
 struct AppFolderResult {
     QString folder;
+    // The folder of the delivered files, whose themes are used when the application folder has none of that
+    // name. Empty when nothing is installed, and when the application folder is the program's own: that one
+    // is complete and may be on a stick.
+    QString share;
     QString error;
 };
 
@@ -32,6 +36,10 @@ struct AppFolderSources {
 // config.ini. The path has no separator at its end, except for the root.
 AppFolderResult FindAppFolder(Files& files, const AppFolderSources& sources);
 
-// Copies every delivered file that is missing in the target, config.ini last: an interrupted copy continues
-// at the next start. Returns false when something could not be written.
+// Returns the path that FindAppFolder would take, without checking or making it; empty when there is none.
+QString PlaceOfAppFolder(Files& files, const AppFolderSources& sources);
+
+// Copies the delivered playlists and config.ini unless they exist, config.ini last: an interrupted copy
+// continues at the next start. Themes stay where they are delivered, so that an update reaches them; only a
+// copy that an earlier version has begun is completed. Returns false when something could not be written.
 bool FillAppFolder(Files& files, const QString& delivered, const QString& target);

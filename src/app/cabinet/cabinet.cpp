@@ -38,6 +38,7 @@
 #include "platform/qt/x11_screen.h"
 #include "platform/serial/qserialport_line.h"
 #include "settings/home_folder.h"
+#include "settings/home_restore.h"
 #include "shell/hand_down.h"
 #include "shell/handle_event.h"
 #include "shell/start_up.h"
@@ -93,7 +94,7 @@ QString LogIn(const QString& appFolder) {
 // windows before the connection to the X server.
 class Cabinet {
 public:
-    Cabinet(const QString& appFolder, const std::map<int, QString>& serialDevices,
+    Cabinet(const AppFolderResult& found, const std::map<int, QString>& serialDevices,
             std::unique_ptr<PictureQueue> pictures, RestartNote note);
 
     // Runs the program from start-up to its end.
@@ -159,20 +160,21 @@ CabinetSettings SettingsIn(const QString& appFolder) {
     return ReadCabinetSettings(files, appFolder);
 }
 
-Cabinet::Cabinet(const QString& appFolder, const std::map<int, QString>& serialDevices,
+Cabinet::Cabinet(const AppFolderResult& found, const std::map<int, QString>& serialDevices,
                  std::unique_ptr<PictureQueue> pictures, RestartNote note)
-    : note_(std::move(note)), cabinetSettings_(SettingsIn(appFolder)),
-      files_(LogIn(appFolder),
+    : note_(std::move(note)), cabinetSettings_(SettingsIn(found.folder)),
+      files_(LogIn(found.folder),
              {.largest = cabinetSettings_.limitLog ? kLargestLog : 0, .mayLoseLines = note_.mayLoseLines}),
       x11_(WindowSystem() == u"xcb" ? X11Screen::Open() : nullptr), windows_(pump_, x11_.get()),
       display_(x11_.get(), [this](const QString& text) { Log(text); }), fonts_(files_),
       messageBox_(windows_, pump_), dialogs_(windows_, pump_, AllDialogs()),
-      serialPort_(serialDevices, appFolder, [this](const QString& text) { Log(text); }),
+      serialPort_(serialDevices, found.folder, [this](const QString& text) { Log(text); }),
       videoScreen_(windows_), graphs_({.screen = videoScreen_,
                                        .output = [this] { return audio_.Output(); },
                                        .log = [this](const QString& text) { Log(text); }}),
       form_(AllPorts(), HandDown()) {
-    form_.shell.AppFolder = appFolder;
+    form_.shell.AppFolder = found.folder;
+    form_.shell.ShareFolder = found.share;
     form_.assets.pictureQueue = std::move(pictures);
     pump_.SetIntervals(form_.shell.Timer1.Interval, form_.shell.tmrSpectrum.Interval);
     pump_.SetSpectrumWanted([this] { return form_.shell.tmrSpectrum.Enabled; });
@@ -404,13 +406,18 @@ QString ProgramFolder(Files& files) {
     return FolderOfPath(files.RealPath(QStringLiteral("/proc/self/exe")));
 }
 
+AppFolderSources FolderSources(const CommandLine& line) {
+    PosixFiles files;
+    return {.home = line.home,
+            .programFolder = ProgramFolder(files),
+            .dataHome = TextOfPath(qgetenv("XDG_DATA_HOME")),
+            .userHome = TextOfPath(qgetenv("HOME")),
+            .shareFolder = QStringLiteral(VANTORIX_SHARE_FOLDER)};
+}
+
 AppFolderResult FindFolder(const CommandLine& line) {
     PosixFiles files;
-    return FindAppFolder(files, {.home = line.home,
-                                 .programFolder = ProgramFolder(files),
-                                 .dataHome = TextOfPath(qgetenv("XDG_DATA_HOME")),
-                                 .userHome = TextOfPath(qgetenv("HOME")),
-                                 .shareFolder = QStringLiteral(VANTORIX_SHARE_FOLDER)});
+    return FindAppFolder(files, FolderSources(line));
 }
 
 int RunParsed(const CommandLine& line, char** argv) {
@@ -429,10 +436,16 @@ int RunParsed(const CommandLine& line, char** argv) {
         TellStandardError(HomeInUse(found.folder, lock.Holder()));
         return kWrongCommandLine;
     }
-    EarlyStart early(found.folder);
+    PosixFiles files;
+    if (!TidyHome(files, found.folder)) {
+        TellStandardError(
+            QStringLiteral("a restore of \"%1\" was interrupted and cannot be completed").arg(found.folder));
+        return kEndedByError;
+    }
+    EarlyStart early(found.folder, found.share);
     Ending ending;
     RunWithToolkit(argv, [&] {
-        ending = Cabinet(found.folder, line.serialDevices, early.TakePictures(), TakeRestartNote()).Live();
+        ending = Cabinet(found, line.serialDevices, early.TakePictures(), TakeRestartNote()).Live();
         return ending.exitCode;
     });
     if (ending.again) {

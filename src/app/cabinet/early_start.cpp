@@ -6,6 +6,7 @@
 #include "platform/gstreamer/start.h"
 #include "platform/qt/qt_fonts.h"
 #include "settings/ini_file.h"
+#include "state/paths.h"
 #include "theme/load_assets.h"
 
 #include <system_error>
@@ -32,12 +33,12 @@ std::future<void> RunAlongside(std::function<void()> routine) {
     }
 }
 
-EarlyStart::EarlyStart(const QString& appFolder)
+EarlyStart::EarlyStart(const QString& appFolder, const QString& share)
     : libraries_(RunAlongside([] {
           ReadSystemFonts();
           StartGStreamer();
       })) {
-    const QString folder = PathIn(appFolder, QStringLiteral("themes/") + ThemeIn(files_, appFolder));
+    const QString folder = FolderOfTheme(files_, appFolder, share, ThemeIn(files_, appFolder));
     QStringList paths;
     for (const QString& name : ThemePictures()) {
         paths += PathIn(folder, name);

@@ -21,7 +21,8 @@ std::future<void> RunAlongside(std::function<void()> routine);
 // and decodes the pictures of the theme that config.ini names. Outlives the jukebox.
 class EarlyStart {
 public:
-    explicit EarlyStart(const QString& appFolder);
+    // `share` is the folder of the delivered files; empty when there is none.
+    EarlyStart(const QString& appFolder, const QString& share);
     // Moves out the queue that decodes the pictures; call it once.
     std::unique_ptr<PictureQueue> TakePictures() { return std::move(queue_); }
 

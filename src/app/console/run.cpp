@@ -8,6 +8,7 @@
 #include "core/run_time_error.h"
 #include "platform/posix/folder_lock.h"
 #include "settings/home_folder.h"
+#include "settings/home_restore.h"
 #include "shell/hand_down.h"
 #include "state/form_main.h"
 
@@ -43,6 +44,7 @@ int RunSession(const ConsoleOptions& options) {
         WriteError(QStringLiteral("vantorix-console: ") + HomeInUse(options.home, lock.Holder()) + u'\n');
         return kWrongCommandLine;
     }
+    TidyHome(platform.realFiles, options.home);
     Form_Main form(platform.ports(), HandDown());
     form.shell.AppFolder = options.home;
     CommandReader input(STDIN_FILENO);
