@@ -52,3 +52,23 @@ TEST(CommandLineTest, EachMistakeIsNamed) {
         EXPECT_TRUE(Parse({"--serial", wrong}).error.startsWith(QStringLiteral("--serial needs"))) << wrong;
     }
 }
+
+TEST(CommandLineTest, TakesOneTask) {
+    EXPECT_EQ(Parse({"--setup", "/music"}).setupFolder, QStringLiteral("/music"));
+    EXPECT_EQ(Parse({"--backup=/b=c", "--home", "/h"}).backupFile, QStringLiteral("/b=c"));
+    EXPECT_EQ(Parse({"--home", "/h", "--restore", "/b"}).restoreFile, QStringLiteral("/b"));
+    EXPECT_FALSE(Parse({"--home", "/h"}).setupFolder);
+    for (const auto& wrong :
+         {Parse({"--setup", "/a", "--backup", "/b"}), Parse({"--restore", "/a", "--restore", "/b"}),
+          Parse({"--setup="}), Parse({"--backup", ""}), Parse({"--restore"})}) {
+        EXPECT_FALSE(wrong.error.isEmpty());
+    }
+    EXPECT_TRUE(Parse({"--setup="}).error.contains(QStringLiteral("--setup needs a folder")));
+}
+
+TEST(CommandLineTest, TheHelpNamesEveryOption) {
+    for (const char* option :
+         {"--home", "--serial", "--setup", "--backup", "--restore", "--help", "--version"}) {
+        EXPECT_TRUE(HelpText().contains(QString::fromLatin1(option))) << option;
+    }
+}

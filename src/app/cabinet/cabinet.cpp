@@ -6,6 +6,7 @@
 #include "app/cabinet/command_line.h"
 #include "app/cabinet/early_start.h"
 #include "app/cabinet/environment.h"
+#include "app/cabinet/home_task.h"
 #include "app/cabinet/log_files.h"
 #include "app/cabinet/restart.h"
 #include "app/cabinet/session_keeper.h"
@@ -475,6 +476,9 @@ int RunCabinet(int argc, char** argv) try {
         std::printf("vantorix %d.%d.%d\n", VANTORIX_VERSION_MAJOR, VANTORIX_VERSION_MINOR,
                     VANTORIX_VERSION_PATCH);
         return 0;
+    }
+    if (const std::optional<int> code = RunHomeTask(line, FolderSources(line))) {
+        return *code;
     }
     return RunParsed(line, argv);
 } catch (const std::exception& error) {
