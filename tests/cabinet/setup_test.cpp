@@ -27,7 +27,9 @@ protected:
         }
         box.Write(u"home/config.ini"_s, "; mine\r\n[Main]\r\nstartpath= /old\r\nTheme=oak\r\n");
     }
-    SetupResult Set(const QString& folder) { return SetMusicFolder(files, Home(), folder, 10s); }
+    SetupResult Set(const QString& folder) {
+        return SetMusicFolder(files, Home(), box.Path(u"share"_s), folder, 10s);
+    }
     QString Home() const { return box.Path(u"home"_s); }
     QString Music() const { return box.Path(u"music"_s); }
     QByteArray Config() { return box.Read(u"home/config.ini"_s); }
@@ -45,10 +47,14 @@ TEST_F(SetupTest, ChangesOneKeyAndCountsWhatTheJukeboxLists) {
     EXPECT_EQ(Config(), "; mine\r\n[Main]\r\nstartpath= " + Music().toUtf8() + "\r\nTheme=oak\r\n");
 }
 
-TEST_F(SetupTest, AnApplicationFolderWithoutSettingsGetsThem) {
+TEST_F(SetupTest, AMissingFileStartsFromTheDeliveredSettings) {
     files.Remove(box.Path(u"home/config.ini"_s));
+    EXPECT_TRUE(Set(Music()).error.contains(u"does not exist"_s));
+    box.MakeFolder(u"share"_s);
+    box.Write(u"share/config.ini"_s, "[Main]\nTheme=walnut\nStartPath=\n[Key]\n");
     EXPECT_EQ(Set(Music()).error, QString());
-    EXPECT_TRUE(Config().contains("StartPath=" + Music().toUtf8()));
+    EXPECT_EQ(Config(), "[Main]\nTheme=walnut\nStartPath=" + Music().toUtf8() + "\n[Key]\n");
+    EXPECT_EQ(box.Read(u"share/config.ini"_s), "[Main]\nTheme=walnut\nStartPath=\n[Key]\n");
 }
 
 TEST_F(SetupTest, ARelativeFolderIsWrittenWithItsWholePath) {
@@ -100,7 +106,7 @@ TEST_F(SetupTest, AWriteThatFailsLeavesTheFile) {
 }
 
 TEST_F(SetupTest, ASearchWithoutTimeSaysThatThereMayBeMore) {
-    const SetupResult result = SetMusicFolder(files, Home(), Music(), 0ms);
+    const SetupResult result = SetMusicFolder(files, Home(), QString(), Music(), 0ms);
     EXPECT_EQ(result.error, QString());
     EXPECT_TRUE(result.isMore);
     EXPECT_EQ(result.tracks, 2) << "the folder itself, without the one in it";

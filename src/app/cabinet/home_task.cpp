@@ -65,7 +65,7 @@ QString HomeOption(const CommandLine& line) {
 }
 
 int Setup(Files& files, const CommandLine& line, const AppFolderResult& found) {
-    const SetupResult result = SetMusicFolder(files, found.folder, *line.setupFolder, kPatience);
+    const SetupResult result = SetMusicFolder(files, found.folder, found.share, *line.setupFolder, kPatience);
     if (!result.error.isEmpty()) {
         return Fail(result.error);
     }

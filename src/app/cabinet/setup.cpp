@@ -56,15 +56,22 @@ private:
     FilePattern isPlaylist_{QStringLiteral("*.vtxpl")};
 };
 
+// The file whose keys are kept.
+QString ModelOfConfig(Files& files, const QString& home, const QString& share) {
+    const QString name = QStringLiteral("config.ini");
+    const QString own = PathIn(home, name);
+    return files.Identity(own) || share.isEmpty() ? own : PathIn(share, name);
+}
+
 // Returns what went wrong, or an empty text.
-QString WriteStartPath(Files& files, const QString& home, const QString& folder) {
+QString WriteStartPath(Files& files, const QString& home, const QString& share, const QString& folder) {
     const QString section = QStringLiteral("Main");
     const QString key = QStringLiteral("StartPath");
     const QString path = PathIn(home, QStringLiteral("config.ini"));
-    const std::optional<QByteArray> bytes =
-        files.Identity(path) ? files.ReadWhole(path, kLargestConfig) : QByteArray();
+    const QString model = ModelOfConfig(files, home, share);
+    const std::optional<QByteArray> bytes = files.ReadWhole(model, kLargestConfig);
     if (!bytes) {
-        return QStringLiteral("\"%1\" cannot be read").arg(path);
+        return QStringLiteral("\"%1\" does not exist or cannot be read").arg(model);
     }
     IniFile config(*bytes);
     config.SetValue(section, key, folder);
@@ -75,7 +82,7 @@ QString WriteStartPath(Files& files, const QString& home, const QString& folder)
                    "has a line feed in it")
             .arg(folder);
     }
-    if (config.Bytes() != *bytes && !WriteFileSafely(files, path, config.Bytes())) {
+    if ((config.Bytes() != *bytes || model != path) && !WriteFileSafely(files, path, config.Bytes())) {
         return QStringLiteral("\"%1\" cannot be written; the disk may be full or read-only").arg(path);
     }
     return QString();
@@ -83,7 +90,7 @@ QString WriteStartPath(Files& files, const QString& home, const QString& folder)
 
 } // namespace
 
-SetupResult SetMusicFolder(Files& files, const QString& home, const QString& folder,
+SetupResult SetMusicFolder(Files& files, const QString& home, const QString& share, const QString& folder,
                            std::chrono::milliseconds patience) {
     SetupResult result;
     result.folder = WithoutSeparatorAtEnd(folder.startsWith(u'/') ? folder : files.RealPath(folder));
@@ -98,7 +105,7 @@ SetupResult SetMusicFolder(Files& files, const QString& home, const QString& fol
     }
     result.tracks = counter.tracks;
     result.isMore = !counter.HasTime();
-    result.error = WriteStartPath(files, home, result.folder);
+    result.error = WriteStartPath(files, home, share, result.folder);
     return result;
 }
 

@@ -20,9 +20,10 @@ struct SetupResult {
 };
 
 // Sets StartPath in the config.ini of the application folder, which keeps every other byte. A relative folder
-// is made absolute. Requires the lock of the application folder, because a running jukebox writes config.ini
-// too. Looks for music no longer than `patience`.
-SetupResult SetMusicFolder(Files& files, const QString& home, const QString& folder,
+// is made absolute. A missing config.ini starts from the delivered one in `share`; without any settings the
+// jukebox would have neither keys nor blocks. Requires the lock of the application folder, because a running
+// jukebox writes config.ini too. Looks for music no longer than `patience`.
+SetupResult SetMusicFolder(Files& files, const QString& home, const QString& share, const QString& folder,
                            std::chrono::milliseconds patience);
 
 // Returns the names of the application folder's own themes that are used in place of delivered ones of the
