@@ -44,6 +44,8 @@ TOOLKITS = [
                 r"AbstractListModel|SignalBlocker|ScopedValueRollback)"),
     ("GStreamer", r"(gst|glib|glib-object)(/.*)?(\.h)?"),
     ("X11", r"X11/.*|xcb/.*"),
+    ("libevdev", r"libevdev/.*"),
+    ("libudev", r"libudev\.h"),
     ("ICU", r"unicode/.*"),
     ("mpg123", r"mpg123\.h"),
     ("fontconfig", r"fontconfig/.*"),
