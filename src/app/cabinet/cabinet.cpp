@@ -19,6 +19,7 @@
 #include "dialogs/folder_chooser.h"
 #include "dialogs/key_assignment.h"
 #include "dialogs/keyboard.h"
+#include "platform/evdev/evdev_gamepads.h"
 #include "platform/gstreamer/audio_library.h"
 #include "platform/gstreamer/media_graph.h"
 #include "platform/pictures/picture_loader.h"
@@ -154,6 +155,7 @@ private:
     SteadyTime lastFree_ = std::chrono::steady_clock::now();
     // The event whose handler has ended the program.
     std::optional<InputKind> endedBy_;
+    std::unique_ptr<EvdevGamepads> gamepads_;
 };
 
 CabinetSettings SettingsIn(const QString& appFolder) {
@@ -177,6 +179,14 @@ Cabinet::Cabinet(const AppFolderResult& found, const std::map<int, QString>& ser
     form_.shell.AppFolder = found.folder;
     form_.shell.ShareFolder = found.share;
     form_.assets.pictureQueue = std::move(pictures);
+    const auto log = [this](const QString& text) { Log(text); };
+    if (cabinetSettings_.holdScreen) {
+        windows_.HoldScreen(log);
+    }
+    if (cabinetSettings_.gamepads) {
+        gamepads_ = std::make_unique<EvdevGamepads>(
+            [this](int code, bool isRepeat) { windows_.PressGamepadKey(code, isRepeat); }, log);
+    }
     pump_.SetIntervals(form_.shell.Timer1.Interval, form_.shell.tmrSpectrum.Interval);
     pump_.SetSpectrumWanted([this] { return form_.shell.tmrSpectrum.Enabled; });
     pump_.SetSink([this](const InputEvent& event) { OnEvent(event); });

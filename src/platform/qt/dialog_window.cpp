@@ -6,18 +6,39 @@
 #include "platform/qt/qt_event_pump.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QStyle>
+#include <QWindow>
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 namespace {
 
 const QString kTrue = QStringLiteral("true");
 const QString kFalse = QStringLiteral("false");
+
+// What a gamepad does in a dialog; `code` is a virtual-key code.
+struct GamepadMeaning {
+    int code;
+    Qt::Key key;
+    const char* text;
+};
+
+constexpr std::array kGamepadMeanings = {
+    GamepadMeaning{195, Qt::Key_Space, " "}, GamepadMeaning{196, Qt::Key_Escape, ""},
+    GamepadMeaning{199, Qt::Key_Tab, "\t"},  GamepadMeaning{200, Qt::Key_Backtab, ""},
+    GamepadMeaning{203, Qt::Key_Up, ""},     GamepadMeaning{204, Qt::Key_Down, ""},
+    GamepadMeaning{205, Qt::Key_Left, ""},   GamepadMeaning{206, Qt::Key_Right, ""},
+    GamepadMeaning{207, Qt::Key_Return, ""}, GamepadMeaning{211, Qt::Key_Up, ""},
+    GamepadMeaning{212, Qt::Key_Down, ""},   GamepadMeaning{213, Qt::Key_Right, ""},
+    GamepadMeaning{214, Qt::Key_Left, ""},
+};
 
 void ShowText(WrapLabel& label, const ControlLook& look) {
     if (label.text() != look.value) {
@@ -213,6 +234,21 @@ void DialogWindow::PostClick(const ControlName& name) {
 
 void DialogWindow::PostDoubleClick(const ControlName& name, const QString& value) {
     pump_.Post({.kind = InputKind::kControlDoubleClick, .control = Mine(name), .value = value});
+}
+
+// Sent to the window, not to a widget: the toolkit then passes it to an unfolded list or to the focus.
+void DialogWindow::TakeGamepadKey(int code, bool isRepeat) {
+    const auto* const meaning =
+        std::find_if(kGamepadMeanings.begin(), kGamepadMeanings.end(),
+                     [code](const GamepadMeaning& candidate) { return candidate.code == code; });
+    if (meaning == kGamepadMeanings.end() || windowHandle() == nullptr) {
+        return;
+    }
+    const QString text = QString::fromLatin1(meaning->text);
+    QKeyEvent press(QEvent::KeyPress, meaning->key, Qt::NoModifier, text, isRepeat);
+    QCoreApplication::sendEvent(windowHandle(), &press);
+    QKeyEvent release(QEvent::KeyRelease, meaning->key, Qt::NoModifier, text, isRepeat);
+    QCoreApplication::sendEvent(windowHandle(), &release);
 }
 
 void DialogWindow::closeEvent(QCloseEvent* event) {

@@ -51,6 +51,10 @@ public:
     // Calls `show` with the look of a control that has a widget already.
     void Watch(const ControlName& name, std::function<void(const ControlLook&)> show);
 
+    // A key of a gamepad. Directions, "A", "B", the shoulders and "Menu" move and press as a keyboard does:
+    // arrows, Space, Escape, Tab, Enter.
+    virtual void TakeGamepadKey(int code, bool isRepeat);
+
     void PostSet(const ControlName& name, const QString& value);
     void PostClick(const ControlName& name);
     void PostDoubleClick(const ControlName& name, const QString& value = {});

@@ -3,6 +3,7 @@
 
 #include "platform/qt/dialog_style.h"
 #include "platform/qt/dialog_widgets.h"
+#include "platform/qt/qt_event_pump.h"
 #include "platform/qt/window_events.h"
 
 #include <QKeyEvent>
@@ -52,5 +53,12 @@ KeyWindow::KeyWindow(QtEventPump& pump, ControlLooks looks, const QRect& screen)
 void KeyWindow::keyPressEvent(QKeyEvent* event) {
     if (!event->isAutoRepeat() && !taken_) {
         taken_ = PostKeyDown(pump_, *event);
+    }
+}
+
+void KeyWindow::TakeGamepadKey(int code, bool isRepeat) {
+    if (!isRepeat && !taken_) {
+        taken_ = true;
+        pump_.Post({.kind = InputKind::kKeyDown, .code = code});
     }
 }

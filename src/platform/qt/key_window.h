@@ -8,6 +8,8 @@ class KeyWindow : public DialogWindow {
 public:
     KeyWindow(QtEventPump& pump, ControlLooks looks, const QRect& screen);
 
+    void TakeGamepadKey(int code, bool isRepeat) override;
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 

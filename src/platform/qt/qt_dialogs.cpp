@@ -30,7 +30,7 @@ private:
 // The same for the window of another dialog.
 class ShownDialog {
 public:
-    ShownDialog(QtWindows& windows, QWidget& dialog) : windows_(windows), dialog_(dialog) {
+    ShownDialog(QtWindows& windows, DialogWindow& dialog) : windows_(windows), dialog_(dialog) {
         windows_.ShowDialog(dialog_);
     }
     ~ShownDialog() { windows_.HideDialog(dialog_); }
@@ -39,7 +39,7 @@ public:
 
 private:
     QtWindows& windows_;
-    QWidget& dialog_;
+    DialogWindow& dialog_;
 };
 
 std::unique_ptr<DialogWindow> NewWindow(const QString& dialog, QtEventPump& pump, const ControlLooks& looks) {

@@ -1,6 +1,9 @@
 // Showing the windows and their pointers.
 #include "platform/qt/qt_windows.h"
 
+#include "platform/qt/dialog_window.h"
+#include "platform/qt/qt_event_pump.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -19,6 +22,8 @@ constexpr int kLongestAppearance = 2000;
 constexpr std::chrono::seconds kSaverInterval{50};
 // How often changes of the monitors are looked for.
 constexpr std::chrono::seconds kMonitorInterval{1};
+// The first frame is shown before the screen is held.
+constexpr std::chrono::milliseconds kHoldDelay{300};
 
 Qt::CursorShape CursorOf(int number) {
     switch (number) {
@@ -34,7 +39,7 @@ Qt::CursorShape CursorOf(int number) {
 } // namespace
 
 QtWindows::QtWindows(QtEventPump& pump, X11Screen* x11)
-    : main_(pump), video_(pump), keyboard_(pump), x11_(x11) {
+    : pump_(pump), main_(pump), video_(pump), keyboard_(pump), x11_(x11) {
     if (x11_ != nullptr) {
         QObject::connect(&saver_, &QTimer::timeout, [this] { x11_->ResetScreenSaver(); });
         saver_.start(kSaverInterval);
@@ -89,6 +94,48 @@ QRect QtWindows::VideoOnDesktop() const {
     QRect place = videoPlace_;
     place.setSize(place.size().boundedTo(desktop.size() * 2).expandedTo(QSize(1, 1)));
     return place;
+}
+
+void QtWindows::HoldScreen(std::function<void(const QString& line)> log) {
+    if (x11_ != nullptr) {
+        QTimer::singleShot(kHoldDelay, &main_, [this, log = std::move(log)] {
+            hold_ = X11Hold::Begin([this] { return VisibleWindows(); }, log);
+        });
+    }
+}
+
+// Dialogs are centred by their own size; everything else has a place that the jukebox knows.
+std::vector<HeldWindow> QtWindows::VisibleWindows() const {
+    std::vector<HeldWindow> windows;
+    const QRect screen = PrimaryPlace();
+    if (video_.isVisible()) {
+        windows.push_back({video_.winId(), VideoOnDesktop(), false});
+    }
+    if (main_.isVisible()) {
+        const bool isFullScreen = covers_ || !shown_;
+        windows.push_back({main_.winId(), isFullScreen ? screen : main_.geometry(), isFullScreen});
+    }
+    for (const DialogWindow* dialog : dialogs_) {
+        windows.push_back({dialog->winId(), std::nullopt, false});
+    }
+    if (keyboard_.isVisible()) {
+        windows.push_back({keyboard_.winId(), screen, true});
+    }
+    return windows;
+}
+
+void QtWindows::HoldAgain() {
+    if (hold_) {
+        hold_->LookSoon();
+    }
+}
+
+void QtWindows::PressGamepadKey(int code, bool isRepeat) {
+    if (!dialogs_.empty()) {
+        dialogs_.back()->TakeGamepadKey(code, isRepeat);
+    } else {
+        pump_.Post({.kind = InputKind::kKeyDown, .code = code});
+    }
 }
 
 void QtWindows::ShowMainWindow(const QRect& place) {
@@ -173,30 +220,34 @@ void QtWindows::ShowKeyboard() {
     keyboard_.setGeometry(screen);
     keyboard_.showFullScreen();
     WaitUntilExposed(keyboard_);
+    HoldAgain();
 }
 
 void QtWindows::HideKeyboard() {
     keyboard_.hide();
     main_.activateWindow();
+    HoldAgain();
 }
 
 // A window manager keeps a window above the one that it belongs to, full-screen windows included.
-void QtWindows::ShowDialog(QWidget& dialog) {
-    const QWidget& below = dialogs_.empty() ? main_ : *dialogs_.back();
+void QtWindows::ShowDialog(DialogWindow& dialog) {
+    const QWidget& below = dialogs_.empty() ? static_cast<QWidget&>(main_) : *dialogs_.back();
     dialog.winId(); // makes the window's handle
     dialog.windowHandle()->setTransientParent(below.windowHandle());
     dialogs_.push_back(&dialog);
     dialog.show();
     WaitUntilExposed(dialog);
+    HoldAgain();
 }
 
-void QtWindows::HideDialog(QWidget& dialog) {
+void QtWindows::HideDialog(DialogWindow& dialog) {
     dialog.hide();
     std::erase(dialogs_, &dialog);
-    QWidget& below = dialogs_.empty() ? main_ : *dialogs_.back();
+    QWidget& below = dialogs_.empty() ? static_cast<QWidget&>(main_) : *dialogs_.back();
     if (below.isVisible()) {
         below.activateWindow();
     }
+    HoldAgain();
 }
 
 void QtWindows::ShowNotice(const Notice& notice) {

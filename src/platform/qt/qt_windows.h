@@ -4,14 +4,17 @@
 #include "platform/qt/keyboard_window.h"
 #include "platform/qt/main_window.h"
 #include "platform/qt/video_window.h"
+#include "platform/qt/x11_hold.h"
 #include "platform/qt/x11_screen.h"
 #include "platform/windows.h"
 
 #include <QTimer>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
+class DialogWindow;
 class QScreen;
 
 class QtWindows : public Windows {
@@ -21,6 +24,10 @@ public:
 
     // Sets a routine that is called after each frame.
     void SetRefreshed(std::function<void()> refreshed) { refreshed_ = std::move(refreshed); }
+
+    // On X11 under a window manager: keeps the keyboard and the windows' places until this object is
+    // destroyed (see X11Hold). Begins after the first frame.
+    void HoldScreen(std::function<void(const QString& line)> log);
 
     void ShowMainWindow(const QRect& place) override;
     void Refresh(const QImage& frame, int left, int top) override;
@@ -41,14 +48,21 @@ public:
 
     // Shows a dialog's window above all others and waits until it is visible; hides it and returns the focus
     // to the dialog below it, or to the main window.
-    void ShowDialog(QWidget& dialog);
-    void HideDialog(QWidget& dialog);
+    void ShowDialog(DialogWindow& dialog);
+    void HideDialog(DialogWindow& dialog);
 
     // Shows a notice page over everything, on the primary screen while the main window is not shown yet.
     void ShowNotice(const Notice& notice);
     void HideNotice();
 
+    // Passes a key of a gamepad to the topmost dialog, or to the jukebox.
+    void PressGamepadKey(int code, bool isRepeat);
+
 private:
+    // The visible windows, the topmost one last.
+    std::vector<HeldWindow> VisibleWindows() const;
+    // The topmost window is another one than before.
+    void HoldAgain();
     void SetPointer();
     void CoverScreen();
     void WatchMonitors();
@@ -57,6 +71,7 @@ private:
     static void WaitUntilExposed(QWidget& window);
     void FollowScreen(QScreen* screen);
 
+    QtEventPump& pump_;
     MainWindow main_;
     VideoWindow video_;
     // In pixels of the desktop.
@@ -65,7 +80,7 @@ private:
     // Picture_MainVideo in the main window.
     QRect surface_;
     // The dialogs that are open, the topmost one last.
-    std::vector<QWidget*> dialogs_;
+    std::vector<DialogWindow*> dialogs_;
     X11Screen* x11_;
     QTimer saver_;
     QTimer watch_;
@@ -77,4 +92,5 @@ private:
     bool covers_ = false;
     int screenPointer_ = 0;
     int formPointer_ = 0;
+    std::unique_ptr<X11Hold> hold_;
 };
