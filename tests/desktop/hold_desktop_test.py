@@ -142,6 +142,9 @@ class Managed(desk.DeskTest):
 class Tests:
     """What holds under every window manager."""
 
+    # Whether a window above the jukebox is seen as one: a manager of single windows hides the jukebox instead.
+    REPORTS_COVER = True
+
     def test_its_shortcuts_do_not_leave_the_jukebox(self):
         window = self.other.open_window()
         self.start_held()
@@ -160,6 +163,17 @@ class Tests:
         self.other.raise_window(window)
         self.assert_answers("a raised window")
         self.see_whole_screen("a raised window")
+
+    def test_a_window_above_all_others_is_covered_again(self):
+        self.start_held()
+        self.other.open_window()
+        self.screen.run("wmctrl", "-r", "Intruder", "-b", "add,above,fullscreen")
+        self.screen.run("wmctrl", "-a", "Intruder")
+        self.assert_answers("a full-screen window")
+        self.see_whole_screen("a full-screen window")
+        if self.REPORTS_COVER:
+            desk.wait_until(lambda: any(line.startswith(" : Fenêtre couverte par ") for line in self.log()),
+                            "the line in the log")
 
     def test_the_focus_of_another_window_does_not_take_the_keys(self):
         self.start_held()
@@ -248,6 +262,7 @@ class Xfwm4(Tests, Managed):
 
 class Matchbox(Tests, Managed):
     MANAGER = ("matchbox-window-manager",)
+    REPORTS_COVER = False
 
     def test_dialogs_have_the_keys(self):
         self.skipTest("this window manager and the toolkit pass the focus of a dialog back and forth for ever")

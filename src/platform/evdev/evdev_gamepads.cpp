@@ -74,6 +74,8 @@ EvdevGamepads::EvdevGamepads(Press press, Log log) : press_(std::move(press)), l
     repeat_.setSingleShot(true);
     repeat_.setTimerType(Qt::PreciseTimer);
     QObject::connect(&repeat_, &QTimer::timeout, [this] { Repeat(); });
+    closeGone_.setSingleShot(true);
+    QObject::connect(&closeGone_, &QTimer::timeout, [this] { CloseGone(); });
     start_.setSingleShot(true);
     QObject::connect(&start_, &QTimer::timeout, [this] { Start(); });
     start_.start(kStart);
@@ -183,8 +185,10 @@ void EvdevGamepads::Open(const QString& path, const QString& name) {
 }
 
 void EvdevGamepads::Use(const QString& path, EvdevHandle handle) {
-    // The device reports from its own notifier, inside which it cannot be destroyed.
-    const auto gone = [this, path] { QTimer::singleShot(0, &start_, [this, path] { Close(path); }); };
+    const auto gone = [this, path] {
+        gone_.insert(path);
+        closeGone_.start(0);
+    };
     auto device = std::make_unique<EvdevDevice>(
         std::move(handle),
         EvdevDevice::Reports{.change = [this](const GamepadKey& change) { Take(change); }, .gone = gone});
@@ -203,6 +207,12 @@ void EvdevGamepads::Close(const QString& path) {
     refused_.erase(path);
     if (devices_.erase(path) > 0) {
         log_(QStringLiteral(" : Manette %1 débranchée").arg(path));
+    }
+}
+
+void EvdevGamepads::CloseGone() {
+    for (const QString& path : std::exchange(gone_, {})) {
+        Close(path);
     }
 }
 

@@ -50,6 +50,7 @@ private:
     void Open(const QString& path, const QString& name);
     void Use(const QString& path, EvdevHandle device);
     void Close(const QString& path);
+    void CloseGone();
     void Take(const GamepadKey& change);
     void Repeat();
     void FollowRepeat();
@@ -60,6 +61,9 @@ private:
     HeldKeys held_;
     QTimer start_;
     QTimer repeat_;
+    // A device cannot be destroyed inside its own report that it is gone.
+    std::set<QString> gone_;
+    QTimer closeGone_;
     std::unique_ptr<udev, UnrefUdev> udev_;
     std::unique_ptr<udev_monitor, UnrefUdev> monitor_;
     std::unique_ptr<QSocketNotifier> changes_;

@@ -98,9 +98,11 @@ QRect QtWindows::VideoOnDesktop() const {
 
 void QtWindows::HoldScreen(std::function<void(const QString& line)> log) {
     if (x11_ != nullptr) {
-        QTimer::singleShot(kHoldDelay, &main_, [this, log = std::move(log)] {
+        QObject::connect(&holdStart_, &QTimer::timeout, [this, log = std::move(log)] {
             hold_ = X11Hold::Begin([this] { return VisibleWindows(); }, log);
         });
+        holdStart_.setSingleShot(true);
+        holdStart_.start(kHoldDelay);
     }
 }
 

@@ -92,5 +92,6 @@ private:
     bool covers_ = false;
     int screenPointer_ = 0;
     int formPointer_ = 0;
+    QTimer holdStart_;
     std::unique_ptr<X11Hold> hold_;
 };
