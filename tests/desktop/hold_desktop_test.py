@@ -167,6 +167,7 @@ class Tests:
     def test_a_window_above_all_others_is_covered_again(self):
         self.start_held()
         self.other.open_window()
+        desk.wait_until(lambda: b"Intruder" in self.screen.run("wmctrl", "-l"), "the window is managed")
         self.screen.run("wmctrl", "-r", "Intruder", "-b", "add,above,fullscreen")
         self.screen.run("wmctrl", "-a", "Intruder")
         self.assert_answers("a full-screen window")
