@@ -336,6 +336,14 @@ TEST_F(KeyWindowTest, TakesTheFirstFreshPressOfAKeyThatHasACode) {
     EXPECT_EQ(Posted(), Only("key 120"));
 }
 
+TEST_F(KeyWindowTest, TakesTheFirstFreshPressOfAGamepad) {
+    window.TakeGamepadKey(195, true);
+    EXPECT_EQ(Posted(), QStringList());
+    window.TakeGamepadKey(196, false);
+    window.TakeGamepadKey(197, false);
+    EXPECT_EQ(Posted(), Only("key 196"));
+}
+
 TEST(KeyWindowKeysTest, EveryKeyIsTaken) {
     const DialogModel model = KeyModel();
     const std::vector<std::pair<int, int>> keys = {
