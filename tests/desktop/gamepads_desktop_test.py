@@ -206,8 +206,7 @@ class Gamepads(desk.DeskTest):
         self.assertEqual(sum("Manette" in line for line in self.log()), 1)
 
     def test_switched_off_no_pad_is_read(self):
-        with open(self.home / "config.ini", "a", encoding="utf-8") as config:
-            config.write("\n[Cabinet]\nGamepads=false\n")
+        desk.edit(self.home / "config.ini", "Gamepads=true", "Gamepads=false")
         self.pad()
         self.start_and_see()
         time.sleep(1)

@@ -236,8 +236,7 @@ class Tests:
         self.assert_answers("the other program's grab")
 
     def test_switched_off_it_holds_nothing(self):
-        with open(self.home / "config.ini", "a", encoding="utf-8") as config:
-            config.write("\n[Cabinet]\nHoldScreen=false\n")
+        desk.edit(self.home / "config.ini", "HoldScreen=true", "HoldScreen=false")
         self.start_and_see()
         time.sleep(1)
         self.assertFalse(self.is_held())
