@@ -73,7 +73,7 @@ std::optional<QRect> PlaceOf(Display* display, Window window) {
 
 } // namespace
 
-// The connection. HeldWindows of other programs can vanish at any time: the toolkit's error handler ignores
+// The connection. Windows of other programs can vanish at any time: the toolkit's error handler ignores
 // the requests that fail for that reason.
 struct X11Hold::Server {
     Server(Display* ownDisplay, const QNativeInterface::QX11Application& x11);
