@@ -121,7 +121,7 @@ private:
     // What the next start has to know.
     RestartNote NoteFor(const RunTimeError& error, const QString& reason);
     void Show(const StopPage& page);
-    // Writes a line to the log if possible, and to standard error when that is the system's journal.
+    // Writes a line to the log if possible.
     void Log(const QString& text);
 
     // The first cover needs it; the settings and the theme are read in the meantime. The destructor waits for
@@ -234,10 +234,6 @@ std::map<QString, DialogParts> Cabinet::AllDialogs() {
 
 void Cabinet::Log(const QString& text) {
     PassOver([&] { WriteLog(form_, OneLine(text)); });
-    // systemd.exec(5): set when standard error is the journal.
-    if (qEnvironmentVariableIsSet("JOURNAL_STREAM")) {
-        TellStandardError(text);
-    }
 }
 
 void Cabinet::Start() {
@@ -289,7 +285,7 @@ void Cabinet::AfterHandler(const std::optional<RunTimeError>& error) {
     if (error) {
         lastError_ = error;
         TellStandardError(QStringLiteral("run-time error ") + WordsOf(*error));
-        PassOver([&] { WriteLog(form_, OneLine(QStringLiteral(" : Erreur ") + WordsOf(*error))); });
+        Log(QStringLiteral(" : Erreur ") + WordsOf(*error));
     }
     if (!started_) {
         return;
@@ -373,7 +369,7 @@ Ending Cabinet::EndStopped(const ProgramStop& stop) {
     const QString words = WordsOf(stop.error);
     TellStandardError(QStringLiteral("%1 stopped by run-time error %2").arg(stop.routine, words));
     const QString line = QStringLiteral("arrêt de %1 : erreur %2").arg(stop.routine, words);
-    PassOver([&] { WriteLog(form_, OneLine(QStringLiteral(" : ") + line)); });
+    Log(QStringLiteral(" : ") + line);
     if (TerminationWish::HasCome()) {
         return {.exitCode = kEndedByError, .again = std::nullopt}; // there is no time left for a page
     }
