@@ -1,0 +1,84 @@
+#!/bin/sh
+# One test of the kiosk on a booted system: kiosk.sh SUBJECT
+set -eu
+
+main_pid() {
+    systemctl show -P MainPID vantorix-kiosk.service
+}
+
+# wait_for SECONDS WORDS COMMAND...
+wait_for() {
+    limit=$1
+    words=$2
+    shift 2
+    begin=$(date +%s)
+    until "$@"; do
+        if [ $(($(date +%s) - begin)) -ge "$limit" ]; then
+            echo "not within $limit seconds: $words"
+            systemctl --no-pager status 'vantorix-kiosk*' || true
+            journalctl -b --no-pager -n 30 || true
+            exit 1
+        fi
+        sleep 0.2
+    done
+    echo "$words: $(($(date +%s) - begin)) s"
+}
+
+# The jukebox itself runs, and has reported that it is ready.
+is_up() {
+    [ "$(systemctl is-active vantorix-kiosk.service)" = active ] && [ "$(cat "/proc/$(main_pid)/comm" 2>/dev/null)" = vantorix ]
+}
+
+is_up_again() {
+    is_up && [ "$(main_pid)" != "$before" ]
+}
+
+is_gone() {
+    [ "$(systemctl is-active vantorix-kiosk.service)" != active ] && [ "$(systemctl is-active vantorix-kiosk-screen.service)" != active ]
+}
+
+case $1 in
+starts)
+    vantorix-kiosk setup /usr/share/vantorix-demo
+    vantorix-kiosk on
+    wait_for 60 "the jukebox reports that it is ready" is_up
+    [ "$(stat -c %U "/proc/$(main_pid)")" = vantorix ]
+    # The journal has the lines of the log.
+    wait_for 10 "a line of the log in the journal" sh -c "journalctl -b -u vantorix-kiosk | grep -q RedrawJukebox"
+    ;;
+upgrade)
+    before=$(main_pid)
+    sed -i 's/^ShowTrackNum=.*/ShowTrackNum=false/' /var/lib/vantorix/config.ini
+    dpkg -i /packages/*.deb
+    wait_for 60 "the new version after the upgrade" is_up_again
+    grep '^ShowTrackNum=false' /var/lib/vantorix/config.ini
+    ;;
+killed)
+    before=$(main_pid)
+    kill -KILL "$before"
+    wait_for 30 "the jukebox after SIGKILL" is_up_again
+    ;;
+screen)
+    before=$(main_pid)
+    kill -KILL "$(systemctl show -P MainPID vantorix-kiosk-screen.service)"
+    wait_for 60 "the jukebox after the end of the X server" is_up_again
+    ;;
+hung)
+    before=$(main_pid)
+    kill -STOP "$before"
+    wait_for 120 "the jukebox after SIGSTOP" is_up_again
+    journalctl -b -u vantorix-kiosk | grep "Watchdog timeout"
+    ;;
+off)
+    vantorix-kiosk off
+    is_gone
+    [ "$(systemctl is-enabled vantorix-kiosk.service)" = disabled ]
+    ;;
+removed)
+    vantorix-kiosk on
+    wait_for 60 "the jukebox before its removal" is_up
+    dpkg --remove vantorix-jukebox-kiosk vantorix-jukebox-demo vantorix-jukebox
+    is_gone
+    ! pgrep -u vantorix
+    ;;
+esac
