@@ -3,10 +3,9 @@
 # Usage: test_packages.sh     as root. The last line counts the checks; the exit code is 1 if one has failed.
 #
 #   1. The packages are built twice in different folders and are equal to the byte. lintian finds no errors and warnings.
-#   2. A fresh system gets the packages of the commit before. A user sets the music folder and picks a track, which is
-#      heard on a null sink.
-#   3. The system is booted with the kiosk on. It is upgraded while the jukebox runs; the jukebox, its X server and
-#      finally the watchdog are tested with signals.
+#   2. A fresh system gets the packages. A user sets the music folder and picks a track, which is heard on a null sink.
+#   3. The system gets the packages of the commit before and is booted with the kiosk on. It is upgraded while the jukebox
+#      runs; then the jukebox and its X server are ended, and the jukebox is stopped, by signals.
 #   4. The packages are removed and purged. Whatever they leave on the disk has to be on a list.
 #
 # The systems are folders below build/package-test, run by systemd-nspawn. The base system and the packages of the commit
@@ -32,6 +31,7 @@ tools/install_packages.sh build package package-test || exit 1
 work=$root/build/package-test
 machine=$work/machine
 mkdir -p "$work"
+names="vantorix-jukebox-kiosk vantorix-jukebox-demo vantorix-jukebox"
 passed=0
 failed=0
 
@@ -112,14 +112,16 @@ cp "$root/tests/desktop/pulse.sh" "$here"/machine/*.sh "$machine/test/"
 
 check "the dependencies can be installed" install_dependencies
 list_files >"$work/files-before"
-check "the packages install" in_root "dpkg -i /earlier/*.deb"
+check "the packages install" in_root "dpkg -i /packages/*.deb"
 check "a picked track is heard" in_root "/test/as_patron.sh"
+check "the packages are removed" in_root "dpkg --remove $names"
+check "the packages of the commit before install" in_root "dpkg -i /earlier/*.deb"
 
 check "the machine boots" boot_machine
 for subject in starts upgrade killed screen hung off removed; do
     check "the kiosk: $subject" in_machine "/test/kiosk.sh $subject"
 done
-check "purging" in_machine "dpkg --purge vantorix-jukebox vantorix-jukebox-demo vantorix-jukebox-kiosk"
+check "purging" in_machine "dpkg --purge $names"
 end_machine
 
 # What may be left: the owner's folder, the user, the records of the package manager and of the system itself.

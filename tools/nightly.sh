@@ -1,7 +1,7 @@
 #!/bin/sh
 # Runs what takes too long for every change: all tests, a minute of each fuzzer, random sessions under the sanitizers,
-# the memory of the real window, the light show, an evening in a bar, restarts, and the unit tests and the real jukebox
-# under ThreadSanitizer.
+# the memory of the real window, the light show, an evening in a bar, restarts, the packages on a fresh system, and the
+# unit tests and the real jukebox under ThreadSanitizer.
 # nightly.sh [MINUTES] runs each fuzzer for that many minutes. Requirements: those of ./test.sh and tools/fuzz.sh.
 set -eu
 cd "$(dirname "$0")/.."
@@ -20,6 +20,12 @@ tools/soak_window.py --minutes 12 --settle 6 --coins 0.5 --limit 12
 tools/evening.py
 VANTORIX_KILLS=1000 python3 -B tests/desktop/kept_desktop_test.py
 HUNG_FOLDER_LIBRARY=build/tests/desktop/libhung_folder.so VANTORIX_LADDER_TABLE=1 python3 -B tests/desktop/ladder_desktop_test.py
+# The packages. Only root can make a system and boot it.
+if [ "$(id -u)" -eq 0 ]; then
+    packaging/test_packages.sh
+else
+    echo "nightly.sh: packaging/test_packages.sh is left out, because this is not root" >&2
+fi
 
 # Data races. ThreadSanitizer needs addresses that are not randomised too much (setarch -R). Tests that a program ten
 # times slower cannot pass are left out: sounds measured in milliseconds, and keys typed in quick succession. The locale
