@@ -1,5 +1,5 @@
 # Makes a Debian 12 system in a folder, runs commands in it, and boots it. Read by test_packages.sh, which sets the
-# variables "work" and "machine".
+# variables "work", "machine" and "packages".
 # shellcheck shell=bash disable=SC2154
 
 # The mirror that this machine uses, so that none is written down here.
@@ -26,14 +26,13 @@ make_machine() {
     mkdir "$1/test"
 }
 
-nspawn() {
-    systemd-nspawn --quiet --register=no --keep-unit --directory="$machine" --hostname=cabinet "$@" </dev/null
-}
+nspawn=(systemd-nspawn --quiet --register=no --keep-unit --hostname=cabinet)
 
 # Runs a command in the system, which is not booted.
 in_root() {
     local code
-    nspawn --as-pid2 --setenv=DEBIAN_FRONTEND=noninteractive /bin/sh -c "$1" 2>&1 | grep -v '^Attempted to remove disk'
+    "${nspawn[@]}" --directory="$machine" --as-pid2 --setenv=DEBIAN_FRONTEND=noninteractive /bin/sh -c "$1" </dev/null 2>&1 |
+        grep -v '^Attempted to remove disk'
     code=${PIPESTATUS[0]}
     return "$code"
 }
@@ -41,7 +40,7 @@ in_root() {
 # What the packages depend on, without the packages themselves.
 install_dependencies() {
     local package fields
-    fields=$(for package in "$work"/first/*.deb; do
+    fields=$(for package in "$packages"/*.deb; do
         dpkg-deb -f "$package" Depends
         echo
     done | tr ',' '\n' | sed 's/^ *//; /^vantorix-jukebox/d; /^$/d' | sort -u | paste -sd,)
@@ -58,7 +57,7 @@ boot_machine() {
     local turn
     # Xvfb takes the place of Xorg: there is no graphics card.
     install -m 755 "$here/machine/xorg.sh" "$machine/usr/bin/Xorg"
-    nspawn --boot --private-network >"$work/boot.log" 2>&1 &
+    "${nspawn[@]}" --directory="$machine" --boot --private-network </dev/null >"$work/boot.log" 2>&1 &
     booted=$!
     for ((turn = 0; turn < 120; ++turn)); do
         sleep 0.5
@@ -69,8 +68,12 @@ boot_machine() {
     return 1
 }
 
-# Runs a command in the booted system.
+# Runs a command in the booted system, and never in the one of this script.
 in_machine() {
+    local own there
+    own=$(readlink /proc/self/ns/pid)
+    there=$(readlink "/proc/${first:-none}/ns/pid") || return 1
+    [ "$there" != "$own" ] || return 1
     nsenter -t "$first" -m -u -i -n -p -C --root --wd env -i -C / PATH=/usr/sbin:/usr/bin:/sbin:/bin \
         DEBIAN_FRONTEND=noninteractive /bin/sh -c "$1"
 }
@@ -83,7 +86,12 @@ end_machine() {
         kill -0 "$booted" 2>/dev/null || break
         sleep 0.5
     done
-    kill "$booted" 2>/dev/null
-    wait "$booted"
+    # A system that does not shut down ends with its first process.
+    if kill -0 "$booted" 2>/dev/null; then
+        pkill -KILL -P "$booted"
+        kill -KILL "$booted"
+    fi
+    wait "$booted" 2>/dev/null
     booted=
+    first=
 }

@@ -1,6 +1,7 @@
 #!/bin/bash
 # Tests the packages as a whole: the build, their contents, and a Debian 12 machine that has them.
-# Usage: test_packages.sh     as root. The last line counts the checks; the exit code is 1 if one has failed.
+# Usage: test_packages.sh [PACKAGES [EARLIER]]     as root. The last line counts the checks; the exit code is 1 if one
+#        has failed. With the folder of packages, and of earlier ones, these are tested and nothing is built.
 #
 #   1. The packages are built twice in different folders and are equal to the byte. lintian finds no errors and warnings.
 #   2. A fresh system gets the packages. A user sets the music folder and picks a track, which is heard on a null sink.
@@ -16,10 +17,12 @@ here=$(cd -- "$(dirname -- "$0")" && pwd)
 root=$(dirname -- "$here")
 # shellcheck source=packaging/test_machine.sh
 . "$here/test_machine.sh"
+given=${1:+$(realpath -- "$1")}
+given_earlier=${2:+$(realpath -- "$2")}
 cd -- "$root" || exit 1
 
-if [ $# -gt 0 ]; then
-    sed -n '2,3p' "$0" >&2
+if [ $# -gt 2 ] || [[ ${1:-} == -* ]]; then
+    sed -n '2,4p' "$0" >&2
     exit 2
 fi
 if [ "$(id -u)" -ne 0 ]; then
@@ -42,10 +45,12 @@ check() {
     if "$@" >"$work/check.log" 2>&1; then
         passed=$((passed + 1))
         echo "passed: $words"
+        sed -n "s,^measured: ,        ,p" "$work/check.log"
     else
         failed=$((failed + 1))
         echo "FAILED: $words"
         tail -n 20 "$work/check.log"
+        return 1
     fi
 }
 
@@ -75,7 +80,7 @@ same_packages() {
 }
 
 no_complaints() {
-    lintian --no-cfg --allow-root --tag-display-limit 0 --fail-on error,warning "$work"/first/*.changes
+    lintian --no-cfg --allow-root --tag-display-limit 0 --fail-on error,warning "$packages"/*.changes
 }
 
 # The packages of the commit before, with a lower version. Before there were packages: those of today.
@@ -83,41 +88,49 @@ build_earlier() {
     local commit tree=$work/earlier-tree
     commit=$(git rev-parse HEAD~1)
     git cat-file -e "$commit:packaging/build_deb.sh" 2>/dev/null || commit=$(git rev-parse HEAD)
-    if [ -f "$work/earlier-$commit/done" ]; then
+    earlier=$work/earlier-$commit
+    if [ -f "$earlier/done" ]; then
         return
     fi
     rm -rf "$tree" "$work"/earlier-*
     mkdir "$tree"
     git archive "$commit" | tar -x -C "$tree"
     sed -i '1s/(\(.*\))/(\1~earlier)/' "$tree/packaging/debian/changelog"
-    build "$tree" "$work/earlier-$commit"
-    touch "$work/earlier-$commit/done"
+    build "$tree" "$earlier"
+    touch "$earlier/done"
     rm -rf "$tree"
 }
 
-build "$root" "$work/first"
-build "$root" "$work/second"
-check "two builds are equal to the byte" same_packages
+if [ -n "$given" ]; then
+    packages=$given
+    earlier=${given_earlier:-$given}
+    echo "Not built, so not compared: $packages"
+else
+    build "$root" "$work/first"
+    build "$root" "$work/second"
+    check "two builds are equal to the byte" same_packages
+    build_earlier
+    packages=$work/first
+fi
 check "lintian has no errors and warnings" no_complaints
-build_earlier
 
 if ! make_machine "$machine"; then
-    check "making a system" false
+    check "a system is made" false
     finish
 fi
 mkdir -p "$machine/packages" "$machine/earlier"
-cp "$work"/first/*.deb "$machine/packages/"
-cp "$work"/earlier-*/*.deb "$machine/earlier/"
+cp "$packages"/*.deb "$machine/packages/"
+cp "$earlier"/*.deb "$machine/earlier/"
 cp "$root/tests/desktop/pulse.sh" "$here"/machine/*.sh "$machine/test/"
 
-check "the dependencies can be installed" install_dependencies
+check "the dependencies can be installed" install_dependencies || finish
 list_files >"$work/files-before"
 check "the packages install" in_root "dpkg -i /packages/*.deb"
 check "a picked track is heard" in_root "/test/as_patron.sh"
 check "the packages are removed" in_root "dpkg --remove $names"
 check "the packages of the commit before install" in_root "dpkg -i /earlier/*.deb"
 
-check "the machine boots" boot_machine
+check "the machine boots" boot_machine || finish
 for subject in starts upgrade killed screen hung off removed; do
     check "the kiosk: $subject" in_machine "/test/kiosk.sh $subject"
 done

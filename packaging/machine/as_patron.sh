@@ -47,5 +47,5 @@ record after 5
 xdotool key Escape
 wait "$jukebox"
 kill "$screen"
-echo "loudest sample before the pick: $(loudest before), after it: $(loudest after); $(stat -c %s after) bytes recorded"
+echo "measured: loudest sample before the pick: $(loudest before), after it: $(loudest after); $(stat -c %s after) bytes recorded"
 [ "$(stat -c %s before)" -gt 100000 ] && [ "$(loudest before)" -lt 40 ] && [ "$(loudest after)" -gt 2000 ]

@@ -21,7 +21,7 @@ wait_for() {
         fi
         sleep 0.2
     done
-    echo "$words: $(($(date +%s) - begin)) s"
+    echo "measured: $words: $(($(date +%s) - begin)) s"
 }
 
 # The jukebox itself runs, and has reported that it is ready.
