@@ -121,7 +121,7 @@ fi
 mkdir -p "$machine/packages" "$machine/earlier"
 cp "$packages"/*.deb "$machine/packages/"
 cp "$earlier"/*.deb "$machine/earlier/"
-cp "$root/tests/desktop/pulse.sh" "$here"/machine/*.sh "$machine/test/"
+cp "$root/tests/desktop/pulse.sh" "$here"/machine/* "$machine/test/"
 
 check "the dependencies can be installed" install_dependencies || finish
 list_files >"$work/files-before"

@@ -43,6 +43,10 @@ starts)
     vantorix-kiosk on
     wait_for 60 "the jukebox reports that it is ready" is_up
     [ "$(stat -c %U "/proc/$(main_pid)")" = vantorix ]
+    # The screen never goes dark.
+    DISPLAY=:0 XAUTHORITY=/run/vantorix-screen/Xauthority xset q >/tmp/xset
+    grep "timeout:  0 " /tmp/xset
+    grep "DPMS is Disabled" /tmp/xset
     # The journal has the lines of the log.
     wait_for 10 "a line of the log in the journal" sh -c "journalctl -b -u vantorix-kiosk | grep -q RedrawJukebox"
     ;;
