@@ -6,7 +6,7 @@
 #   1. The packages are built twice in different folders and are equal to the byte. lintian finds no errors and warnings.
 #   2. A fresh system gets the packages. A user sets the music folder and picks a track, which is heard on a null sink.
 #   3. The system gets the packages of the commit before and is booted with the kiosk on. It is upgraded while the jukebox
-#      runs; then the jukebox and its X server are ended, and the jukebox is stopped, by signals.
+#      runs; then the jukebox and its X server are ended, the jukebox is stopped by a signal, and its music is removed.
 #   4. The packages are removed and purged. Whatever they leave on the disk has to be on a list.
 #
 # The systems are folders below build/package-test, run by systemd-nspawn. The base system and the packages of the commit
@@ -131,7 +131,7 @@ check "the packages are removed" in_root "dpkg --remove $names"
 check "the packages of the commit before install" in_root "dpkg -i /earlier/*.deb"
 
 check "the machine boots" boot_machine || finish
-for subject in starts upgrade killed screen hung off removed; do
+for subject in starts upgrade killed screen hung disk off removed; do
     check "the kiosk: $subject" in_machine "/test/kiosk.sh $subject"
 done
 check "purging" in_machine "dpkg --purge $names"

@@ -33,6 +33,10 @@ is_up_again() {
     is_up && [ "$(main_pid)" != "$before" ]
 }
 
+names_the_folder() {
+    journalctl -b -u vantorix-kiosk | grep -q "/srv/disk: there is no such folder"
+}
+
 is_gone() {
     [ "$(systemctl is-active vantorix-kiosk.service)" != active ] && [ "$(systemctl is-active vantorix-kiosk-screen.service)" != active ]
 }
@@ -46,7 +50,9 @@ starts)
     # The screen never goes dark.
     DISPLAY=:0 XAUTHORITY=/run/vantorix-screen/Xauthority xset q >/tmp/xset
     grep "timeout:  0 " /tmp/xset
-    grep "DPMS is Disabled" /tmp/xset
+    if grep "DPMS is Enabled" /tmp/xset; then
+        exit 1
+    fi
     # The journal has the lines of the log.
     wait_for 10 "a line of the log in the journal" sh -c "journalctl -b -u vantorix-kiosk | grep -q RedrawJukebox"
     ;;
@@ -73,6 +79,21 @@ hung)
     wait_for 120 "the jukebox after SIGSTOP" is_up_again
     journalctl -b -u vantorix-kiosk | grep "Watchdog timeout"
     ;;
+disk)
+    # The music is gone: the jukebox still starts and shows that. When the music is back, it plays again.
+    mkdir -p /srv/disk/Band
+    cp "/usr/share/vantorix-demo/Amazing_Grace.mp3" /srv/disk/Band/
+    vantorix-kiosk setup /srv/disk
+    vantorix-kiosk off
+    mv /srv/disk /srv/unplugged
+    vantorix-kiosk on
+    wait_for 60 "the jukebox without its music" names_the_folder
+    mv /srv/unplugged /srv/disk
+    wait_for 300 "the jukebox after the music is back" is_up
+    rm -r /srv/disk
+    vantorix-kiosk setup /usr/share/vantorix-demo
+    wait_for 60 "the jukebox with the music of before" is_up
+    ;;
 off)
     vantorix-kiosk off
     is_gone
@@ -83,6 +104,8 @@ removed)
     wait_for 60 "the jukebox before its removal" is_up
     dpkg --remove vantorix-jukebox-kiosk vantorix-jukebox-demo vantorix-jukebox
     is_gone
-    ! pgrep -u vantorix
+    if pgrep -u vantorix; then
+        exit 1
+    fi
     ;;
 esac
