@@ -24,7 +24,7 @@ epoch=$(dpkg-parsechangelog -l "$here/debian/changelog" -S Timestamp)
 if git -C "$root" rev-parse --is-inside-work-tree >/dev/null 2>&1; then
     git -C "$root" ls-files -z
 else
-    (cd -- "$root" && find . -path ./build -prune -o -type f -print0)
+    (cd -- "$root" && find . \( -path ./build -o -path ./.git \) -prune -o -type f -print0)
 fi | tar -C "$root" --null --no-recursion -T - --mtime="@$epoch" --mode=u=rwX,go=rX -c | tar -C "$tree" -x
 cp -a "$tree/packaging/debian" "$tree/debian"
 
