@@ -52,7 +52,7 @@ TOOLKITS = [
     ("giflib", r"gif_lib\.h"),
     ("zlib", r"zlib\.h"),
     ("POSIX", r"(unistd|fcntl|dirent|dlfcn|grp|mntent|poll|pwd|termios|pty|signal|time|pthread|malloc)\.h|sys/.*|linux/.*"),
-    ("", r"immintrin\.h"),  # the compiler's own names for vector instructions
+    ("", r"(?:immintrin|arm_neon)\.h"),  # the compiler's own names for vector instructions
     ("", r"[a-z][a-z0-9_]*"),  # the standard library, which every file may use
 ]
 

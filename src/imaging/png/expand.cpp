@@ -1,10 +1,12 @@
-// Expands rows of 8-bit colours: four pixels at a time with shuffles, the rest one by one.
+// Expands rows of 8-bit colours: several pixels at a time with vectors, the rest one by one.
 #include "imaging/png/expand.h"
 
 #include "imaging/picture_pixels.h"
 
 #if defined(__x86_64__)
 #include <immintrin.h>
+#elif defined(__aarch64__) && defined(__ARM_NEON)
+#include <arm_neon.h>
 #endif
 
 namespace {
@@ -84,6 +86,63 @@ __attribute__((target("ssse3"))) std::size_t ShuffleColoursWithAlpha(const std::
         const __m128i high = _mm_mullo_epi16(_mm_shuffle_epi8(bytes, second),
                                              _mm_or_si128(_mm_shuffle_epi8(bytes, secondAlpha), whole));
         _mm_storeu_si128(At(target.data() + i * kPixelBytes), _mm_packus_epi16(Divided(low), Divided(high)));
+    }
+    return i;
+}
+
+#elif defined(__aarch64__) && defined(__ARM_NEON)
+
+// Pixels that are made together: the loads separate their samples into one vector for each colour.
+constexpr std::size_t kTogether = 16;
+
+// Every processor of this architecture can.
+bool CanShuffle() {
+    return true;
+}
+
+std::size_t ShuffleColours(const std::uint8_t* row, int transparent, std::span<std::uint8_t> target) {
+    const std::size_t count = target.size() / kPixelBytes;
+    const uint8x16_t red = vdupq_n_u8(static_cast<std::uint8_t>(transparent >> 16));
+    const uint8x16_t green = vdupq_n_u8(static_cast<std::uint8_t>(transparent >> 8));
+    const uint8x16_t blue = vdupq_n_u8(static_cast<std::uint8_t>(transparent));
+    const uint8x16_t hasTransparent = vdupq_n_u8(transparent < 0 ? 0 : 255);
+    std::size_t i = 0;
+    for (; i + kTogether <= count; i += kTogether) {
+        const uint8x16x3_t colours = vld3q_u8(row + i * 3);
+        const uint8x16_t isSame =
+            vandq_u8(vandq_u8(vceqq_u8(colours.val[0], red), vceqq_u8(colours.val[1], green)),
+                     vandq_u8(vceqq_u8(colours.val[2], blue), hasTransparent));
+        const uint8x16x4_t pixels{vbicq_u8(colours.val[2], isSame), vbicq_u8(colours.val[1], isSame),
+                                  vbicq_u8(colours.val[0], isSame), vmvnq_u8(isSame)};
+        vst4q_u8(target.data() + i * kPixelBytes, pixels);
+    }
+    return i;
+}
+
+// x / 255, rounded down, for products of two bytes. Equal to (x + 1 + x / 256) / 256.
+uint8x8_t Divided(uint16x8_t products) {
+    return vaddhn_u16(vaddq_u16(products, vdupq_n_u16(1)), vshrq_n_u16(products, 8));
+}
+
+uint8x16_t Multiplied(uint8x16_t colour, uint8x16_t alpha) {
+    return vcombine_u8(Divided(vmull_u8(vget_low_u8(colour), vget_low_u8(alpha))),
+                       Divided(vmull_high_u8(colour, alpha)));
+}
+
+std::size_t ShuffleColoursWithAlpha(const std::uint8_t* row, std::span<std::uint8_t> target) {
+    const std::size_t count = target.size() / kPixelBytes;
+    std::size_t i = 0;
+    for (; i + kTogether <= count; i += kTogether) {
+        const uint8x16x4_t bytes = vld4q_u8(row + i * kPixelBytes);
+        const uint8x16_t alpha = bytes.val[3];
+        uint8x16x4_t pixels{bytes.val[2], bytes.val[1], bytes.val[0], alpha};
+        // Most pixels of a theme are opaque, and so are their neighbours.
+        if (vminvq_u8(alpha) != 255) {
+            for (int colour = 0; colour < 3; ++colour) {
+                pixels.val[colour] = Multiplied(pixels.val[colour], alpha);
+            }
+        }
+        vst4q_u8(target.data() + i * kPixelBytes, pixels);
     }
     return i;
 }

@@ -1,13 +1,11 @@
 // Removes the filters Sub, Up, Average and Paeth from a row in place.
 #include "imaging/png/filter.h"
 
+#include "imaging/png/pixel_vectors.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
-
-#if defined(__SSE2__)
-#include <immintrin.h>
-#endif
 
 namespace {
 
@@ -35,24 +33,10 @@ void UnfilterPixelsAverage(std::span<std::uint8_t> row, const std::uint8_t* prio
 template <std::size_t Step>
 void UnfilterPixelsPaeth(std::span<std::uint8_t> row, const std::uint8_t* prior);
 
-#if defined(__SSE2__)
+#if defined(VANTORIX_PIXEL_VECTORS)
 
 template <std::size_t Step>
 constexpr bool kUsesVectors = Step >= 3;
-
-// `Count` bytes in the low end of a vector; the others are zero.
-template <std::size_t Count>
-__m128i LoadBytes(const std::uint8_t* from) {
-    std::uint64_t bytes = 0;
-    std::memcpy(&bytes, from, Count);
-    return _mm_cvtsi64_si128(static_cast<std::int64_t>(bytes));
-}
-
-template <std::size_t Count>
-void StoreBytes(std::uint8_t* to, __m128i vector) {
-    const std::int64_t bytes = _mm_cvtsi128_si64(vector);
-    std::memcpy(to, &bytes, Count);
-}
 
 // A range of bytes in a row, of whole pixels.
 struct Part {
@@ -74,90 +58,38 @@ void UnfilterPixels(std::span<std::uint8_t> row, const std::uint8_t* prior, Part
     constexpr std::size_t kMoved = Step <= 4 ? 4 : 8;
     std::size_t i = part.begin;
     if (i + Step + kMoved <= row.size()) {
-        __m128i pixel = LoadBytes<kMoved>(row.data() + i);
+        PixelVector pixel = LoadBytes<kMoved>(row.data() + i);
         for (; i < part.end && i + Step + kMoved <= row.size(); i += Step) {
-            const __m128i next = LoadBytes<kMoved>(row.data() + i + Step);
+            const PixelVector next = LoadBytes<kMoved>(row.data() + i + Step);
             StoreBytes<kMoved>(row.data() + i, unfiltered(pixel, LoadBytes<kMoved>(prior + i)));
             pixel = next;
         }
         StoreBytes<kMoved>(row.data() + i, pixel);
     }
     for (; i < part.end; i += Step) {
-        const __m128i pixel = LoadBytes<Step>(row.data() + i);
+        const PixelVector pixel = LoadBytes<Step>(row.data() + i);
         StoreBytes<Step>(row.data() + i, unfiltered(pixel, LoadBytes<Step>(prior + i)));
     }
 }
 
-// Widens every sample of a pixel to 16 bits.
-__m128i Widened(__m128i pixel) {
-    return _mm_unpacklo_epi8(pixel, _mm_setzero_si128());
-}
-
-// `a` where the mask is set, otherwise `b`.
-__m128i Chosen(__m128i mask, __m128i a, __m128i b) {
-    return _mm_or_si128(_mm_and_si128(mask, a), _mm_andnot_si128(mask, b));
-}
-
 template <std::size_t Step>
 void UnfilterPixelsSub(std::span<std::uint8_t> row) {
-    __m128i left = _mm_setzero_si128();
+    PixelVector left{};
     UnfilterPixels<Step>(row, row.data(), WholePixels<Step>(row),
-                         [left](__m128i pixel, __m128i /*above*/) mutable {
-                             left = _mm_add_epi8(left, pixel);
+                         [left](PixelVector pixel, PixelVector /*above*/) mutable {
+                             left = AddBytes(left, pixel);
                              return left;
                          });
 }
 
 template <std::size_t Step>
 void UnfilterPixelsAverage(std::span<std::uint8_t> row, const std::uint8_t* prior) {
-    const __m128i one = _mm_set1_epi8(1);
-    __m128i left = _mm_setzero_si128();
+    PixelVector left{};
     UnfilterPixels<Step>(row, prior, WholePixels<Step>(row),
-                         [left, one](__m128i pixel, __m128i above) mutable {
-                             // The instruction rounds up, the filter rounds down.
-                             const __m128i half = _mm_and_si128(_mm_xor_si128(left, above), one);
-                             left = _mm_add_epi8(_mm_sub_epi8(_mm_avg_epu8(left, above), half), pixel);
+                         [left](PixelVector pixel, PixelVector above) mutable {
+                             left = AddBytes(AverageBytes(left, above), pixel);
                              return left;
                          });
-}
-
-// The left and the corner neighbour of the next pixel, their samples widened to 16 bits.
-struct PaethNeighbours {
-    __m128i left = _mm_setzero_si128();
-    __m128i corner = _mm_setzero_si128();
-
-    // Returns the next pixel, given the filtered bytes and the pixel above. It becomes the left neighbour,
-    // and the pixel above becomes the corner.
-    __m128i Next(__m128i added, __m128i aboveBytes) {
-        const __m128i above = Widened(aboveBytes);
-        const __m128i low = _mm_min_epi16(left, above);
-        const __m128i high = _mm_max_epi16(left, above);
-        const __m128i thrice = _mm_add_epi16(corner, _mm_add_epi16(corner, corner));
-        const __m128i bound = _mm_sub_epi16(_mm_sub_epi16(thrice, above), left);
-        const __m128i notHigh = Chosen(_mm_cmpgt_epi16(high, bound), corner, low);
-        const __m128i nearest = Chosen(_mm_cmpgt_epi16(bound, low), notHigh, high);
-        corner = above;
-        // Bytes are added without a carry, so the upper halves stay zero.
-        left = _mm_add_epi8(nearest, Widened(added));
-        return _mm_packus_epi16(left, left);
-    }
-
-    template <std::size_t Step>
-    bool AreEqual() const {
-        constexpr int kSamples = (1 << (2 * Step)) - 1;
-        return (_mm_movemask_epi8(_mm_cmpeq_epi16(left, corner)) & kSamples) == kSamples;
-    }
-};
-
-// Number of bytes that are tested for zeros together.
-constexpr std::size_t kBlock = 64;
-
-bool IsZeroBlock(const std::uint8_t* block) {
-    __m128i bits = _mm_setzero_si128();
-    for (std::size_t i = 0; i < kBlock; i += sizeof bits) {
-        bits = _mm_or_si128(bits, _mm_loadu_si128(reinterpret_cast<const __m128i*>(block + i)));
-    }
-    return _mm_movemask_epi8(_mm_cmpeq_epi8(bits, _mm_setzero_si128())) == 0xFFFF;
 }
 
 // A run of pixels, given by its end in bytes, and whether it is all zeros.
@@ -169,18 +101,18 @@ struct PixelRun {
 // The run that starts at `from`: blocks of zeros or blocks of anything else.
 template <std::size_t Step>
 PixelRun RunFrom(std::span<const std::uint8_t> row, std::size_t from) {
-    constexpr std::size_t kPixels = kBlock / Step * Step;
+    constexpr std::size_t kPixels = kZeroBlock / Step * Step;
     std::size_t end = from;
-    const auto isZero = [&] { return end + kBlock <= row.size() && IsZeroBlock(row.data() + end); };
+    const auto isZero = [&] { return end + kZeroBlock <= row.size() && IsZeroBlock(row.data() + end); };
     if (isZero()) {
         for (; isZero(); end += kPixels) {
         }
         return {end, true};
     }
-    while (end + kBlock <= row.size() && !isZero()) {
+    while (end + kZeroBlock <= row.size() && !isZero()) {
         end += kPixels;
     }
-    return {end + kBlock <= row.size() ? end : row.size(), false};
+    return {end + kZeroBlock <= row.size() ? end : row.size(), false};
 }
 
 // If the left neighbour equals the corner, Paeth picks the pixel above. If the filtered bytes are also zero,
@@ -193,12 +125,11 @@ void UnfilterPixelsPaeth(std::span<std::uint8_t> row, const std::uint8_t* prior)
         const PixelRun run = RunFrom<Step>(row, i);
         if (run.isZero && neighbours.AreEqual<Step>()) {
             std::memcpy(row.data() + i, prior + i, run.end - i);
-            neighbours.left = Widened(LoadBytes<Step>(prior + run.end - Step));
-            neighbours.corner = neighbours.left;
+            neighbours = PaethNeighbours(LoadBytes<Step>(prior + run.end - Step));
             i = run.end;
             continue;
         }
-        const std::size_t end = run.isZero ? i + kBlock / Step * Step : run.end;
+        const std::size_t end = run.isZero ? i + kZeroBlock / Step * Step : run.end;
         UnfilterPixels<Step>(row, prior, {i, end},
                              [&neighbours](auto added, auto above) { return neighbours.Next(added, above); });
         i = end;
