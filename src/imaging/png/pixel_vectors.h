@@ -18,14 +18,13 @@ constexpr std::size_t kZeroBlock = 64;
 
 // Each version defines a vector type and these routines on it:
 //
-// LoadBytes, StoreBytes  `Count` bytes of memory; the vector's other bytes are zero or ignored.
-// AddBytes               sums without carries between bytes.
-// AverageBytes           averages, rounded down.
-// PaethNeighbours        the left and the corner neighbour of the next pixel. Next returns that pixel, given
-// the
-//                        filtered bytes and the pixel above; it becomes the left neighbour and the pixel
-//                        above the corner. AreEqual compares the first `Step` bytes of the two neighbours.
-// IsZeroBlock            whether kZeroBlock bytes are all zero.
+// - LoadBytes and StoreBytes move `Count` bytes of memory; the vector's other bytes are zero or ignored.
+// - AddBytes adds without carries between bytes.
+// - AverageBytes rounds down.
+// - PaethNeighbours holds the left and the corner neighbour of the next pixel. Next returns that pixel, given
+//   the filtered bytes and the pixel above; it becomes the left neighbour, and the pixel above becomes the
+//   corner. AreEqual compares the first `Step` bytes of the two neighbours.
+// - IsZeroBlock tests kZeroBlock bytes.
 
 #if defined(__SSE2__)
 
