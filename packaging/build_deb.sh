@@ -1,6 +1,6 @@
 #!/bin/bash
 # Builds the Debian packages from the tracked files, and prints their paths.
-# Usage: build_deb.sh [arm64] [OUTPUT_FOLDER]     default: build/packages
+# Usage: build_deb.sh [arm64] [OUTPUT_FOLDER]     default: build/packages, or build/packages/arm64
 # Installs the packages that the build needs. The same sources give the same bytes, in whatever folder.
 # On an amd64 machine "arm64" cross-builds the package for arm64, in a root of its own (packaging/arm64/root.sh). The other
 # packages are the same for all machines and come from the build without it.
@@ -18,7 +18,9 @@ if [ $# -gt 1 ] || [[ ${1:-} == -* ]]; then
     echo "Usage: build_deb.sh [arm64] [OUTPUT_FOLDER]" >&2
     exit 2
 fi
-output=$(realpath -m -- "${1:-$root/build/packages}")
+output=$root/build/packages
+[ "$architecture" = "$native" ] || output=$output/$architecture
+output=$(realpath -m -- "${1:-$output}")
 
 # What runs a command where the packages are built, and the root of that place.
 inside=()
@@ -51,7 +53,7 @@ cp -a "$tree/packaging/debian" "$tree/debian"
 
 mkdir -p "$output"
 jobs=$(nproc)
-log=$output/build-$architecture.log
+log=$output/build.log
 if [ -n "$place" ] &&
     ! "$root/tools/progress.sh" "Installing packages" "$log" "${inside[@]}" apt-get build-dep -y \
         --no-install-recommends --host-architecture "$architecture" -P cross,nocheck "${tree#"$place"}"; then
