@@ -26,7 +26,8 @@ wait_for() {
 
 # The jukebox itself runs, and has reported that it is ready.
 is_up() {
-    [ "$(systemctl is-active vantorix-kiosk.service)" = active ] && [ "$(cat "/proc/$(main_pid)/comm" 2>/dev/null)" = vantorix ]
+    [ "$(systemctl is-active vantorix-kiosk.service)" = active ] &&
+        [ "$(readlink "/proc/$(main_pid)/exe" 2>/dev/null)" = /usr/bin/vantorix ]
 }
 
 is_up_again() {
