@@ -98,7 +98,7 @@ run_unit_tests() {
     good=$(number_in "$log" '^\[  PASSED  \] ([0-9]+) tests?\..*')
     again=$(sed -nE 's/^\[  FAILED  \] ([^ ,]+).* \([0-9]+ ms\)$/\1/p' "$log" | sort -u)
     if [ -n "$again" ]; then
-        echo "$room: run again:" $again
+        echo "$room: run again: ${again//$'\n'/ }"
         in_qemu "$log.again" "$program" "$(tr '\n' ':' <<<"$again")"
         good=$((good + $(number_in "$log.again" '^\[  PASSED  \] ([0-9]+) tests?\..*')))
     fi
