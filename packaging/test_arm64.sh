@@ -54,11 +54,12 @@ install_packages() {
         pkg-config:arm64 qt6-base-dev-tools $(packages run | grep '^fonts-') $for_arm64 $for_both
 }
 
-# Programs that are started by path, by the session runner and by a test, need one that starts the emulator.
+# Programs that are started by path need one that starts the emulator: the session runner starts the console, a test starts
+# a program, and the tests of signals start themselves again by their first argument.
 write_starters() {
     mkdir -p "$folder/qemu"
-    for program in vantorix-console power_cut_writer; do
-        printf '#!/bin/sh\nexec qemu-aarch64-static /src/%s/%s "$@"\n' "$folder" "$program" >"$folder/qemu/$program"
+    for program in vantorix-console power_cut_writer cabinet_test; do
+        printf '#!/bin/sh\nexec qemu-aarch64-static -0 "$0" /src/%s/%s "$@"\n' "$folder" "$program" >"$folder/qemu/$program"
         chmod +x "$folder/qemu/$program"
     done
     # The test of power cuts looks for the other program in its own folder.
@@ -77,10 +78,12 @@ check_fused() {
 # name of the test program instead of the emulator's.
 left_out='GstreamerSound*:FolderLockTest.ItTellsTheProcessThatHasIt:FolderLockTest.AProgramStartedByTheHolderDoesNotInheritIt'
 
-# in_qemu LOG PROGRAM FILTER
+# in_qemu LOG FILTER COMMAND...
 in_qemu() {
-    tools/progress.sh "Unit tests of $room" "$1" packaging/arm64/root.sh env QT_QPA_PLATFORM=offscreen QT_FONT_DPI=96 \
-        qemu-aarch64-static "$2" --gtest_brief=1 "--gtest_filter=$3"
+    local log=$1 filter=$2
+    shift 2
+    tools/progress.sh "Unit tests of $room" "$log" packaging/arm64/root.sh env QT_QPA_PLATFORM=offscreen QT_FONT_DPI=96 \
+        "$@" --gtest_brief=1 "--gtest_filter=$filter"
 }
 
 # number_in LOG PATTERN: the number in the line of gtest's summary, or 0.
@@ -91,15 +94,17 @@ number_in() {
 # run_unit_tests ROOM: adds the numbers of gtest's summary. Failed tests run once more, alone, and are named: a file that
 # does not open within 15 seconds counts as broken, and the emulator on a busy machine can take longer.
 run_unit_tests() {
-    local room=$1 program=$folder/$1_test log=$folder/$1_test.log ran good again
-    [ "$room" = settings ] && program=$folder/qemu/settings_test
-    in_qemu "$log" "$program" "*-$left_out"
+    local room=$1 log=$folder/$1_test.log ran good again
+    local program=(qemu-aarch64-static "$folder/$room"_test)
+    [ "$room" = settings ] && program=(qemu-aarch64-static "$folder/qemu/settings_test")
+    [ "$room" = cabinet ] && program=("$folder/qemu/cabinet_test")
+    in_qemu "$log" "*-$left_out" "${program[@]}"
     ran=$(number_in "$log" '^\[=+\] ([0-9]+) tests? from .* ran\..*')
     good=$(number_in "$log" '^\[  PASSED  \] ([0-9]+) tests?\..*')
     again=$(sed -nE 's/^\[  FAILED  \] ([^ ,]+).* \([0-9]+ ms\)$/\1/p' "$log" | sort -u)
     if [ -n "$again" ]; then
         echo "$room: run again: ${again//$'\n'/ }"
-        in_qemu "$log.again" "$program" "$(tr '\n' ':' <<<"$again")"
+        in_qemu "$log.again" "$(tr '\n' ':' <<<"$again")" "${program[@]}"
         good=$((good + $(number_in "$log.again" '^\[  PASSED  \] ([0-9]+) tests?\..*')))
     fi
     passed=$((passed + good))
