@@ -23,8 +23,9 @@ HUNG_FOLDER_LIBRARY=build/tests/desktop/libhung_folder.so VANTORIX_LADDER_TABLE=
 # The packages. Only root can make a system and boot it.
 if [ "$(id -u)" -eq 0 ]; then
     packaging/test_packages.sh
+    packaging/test_arm64.sh
 else
-    echo "nightly.sh: packaging/test_packages.sh is left out, because this is not root" >&2
+    echo "nightly.sh: packaging/test_packages.sh and test_arm64.sh are left out, because this is not root" >&2
 fi
 
 # Data races. ThreadSanitizer needs addresses that are not randomised too much (setarch -R). Tests that a program ten

@@ -3,6 +3,8 @@
 
 #include <QList>
 
+#include <array>
+#include <climits>
 #include <ctime>
 #include <linux/close_range.h>
 #include <unistd.h>
@@ -67,6 +69,13 @@ void StartAgain(const RestartNote& note, char** argv) {
     qputenv(kVariable, BytesOf(note));
     // What a library has left open is closed by the system.
     ::close_range(kFirstOwnDescriptor, ~0U, CLOSE_RANGE_CLOEXEC);
-    ::execv("/proc/self/exe", argv);
+    // By its path the process keeps its name, and an updated program is the one that runs. A program that has
+    // been removed still runs through the link.
+    constexpr char kSelf[] = "/proc/self/exe";
+    std::array<char, PATH_MAX> path = {};
+    if (::readlink(kSelf, path.data(), path.size() - 1) > 0) {
+        ::execv(path.data(), argv);
+    }
+    ::execv(kSelf, argv);
     qunsetenv(kVariable);
 }
