@@ -64,7 +64,7 @@ constexpr std::int64_t kLargestLog = 32 << 20;
 // How long a handler may keep the keys from being answered before the jukebox counts as stuck.
 constexpr std::chrono::seconds kLongestHandler{60};
 // How long a start may take before the service manager ends it. A large library on a slow disk takes minutes.
-constexpr std::chrono::minutes kLongestStart{10};
+constexpr std::chrono::minutes kLongestStart{3};
 
 using SteadyTime = std::chrono::steady_clock::time_point;
 
