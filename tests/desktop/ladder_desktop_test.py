@@ -3,6 +3,7 @@
 VANTORIX_LADDER_TABLE=1 adds the ways that take a minute each, and prints the seconds until each answers again.
 """
 import os
+import pathlib
 import pty
 import resource
 import shutil
@@ -72,6 +73,9 @@ class Stuck(Ladder):
         old = (self.home / "vantorix.log.1").read_bytes().decode()
         self.assertTrue(any(" : Relance : " in line and words in line for line in old.split("\r\n")))
         self.assertEqual(self.supervisor.ends, [])
+        # The same process, under the same name.
+        name = pathlib.Path(f"/proc/{self.supervisor.process.pid}/comm").read_text(encoding="utf-8").strip()
+        self.assertEqual(name, pathlib.Path(desk.PROGRAM).name)
 
     def test_broken_video(self):
         shutil.rmtree(self.music)
