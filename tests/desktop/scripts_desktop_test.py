@@ -117,7 +117,7 @@ class Scripts(unittest.TestCase):
     def test_every_package_stands_in_a_known_group(self):
         for line in (TOOLS / "packages.txt").read_text(encoding="utf-8").splitlines():
             if not line.startswith("#"):
-                self.assertRegex(line, r"^(build|run|view|test|optional|assets) [a-z0-9+.-]+$")
+                self.assertRegex(line, r"^(build|run|view|test|optional|assets|package|package-test|arm64) [a-z0-9+.-]+$")
 
     def test_installing_what_is_there_says_nothing(self):
         tools = self.folder / "tools"
