@@ -59,6 +59,7 @@ install_packages() {
 write_starters() {
     mkdir -p "$folder/qemu"
     for program in vantorix-console power_cut_writer cabinet_test; do
+        # shellcheck disable=SC2016 # the shell of the script that is written expands them
         printf '#!/bin/sh\nexec qemu-aarch64-static -0 "$0" /src/%s/%s "$@"\n' "$folder" "$program" >"$folder/qemu/$program"
         chmod +x "$folder/qemu/$program"
     done

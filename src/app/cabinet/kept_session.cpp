@@ -137,7 +137,7 @@ std::optional<KeptSession> KeptSessionOf(const QByteArray& bytes) {
                         .firstPlays = object.value(u"firstPlays").toBool(),
                         .stops = {}};
     const QJsonArray entries = object.value(u"entries").toArray();
-    for (const QJsonValue& value : entries) {
+    for (const QJsonValue value : entries) {
         const QString path = PercentDecoded(value[u"path"]);
         if (path.isEmpty() || session.entries.size() == kMostEntries) {
             continue;
