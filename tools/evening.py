@@ -2,12 +2,12 @@
 """Runs the real jukebox for an evening: random keys, touches, coins, videos and dialogs, and one kill in the middle.
 
     evening.py [--program FILE] [--music FOLDER] [--minutes N] [--settle MINUTES] [--every SECONDS] [--seed N]
-               [--answer SECONDS] [--growth PERCENT]
+               [--answer SECONDS] [--growth PERCENT] [--pictures FOLDER]
 
 The jukebox runs on its own virtual screen, on a new home, under a supervisor that does what a service manager does. One
 line for each reading: minutes since the start, keys and touches so far, resident and private memory in MB of 2^20 bytes,
 threads, open files, starts, and the longest time from a key to its answer. A key is timed when the jukebox is at rest:
-it drops keys during the flash of a pick and while a page turns.
+it drops keys during the flash of a pick and while a page turns. A key without an answer leaves a screenshot in --pictures.
 
 The exit code is 1 if private memory grows by more than --growth percent between --settle minutes and the end (each start
 settles again), if threads or open files grow by more than those of a track that starts, if a key at rest is answered
@@ -94,7 +94,11 @@ class Evening:
             if self.screen.focus() in ("", "Vantorix Jukebox"):
                 return
             with contextlib.suppress(subprocess.CalledProcessError):
-                self.screen.press("Escape" if self.screen.focus() != desk.KEYBOARD else "Return")
+                if self.screen.focus() == desk.KEYBOARD:
+                    # A press beside it cancels the on-screen keyboard; its keys would type.
+                    self.screen.click(5, 5)
+                else:
+                    self.screen.press("Escape")
             time.sleep(0.5)
 
     def open_dialog(self):
@@ -120,8 +124,9 @@ class Evening:
             if len(self.supervisor.ready) > starts:
                 return
             time.sleep(0.01)
-        # A page of words is up, a track is about to change, or it is stuck: the supervisor and the log tell which.
         self.late.append((self.minutes(), 10.0))
+        self.screen.run("import", "-silent", "-window", "root", str(self.given.pictures / f"no-answer-{len(self.late)}.png"))
+        print(f"no answer: the focus is on {self.screen.focus()!r}; last lines: {[line[19:] for line in self.log()[-4:]]}", flush=True)
 
     def note_reasons(self):
         """Keeps the reason of each start from its log, which the next start removes."""
@@ -206,6 +211,7 @@ def main():
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--answer", type=float, default=0.5)
     parser.add_argument("--growth", type=float, default=2)
+    parser.add_argument("--pictures", type=pathlib.Path, default=ROOT / "build")
     given = parser.parse_args()
     folder = pathlib.Path(tempfile.mkdtemp(prefix="vantorix-evening-"))
     evening = None

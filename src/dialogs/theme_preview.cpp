@@ -155,7 +155,7 @@ void AddThemes(Form_Main& form, const FolderList& folders) {
 // An application folder needs no themes of its own when there are delivered ones.
 void ListOwnThemes(Form_Main& form) {
     const QString folder = ThemesFolder(form);
-    if (form.shell.ShareFolder.isEmpty() || form.files.IsFolder(folder)) {
+    if (form.shell.shareFolder.isEmpty() || form.files.IsFolder(folder)) {
         PointFolderList(form, form.config.Dir1, folder);
     } else {
         form.config.Dir1 = {folder, {}};

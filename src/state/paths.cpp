@@ -36,7 +36,7 @@ QString ThemesFolder(const Form_Main& form) {
 }
 
 QString DeliveredThemesFolder(const Form_Main& form) {
-    return form.shell.ShareFolder.isEmpty() ? QString() : PathIn(form.shell.ShareFolder, kThemes);
+    return form.shell.shareFolder.isEmpty() ? QString() : PathIn(form.shell.shareFolder, kThemes);
 }
 
 QString ThemeFolder(Form_Main& form) {
@@ -44,7 +44,7 @@ QString ThemeFolder(Form_Main& form) {
 }
 
 QString FolderOfTheme(Form_Main& form, const QString& theme) {
-    return FolderOfTheme(form.files, form.shell.AppFolder, form.shell.ShareFolder, theme);
+    return FolderOfTheme(form.files, form.shell.AppFolder, form.shell.shareFolder, theme);
 }
 
 QString FolderOfTheme(Files& files, const QString& appFolder, const QString& share, const QString& theme) {

@@ -20,7 +20,7 @@ struct ShellState {
     QString AppFolder;
     // The folder of the delivered files, whose themes are used when the application folder has none of that
     // name. Empty when there is none.
-    QString ShareFolder;
+    QString shareFolder;
 
     // Non-zero while start-up, an input event or a heartbeat tick runs. Other events are dropped then.
     Integer16 InputBusy;

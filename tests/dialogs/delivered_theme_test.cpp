@@ -15,7 +15,7 @@ class DeliveredThemeTest : public DialogBox {
 protected:
     void SetUp() override {
         form.shell.AppFolder = box.Home();
-        form.shell.ShareFolder = share.Path();
+        form.shell.shareFolder = share.Path();
         share.MakeFolder(u"themes"_s);
         ASSERT_TRUE(files.Rename(box.Home(u"themes/default"_s), Delivered()));
         QDir(box.Home(u"themes"_s)).removeRecursively();

@@ -50,7 +50,7 @@ TEST_F(ThemeFolderTest, WithoutShareFolderNoFolderIsTested) {
 
 TEST_F(ThemeFolderTest, TheErrorForAMissingThemeNamesBothFolders) {
     Jukebox box;
-    box.form.shell.ShareFolder = home.Path(u"share"_s);
+    box.form.shell.shareFolder = home.Path(u"share"_s);
     box.form.settings.Theme = u"oak"_s;
     try {
         ThemeReader(box.form).Integer(u"zonelist"_s, "X");

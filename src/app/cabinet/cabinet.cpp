@@ -177,7 +177,7 @@ Cabinet::Cabinet(const AppFolderResult& found, const std::map<int, QString>& ser
                                        .log = [this](const QString& text) { Log(text); }}),
       form_(AllPorts(), HandDown()) {
     form_.shell.AppFolder = found.folder;
-    form_.shell.ShareFolder = found.share;
+    form_.shell.shareFolder = found.share;
     form_.assets.pictureQueue = std::move(pictures);
     const auto log = [this](const QString& text) { Log(text); };
     if (cabinetSettings_.holdScreen) {

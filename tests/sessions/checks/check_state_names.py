@@ -26,7 +26,7 @@ OBJECTS = {
 # Members whose name in the console is another one, or none.
 CALLED = {
     "MainWindow": "Form_Main",
-    "ShareFolder": None,  # where the delivered themes are; always empty in the console
+    "shareFolder": None,  # where the delivered themes are; always empty in the console
     "videoFormLoaded": None,  # whether the place of a window has been read, no variable
     "iniFiles": None,  # parsed copies of files, no variable
     "TaggedImages": None,  # the last tag that was read, no variable
