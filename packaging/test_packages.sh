@@ -7,6 +7,7 @@
 #   2. A fresh system gets the packages. A user sets the music folder and picks a track, which is heard on a null sink.
 #   3. The system gets the packages of the commit before and is booted with the kiosk on. It is upgraded while the jukebox
 #      runs; then the jukebox and its X server are ended, the jukebox is stopped by a signal, and its music is removed.
+#      Credits outlive a restart of the service and end with a shutdown.
 #   4. The packages are removed and purged. Whatever they leave on the disk has to be on a list.
 #
 # The systems are folders below build/package-test, run by systemd-nspawn. The base system and the packages of the commit
@@ -131,7 +132,16 @@ check "the packages are removed" in_root "dpkg --remove $names"
 check "the packages of the commit before install" in_root "dpkg -i /earlier/*.deb"
 
 check "the machine boots" boot_machine || finish
-for subject in starts upgrade killed screen hung disk off removed; do
+for subject in starts upgrade killed screen hung disk credits; do
+    check "the kiosk: $subject" in_machine "/test/kiosk.sh $subject"
+done
+end_machine
+no_session_left() {
+    [ -f "$machine/var/lib/vantorix/vantorix.log" ] && [ ! -e "$machine/var/lib/vantorix/session.json" ]
+}
+check "a shutdown ends the evening" no_session_left
+check "the machine boots again" boot_machine || finish
+for subject in off removed; do
     check "the kiosk: $subject" in_machine "/test/kiosk.sh $subject"
 done
 check "purging" in_machine "dpkg --purge $names"

@@ -42,6 +42,12 @@ is_gone() {
     [ "$(systemctl is-active vantorix-kiosk.service)" != active ] && [ "$(systemctl is-active vantorix-kiosk-screen.service)" != active ]
 }
 
+takes_a_coin() {
+    DISPLAY=:0 XAUTHORITY=/run/vantorix-screen/Xauthority xdotool key Insert
+    sleep 1
+    grep -qs '"credits": [1-9]' /var/lib/vantorix/session.json
+}
+
 case $1 in
 starts)
     vantorix-kiosk setup /usr/share/vantorix-demo
@@ -94,6 +100,18 @@ disk)
     rm -r /srv/disk
     vantorix-kiosk setup /usr/share/vantorix-demo
     wait_for 60 "the jukebox with the music of before" is_up
+    ;;
+credits)
+    # A coin outlives a restart of the service.
+    sed -i 's/^ManageCoin=.*/ManageCoin=true/' /var/lib/vantorix/config.ini
+    before=$(main_pid)
+    systemctl restart vantorix-kiosk
+    wait_for 60 "the jukebox that counts credits" is_up_again
+    wait_for 30 "a coin on the disk" takes_a_coin
+    before=$(main_pid)
+    systemctl restart vantorix-kiosk
+    wait_for 60 "the jukebox after a restart" is_up_again
+    wait_for 30 "the credits of before" grep -qa "Reprise : crédits [1-9]" /var/lib/vantorix/vantorix.log
     ;;
 off)
     vantorix-kiosk off
