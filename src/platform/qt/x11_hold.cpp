@@ -105,6 +105,8 @@ struct X11Hold::Server {
     // The highest window of another program above one of these; None if there is none.
     Window WindowAbove(const HeldWindows& windows) const;
     QString ClassOf(Window frame) const;
+    // The window that the window manager has put into a frame, or the frame if it has none.
+    Window ClientOf(Window frame) const;
 
     bool Grab(Window window);
     void Ungrab();
@@ -284,6 +286,16 @@ QString X11Hold::Server::ClassOf(Window frame) const {
     return {};
 }
 
+Window X11Hold::Server::ClientOf(Window frame) const {
+    const Atom state = Named("WM_STATE");
+    for (const Window window : TreeOf(display, frame).children) {
+        if (!LongsOf(window, state, state).empty()) {
+            return window;
+        }
+    }
+    return frame;
+}
+
 // Keys go to the window of ours that has the focus, and to `window` while none of them has it. It fails while
 // another program holds the keyboard. A second grab of the same window changes nothing.
 bool X11Hold::Server::Grab(Window window) {
@@ -398,6 +410,11 @@ bool X11Hold::KeepInFront(const HeldWindows& windows) {
         for (const HeldWindow& held : windows) {
             XRaiseWindow(server_->display, held.id);
         }
+    }
+    // xfwm4 moves a full-screen window to the front when it gets the focus, and leaves it below another one
+    // if it has the focus already. The keyboard is grabbed, so no key goes to the other window meanwhile.
+    if (attempts_ > 1) {
+        XSetInputFocus(server_->display, server_->ClientOf(above), RevertToParent, CurrentTime);
     }
     server_->Send(windows.back().id, "_NET_ACTIVE_WINDOW", kForTheUser, CurrentTime);
     return false;
