@@ -41,10 +41,11 @@ work=$(mktemp -d -p "${place:+$place/tmp}")
 trap '"${inside[@]}" rm -rf "${work#"$place"}"' EXIT
 tree=$work/vantorix-jukebox
 mkdir "$tree"
-# In a clone: what git tracks, as it is in the working folder. In an unpacked archive: everything but the build folder.
+# In a clone: what git tracks, as it is in the working folder. In an unpacked archive, which may be inside the clone of
+# something else: everything but the build folder.
 # Times and rights must not depend on the clone: the files get the date of the package's changelog.
 epoch=$(dpkg-parsechangelog -l "$here/debian/changelog" -S Timestamp)
-if git -C "$root" rev-parse --is-inside-work-tree >/dev/null 2>&1; then
+if [ "$(git -C "$root" rev-parse --show-toplevel 2>/dev/null)" = "$(realpath -- "$root")" ]; then
     git -C "$root" ls-files -z
 else
     (cd -- "$root" && find . \( -path ./build -o -path ./.git \) -prune -o -type f -print0)

@@ -86,15 +86,16 @@ no_complaints() {
 
 # The packages of the commit before, with a lower version. Before there were packages: those of today.
 build_earlier() {
-    local commit tree=$work/earlier-tree
+    local commit tree
     commit=$(git rev-parse HEAD~1)
     git cat-file -e "$commit:packaging/build_deb.sh" 2>/dev/null || commit=$(git rev-parse HEAD)
     earlier=$work/earlier-$commit
     if [ -f "$earlier/done" ]; then
         return
     fi
-    rm -rf "$tree" "$work"/earlier-*
-    mkdir "$tree"
+    rm -rf "$work"/earlier-*
+    # Outside the clone: up to now build_deb.sh took an archive inside it for a part of the clone.
+    tree=$(mktemp -d)
     git archive "$commit" | tar -x -C "$tree"
     sed -i '1s/(\(.*\))/(\1~earlier)/' "$tree/packaging/debian/changelog"
     build "$tree" "$earlier"
