@@ -57,3 +57,8 @@ RunTimeError RunTimeErrorOf(const std::exception& exception) {
     }
     return {kInternalError, QString::fromLocal8Bit(exception.what())};
 }
+
+QString WordsOf(const RunTimeError& error) {
+    const QString words = QStringLiteral("%1 (%2)").arg(error.number).arg(RunTimeErrorText(error.number));
+    return error.detail.isEmpty() ? words : words + QStringLiteral(": ") + error.detail;
+}

@@ -50,6 +50,9 @@ public:
 // anything else becomes 51 with the exception's text as detail.
 RunTimeError RunTimeErrorOf(const std::exception& exception);
 
+// Returns number, text and detail of an error, for instance "13 (Type mismatch): config.ini ...".
+QString WordsOf(const RunTimeError& error);
+
 // A run-time error in a routine whose errors end the program. RunHandler does not catch it.
 class ProgramStop : public std::exception {
 public:

@@ -1,5 +1,5 @@
 // Tests of every operation of the simulated machine, failed once.
-#include "app/console/surroundings.h"
+#include "platform/simulated/surroundings.h"
 #include "platform/simulated/simulated_platform.h"
 #include "tone_file.h"
 

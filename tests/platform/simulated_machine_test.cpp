@@ -1,5 +1,5 @@
 // Tests of the simulated pump, serial line, display, message boxes and fonts, and of the record of calls.
-#include "app/console/surroundings.h"
+#include "platform/simulated/surroundings.h"
 #include "platform/simulated/simulated_platform.h"
 
 #include <QTemporaryDir>

@@ -1,7 +1,7 @@
 // The toolkit's application object for tests that draw text.
 #pragma once
 
-#include "app/console/surroundings.h"
+#include "platform/simulated/surroundings.h"
 
 #include <gtest/gtest.h>
 

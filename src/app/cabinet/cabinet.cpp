@@ -1,17 +1,16 @@
 // Connecting the real ports to the form, and running the program.
 #include "app/cabinet/cabinet.h"
 
-#include "app/cabinet/app_folder.h"
 #include "app/cabinet/cabinet_settings.h"
-#include "app/cabinet/command_line.h"
 #include "app/cabinet/early_start.h"
 #include "app/cabinet/environment.h"
-#include "app/cabinet/home_task.h"
 #include "app/cabinet/log_files.h"
 #include "app/cabinet/restart.h"
 #include "app/cabinet/session_keeper.h"
 #include "app/cabinet/stop_page.h"
 #include "app/cabinet/system_end.h"
+#include "app/home/app_folder.h"
+#include "app/start/standard_error.h"
 #include "core/path_text.h"
 #include "core/run_time_error.h"
 #include "dialogs/config_dialog.h"
@@ -83,10 +82,6 @@ struct Ending {
     // Set when the program is to start again.
     std::optional<RestartNote> again;
 };
-
-void TellStandardError(const QString& line) {
-    std::fprintf(stderr, "vantorix: %s\n", BytesOfPath(OneLine(line)).constData());
-}
 
 QString LogIn(const QString& appFolder) {
     return PathIn(appFolder, QStringLiteral("vantorix.log"));
@@ -409,25 +404,14 @@ Ending Cabinet::EndStuck(const StuckJukebox& stuck) {
     return {.exitCode = kEndedByError, .again = NoteFor(stuck.error, line)};
 }
 
-QString ProgramFolder(Files& files) {
-    return FolderOfPath(files.RealPath(QStringLiteral("/proc/self/exe")));
-}
-
-AppFolderSources FolderSources(const CommandLine& line) {
-    PosixFiles files;
-    return {.home = line.home,
-            .programFolder = ProgramFolder(files),
-            .dataHome = TextOfPath(qgetenv("XDG_DATA_HOME")),
-            .userHome = TextOfPath(qgetenv("HOME")),
-            .shareFolder = QStringLiteral(VANTORIX_SHARE_FOLDER)};
-}
-
 AppFolderResult FindFolder(const CommandLine& line) {
     PosixFiles files;
-    return FindAppFolder(files, FolderSources(line));
+    return FindAppFolder(files, SourcesOfAppFolder(line.home));
 }
 
-int RunParsed(const CommandLine& line, char** argv) {
+} // namespace
+
+int RunCabinet(const CommandLine& line, char** argv) {
     TuneAllocator();
     WatchTerminationSignals();
     PinEnvironment();
@@ -460,34 +444,4 @@ int RunParsed(const CommandLine& line, char** argv) {
         TellStandardError(QStringLiteral("the system refuses to start the program again"));
     }
     return ending.exitCode;
-}
-
-} // namespace
-
-int RunCabinet(int argc, char** argv) try {
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i) {
-        arguments.append(TextOfPath(argv[i]));
-    }
-    const CommandLine line = ParseCommandLine(arguments);
-    if (!line.error.isEmpty()) {
-        TellStandardError(line.error + QStringLiteral("; see vantorix --help"));
-        return kWrongCommandLine;
-    }
-    if (line.showHelp) {
-        std::fputs(HelpText().toLatin1().constData(), stdout);
-        return 0;
-    }
-    if (line.showVersion) {
-        std::printf("vantorix %d.%d.%d\n", VANTORIX_VERSION_MAJOR, VANTORIX_VERSION_MINOR,
-                    VANTORIX_VERSION_PATCH);
-        return 0;
-    }
-    if (const std::optional<int> code = RunHomeTask(line, FolderSources(line))) {
-        return *code;
-    }
-    return RunParsed(line, argv);
-} catch (const std::exception& error) {
-    TellStandardError(QStringLiteral("run-time error ") + WordsOf(RunTimeErrorOf(error)));
-    return kEndedByError;
 }

@@ -1,6 +1,8 @@
 // The words of the stop pages.
 #include "app/cabinet/stop_page.h"
 
+#include "app/start/standard_error.h"
+
 #include <limits>
 
 namespace {
@@ -15,15 +17,6 @@ QStringList LinesOf(const RunTimeError& error, const QString& where, const QStri
 }
 
 } // namespace
-
-QString OneLine(QString text) {
-    return text.replace(u'\r', u' ').replace(u'\n', u' ');
-}
-
-QString WordsOf(const RunTimeError& error) {
-    const QString words = QStringLiteral("%1 (%2)").arg(error.number).arg(RunTimeErrorText(error.number));
-    return error.detail.isEmpty() ? words : words + QStringLiteral(": ") + error.detail;
-}
 
 StopPage PageOfStop(const ProgramStop& stop, AfterStop after, const QString& log) {
     StopPage page{

@@ -17,12 +17,6 @@ struct StopPage {
 // What follows the page of a stop.
 enum class AfterStop { kEnds, kStartsAgain, kWaitsForKey };
 
-// Returns a text without line breaks.
-QString OneLine(QString text);
-
-// Returns number, text and detail of an error, for instance "13 (Type mismatch): config.ini ...".
-QString WordsOf(const RunTimeError& error);
-
 // The page after an error that ends the program. `log` is the path of the log to look into.
 StopPage PageOfStop(const ProgramStop& stop, AfterStop after, const QString& log);
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/console/command_reader.h"
-#include "app/console/json_text.h"
+#include "core/json_text.h"
 
 #include <QString>
 

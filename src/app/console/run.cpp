@@ -3,10 +3,10 @@
 
 #include "app/console/console.h"
 #include "app/console/options.h"
-#include "app/console/surroundings.h"
 #include "core/path_text.h"
 #include "core/run_time_error.h"
 #include "platform/posix/folder_lock.h"
+#include "platform/simulated/surroundings.h"
 #include "settings/home_folder.h"
 #include "settings/home_restore.h"
 #include "shell/hand_down.h"

@@ -1,8 +1,8 @@
 // The tasks that need no display: setting the music folder, writing and restoring a backup.
 #pragma once
 
-#include "app/cabinet/app_folder.h"
-#include "app/cabinet/command_line.h"
+#include "app/home/app_folder.h"
+#include "app/start/command_line.h"
 
 // Carries out --setup, --backup or --restore, and reports on standard output and standard error. Returns the
 // exit code: 0 done, 1 failed, 2 wrong command line; nothing when the command line asks for none of them.

@@ -1,5 +1,5 @@
 // Tests of the command line.
-#include "app/cabinet/command_line.h"
+#include "app/start/command_line.h"
 
 #include <gtest/gtest.h>
 
@@ -66,9 +66,40 @@ TEST(CommandLineTest, TakesOneTask) {
     EXPECT_TRUE(Parse({"--setup="}).error.contains(QStringLiteral("--setup needs a folder")));
 }
 
+TEST(CommandLineTest, TakesChecks) {
+    EXPECT_EQ(Parse({"--check"}).checkedFolder, QString());
+    EXPECT_EQ(Parse({"--check", "/music", "--deep"}).checkedFolder, QStringLiteral("/music"));
+    EXPECT_EQ(Parse({"--check=-a"}).checkedFolder, QStringLiteral("-a"));
+    const CommandLine deep = Parse({"--check", "--deep", "--json"});
+    EXPECT_TRUE(deep.error.isEmpty() && deep.isDeep && deep.asJson && deep.checkedFolder->isEmpty());
+    const CommandLine frames =
+        Parse({"--check-theme", "mine", "--frames", "/f", "--size", "1920x1080", "--size=1080x1920"});
+    EXPECT_EQ(frames.checkedTheme, QStringLiteral("mine"));
+    EXPECT_EQ(frames.framesFolder, QStringLiteral("/f"));
+    EXPECT_EQ(frames.sizes, (std::vector<QSize>{{1920, 1080}, {1080, 1920}}));
+    EXPECT_TRUE(Parse({"--watch", "--check-theme=mine"}).isWatching);
+}
+
+TEST(CommandLineTest, RefusesOptionsWithoutTheirTask) {
+    for (const auto& wrong :
+         {Parse({"--json"}), Parse({"--json", "--setup", "/m"}), Parse({"--deep", "--check-theme", "a"}),
+          Parse({"--watch"}), Parse({"--frames", "/f"}), Parse({"--check-theme", "a", "--size", "10x10"}),
+          Parse({"--check-theme", "a", "--frames", "/f", "--watch"}), Parse({"--check", "/m", "/n"}),
+          Parse({"--check-theme"}), Parse({"--check-theme="}), Parse({"--json=1", "--check"}),
+          Parse({"--check", "--check-theme", "a"})}) {
+        EXPECT_FALSE(wrong.error.isEmpty());
+    }
+    for (const char* size : {"1920", "0x10", "10x", "x", "16385x1", "1x1x1", "-1x5", ""}) {
+        EXPECT_TRUE(Parse({"--check-theme", "a", "--frames", "/f", "--size", size})
+                        .error.startsWith(QStringLiteral("--size needs")))
+            << size;
+    }
+}
+
 TEST(CommandLineTest, TheHelpNamesEveryOption) {
     for (const char* option :
-         {"--home", "--serial", "--setup", "--backup", "--restore", "--help", "--version"}) {
+         {"--home", "--serial", "--setup", "--backup", "--restore", "--check", "--check-theme", "--json",
+          "--deep", "--frames", "--size", "--watch", "--help", "--version"}) {
         EXPECT_TRUE(HelpText().contains(QString::fromLatin1(option))) << option;
     }
 }

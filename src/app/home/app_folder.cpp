@@ -1,8 +1,8 @@
 // Finding and filling the application folder.
-#include "app/cabinet/app_folder.h"
+#include "app/home/app_folder.h"
 
 #include "core/path_text.h"
-#include "platform/files.h"
+#include "platform/posix/posix_files.h"
 #include "settings/home_folder.h"
 #include "settings/home_restore.h"
 #include "settings/safe_write.h"
@@ -130,6 +130,15 @@ QString PlaceOfAppFolder(Files& files, const AppFolderSources& sources) {
         return files.RealPath(*sources.home);
     }
     return HoldsJukebox(files, sources.programFolder) ? sources.programFolder : OwnPlace(sources);
+}
+
+AppFolderSources SourcesOfAppFolder(const std::optional<QString>& home) {
+    PosixFiles files;
+    return {.home = home,
+            .programFolder = FolderOfPath(files.RealPath(QStringLiteral("/proc/self/exe"))),
+            .dataHome = TextOfPath(qgetenv("XDG_DATA_HOME")),
+            .userHome = TextOfPath(qgetenv("HOME")),
+            .shareFolder = QStringLiteral(VANTORIX_SHARE_FOLDER)};
 }
 
 AppFolderResult FindAppFolder(Files& files, const AppFolderSources& sources) {

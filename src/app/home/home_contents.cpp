@@ -1,7 +1,7 @@
 // What a backup of an application folder contains, and how it is checked.
-#include "app/cabinet/home_contents.h"
+#include "app/home/home_contents.h"
 
-#include "app/cabinet/tar_format.h"
+#include "app/home/tar_format.h"
 #include "core/path_text.h"
 
 #include <QCryptographicHash>

@@ -31,6 +31,9 @@ struct AppFolderSources {
     QString shareFolder;
 };
 
+// The sources of this process. `home` is the folder of --home, as given.
+AppFolderSources SourcesOfAppFolder(const std::optional<QString>& home);
+
 // Returns the folder of --home, which must hold a jukebox. Without --home: the program's folder if that holds
 // one, otherwise $XDG_DATA_HOME/vantorix, which is created and filled from the share folder while it has no
 // config.ini. The path has no separator at its end, except for the root.

@@ -1,5 +1,5 @@
 // Setting the music folder without a screen.
-#include "app/cabinet/setup.h"
+#include "app/home/setup.h"
 
 #include "core/path_text.h"
 #include "library/file_pattern.h"

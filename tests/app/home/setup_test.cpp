@@ -1,5 +1,5 @@
 // Setting the music folder without a screen.
-#include "app/cabinet/setup.h"
+#include "app/home/setup.h"
 
 #include "support/failing_files.h"
 #include "support/home_folder.h"

@@ -1,5 +1,5 @@
 // Writing and reading tar archives.
-#include "app/cabinet/tar_format.h"
+#include "app/home/tar_format.h"
 
 #include "core/path_text.h"
 #include "platform/files.h"

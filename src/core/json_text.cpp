@@ -1,5 +1,5 @@
 // Writing JSON.
-#include "app/console/json_text.h"
+#include "core/json_text.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

@@ -1,8 +1,8 @@
 // Backups: what they contain, that they can be restored, and that nothing else can.
-#include "app/cabinet/backup.h"
+#include "app/home/backup.h"
 
-#include "app/cabinet/home_contents.h"
-#include "app/cabinet/tar_format.h"
+#include "app/home/home_contents.h"
+#include "app/home/tar_format.h"
 #include "settings/home_restore.h"
 #include "support/failing_files.h"
 #include "support/home_folder.h"

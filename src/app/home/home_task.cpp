@@ -1,8 +1,9 @@
 // The tasks that need no display: setting the music folder, writing and restoring a backup.
-#include "app/cabinet/home_task.h"
+#include "app/home/home_task.h"
 
-#include "app/cabinet/backup.h"
-#include "app/cabinet/setup.h"
+#include "app/home/backup.h"
+#include "app/home/setup.h"
+#include "app/start/standard_error.h"
 #include "core/path_text.h"
 #include "platform/posix/folder_lock.h"
 #include "platform/posix/posix_files.h"
@@ -25,7 +26,7 @@ constexpr int kWrongCommandLine = 2;
 constexpr std::chrono::seconds kPatience{4};
 
 int Fail(const QString& words) {
-    std::fprintf(stderr, "vantorix: %s\n", BytesOfPath(words).constData());
+    TellStandardError(words);
     return kFailed;
 }
 

@@ -1,8 +1,8 @@
 // Writing and restoring backups of an application folder.
-#include "app/cabinet/backup.h"
+#include "app/home/backup.h"
 
-#include "app/cabinet/home_contents.h"
-#include "app/cabinet/tar_format.h"
+#include "app/home/home_contents.h"
+#include "app/home/tar_format.h"
 #include "core/path_text.h"
 #include "platform/files.h"
 #include "settings/home_restore.h"

@@ -1,5 +1,5 @@
 // Setting the toolkit up for a session.
-#include "app/console/surroundings.h"
+#include "platform/simulated/surroundings.h"
 
 #include <QGuiApplication>
 #include <QTemporaryDir>

@@ -1,5 +1,5 @@
 // Tests of finding and filling the application folder.
-#include "app/cabinet/app_folder.h"
+#include "app/home/app_folder.h"
 
 #include "platform/posix/posix_files.h"
 
