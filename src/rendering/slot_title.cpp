@@ -116,3 +116,21 @@ void DrawSlotTitle(Form_Main& form, const SlotPlace& place, const TitleParts& pa
         }
     }
 }
+
+// A title that fits as far as its first blank can be broken there or later, so only others are shortened
+// letter by letter.
+bool StopsAtTitle(Form_Main& form, const TitleParts& parts, Integer16 width) {
+    if (parts.Interprete.isEmpty() || Fits(form, parts.Titre, width)) {
+        return false;
+    }
+    const qsizetype blank = parts.Titre.indexOf(u' ');
+    if (blank >= 0 && Fits(form, parts.Titre.left(blank + 1), width)) {
+        return false;
+    }
+    try {
+        Break(form, parts.Titre, width);
+    } catch (const RunTimeError&) {
+        return true;
+    }
+    return false;
+}

@@ -115,8 +115,16 @@ QString OnlyAlbum(const QString& path, const QString& title) {
     return Trim(name.startsWith(u'-') ? name.mid(1) : name);
 }
 
-// Returns the second line of a folder's slot: its only sub-folder or the number of its sub-folders; empty
-// without any.
+} // namespace
+
+SlotWords WordsOfSlot(const QString& type, const QString& title) {
+    TitleParts parts{CleanTitle(title, TitleEndings()), QString()};
+    SplitAtDash(parts);
+    const QString number = TakeTrackNumber(type, parts);
+    SplitAtDash(parts);
+    return {{parts.Titre.toUpper(), parts.Interprete.toUpper()}, number};
+}
+
 QString FolderSummary(Form_Main& form, const QString& path, const QString& title) {
     PointDir2(form, path);
     const QStringList& albums = form.library.Dir2.List;
@@ -127,16 +135,10 @@ QString FolderSummary(Form_Main& form, const QString& path, const QString& title
                               : QStringLiteral("%1 Albums").arg(albums.size()).toUpper();
 }
 
-} // namespace
-
 void DrawSlot(Form_Main& form, const SlotPlace& place, Integer16 slot, const FolderNames& names) {
     const QString type = form.library.InfoType(slot);
     const QString path = form.library.InfoPath(slot);
-    TitleParts parts{CleanTitle(form.library.InfoTitre(slot), TitleEndings()), QString()};
-    SplitAtDash(parts);
-    const QString number = TakeTrackNumber(type, parts);
-    SplitAtDash(parts);
-    parts = {parts.Titre.toUpper(), parts.Interprete.toUpper()};
+    auto [parts, number] = WordsOfSlot(type, form.library.InfoTitre(slot));
     bool slotDrawn = DrawSlotCover(form, place, slot, names);
     if (type != u"dir" && HoldsVideo(path, names)) {
         DrawVideoMark(form, place);

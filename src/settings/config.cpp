@@ -127,6 +127,22 @@ void ReadKeys(Form_Main& form, QStringView section, std::span<const ConfigKey> r
 
 } // namespace
 
+std::vector<KnownKey> KnownConfigKeys() {
+    const QString main = QStringLiteral("Main");
+    std::vector<KnownKey> known = {{main, QStringLiteral("StartPath")}};
+    const auto add = [&](const QString& section, std::span<const ConfigKey> rows) {
+        for (const ConfigKey& row : rows) {
+            known.push_back({section, QString::fromLatin1(row.key)});
+        }
+    };
+    add(main, kScreenKeys);
+    add(main, kPlacementKeys);
+    add(main, kDisplayKeys);
+    add(QStringLiteral("Key"), kKeyKeys);
+    add(QStringLiteral("RGBLeds"), kLedKeys);
+    return known;
+}
+
 QString ReadStartPath(Form_Main& form) {
     return GetPrivateProfileString(form, ConfigPath(form), QStringLiteral("Main"),
                                    QStringLiteral("StartPath"));

@@ -3,7 +3,17 @@
 
 #include <QString>
 
+#include <vector>
+
 struct Form_Main;
+
+// A key that LoadConfig reads.
+struct KnownKey {
+    QString section;
+    QString key;
+};
+// Returns all of them, StartPath first.
+std::vector<KnownKey> KnownConfigKeys();
 
 // Returns the music folder; empty when none has been chosen.
 QString ReadStartPath(Form_Main& form);

@@ -119,6 +119,32 @@ std::size_t qHash(const IniName& name, std::size_t seed) {
     return seed ^ seed >> 32;
 }
 
+std::vector<IniLine> LinesOfIni(const QByteArray& bytes) {
+    const QByteArrayView content =
+        QByteArrayView(bytes).sliced(HasByteOrderMark(bytes) ? kByteOrderMarkLength : 0);
+    const QString text = DecodeAs(EncodingOf(content), content);
+    std::vector<IniLine> lines;
+    QString section;
+    int number = 0;
+    for (QStringView rest = text; !rest.isEmpty();) {
+        const QStringView bare = FirstLine(rest);
+        rest = rest.sliced(bare.size());
+        rest = rest.sliced(rest.startsWith(u"\r\n") ? 2 : std::min<qsizetype>(1, rest.size()));
+        ++number;
+        const Line line = ParseLine(bare);
+        if (line.kind == Line::kSection) {
+            section = line.name.toString();
+            lines.push_back({number, IniLine::kSection, section, {}, {}});
+        } else if (line.kind == Line::kKey) {
+            lines.push_back(
+                {number, IniLine::kKey, section, line.name.toString(), WithoutMark(line.value).toString()});
+        } else if (line.kind == Line::kOther && bare.front() != u';' && bare.front() != u'#') {
+            lines.push_back({number, IniLine::kIgnored, section, {}, bare.toString()});
+        }
+    }
+    return lines;
+}
+
 IniFile::IniFile(const QByteArray& bytes) : hasByteOrderMark_(HasByteOrderMark(bytes)) {
     const QByteArrayView text = QByteArrayView(bytes).sliced(hasByteOrderMark_ ? kByteOrderMarkLength : 0);
     encoding_ = EncodingOf(text);

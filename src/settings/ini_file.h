@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <cstddef>
+#include <vector>
 
 enum class TextEncoding;
 
@@ -18,6 +19,23 @@ struct IniName {
 };
 bool operator==(const IniName& a, const IniName& b);
 std::size_t qHash(const IniName& name, std::size_t seed);
+
+// A line of an INI file as IniFile understands it.
+struct IniLine {
+    enum Kind { kSection, kKey, kIgnored };
+    // Starts at 1.
+    int number = 0;
+    Kind kind = kIgnored;
+    // The section's name; of a key the section that it is in, empty above the first section.
+    QString section;
+    // Empty except for a key.
+    QString key;
+    QString value;
+};
+
+// Returns the lines of an INI file that are neither blank nor a comment, in their order, including those that
+// have no effect.
+std::vector<IniLine> LinesOfIni(const QByteArray& bytes);
 
 // A parsed INI file. Any bytes are accepted: UTF-8, or Windows-1252 when they are not valid UTF-8; a BOM is
 // skipped. Lines end with LF, CR LF or CR; blanks are the space and the tab. A line is

@@ -288,3 +288,22 @@ TEST(IniFileWriting, AFileWithBytesOfNamesStaysUtf8) {
 }
 
 } // namespace
+
+TEST(LinesOfIniTest, AllLinesThatAreNotBlankOrAComment) {
+    const std::vector<IniLine> lines = LinesOfIni("\xEF\xBB\xBF"
+                                                  "above=1\r\n; comment\r\n\r\n[Main]\r\n key = "
+                                                  "value \r\nword\r\n# =x\r\n=y\n[Main]\nKEY=2");
+    ASSERT_EQ(lines.size(), 7U);
+    EXPECT_EQ(lines[0].kind, IniLine::kKey);
+    EXPECT_EQ(lines[0].section, QString());
+    EXPECT_EQ(lines[1].kind, IniLine::kSection);
+    EXPECT_EQ(lines[1].number, 4);
+    EXPECT_EQ(lines[2].key, QStringLiteral("key"));
+    EXPECT_EQ(lines[2].value, QStringLiteral("value "));
+    EXPECT_EQ(lines[2].section, QStringLiteral("Main"));
+    EXPECT_EQ(lines[3].kind, IniLine::kIgnored);
+    EXPECT_EQ(lines[3].value, QStringLiteral("word"));
+    EXPECT_EQ(lines[4].kind, IniLine::kIgnored);
+    EXPECT_EQ(lines[6].number, 10);
+    EXPECT_EQ(lines[6].value, QStringLiteral("2"));
+}

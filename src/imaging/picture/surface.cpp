@@ -207,6 +207,10 @@ int TextWidth(const Surface& surface, const QString& text) {
     return text.isEmpty() ? 0 : FontOf(surface).metrics.horizontalAdvance(text);
 }
 
+bool HasGlyph(const Surface& surface, char32_t character) {
+    return FontOf(surface).metrics.inFontUcs4(character);
+}
+
 int BeginningWidth(const Surface& surface, const QString& text, qsizetype length) {
     return length == 0 ? 0 : FontOf(surface).metrics.horizontalAdvance(text, static_cast<int>(length));
 }

@@ -71,6 +71,9 @@ void BitBlt(Surface& target, const Box& to, const Surface& source, int fromX, in
 int TextWidth(const Surface& surface, const QString& text);
 int TextHeight(const Surface& surface, const QString& text);
 
+// Whether an installed font, or one of the theme, has this character. The surface's font comes first.
+bool HasGlyph(const Surface& surface, char32_t character);
+
 // Width of the first `length` characters of a text when the rest follows them. The last letters of a text can
 // have another shape and width.
 int BeginningWidth(const Surface& surface, const QString& text, qsizetype length);

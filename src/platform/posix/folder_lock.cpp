@@ -36,6 +36,14 @@ QString HolderOf(const struct stat& status) {
     return QString();
 }
 
+// The program's name and its process; empty when nothing has locked the file or folder.
+QString NameOfHolder(const struct stat& status) {
+    const QString process = HolderOf(status);
+    const QString name =
+        process.isEmpty() ? QString() : TextOfFile(QStringLiteral("/proc/%1/comm").arg(process)).trimmed();
+    return name.isEmpty() ? QString() : QStringLiteral("%1, process %2").arg(name, process);
+}
+
 } // namespace
 
 FolderLock::FolderLock(const QString& folder)
@@ -53,10 +61,10 @@ FolderLock::~FolderLock() {
 
 QString FolderLock::Holder() const {
     struct stat status {};
-    if (!taken_ || ::fstat(descriptor_, &status) != 0) {
-        return QString();
-    }
-    const QString process = HolderOf(status);
-    const QString name = TextOfFile(QStringLiteral("/proc/%1/comm").arg(process)).trimmed();
-    return name.isEmpty() ? QString() : QStringLiteral("%1, process %2").arg(name, process);
+    return taken_ && ::fstat(descriptor_, &status) == 0 ? NameOfHolder(status) : QString();
+}
+
+QString HolderOfFolder(const QString& folder) {
+    struct stat status {};
+    return ::stat(BytesOfPath(folder).constData(), &status) == 0 ? NameOfHolder(status) : QString();
 }

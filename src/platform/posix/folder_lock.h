@@ -24,3 +24,7 @@ private:
     int descriptor_ = -1;
     bool taken_ = false;
 };
+
+// Returns the holder of a folder's lock like FolderLock::Holder, without locking the folder. Empty when
+// nothing has locked it or the system does not say.
+QString HolderOfFolder(const QString& folder);
