@@ -18,4 +18,7 @@ struct Finding {
     QString text;
     // What to do; empty when nothing needs to be done.
     QString advice;
+    // The name of the kind of finding. A report for a person shows findings of one kind together. Empty:
+    // those with the same text are of one kind.
+    QString kind = {};
 };

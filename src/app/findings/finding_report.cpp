@@ -4,6 +4,8 @@
 #include "core/json_text.h"
 #include "core/path_text.h"
 
+#include <algorithm>
+
 namespace {
 
 QString NameOf(Level level) {
@@ -45,30 +47,114 @@ QByteArray JsonOf(const Finding& finding) {
         .Text();
 }
 
-QByteArray TextOf(const Finding& finding) {
-    const QString place = finding.path.isEmpty() ? NameOf(finding.subject) : finding.path;
-    QString text = QStringLiteral("%1: %2\n    %3").arg(NameOf(finding.level), place, finding.text);
-    if (!finding.advice.isEmpty()) {
-        text += QStringLiteral("\n    To do: ") + finding.advice;
+// A name can contain control characters, which would move the cursor of a terminal.
+QByteArray Printable(QString text) {
+    for (QChar& c : text) {
+        c = c.category() == QChar::Other_Control && c != u'\n' ? QChar(u'?') : c;
     }
     return BytesOfPath(text);
 }
+
+QString OneLine(QString text) {
+    return text.replace(u'\n', u'?');
+}
+
+QString PlaceOf(const Finding& finding) {
+    return finding.path.isEmpty() ? NameOf(finding.subject) : OneLine(finding.path);
+}
+
+QString Indented(const QString& text) {
+    return QStringLiteral("\n    ") + QString(text).replace(u'\n', QStringLiteral("\n    "));
+}
+
+QString Advice(const Finding& finding) {
+    return finding.advice.isEmpty() ? QString() : Indented(QStringLiteral("To do: ") + finding.advice);
+}
+
+QString TextOf(const Finding& finding) {
+    return QStringLiteral("%1: %2").arg(NameOf(finding.level), PlaceOf(finding)) + Indented(finding.text) +
+           Advice(finding);
+}
+
+bool HaveOneText(const std::vector<Finding>& findings) {
+    return std::all_of(findings.begin(), findings.end(),
+                       [&](const Finding& finding) { return finding.text == findings.front().text; });
+}
+
+// The paths first, with the text of each unless all have the same.
+QString TextOf(const std::vector<Finding>& first, std::int64_t count) {
+    const bool haveOneText = HaveOneText(first);
+    QString text = QStringLiteral("%1: %L2 of this kind").arg(NameOf(first.front().level)).arg(count);
+    for (const Finding& finding : first) {
+        text += QStringLiteral("\n    ") + PlaceOf(finding);
+        if (!haveOneText) {
+            text += Indented(QStringLiteral("  ") + finding.text);
+        }
+    }
+    const auto more = count - static_cast<std::int64_t>(first.size());
+    if (more > 0) {
+        text += QStringLiteral("\n    and %L1 more").arg(more);
+    }
+    if (haveOneText) {
+        text += Indented(first.front().text);
+    }
+    return text + Advice(first.front());
+}
+
+QString Counted(std::int64_t count, const char* what) {
+    return QStringLiteral("%L1 %2%3")
+        .arg(count)
+        .arg(QLatin1StringView(what), count == 1 ? QString() : QStringLiteral("s"));
+}
+
+// The findings of one kind that are named.
+constexpr std::size_t kNamed = 3;
 
 } // namespace
 
 void FindingReport::Add(const Finding& finding) {
     ++counts_.at(static_cast<std::size_t>(finding.level));
-    WriteLine(output_, asJson_ ? JsonOf(finding) : TextOf(finding));
+    if (asJson_) {
+        WriteLine(output_, JsonOf(finding));
+    } else {
+        AddToGroup(finding);
+    }
+}
+
+void FindingReport::AddToGroup(const Finding& finding) {
+    const QString kind = NameOf(finding.level) + NameOf(finding.subject) +
+                         (finding.kind.isEmpty() ? finding.text : finding.kind);
+    const auto place = places_.constFind(kind);
+    const std::size_t at = place == places_.cend() ? groups_.size() : *place;
+    if (at == groups_.size()) {
+        places_.insert(kind, at);
+        groups_.emplace_back();
+    }
+    Group& group = groups_[at];
+    ++group.count;
+    if (group.first.size() < kNamed) {
+        group.first.push_back(finding);
+    }
+}
+
+void FindingReport::WriteGroups(Level level) {
+    for (const Group& group : groups_) {
+        if (group.first.front().level == level) {
+            WriteLine(output_, Printable(group.count == 1 ? TextOf(group.first.front())
+                                                          : TextOf(group.first, group.count)));
+        }
+    }
 }
 
 void FindingReport::Finish(const QString& subject) {
     if (!asJson_) {
+        for (const Level level : {Level::kError, Level::kWarning, Level::kNote}) {
+            WriteGroups(level);
+        }
         const auto [notes, warnings, errors] = counts_;
-        WriteLine(output_, BytesOfPath(QStringLiteral("%1: %2 errors, %3 warnings, %4 notes")
-                                           .arg(subject)
-                                           .arg(errors)
-                                           .arg(warnings)
-                                           .arg(notes)));
+        WriteLine(output_, Printable(QStringLiteral("%1: %2, %3, %4")
+                                         .arg(OneLine(subject), Counted(errors, "error"),
+                                              Counted(warnings, "warning"), Counted(notes, "note"))));
     }
     std::fflush(output_);
 }

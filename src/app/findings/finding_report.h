@@ -3,24 +3,41 @@
 
 #include "app/findings/finding.h"
 
-#include <array>
-#include <cstdio>
+#include <QHash>
 
-// Writes each finding at once.
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <vector>
+
+// Collects findings for a person: errors first, then warnings and notes, with many findings of one kind in
+// one paragraph. Writes findings for a program at once.
 class FindingReport {
 public:
     // As JSON: one object a line with the members level, subject, path, text and advice, and nothing else.
     FindingReport(std::FILE* output, bool asJson) : output_(output), asJson_(asJson) {}
 
     void Add(const Finding& finding);
-    // Ends the report; for a person with the number of findings. `subject` is what was checked.
+    // Ends the report; for a person with the findings and their number. `subject` is what was checked.
     void Finish(const QString& subject);
     // 0 for nothing but notes, 1 with warnings, 2 with errors.
     int ExitCode() const;
 
 private:
+    // Findings of one kind: the first ones, and how many there are.
+    struct Group {
+        std::vector<Finding> first;
+        std::int64_t count = 0;
+    };
+
+    void AddToGroup(const Finding& finding);
+    void WriteGroups(Level level);
+
     std::FILE* output_;
     bool asJson_;
     // How many there are of each level.
-    std::array<int, 3> counts_ = {};
+    std::array<std::int64_t, 3> counts_ = {};
+    std::vector<Group> groups_;
+    // The place of each kind in `groups_`.
+    QHash<QString, std::size_t> places_;
 };

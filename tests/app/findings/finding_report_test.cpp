@@ -13,6 +13,15 @@ struct Written {
     int exitCode = 0;
 };
 
+// Reads a file from its start and closes it.
+QByteArray TextOf(std::FILE* file) {
+    std::rewind(file);
+    std::array<char, 4096> text{};
+    const std::size_t size = std::fread(text.data(), 1, text.size(), file);
+    std::fclose(file);
+    return QByteArray(text.data(), static_cast<qsizetype>(size));
+}
+
 Written Write(bool asJson, std::initializer_list<Finding> findings) {
     std::FILE* file = std::tmpfile();
     FindingReport report(file, asJson);
@@ -20,11 +29,7 @@ Written Write(bool asJson, std::initializer_list<Finding> findings) {
         report.Add(finding);
     }
     report.Finish(QStringLiteral("the theme \"x\""));
-    std::rewind(file);
-    std::array<char, 4096> text{};
-    const std::size_t size = std::fread(text.data(), 1, text.size(), file);
-    std::fclose(file);
-    return {QByteArray(text.data(), static_cast<qsizetype>(size)), report.ExitCode()};
+    return {TextOf(file), report.ExitCode()};
 }
 
 Finding Of(Level level) {
@@ -56,5 +61,46 @@ TEST(FindingReportTest, TextSaysWhatToDoAndCounts) {
                   .text,
               "warning: machine\n    No sound device.\n"
               "note: /t\n    Old.\n    To do: Renew it.\n"
-              "the theme \"x\": 0 errors, 1 warnings, 1 notes\n");
+              "the theme \"x\": 0 errors, 1 warning, 1 note\n");
+}
+
+TEST(FindingReportTest, TextBeginsWithTheWorst) {
+    const QByteArray text = Write(false, {Of(Level::kNote), Of(Level::kError), Of(Level::kWarning)}).text;
+    EXPECT_LT(text.indexOf("error: "), text.indexOf("warning: "));
+    EXPECT_LT(text.indexOf("warning: "), text.indexOf("note: "));
+}
+
+TEST(FindingReportTest, ManyFindingsOfAKindAreOneParagraph) {
+    std::FILE* file = std::tmpfile();
+    FindingReport report(file, false);
+    for (int i = 0; i < 1237; ++i) {
+        report.Add({Level::kWarning, Subject::kMusic, QStringLiteral("/m/%1.ogg").arg(i),
+                    QStringLiteral("It is not listed."), QStringLiteral("Convert %1.").arg(i)});
+    }
+    report.Finish(QStringLiteral("/m"));
+    EXPECT_EQ(TextOf(file), "warning: 1,237 of this kind\n    /m/0.ogg\n    /m/1.ogg\n    /m/2.ogg\n"
+                            "    and 1,234 more\n    It is not listed.\n    To do: Convert 0.\n"
+                            "/m: 0 errors, 1,237 warnings, 0 notes\n");
+}
+
+TEST(FindingReportTest, DifferentTextsOfAKindAreAllShown) {
+    std::FILE* file = std::tmpfile();
+    FindingReport report(file, false);
+    for (const char* const text : {"One.", "Two."}) {
+        report.Add({Level::kError,
+                    Subject::kMusic,
+                    QStringLiteral("/m"),
+                    QString::fromLatin1(text),
+                    {},
+                    QStringLiteral("titles")});
+    }
+    report.Finish(QStringLiteral("/m"));
+    EXPECT_EQ(TextOf(file), "error: 2 of this kind\n    /m\n      One.\n    /m\n      Two.\n"
+                            "/m: 2 errors, 0 warnings, 0 notes\n");
+}
+
+TEST(FindingReportTest, ControlCharactersOfANameDoNotReachTheTerminal) {
+    const Finding finding{
+        Level::kNote, Subject::kMusic, QStringLiteral("/m/\x1B[2J\n.mp3"), QStringLiteral("Hidden."), {}};
+    EXPECT_TRUE(Write(false, {finding}).text.startsWith("note: /m/?[2J?.mp3\n    Hidden.\n"));
 }
