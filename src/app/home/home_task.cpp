@@ -2,6 +2,7 @@
 #include "app/home/home_task.h"
 
 #include "app/home/backup.h"
+#include "app/home/folder_owner.h"
 #include "app/home/setup.h"
 #include "app/start/standard_error.h"
 #include "core/path_text.h"
@@ -10,12 +11,6 @@
 #include "settings/home_folder.h"
 #include "settings/home_restore.h"
 
-#include <grp.h>
-#include <pwd.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <array>
 #include <cstdio>
 
 namespace {
@@ -32,22 +27,6 @@ int Fail(const QString& words) {
 
 void Say(const QString& words) {
     std::printf("%s\n", BytesOfPath(words).constData());
-}
-
-// Gives the process the rights of the folder's owner. Does nothing unless the superuser runs it. Returns
-// false when that fails.
-bool BecomeOwnerOf(const QString& folder) {
-    struct stat status {};
-    if (::geteuid() != 0 || ::stat(BytesOfPath(folder).constData(), &status) != 0 || status.st_uid == 0) {
-        return true;
-    }
-    struct passwd entry {};
-    struct passwd* user = nullptr;
-    std::array<char, 4096> text{};
-    ::getpwuid_r(status.st_uid, &entry, text.data(), text.size(), &user);
-    const gid_t group = user != nullptr ? user->pw_gid : status.st_gid;
-    const int groups = user != nullptr ? ::initgroups(user->pw_name, group) : ::setgroups(1, &group);
-    return groups == 0 && ::setegid(group) == 0 && ::seteuid(status.st_uid) == 0;
 }
 
 // The path from the root, with the links in its folder resolved: a name of a file that need not exist.
