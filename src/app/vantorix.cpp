@@ -1,5 +1,7 @@
 // The program vantorix: the jukebox of the cabinet, and the tasks that its command line can name instead.
 #include "app/cabinet/cabinet.h"
+#include "app/doctor/doctor.h"
+#include "app/home/app_folder.h"
 #include "app/home/home_task.h"
 #include "app/start/command_line.h"
 #include "app/start/standard_error.h"
@@ -26,6 +28,9 @@ int Run(const CommandLine& line, char** argv) {
     }
     if (const std::optional<int> code = RunHomeTask(line, SourcesOfAppFolder(line.home))) {
         return *code;
+    }
+    if (line.checkedFolder) {
+        return RunDoctor(line, SourcesOfAppFolder(line.home));
     }
     return RunCabinet(line, argv);
 }

@@ -1,0 +1,77 @@
+// Opening files on two threads, and reporting in the order of the list.
+#include "app/doctor/deep_check.h"
+
+#include "app/doctor/library_check.h"
+#include "app/doctor/progress.h"
+#include "app/findings/finding_report.h"
+#include "platform/gstreamer/openable.h"
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+namespace {
+
+constexpr int kWorkers = 2;
+
+// Each worker takes the next file until all are opened.
+struct Work {
+    const std::vector<MediaFile>& files;
+    std::vector<QString> faults;
+    std::atomic<std::size_t> next{0};
+    std::atomic<std::int64_t> done{0};
+};
+
+void Open(Work& work) {
+    for (std::size_t at = work.next++; at < work.files.size(); at = work.next++) {
+        work.faults[at] = FaultOfMedia(work.files[at].path, work.files[at].isVideo);
+        ++work.done;
+    }
+}
+
+void ShowUntilDone(const Work& work, Progress& progress) {
+    const auto begin = std::chrono::steady_clock::now();
+    const auto all = static_cast<std::int64_t>(work.files.size());
+    while (work.done < all) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        const auto elapsed =
+            std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - begin);
+        const std::int64_t done = work.done;
+        progress.Show(QStringLiteral("%L1 of %L2 files opened, %3 left")
+                          .arg(done)
+                          .arg(all)
+                          .arg(TimeLeft(elapsed, done, all)));
+    }
+    progress.Clear();
+}
+
+void Report(const MediaFile& file, const QString& fault, FindingReport& report) {
+    report.Add(
+        {file.isVideo ? Level::kError : Level::kWarning, Subject::kMusic, file.path,
+         file.isVideo
+             ? QStringLiteral("The jukebox locks up when the turn of this video comes: %1.").arg(fault)
+             : QStringLiteral("It does not play; patrons pay for it and hear nothing: %1.").arg(fault),
+         QStringLiteral(
+             "Copy it again, convert it, or delete it. If many files are named, see the missing decoders."),
+         file.isVideo ? QStringLiteral("video that does not open")
+                      : QStringLiteral("track that does not open")});
+}
+
+} // namespace
+
+void CheckOpening(const std::vector<MediaFile>& files, FindingReport& report, Progress& progress) {
+    Work work{files, std::vector<QString>(files.size())};
+    std::vector<std::thread> workers;
+    for (int i = 0; i < kWorkers; ++i) {
+        workers.emplace_back([&work] { Open(work); });
+    }
+    ShowUntilDone(work, progress);
+    for (std::thread& worker : workers) {
+        worker.join();
+    }
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        if (!work.faults[i].isEmpty()) {
+            Report(files[i], work.faults[i], report);
+        }
+    }
+}

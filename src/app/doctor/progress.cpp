@@ -1,0 +1,41 @@
+// Writing the progress line.
+#include "app/doctor/progress.h"
+
+#include "core/path_text.h"
+
+#include <cstdio>
+
+#include <unistd.h>
+
+Progress::Progress() : isTerminal_(::isatty(STDERR_FILENO) != 0) {}
+
+void Progress::Show(const QString& text) {
+    const auto now = std::chrono::steady_clock::now();
+    if (!isTerminal_ || (isWritten_ && now - last_ < std::chrono::milliseconds(100))) {
+        return;
+    }
+    last_ = now;
+    isWritten_ = true;
+    // Returns to the start of the line and erases it.
+    std::fprintf(stderr, "\r\x1B[K%s", BytesOfPath(text).constData());
+    std::fflush(stderr);
+}
+
+void Progress::Clear() {
+    if (isWritten_) {
+        std::fputs("\r\x1B[K", stderr);
+        std::fflush(stderr);
+    }
+    isWritten_ = false;
+}
+
+QString TimeLeft(std::chrono::seconds elapsed, std::int64_t done, std::int64_t all) {
+    if (done <= 0 || all < done) {
+        return QString();
+    }
+    const std::int64_t seconds = elapsed.count() * (all - done) / done;
+    const QString rest = QStringLiteral("%1:%2")
+                             .arg(seconds / 60 % 60, seconds >= 3600 ? 2 : 1, 10, QLatin1Char('0'))
+                             .arg(seconds % 60, 2, 10, QLatin1Char('0'));
+    return seconds >= 3600 ? QStringLiteral("%1:%2").arg(seconds / 3600).arg(rest) : rest;
+}
