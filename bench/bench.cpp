@@ -7,10 +7,10 @@
 
 namespace {
 
-double Milliseconds(const Subject& subject) {
-    subject.before();
+double Milliseconds(const Contender& contender) {
+    contender.before();
     const auto start = std::chrono::steady_clock::now();
-    subject.work();
+    contender.work();
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
@@ -22,21 +22,21 @@ double Median(std::vector<double> values) {
 
 } // namespace
 
-std::vector<Figure> RunInTurn(const std::vector<Subject>& subjects, int rounds) {
-    for (const Subject& subject : subjects) {
-        Milliseconds(subject);
+std::vector<Figure> RunInTurn(const std::vector<Contender>& contenders, int rounds) {
+    for (const Contender& contender : contenders) {
+        Milliseconds(contender);
     }
-    std::vector<std::vector<double>> times(subjects.size());
-    std::vector<std::vector<double>> ratios(subjects.size());
+    std::vector<std::vector<double>> times(contenders.size());
+    std::vector<std::vector<double>> ratios(contenders.size());
     for (int round = 0; round < rounds; ++round) {
-        for (std::size_t i = 0; i < subjects.size(); ++i) {
-            times[i].push_back(Milliseconds(subjects[i]));
+        for (std::size_t i = 0; i < contenders.size(); ++i) {
+            times[i].push_back(Milliseconds(contenders[i]));
             ratios[i].push_back(times[i].back() / times[0].back());
         }
     }
     std::vector<Figure> figures;
-    for (std::size_t i = 0; i < subjects.size(); ++i) {
-        figures.push_back({subjects[i].name, Median(times[i]), Median(ratios[i])});
+    for (std::size_t i = 0; i < contenders.size(); ++i) {
+        figures.push_back({contenders[i].name, Median(times[i]), Median(ratios[i])});
     }
     return figures;
 }

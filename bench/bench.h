@@ -1,4 +1,4 @@
-// Measuring: subjects that do the same work, run in turn, compared round by round.
+// Measuring: contenders that do the same work, run in turn, compared round by round.
 #pragma once
 
 #include <QString>
@@ -6,25 +6,25 @@
 #include <functional>
 #include <vector>
 
-// One way to do a piece of work. The first subject of a row is ours, or what ours is measured against.
-struct Subject {
+// One way to do a piece of work. The first contender of a row is ours, or what ours is measured against.
+struct Contender {
     QString name;
     std::function<void()> work;
     // What has to be done before each run and is not measured.
     std::function<void()> before = [] {};
 };
 
-// How a subject did: the median of its times, and the median of its time divided by the first subject's of
-// the same round.
+// How a contender did: the median of its times, and the median of its time divided by the first contender's
+// of the same round.
 struct Figure {
     QString name;
     double milliseconds = 0;
     double ratio = 0;
 };
 
-// Runs all subjects once for warmth, then `rounds` times in turn (A B C A B C ...), so that a machine whose
+// Runs all contenders once for warmth, then `rounds` times in turn (A B C A B C ...), so that a machine whose
 // speed drifts slows all of them alike.
-std::vector<Figure> RunInTurn(const std::vector<Subject>& subjects, int rounds);
+std::vector<Figure> RunInTurn(const std::vector<Contender>& contenders, int rounds);
 
-// Prints a row: the title, then a line a subject with its time and its ratio to the first.
+// Prints a row: the title, then a line a contender with its time and its ratio to the first.
 void PrintRow(const QString& title, const std::vector<Figure>& figures);

@@ -256,11 +256,11 @@ void BenchQueue(const QString& homeFolder) {
     BenchJukebox box(homeFolder, 1.0);
     Form_Main& form = box.form;
     const auto subject = [&](const QString& name, int count, void (*draw)(Form_Main&)) {
-        return Subject{name.arg(count), [&form, draw] { draw(form); },
-                       [&form, count] {
-                           FillQueue(form, count);
-                           DrawPlaylist(form);
-                       }};
+        return Contender{name.arg(count), [&form, draw] { draw(form); },
+                         [&form, count] {
+                             FillQueue(form, count);
+                             DrawPlaylist(form);
+                         }};
     };
     const QString pick = QStringLiteral("a pick with %1 in the queue");
     const QString unknown = QStringLiteral("DrawPlaylist of %1 unknown titles");

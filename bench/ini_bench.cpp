@@ -86,7 +86,7 @@ void TidyHeap() {
 }
 
 // A reader; it returns the total length of all values.
-Subject Reader(const QString& name, qsizetype expected, const std::function<qsizetype()>& reader) {
+Contender Reader(const QString& name, qsizetype expected, const std::function<qsizetype()>& reader) {
     const auto work = [=] {
         if (reader() != expected) {
             Stop(name + QStringLiteral(" does not find the same values"));
@@ -147,7 +147,7 @@ void BenchIni(const QString& themeIni) {
     if (wanted.size() != kThemeKeys || length < kShortestValues) {
         Stop(themeIni + QStringLiteral(" is not a whole theme"));
     }
-    std::vector<Subject> subjects;
+    std::vector<Contender> subjects;
     subjects.push_back(Reader(QStringLiteral("IniFile"), length, [&] { return OurWay(themeIni, wanted); }));
 #ifdef VANTORIX_PEER_INIH
     subjects.push_back(

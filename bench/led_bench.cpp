@@ -272,9 +272,10 @@ void BenchTick(const QString& delivered) {
             }
         };
     };
-    std::vector<Subject> subjects = {{QStringLiteral("an FFT of 1024 points, GStreamer"), [&] { gst.Run(); }},
-                                     {QStringLiteral("a tick of 30 LEDs, without a line"), tick("30")},
-                                     {QStringLiteral("a tick of 258 LEDs, without a line"), tick("258")}};
+    std::vector<Contender> subjects = {
+        {QStringLiteral("an FFT of 1024 points, GStreamer"), [&] { gst.Run(); }},
+        {QStringLiteral("a tick of 30 LEDs, without a line"), tick("30")},
+        {QStringLiteral("a tick of 258 LEDs, without a line"), tick("258")}};
 #ifdef VANTORIX_PEER_FFTW
     FftwPeer fftw;
     subjects.push_back(

@@ -162,10 +162,10 @@ std::vector<Figure> Measure(const QByteArray& png) {
     DlopenedZlib missing("no-such-library");
     Floor floor = FloorOf(png, zlib);
     const auto reading = [&png](const char* name, auto reader) {
-        return Subject{QString::fromLatin1(name), [&png, reader] { reader(png); }};
+        return Contender{QString::fromLatin1(name), [&png, reader] { reader(png); }};
     };
     PicturePixels image;
-    const std::vector<Subject> subjects = {
+    const std::vector<Contender> subjects = {
         reading("our decoder", [&](const QByteArray& file) { LoadOurs(file, image, zlib); }),
         reading("our decoder, no zlib", [&](const QByteArray& file) { LoadOurs(file, image, missing); }),
         {QStringLiteral("uncompress and a copy"), [&] { RunFloor(floor, zlib); }},

@@ -95,9 +95,9 @@ void BenchStart(const QString& programs, const QString& homeFolder, const QStrin
         pixel.Await(true);
     };
     const auto subject = [&](const QString& name, const QStringList& command) {
-        return Subject{name, [&, command] { StartOnce(pixel, process, command); }, endLastRun};
+        return Contender{name, [&, command] { StartOnce(pixel, process, command); }, endLastRun};
     };
-    const std::vector<Subject> subjects = {
+    const std::vector<Contender> subjects = {
         subject(QStringLiteral("a bare Qt window with one picture"),
                 {programs + QStringLiteral("/vantorix-bare-window"),
                  home.path() + QStringLiteral("/themes/default/zonelist.png")}),

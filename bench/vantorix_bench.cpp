@@ -1,6 +1,7 @@
 // vantorix-bench: the speed of the jukebox compared with other libraries, measured in turn in one run and
 // printed as ratios.
 #include "dialog_bench.h"
+#include "doctor_bench.h"
 #include "frame_bench.h"
 #include "ini_bench.h"
 #include "led_bench.h"
@@ -19,7 +20,7 @@ namespace {
 
 constexpr char kUsage[] =
     "vantorix-bench HOME_FOLDER DEMO_FOLDER "
-    "[ini|list|png|tags|frame|queue|turn|dialog|leds|start|video]...\n"
+    "[ini|list|png|tags|frame|queue|turn|dialog|doctor|leds|start|video]...\n"
     "  the folders home/ and demo/ of the repository; without a word every row is measured\n";
 
 } // namespace
@@ -62,6 +63,9 @@ int main(int argc, char** argv) {
     }
     if (wanted("dialog")) {
         BenchDialogs(home);
+    }
+    if (wanted("doctor")) {
+        BenchDoctor(home, QString::fromLocal8Bit(argv[2]));
     }
     if (wanted("leds")) {
         BenchLeds(home);
