@@ -64,7 +64,7 @@ QString AsStored(QStringView text) {
 }
 
 struct Line {
-    enum Kind { kBlank, kSection, kKey, kOther };
+    enum Kind { kBlank, kSection, kKey, kComment, kOther };
     Kind kind = kOther;
     QStringView name = {};
     QStringView value = {};
@@ -86,7 +86,10 @@ Line ParseLine(QStringView line) {
         }
     }
     const bool isComment = !isIndented && (first == u';' || first == u'#');
-    if (isComment || equals < 0 || first == u'=') {
+    if (isComment) {
+        return {Line::kComment};
+    }
+    if (equals < 0 || first == u'=') {
         return {};
     }
     return {Line::kKey, WithoutMark(WithoutBlanks(line.first(equals))),
@@ -117,32 +120,6 @@ std::size_t qHash(const IniName& name, std::size_t seed) {
         seed = (seed ^ (c.isSurrogate() ? 0xD800 : folded)) * kFactor;
     }
     return seed ^ seed >> 32;
-}
-
-std::vector<IniLine> LinesOfIni(const QByteArray& bytes) {
-    const QByteArrayView content =
-        QByteArrayView(bytes).sliced(HasByteOrderMark(bytes) ? kByteOrderMarkLength : 0);
-    const QString text = DecodeAs(EncodingOf(content), content);
-    std::vector<IniLine> lines;
-    QString section;
-    int number = 0;
-    for (QStringView rest = text; !rest.isEmpty();) {
-        const QStringView bare = FirstLine(rest);
-        rest = rest.sliced(bare.size());
-        rest = rest.sliced(rest.startsWith(u"\r\n") ? 2 : std::min<qsizetype>(1, rest.size()));
-        ++number;
-        const Line line = ParseLine(bare);
-        if (line.kind == Line::kSection) {
-            section = line.name.toString();
-            lines.push_back({number, IniLine::kSection, section, {}, {}});
-        } else if (line.kind == Line::kKey) {
-            lines.push_back(
-                {number, IniLine::kKey, section, line.name.toString(), WithoutMark(line.value).toString()});
-        } else if (line.kind == Line::kOther && bare.front() != u';' && bare.front() != u'#') {
-            lines.push_back({number, IniLine::kIgnored, section, {}, bare.toString()});
-        }
-    }
-    return lines;
 }
 
 IniFile::IniFile(const QByteArray& bytes) : hasByteOrderMark_(HasByteOrderMark(bytes)) {
@@ -178,6 +155,30 @@ void IniFile::ReadLines() {
             begin = begin != 0 ? begin : line.value.data() - all.data();
         }
     }
+}
+
+std::vector<IniLine> IniFile::Lines() const {
+    const QStringView all = parsed_;
+    std::vector<IniLine> lines;
+    QString section;
+    int number = 0;
+    for (qsizetype at = 0; at < all.size();) {
+        const QStringView bare = FirstLine(all.sliced(at));
+        at += bare.size();
+        at += all.sliced(at).startsWith(u"\r\n") ? 2 : 1;
+        ++number;
+        const Line line = ParseLine(bare);
+        if (line.kind == Line::kSection) {
+            section = line.name.toString();
+            lines.push_back({number, IniLine::kSection, section, {}, {}});
+        } else if (line.kind == Line::kKey) {
+            lines.push_back(
+                {number, IniLine::kKey, section, line.name.toString(), WithoutMark(line.value).toString()});
+        } else if (line.kind == Line::kOther) {
+            lines.push_back({number, IniLine::kIgnored, section, {}, bare.toString()});
+        }
+    }
+    return lines;
 }
 
 // Returns a new section of that name, or nullptr when there is one already.

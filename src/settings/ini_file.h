@@ -20,7 +20,7 @@ struct IniName {
 bool operator==(const IniName& a, const IniName& b);
 std::size_t qHash(const IniName& name, std::size_t seed);
 
-// A line of an INI file as IniFile understands it.
+// A line of an INI file as it is read. Comments and blank lines are none of these kinds.
 struct IniLine {
     enum Kind { kSection, kKey, kIgnored };
     // Starts at 1.
@@ -30,12 +30,9 @@ struct IniLine {
     QString section;
     // Empty except for a key.
     QString key;
+    // The value of a key; of an ignored line its whole text.
     QString value;
 };
-
-// Returns the lines of an INI file that are neither blank nor a comment, in their order, including those that
-// have no effect.
-std::vector<IniLine> LinesOfIni(const QByteArray& bytes);
 
 // A parsed INI file. Any bytes are accepted: UTF-8, or Windows-1252 when they are not valid UTF-8; a BOM is
 // skipped. Lines end with LF, CR LF or CR; blanks are the space and the tab. A line is
@@ -54,6 +51,9 @@ public:
 
     // Returns at most 254 characters of the value; empty when section or key is missing.
     QString Value(QStringView section, QStringView key) const;
+    // Returns the sections, keys and ignored lines of the file as it was parsed, also those that a line
+    // before them hides.
+    std::vector<IniLine> Lines() const;
     // Replaces the key's value, or appends key and section as needed. Everything else keeps its bytes, unless
     // the file has to change from Windows-1252 to UTF-8.
     void SetValue(const QString& section, const QString& key, const QString& value);

@@ -289,10 +289,12 @@ TEST(IniFileWriting, AFileWithBytesOfNamesStaysUtf8) {
 
 } // namespace
 
-TEST(LinesOfIniTest, AllLinesThatAreNotBlankOrAComment) {
-    const std::vector<IniLine> lines = LinesOfIni("\xEF\xBB\xBF"
-                                                  "above=1\r\n; comment\r\n\r\n[Main]\r\n key = "
-                                                  "value \r\nword\r\n# =x\r\n=y\n[Main]\nKEY=2");
+// Lines that a line before them hides are listed too.
+TEST(IniFileLines, AllThatAreNotBlankOrAComment) {
+    const std::vector<IniLine> lines = IniFile("\xEF\xBB\xBF"
+                                               "above=1\r\n; comment\r\n\r\n[Main]\r\n key = "
+                                               "value \r\nword\r\n# =x\r\n=y\n[Main]\nKEY=2")
+                                           .Lines();
     ASSERT_EQ(lines.size(), 7U);
     EXPECT_EQ(lines[0].kind, IniLine::kKey);
     EXPECT_EQ(lines[0].section, QString());

@@ -28,7 +28,7 @@ IniText ReadIni(Files& files, const QString& home, const QString& name, FindingR
     IniText text{PathIn(home, name), {}};
     const auto bytes = files.ReadWhole(text.path, kLargestFile);
     if (bytes) {
-        text.lines = LinesOfIni(*bytes);
+        text.lines = IniFile(*bytes).Lines();
     } else if (files.Identity(text.path)) {
         report.Add({Level::kWarning, Subject::kSettings, text.path,
                     QStringLiteral("It counts as empty, because it cannot be read or is larger than 16 MB."),

@@ -142,7 +142,8 @@ void CheckConfig(Files& files, const QString& home, FindingReport& report) {
              QStringLiteral("Copy the delivered config.ini, or restore a backup with vantorix --restore.")});
         return;
     }
-    const Config config{path, LinesOfIni(*bytes), IniFile(*bytes), report};
+    const IniFile file(*bytes);
+    const Config config{path, file.Lines(), file, report};
     std::vector<KnownKey> known = AllKeys();
     for (const IniLine& line : config.lines) {
         CheckUnknown(config, known, line);
