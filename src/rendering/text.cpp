@@ -115,15 +115,6 @@ int ColourElement(const QStringList& elements, int i, const QString& colour) {
     return std::min(value, 255);
 }
 
-QRgb Colour(const QString& text) {
-    // An empty text has no elements.
-    const QStringList elements = text.isEmpty() ? QStringList() : text.split(u',');
-    const int red = ColourElement(elements, 0, text);
-    const int green = ColourElement(elements, 1, text);
-    const int blue = ColourElement(elements, 2, text);
-    return qRgb(red, green, blue);
-}
-
 // Returns where the colour of a style is in the theme, for the detail of an error.
 QString PlaceOfColour(Form_Main& form, const TextLook& style) {
     return PlacesOfColour(form, style.Font, style.Color) + QStringLiteral(" (expected red,green,blue)");
@@ -139,6 +130,15 @@ QString PlaceOfText(Form_Main& form, const QString& text, const Box16& box, cons
 }
 
 } // namespace
+
+QRgb ColourOf(const QString& text) {
+    // An empty text has no elements.
+    const QStringList elements = text.isEmpty() ? QStringList() : text.split(u',');
+    const int red = ColourElement(elements, 0, text);
+    const int green = ColourElement(elements, 1, text);
+    const int blue = ColourElement(elements, 2, text);
+    return qRgb(red, green, blue);
+}
 
 QString ShortenedText(const Surface& surface, const QString& text, Integer16 width) {
     const qsizetype limit = FittingLimit(surface, text, width);
@@ -186,7 +186,7 @@ PlacedText PlaceText(Form_Main& form, const Surface& surface, const QString& tex
                        TextHeight(surface, text));
     });
     const auto inTheme = [&] { return PlaceOfColour(form, style); };
-    const QRgb colour = TellingWhere(inTheme, [&] { return Colour(style.Color); });
+    const QRgb colour = TellingWhere(inTheme, [&] { return ColourOf(style.Color); });
     return {CInt32(x).value(), CInt32(y).value(), colour};
 }
 

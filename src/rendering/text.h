@@ -29,6 +29,10 @@ struct PlacedText {
 PlacedText PlaceText(Form_Main& form, const Surface& surface, const QString& text, const Box16& box,
                      const TextLook& style, const QString& align, const QString& vAlign);
 
+// Returns the colour "red,green,blue". Values above 255 count as 255. Raises 9 for fewer than three numbers,
+// 13 for one that is invalid, 6 for one beyond 16 bits, 5 for one below 0.
+QRgb ColourOf(const QString& text);
+
 // Returns the log line of a text that is drawn.
 QString DrawTextLine(const QString& text, const Box16& box, const TextLook& style, const QString& align,
                      const QString& vAlign);

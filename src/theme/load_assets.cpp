@@ -80,6 +80,14 @@ QStringList ThemePictures() {
     return names;
 }
 
+QStringList ThemeSounds() {
+    QStringList names;
+    for (const SoundRow& row : kSounds) {
+        names += QString::fromLatin1(row.file);
+    }
+    return names;
+}
+
 void LoadImages(Form_Main& form) {
     WriteLog(form, QStringLiteral(" : Chargement des images"));
     const PicturePorts ports{form.files, form.zlib, form.pump, form.pictures};

@@ -8,6 +8,8 @@ struct MediaGraph;
 
 // The names of a theme's pictures, in the order in which they are loaded.
 QStringList ThemePictures();
+// The names of a theme's sounds.
+QStringList ThemeSounds();
 
 // Loads the pictures. A missing or broken picture leaves its object empty.
 void LoadImages(Form_Main& form);

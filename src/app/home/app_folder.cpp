@@ -132,6 +132,11 @@ QString PlaceOfAppFolder(Files& files, const AppFolderSources& sources) {
     return HoldsJukebox(files, sources.programFolder) ? sources.programFolder : OwnPlace(sources);
 }
 
+QString PlaceOfDelivered(Files& files, const AppFolderSources& sources) {
+    const bool isOwn = !sources.home && HoldsJukebox(files, sources.programFolder);
+    return isOwn ? QString() : ShareFolder(files, sources);
+}
+
 AppFolderSources SourcesOfAppFolder(const std::optional<QString>& home) {
     PosixFiles files;
     return {.home = home,

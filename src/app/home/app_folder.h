@@ -42,6 +42,10 @@ AppFolderResult FindAppFolder(Files& files, const AppFolderSources& sources);
 // Returns the path that FindAppFolder would take, without checking or making it; empty when there is none.
 QString PlaceOfAppFolder(Files& files, const AppFolderSources& sources);
 
+// Returns the folder of the delivered files that FindAppFolder would find; empty when there is none, and when
+// the application folder is the program's own.
+QString PlaceOfDelivered(Files& files, const AppFolderSources& sources);
+
 // Copies the delivered playlists and config.ini unless they exist, config.ini last: an interrupted copy
 // continues at the next start. Themes stay where they are delivered, so that an update reaches them; only a
 // copy that an earlier version has begun is completed. Returns false when something could not be written.
