@@ -39,7 +39,7 @@ TOOLKITS = [
                 r"Time|DateTime|TimeZone|Set|Hash|HashFunctions|Map|List|VarLengthArray|Variant|Locale|Collator|"
                 r"RegularExpression|"
                 r"Json(Array|Object|Value|Document)|CryptographicHash|Buffer|File|FileInfo|Dir|IODevice|TemporaryDir|"
-                r"TemporaryFile|StandardPaths|CoreApplication|CoreEvent|Event|EventLoop|Object|Timer|BasicTimer|"
+                r"TemporaryFile|FileSystemWatcher|StandardPaths|CoreApplication|CoreEvent|Event|EventLoop|Object|Timer|BasicTimer|"
                 r"ElapsedTimer|DeadlineTimer|SocketNotifier|Thread|Mutex|Process|LibraryInfo|SysInfo|MetaObject|"
                 r"AbstractListModel|SignalBlocker|ScopedValueRollback)"),
     ("GStreamer", r"(gst|glib|glib-object)(/.*)?(\.h)?"),

@@ -5,6 +5,7 @@
 #include "app/home/home_task.h"
 #include "app/start/command_line.h"
 #include "app/start/standard_error.h"
+#include "app/workshop/theme_task.h"
 #include "core/path_text.h"
 #include "core/run_time_error.h"
 
@@ -31,6 +32,9 @@ int Run(const CommandLine& line, char** argv) {
     }
     if (line.checkedFolder) {
         return RunDoctor(line, SourcesOfAppFolder(line.home));
+    }
+    if (const std::optional<int> code = RunThemeTask(line, SourcesOfAppFolder(line.home), argv)) {
+        return *code;
     }
     return RunCabinet(line, argv);
 }
