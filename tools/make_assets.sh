@@ -1,6 +1,6 @@
 #!/bin/sh
 # Makes everything that our scripts generate: test font, themes, sounds, demo library. The files are the same on every
-# run.
+# run. The themes are checked with a built jukebox, build/vantorix or $VANTORIX.
 set -eu
 cd "$(dirname "$0")"
 ./install_packages.sh assets
@@ -10,5 +10,6 @@ export PYTHONDONTWRITEBYTECODE=1
 ./make_sounds.py
 ./make_demo_library.py
 ./theme/draw_docs.py
-./theme/check_theme.py --strict ../home/themes/* ../tests/homes/plain/themes/*
-./theme/check_contrast.py ../home/themes/*
+for theme in ../home/themes/* ../tests/homes/plain/themes/*; do
+    "${VANTORIX:-../build/vantorix}" --check-theme "$theme"
+done

@@ -83,12 +83,12 @@ assert len(PICTURES) == 27
 
 
 def parse(text):
-    """The values of an INI text by (section, key), both in lower case, and the pairs that occur twice.
+    """The values of an INI text by (section, key), both in lower case.
 
     As in the jukebox, names ignore case, the first of two equal sections or keys wins, and lines that begin with ";" or
     "#" are comments.
     """
-    values, doubles, section, closed, seen = {}, [], None, False, set()
+    values, section, closed, seen = {}, None, False, set()
     for raw in text.lstrip("\ufeff").splitlines():
         line = raw.strip()
         if not line or line[0] in ";#":
@@ -97,16 +97,10 @@ def parse(text):
             section = line[1 : line.index("]")].strip().lower()
             closed = section in seen
             seen.add(section)
-            if closed:
-                doubles.append((section, ""))
         elif "=" in line and section is not None and not closed:
             key, value = line.split("=", 1)
-            pair = (section, key.strip().lower())
-            if pair in values:
-                doubles.append(pair)
-            else:
-                values[pair] = value.strip()[:254]
-    return values, doubles
+            values.setdefault((section, key.strip().lower()), value.strip()[:254])
+    return values
 
 
 class ThemeFile:
@@ -114,7 +108,7 @@ class ThemeFile:
 
     def __init__(self, path):
         with open(path, encoding="utf-8", newline=None) as file:
-            self.values, self.doubles = parse(file.read())
+            self.values = parse(file.read())
 
     def text(self, section, key):
         return self.values.get((section.lower(), key.lower()), "")
