@@ -3,6 +3,7 @@ import json
 import os
 import pathlib
 import shutil
+import signal
 import subprocess
 import tempfile
 import time
@@ -12,7 +13,7 @@ import desk
 
 CONSOLE = os.environ.get("VANTORIX_CONSOLE", str(desk.ROOT / "build" / "vantorix-console"))
 PLAIN = desk.ROOT / "tests/homes/plain/themes/default"
-# Sanitized programs and loaded machines take longer.
+# Sanitized programs take longer.
 SLOWNESS = int(os.environ.get("VANTORIX_SLOWNESS", "1"))
 
 
@@ -180,7 +181,8 @@ class Watch(desk.DeskTest):
         picture = self.see_change(before, what)
         return picture, time.monotonic() - begin
 
-    def test_a_saved_file_is_seen_within_a_second(self):
+    # Without load it takes half a second. The limit is below the interval at which the window looks by itself.
+    def test_a_saved_file_is_seen_at_once(self):
         first = self.start_watching()
         seconds = []
         for colour in ("90,255,90", "255,120,120", "120,160,255"):
@@ -189,7 +191,7 @@ class Watch(desk.DeskTest):
             changed = text[:begin] + f"ZoneListPisteTitreTitreFontColor={colour}" + text[text.index("\n", begin):]
             first, taken = self.change(first, colour, lambda new=changed: self.ini.write_text(new, encoding="utf-8"))
             seconds.append(taken)
-        self.assertLess(min(seconds), 1 * SLOWNESS, seconds)
+        self.assertLess(min(seconds), 2.5 * SLOWNESS, seconds)
 
     def test_an_editor_that_renames_is_noticed(self):
         first = self.start_watching()
@@ -221,6 +223,16 @@ class Watch(desk.DeskTest):
         shutil.move(self.folder / "away", self.theme)
         self.ini.write_bytes(good)
         self.see_again(first, "the theme that is back")
+
+    def test_an_interrupt_leaves_no_temporary_folder(self):
+        scratch = self.folder / "scratch"
+        scratch.mkdir()
+        self.screen.environment["TMPDIR"] = str(scratch)
+        self.start_watching()
+        self.assertEqual(len(list(scratch.iterdir())), 1)
+        self.signal(signal.SIGINT)
+        self.assert_ends(0)
+        self.assertEqual(list(scratch.iterdir()), [])
 
     def test_keys_choose_situation_and_size(self):
         first = self.start_watching()

@@ -217,6 +217,22 @@ void CheckMainGround(CheckedTheme& theme) {
     }
 }
 
+// The Command block is drawn last, over the picture of the Playlist block as far as that extends.
+void CheckCommandGround(CheckedTheme& theme) {
+    for (const char* each : {"command.png", "command_hilight.png"}) {
+        const QString name = QString::fromLatin1(each);
+        const QImage picture = PictureOf(theme, name);
+        if (const std::int64_t count = ClearPixels(picture, picture.rect())) {
+            TellFile(
+                theme, Level::kNote, name,
+                QStringLiteral("%1 pixels are transparent. They show playlist.png where that extends below "
+                               "this block, and earlier rows and covers elsewhere.")
+                    .arg(count),
+                QStringLiteral("Draw the background into the picture, or extend playlist.png below it."));
+        }
+    }
+}
+
 } // namespace
 
 std::int64_t ClearPixels(const QImage& picture, const QRect& box) {
@@ -264,4 +280,5 @@ void CheckTransparency(CheckedTheme& theme) {
     CheckOnBlack(theme);
     CheckQueueGround(theme);
     CheckMainGround(theme);
+    CheckCommandGround(theme);
 }

@@ -238,7 +238,7 @@ QString RunSafely(Play& play) {
 
 } // namespace
 
-Stage::Stage(QString themeFolder, QString music) : music_(std::move(music)) {
+Stage::Stage(const QString& themeFolder, QString music) : music_(std::move(music)) {
     const QDir home(folder_.path());
     const bool isMade = folder_.isValid() && home.mkpath(QStringLiteral("themes")) &&
                         home.mkpath(QStringLiteral("playlists")) && home.mkpath(QStringLiteral("music")) &&

@@ -19,7 +19,7 @@ struct StagePicture {
 class Stage {
 public:
     // `music` is the home's own music folder; empty for samples only.
-    Stage(QString themeFolder, QString music);
+    Stage(const QString& themeFolder, QString music);
 
     // Why the stage cannot be used; empty when it can.
     QString Fault() const { return fault_; }

@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int kQuietMilliseconds = 100;
-constexpr int kSlowMilliseconds = 700;
+constexpr int kSlowMilliseconds = 3000;
 // A folder with more files is not a theme, and the system limits the number of watches.
 constexpr int kMostWatched = 200;
 
@@ -18,13 +18,13 @@ constexpr int kMostWatched = 200;
 ThemeWatch::ThemeWatch(QString folder, std::function<void()> onChange)
     : folder_(std::move(folder)), onChange_(std::move(onChange)) {
     seen_ = reported_ = ReadState();
-    const auto begin = [this] { quiet_.start(kQuietMilliseconds); };
+    const auto begin = [this] { Begin(); };
     QObject::connect(&watcher_, &QFileSystemWatcher::directoryChanged, &quiet_, begin);
     QObject::connect(&watcher_, &QFileSystemWatcher::fileChanged, &quiet_, begin);
     QObject::connect(&quiet_, &QTimer::timeout, &quiet_, [this] { Look(); });
     QObject::connect(&slow_, &QTimer::timeout, &slow_, [this] {
-        if (ReadState() != reported_ && !quiet_.isActive()) {
-            quiet_.start(kQuietMilliseconds);
+        if (!quiet_.isActive() && ReadState() != reported_) {
+            Begin();
         }
     });
     slow_.start(kSlowMilliseconds);
@@ -51,6 +51,11 @@ ThemeWatch::State ThemeWatch::ReadState() {
         }
     }
     return state;
+}
+
+void ThemeWatch::Begin() {
+    seen_ = ReadState();
+    quiet_.start(kQuietMilliseconds);
 }
 
 void ThemeWatch::Look() {

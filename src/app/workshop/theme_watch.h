@@ -19,6 +19,7 @@ public:
 private:
     using State = std::map<QString, FileIdentity>;
     State ReadState();
+    void Begin();
     void Look();
 
     QString folder_;

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 
 namespace {
 
@@ -29,6 +30,22 @@ int Wrapped(int index, int count) {
 int Count(const std::vector<Finding>& findings, Level level) {
     return static_cast<int>(std::count_if(findings.begin(), findings.end(),
                                           [=](const Finding& finding) { return finding.level == level; }));
+}
+
+volatile std::sig_atomic_t isInterrupted = 0;
+
+// Ctrl+C closes the window, so that the temporary folder is removed.
+void CloseOnInterrupt(QTimer& timer) {
+    constexpr int kMilliseconds = 200;
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        std::signal(number, [](int /*number*/) { isInterrupted = 1; });
+    }
+    QObject::connect(&timer, &QTimer::timeout, &timer, [] {
+        if (isInterrupted != 0) {
+            QApplication::quit();
+        }
+    });
+    timer.start(kMilliseconds);
 }
 
 // Where a finding is: the name of its file, and what happens there.
@@ -180,6 +197,8 @@ int WatchTheme(const QString& themeFolder, const QString& music, char** argv) {
     return RunWithToolkit(argv, [&] {
         QApplication::setQuitOnLastWindowClosed(true);
         WatchWindow window(themeFolder, music);
+        QTimer timer;
+        CloseOnInterrupt(timer);
         window.show();
         return QApplication::exec();
     });

@@ -131,6 +131,8 @@ const Mistake kMistakes[] = {
      Level::kWarning, u"command_btn_hilight.png", {u"3 pixels are transparent", u"black"}},
     {"ClearPixelsInMain", PLANT { theme.Paint(QStringLiteral("main.png"), [](QPainter& p) { p.fillRect(10, 6, 5, 1, Qt::transparent); }); },
      Level::kWarning, u"main.png", {u"5 pixels are transparent", u"earlier"}},
+    {"ClearPixelsInCommand", PLANT { theme.Paint(QStringLiteral("command_hilight.png"), [](QPainter& p) { p.fillRect(0, 0, 2, 1, Qt::transparent); }); },
+     Level::kNote, u"command_hilight.png", {u"2 pixels are transparent", u"playlist.png"}},
     {"ClearRowOfTheQueue", PLANT { theme.Paint(QStringLiteral("playlist.png"), [](QPainter& p) { p.fillRect(10, 10, 5, 5, Qt::transparent); }); },
      Level::kWarning, u"playlist.png", {u"[BlockPlaylist] BlockPlaylistPlaylist", u"black"}},
     // Places.
