@@ -33,19 +33,29 @@ void ShowUntilDone(const Work& work, Progress& progress) {
     const auto begin = std::chrono::steady_clock::now();
     const auto all = static_cast<std::int64_t>(work.files.size());
     while (work.done < all) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
         const auto elapsed =
-            std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - begin);
+            std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begin);
         const std::int64_t done = work.done;
-        progress.Show(QStringLiteral("%L1 of %L2 files opened, %3 left")
+        const QString left = TimeLeft(elapsed, done, all);
+        progress.Show(QStringLiteral("%L1 of %L2 files opened%3")
                           .arg(done)
                           .arg(all)
-                          .arg(TimeLeft(elapsed, done, all)));
+                          .arg(left.isEmpty() ? QString() : QStringLiteral(", %1 left").arg(left)));
     }
     progress.Clear();
 }
 
-void Report(const MediaFile& file, const QString& fault, FindingReport& report) {
+// GStreamer's reasons are sentences.
+QString WithoutFullStop(QString text) {
+    while (text.endsWith(u'.')) {
+        text.chop(1);
+    }
+    return text;
+}
+
+void Report(const MediaFile& file, const QString& reason, FindingReport& report) {
+    const QString fault = WithoutFullStop(reason);
     report.Add(
         {file.isVideo ? Level::kError : Level::kWarning, Subject::kMusic, file.path,
          file.isVideo

@@ -29,11 +29,11 @@ void Progress::Clear() {
     isWritten_ = false;
 }
 
-QString TimeLeft(std::chrono::seconds elapsed, std::int64_t done, std::int64_t all) {
+QString TimeLeft(std::chrono::milliseconds elapsed, std::int64_t done, std::int64_t all) {
     if (done <= 0 || all < done) {
         return QString();
     }
-    const std::int64_t seconds = elapsed.count() * (all - done) / done;
+    const std::int64_t seconds = elapsed.count() * (all - done) / done / 1000;
     const QString rest = QStringLiteral("%1:%2")
                              .arg(seconds / 60 % 60, seconds >= 3600 ? 2 : 1, 10, QLatin1Char('0'))
                              .arg(seconds % 60, 2, 10, QLatin1Char('0'));

@@ -23,4 +23,4 @@ private:
 
 // The time that is left after `done` of `all` equal parts have taken `elapsed`, as "1:02:03" or "2:03". Empty
 // before the first part is done.
-QString TimeLeft(std::chrono::seconds elapsed, std::int64_t done, std::int64_t all);
+QString TimeLeft(std::chrono::milliseconds elapsed, std::int64_t done, std::int64_t all);

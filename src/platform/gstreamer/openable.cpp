@@ -1,12 +1,17 @@
 // Opening media files to see whether they play, and searching GStreamer's decoders.
 #include "platform/gstreamer/openable.h"
 
+#include "core/errand.h"
 #include "platform/gstreamer/decoder.h"
 #include "platform/gstreamer/opening.h"
 #include "platform/gstreamer/start.h"
 #include "platform/gstreamer/video_reader.h"
 
 #include <array>
+#include <chrono>
+#include <memory>
+#include <thread>
+#include <utility>
 
 namespace {
 
@@ -64,10 +69,35 @@ OpenedMedia Open(const QString& path, bool isVideo, const std::atomic<bool>& sto
     return opened;
 }
 
+// A pipeline that has just begun is still changing its state, and cannot end while its sinks are full. Taking
+// what is ready lets it go on, as playing does.
+void TakeWhatIsReady(VideoReader& video) {
+    constexpr int kTurns = 5;
+    for (int turn = 0; turn < kTurns; ++turn) {
+        while (video.NextPicture() || video.NextSound()) {
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+}
+
+// Ending can still hang in a decoder or in the disk. Such a file has opened; what is left of it stays with
+// its own thread.
+void Close(OpenedMedia opened) {
+    constexpr std::chrono::seconds kEndLimit{1};
+    if (opened.video) {
+        TakeWhatIsReady(*opened.video);
+    }
+    const auto ending = Errand::Begin(
+        [media = std::make_shared<OpenedMedia>(std::move(opened))]() mutable { media.reset(); });
+    if (ending) {
+        ending->WaitFor(kEndLimit);
+    }
+}
+
 } // namespace
 
 QString FaultOfMedia(const QString& path, bool isVideo) {
-    const std::optional<OpenedMedia> opened =
+    std::optional<OpenedMedia> opened =
         WithinLimits<OpenedMedia>(OpeningLimits{}, [path, isVideo](const std::atomic<bool>& abandoned) {
             return Open(path, isVideo, abandoned);
         });
@@ -75,6 +105,7 @@ QString FaultOfMedia(const QString& path, bool isVideo) {
         return OpeningTookTooLong();
     }
     if (opened->sound || opened->video) {
+        Close(std::move(*opened));
         return QString();
     }
     return opened->reason.isEmpty() ? QStringLiteral("the file does not open") : opened->reason;
