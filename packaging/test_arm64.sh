@@ -127,8 +127,8 @@ tools/build.sh release build vantorix-console || exit 1
 write_starters
 
 check_fused
-for room in core imaging state settings theme library playback lightshow rendering dialogs interaction shell leds cabinet \
-    platform; do
+for room in core imaging state settings theme library playback lightshow rendering dialogs interaction shell app leds \
+    cabinet platform; do
     run_unit_tests "$room"
 done
 

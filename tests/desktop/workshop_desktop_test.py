@@ -57,7 +57,7 @@ class Check(Folder):
         (theme / "move.mp3").unlink()
         words = run_program("--check-theme", theme, code=2)
         self.assertIn(f"error: {theme}/move.mp3\n", words)
-        self.assertIn("1 errors, 1 warnings, 1 notes", words)
+        self.assertIn("1 error, 1 warning, 1 note", words)
 
     def test_a_name_is_found_in_the_application_folder(self):
         home = self.folder / "home"

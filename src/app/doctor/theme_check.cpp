@@ -1,7 +1,8 @@
-// Loading the theme of the home, with its pictures, fonts and sounds.
+// Checking the theme of the home, and loading it with its pictures, fonts and sounds.
 #include "app/doctor/theme_check.h"
 
 #include "app/findings/finding_report.h"
+#include "app/workshop/theme_check.h"
 #include "core/conversions.h"
 #include "core/run_time_error.h"
 #include "platform/files.h"
@@ -10,6 +11,7 @@
 #include "state/paths.h"
 #include "theme/load_command.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -35,9 +37,25 @@ std::optional<RunTimeError> ErrorOfLoading(Form_Main& form) {
     return std::nullopt;
 }
 
-void Report(const Form_Main& form, FindingReport& report, const QString& folder, const RunTimeError& error) {
+// Adds everything that is wrong with the theme itself, and returns whether there is an error.
+bool AddFindings(FindingReport& report, const QString& folder) {
+    const std::vector<Finding> findings = CheckTheme(folder);
+    for (const Finding& finding : findings) {
+        report.Add(finding);
+    }
+    return std::any_of(findings.begin(), findings.end(),
+                       [](const Finding& finding) { return finding.level == Level::kError; });
+}
+
+// Adds the error that stops the program at the start, unless `isKnown`: the error is in the theme, and its
+// check has found it.
+void Report(const Form_Main& form, FindingReport& report, const QString& folder, const RunTimeError& error,
+            bool isKnown) {
     // Sizes and places in config.ini are used when the theme is fitted to the screen.
     const bool isSetting = error.detail.startsWith(ConfigPath(form));
+    if (isKnown && !isSetting) {
+        return;
+    }
     report.Add({Level::kError, isSetting ? Subject::kSettings : Subject::kTheme,
                 isSetting ? ConfigPath(form) : folder,
                 QStringLiteral("The program stops at the start when it loads the theme \"%1\": error %2.")
@@ -62,6 +80,7 @@ bool CheckThemeOfHome(Form_Main& form, FindingReport& report) {
                  "Set Theme in config.ini to the name of a folder in \"themes\", for instance default.")});
         return false;
     }
+    const bool hasError = AddFindings(report, folder);
     // CheckConfig reports places that are not numbers.
     for (const auto place : kPlaces) {
         if (!IsNumeric(form.settings.*place)) {
@@ -70,7 +89,7 @@ bool CheckThemeOfHome(Form_Main& form, FindingReport& report) {
     }
     std::optional<RunTimeError> error = ErrorOfLoading(form);
     if (error) {
-        Report(form, report, folder, *error);
+        Report(form, report, folder, *error, hasError);
         for (const auto place : kPlaces) {
             (form.settings.*place).clear();
         }

@@ -1,10 +1,9 @@
-// Loading the theme of the home as the jukebox does at its start.
+// Checking the theme of the home.
 #pragma once
 
 class FindingReport;
 struct Form_Main;
 
-// Loads the theme that the settings name, without a music folder, and reports an error that stops the
-// program. Returns false when the theme cannot be used to measure titles. All other checks of a theme belong
-// here, too.
+// Adds everything that is wrong with the theme that the settings name, and loads it without a music folder.
+// Returns false when the theme cannot be used to measure titles.
 bool CheckThemeOfHome(Form_Main& form, FindingReport& report);
