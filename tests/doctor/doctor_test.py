@@ -4,6 +4,7 @@
 import json
 import os
 import pathlib
+import re
 import resource
 import shutil
 import stat
@@ -166,6 +167,18 @@ class DoctorTest(unittest.TestCase):
             self.assertIn(b"there is no folder", done.stderr)
         done = run("--check", "--home", os.path.join(self.folder, "missing"))
         self.assertEqual((done.returncode, done.stdout), (2, b""))
+
+    def test_all_faults_of_the_theme_are_found(self):
+        home = self.home(ROOT / "demo")
+        theme = pathlib.Path(home, "themes", "default", "theme.ini")
+        text = theme.read_text()
+        for key in ("BlockMainBtnStopX", "BlockMainBtnPlayX"):
+            text = re.sub(f"^{key}=.*$", f"{key}=wide", text, flags=re.MULTILINE)
+        theme.write_text(text)
+        done = run("--check", "--json", "--home", home)
+        found = [f for f in findings_of(done.stdout) if f["subject"] == "theme" and f["level"] == "error"]
+        self.assertEqual([f["path"] for f in found], [str(theme), str(theme)])
+        self.assertEqual(done.returncode, 2)
 
     def test_a_running_jukebox_is_a_note_and_no_obstacle(self):
         import fcntl

@@ -182,11 +182,14 @@ class Program(unittest.TestCase):
 
     def test_the_pace_is_that_of_a_line(self):
         leds = self.start("--pace", "9600", "--record", str(self.folder / "record"))
+        begin = time.monotonic()
         leds.send(b"AT+I\r\n" * 160)
         leds.send(b"AT+R-0\r\n")
-        begin = time.monotonic()
         leds.receive(15)
-        self.assertAlmostEqual(time.monotonic() - begin, 968 / 960, delta=0.25)
+        # A busy machine makes it longer, nothing makes it shorter.
+        taken = time.monotonic() - begin
+        self.assertGreater(taken, 0.95 * 968 / 960)
+        self.assertLess(taken, 3 * 968 / 960)
         leds.end()
 
     def test_unplugging_ends_the_line_and_the_link_follows(self):

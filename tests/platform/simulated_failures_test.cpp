@@ -1,6 +1,6 @@
 // Tests of every operation of the simulated machine, failed once.
-#include "platform/simulated/surroundings.h"
 #include "platform/simulated/simulated_platform.h"
+#include "platform/simulated/surroundings.h"
 #include "tone_file.h"
 
 #include <QTemporaryDir>

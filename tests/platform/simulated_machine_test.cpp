@@ -1,6 +1,6 @@
 // Tests of the simulated pump, serial line, display, message boxes and fonts, and of the record of calls.
-#include "platform/simulated/surroundings.h"
 #include "platform/simulated/simulated_platform.h"
+#include "platform/simulated/surroundings.h"
 
 #include <QTemporaryDir>
 

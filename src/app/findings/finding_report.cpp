@@ -112,6 +112,12 @@ constexpr std::size_t kNamed = 3;
 
 } // namespace
 
+QString SummaryOf(const FindingCounts& counts) {
+    const auto [notes, warnings, errors] = counts;
+    return QStringLiteral("%1, %2, %3")
+        .arg(Counted(errors, "error"), Counted(warnings, "warning"), Counted(notes, "note"));
+}
+
 void FindingReport::Add(const Finding& finding) {
     ++counts_.at(static_cast<std::size_t>(finding.level));
     if (asJson_) {
@@ -151,10 +157,7 @@ void FindingReport::Finish(const QString& subject) {
         for (const Level level : {Level::kError, Level::kWarning, Level::kNote}) {
             WriteGroups(level);
         }
-        const auto [notes, warnings, errors] = counts_;
-        WriteLine(output_, Printable(QStringLiteral("%1: %2, %3, %4")
-                                         .arg(OneLine(subject), Counted(errors, "error"),
-                                              Counted(warnings, "warning"), Counted(notes, "note"))));
+        WriteLine(output_, Printable(QStringLiteral("%1: %2").arg(OneLine(subject), SummaryOf(counts_))));
     }
     std::fflush(output_);
 }

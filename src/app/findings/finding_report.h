@@ -10,6 +10,12 @@
 #include <cstdio>
 #include <vector>
 
+// How many findings there are of each level, by the level's number.
+using FindingCounts = std::array<std::int64_t, 3>;
+
+// Returns for instance "1 error, 2 warnings, 0 notes".
+QString SummaryOf(const FindingCounts& counts);
+
 // Collects findings for a person: errors first, then warnings and notes, with many findings of one kind in
 // one paragraph. Writes findings for a program at once.
 class FindingReport {
@@ -35,8 +41,7 @@ private:
 
     std::FILE* output_;
     bool asJson_;
-    // How many there are of each level.
-    std::array<std::int64_t, 3> counts_ = {};
+    FindingCounts counts_ = {};
     std::vector<Group> groups_;
     // The place of each kind in `groups_`.
     QHash<QString, std::size_t> places_;

@@ -2,6 +2,7 @@
 #include "app/workshop/watch_window.h"
 
 #include "app/cabinet/environment.h"
+#include "app/findings/finding_report.h"
 #include "app/start/standard_error.h"
 #include "app/workshop/theme_check.h"
 #include "core/path_text.h"
@@ -27,9 +28,9 @@ int Wrapped(int index, int count) {
     return (index + count) % count;
 }
 
-int Count(const std::vector<Finding>& findings, Level level) {
-    return static_cast<int>(std::count_if(findings.begin(), findings.end(),
-                                          [=](const Finding& finding) { return finding.level == level; }));
+std::int64_t Count(const std::vector<Finding>& findings, Level level) {
+    return std::count_if(findings.begin(), findings.end(),
+                         [=](const Finding& finding) { return finding.level == level; });
 }
 
 volatile std::sig_atomic_t isInterrupted = 0;
@@ -97,16 +98,14 @@ QString WatchWindow::Place() const {
 
 QString WatchWindow::Bar() const {
     const Situation& situation = Situations()[static_cast<std::size_t>(situation_)];
-    return QStringLiteral(
-               "%1 - %2/%3 %4   |   %5 errors, %6 warnings, %7 notes   |   Left/Right or 1-9: situation"
-               "   Up/Down: size   W: warnings   Esc: end")
+    return QStringLiteral("%1 - %2/%3 %4   |   %5   |   Left/Right or 1-9: situation"
+                          "   Up/Down: size   W: warnings   Esc: end")
         .arg(Place())
         .arg(situation_ + 1)
         .arg(Situations().size())
         .arg(situation.words)
-        .arg(Count(findings_, Level::kError))
-        .arg(Count(findings_, Level::kWarning))
-        .arg(Count(findings_, Level::kNote));
+        .arg(SummaryOf({Count(findings_, Level::kNote), Count(findings_, Level::kWarning),
+                        Count(findings_, Level::kError)}));
 }
 
 // What has to be said over the picture; empty when nothing has.
