@@ -72,6 +72,7 @@ void Report(const MediaFile& file, const QString& reason, FindingReport& report)
 void CheckOpening(const std::vector<MediaFile>& files, FindingReport& report, Progress& progress) {
     Work work{files, std::vector<QString>(files.size())};
     std::vector<std::thread> workers;
+    workers.reserve(kWorkers);
     for (int i = 0; i < kWorkers; ++i) {
         workers.emplace_back([&work] { Open(work); });
     }

@@ -122,10 +122,13 @@ void WalkLibrary(const QString& root, const WalkVisitor& visitor) {
         }
         const WalkedFolder folder = ReadFolder(next);
         visitor.visit(folder);
-        for (auto entry = folder.entries.rbegin(); entry != folder.entries.rend(); ++entry) {
-            if (entry->kind == EntryKind::kFolder && visitor.enters(next.path, entry->name)) {
-                pending.push_back({PathIn(next.path, entry->name), next.depth + 1});
+        std::vector<PendingFolder> below;
+        for (const WalkEntry& entry : folder.entries) {
+            if (entry.kind == EntryKind::kFolder && visitor.enters(next.path, entry.name)) {
+                below.push_back({PathIn(next.path, entry.name), next.depth + 1});
             }
         }
+        // The last one is visited first.
+        pending.insert(pending.end(), below.rbegin(), below.rend());
     }
 }

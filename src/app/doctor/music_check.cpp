@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <initializer_list>
 
 namespace {
 
@@ -45,11 +46,12 @@ bool IsJunkFile(const QString& name) {
     return pattern.Matches(name);
 }
 
-// Returns the file of the folder that is listed in place of an unlisted one; empty when there is none.
-QString ListedTwin(const CheckedFolder& checked, const QString& name) {
-    const QString base = PathIn(checked.walked.path, name.left(name.lastIndexOf(u'.') + 1));
-    for (const QStringView ending : {u"mp3", u"flac", u"wma", u"wav", u"avi", u"mpg"}) {
-        const QString found = checked.names.FindFile(base + ending.toString());
+// Returns the first file that exists with the name's stem and one of the endings; empty when there is none.
+QString TwinOf(const CheckedFolder& checked, const QString& name,
+               std::initializer_list<QStringView> endings) {
+    const QString stem = PathIn(checked.walked.path, name.left(name.lastIndexOf(u'.') + 1));
+    for (const QStringView ending : endings) {
+        QString found = checked.names.FindFile(stem + ending.toString());
         if (!found.isEmpty()) {
             return found;
         }
@@ -74,7 +76,7 @@ void CheckUnlisted(const CheckedFolder& checked, const WalkEntry& entry) {
                QStringLiteral("Pick the tracks in the jukebox and save the queue."));
         return;
     }
-    const QString twin = ListedTwin(checked, entry.name);
+    const QString twin = TwinOf(checked, entry.name, {u"mp3", u"flac", u"wma", u"wav", u"avi", u"mpg"});
     if (!twin.isEmpty() && ending != u".mp4") {
         Report(checked, Level::kNote, PathOf(checked, entry),
                QStringLiteral("It is not listed, because %1 files never are; \"%2\" is listed.")
@@ -89,20 +91,8 @@ void CheckUnlisted(const CheckedFolder& checked, const WalkEntry& entry) {
            QStringLiteral("Convert it: ") + CommandToConvert(*kind, PathOf(checked, entry)));
 }
 
-// Returns the video that hides an mp3 of the same name; empty when there is none.
-QString VideoTwin(const CheckedFolder& checked, const QString& name) {
-    const QString base = PathIn(checked.walked.path, name.chopped(3));
-    for (const QStringView ending : {u"avi", u"mpg", u"mp4"}) {
-        const QString found = checked.names.FindFile(base + ending.toString());
-        if (!found.isEmpty()) {
-            return found;
-        }
-    }
-    return QString();
-}
-
 void CheckHiddenByVideo(const CheckedFolder& checked, const QString& name) {
-    const QString video = VideoTwin(checked, name);
+    const QString video = TwinOf(checked, name, {u"avi", u"mpg", u"mp4"});
     const QString path = PathIn(checked.walked.path, name);
     if (LastThree(video) != u"mp4") {
         Report(

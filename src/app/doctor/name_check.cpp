@@ -16,7 +16,7 @@
 
 namespace {
 
-// Half of a surrogate pair that stands for a byte.
+// A lone half of a surrogate pair, which represents a byte.
 bool IsByte(QChar c) {
     return c.unicode() >= 0xDC80 && c.unicode() <= 0xDCFF;
 }

@@ -92,7 +92,7 @@ void TakeTask(CommandLine& line, const Option& option, const QString& value) {
 // An option with its value in the next argument, or after "=" in the same one. An optional value never begins
 // with a hyphen when it is an argument of its own.
 void TakeOption(CommandLine& line, const QStringList& arguments, qsizetype& at) {
-    const QString argument = arguments[at];
+    const QString& argument = arguments[at];
     const qsizetype equals = argument.indexOf(u'=');
     const QString name = argument.left(equals);
     const auto* option =
