@@ -86,7 +86,8 @@ run_sanitized() {
     export UBSAN_OPTIONS=print_stacktrace=1
     # The search for leaks guesses where a library keeps the variables of a thread, and sometimes crashes on its guess.
     export ASAN_OPTIONS=intercept_tls_get_addr=0
-    if run_tests build/sanitize "$(nproc)"; then
+    # The tests of windows and sounds wait, the others compute.
+    if run_tests build/sanitize $((($(nproc) * 3 + 1) / 2)); then
         echo "$now" >"$stamp"
     fi
 }

@@ -3,9 +3,6 @@
 
 #include "platform/files.h"
 
-#include <QFontDatabase>
-#include <QStringList>
-
 #include <fontconfig/fontconfig.h>
 
 namespace {
@@ -20,6 +17,5 @@ void ReadSystemFonts() {
 
 int QtFonts::AddFontResource(const QString& path) {
     const std::optional<QByteArray> bytes = files_.ReadWhole(path, kLargestFont);
-    const int font = bytes ? QFontDatabase::addApplicationFontFromData(*bytes) : -1;
-    return font < 0 ? 0 : static_cast<int>(QFontDatabase::applicationFontFamilies(font).size());
+    return bytes ? registered_.Register(*bytes) : 0;
 }

@@ -1,6 +1,7 @@
 // Registering the theme's fonts with the toolkit.
 #pragma once
 
+#include "platform/font_files/registered_fonts.h"
 #include "platform/fonts.h"
 
 struct Files;
@@ -17,4 +18,5 @@ public:
 
 private:
     Files& files_;
+    RegisteredFonts registered_;
 };

@@ -3,9 +3,6 @@
 
 #include "platform/simulated/calls.h"
 
-#include <QCryptographicHash>
-#include <QFontDatabase>
-
 namespace {
 
 constexpr std::int64_t kLargestFont = 64 << 20;
@@ -64,21 +61,7 @@ int SimulatedFonts::AddFontResource(const QString& path) {
         return 0;
     }
     const std::optional<QByteArray> bytes = files_.ReadWhole(path, kLargestFont);
-    return bytes ? Register(*bytes) : 0;
-}
-
-int SimulatedFonts::Register(const QByteArray& bytes) {
-    const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
-    const auto known = registered_.find(hash);
-    if (known != registered_.end()) {
-        return known->second;
-    }
-    const int id = QFontDatabase::addApplicationFontFromData(bytes);
-    const int fonts = id < 0 ? 0 : static_cast<int>(QFontDatabase::applicationFontFamilies(id).size());
-    if (fonts > 0) {
-        registered_.emplace(hash, fonts);
-    }
-    return fonts;
+    return bytes ? registered_.Register(*bytes) : 0;
 }
 
 std::unique_ptr<SystemPicture> SimulatedPictures::OleLoadPicture(std::span<const std::uint8_t> bytes) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/files.h"
+#include "platform/font_files/registered_fonts.h"
 #include "platform/fonts.h"
 #include "platform/system_pictures.h"
 #include "platform/zlib_library.h"
@@ -9,7 +10,6 @@
 #include <QByteArray>
 
 #include <functional>
-#include <map>
 #include <utility>
 
 class CallRecord;
@@ -54,13 +54,10 @@ public:
     int AddFontResource(const QString& path) override;
 
 private:
-    int Register(const QByteArray& bytes);
-
     Files& files_;
     CallRecord& record_;
     const Failures& failures_;
-    // The number of fonts in each content registered so far, by its hash.
-    std::map<QByteArray, int> registered_;
+    RegisteredFonts registered_;
 };
 
 // Forwards every picture to the real loader.
