@@ -3,6 +3,7 @@
 
 #include <QCryptographicHash>
 #include <QFontDatabase>
+#include <QStringList>
 
 int RegisteredFonts::Register(const QByteArray& bytes) {
     const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
