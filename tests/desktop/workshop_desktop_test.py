@@ -149,8 +149,9 @@ class Frames(Folder):
 
     def test_a_target_that_cannot_be_written_is_reported(self):
         (self.folder / "file").write_bytes(b"")
-        words = run_program("--check-theme", PLAIN, "--frames", self.folder / "file", code=2)
-        self.assertIn("cannot be", words)
+        fault = findings(PLAIN, 2, "--frames", self.folder / "file")[-1]
+        self.assertIn("cannot be made", fault["text"])
+        self.assertEqual(fault["subject"], "machine")
 
 
 class Watch(desk.DeskTest):

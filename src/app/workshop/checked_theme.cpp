@@ -12,9 +12,6 @@ namespace {
 
 const QString kBoard = QStringLiteral("keyboard");
 
-// More lines or columns than this are an error that the check of the keys reports.
-constexpr int kMostBoardKeys = 100;
-
 int BoardCount(const CheckedTheme& theme, const QString& key) {
     return std::clamp(NumberOf(theme, kBoard, key).value_or(0), 0, kMostBoardKeys);
 }

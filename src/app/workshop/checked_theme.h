@@ -98,6 +98,8 @@ struct BoardKey {
     QRect box;
     int code = 0;
 };
+// The most lines, and the most columns of a line, with which the keyboard opens.
+inline constexpr int kMostBoardKeys = 100;
 std::vector<BoardKey> BoardKeys(const CheckedTheme& theme);
 // The name of a field of a key, like "KeyX2-5".
 QString BoardKeyName(const char* field, int line, int column);

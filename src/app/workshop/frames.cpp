@@ -56,8 +56,9 @@ QImage MakeSheet(const std::vector<Thumbnail>& all) {
     return sheet;
 }
 
-void Tell(FramesResult& result, const QString& path, const QString& text, const QString& advice) {
-    result.findings.push_back({Level::kError, Subject::kTheme, path, text, advice});
+void Tell(FramesResult& result, Subject subject, const QString& path, const QString& text,
+          const QString& advice) {
+    result.findings.push_back({Level::kError, subject, path, text, advice});
 }
 
 // Returns false when the picture cannot be written, which ends the whole task.
@@ -66,7 +67,7 @@ bool Save(FramesResult& result, const QImage& picture, const QString& path) {
         ++result.pictures;
         return true;
     }
-    Tell(result, path, QStringLiteral("The picture cannot be written."),
+    Tell(result, Subject::kMachine, path, QStringLiteral("The picture cannot be written."),
          QStringLiteral("Check the rights of the folder and the free space."));
     return false;
 }
@@ -77,7 +78,7 @@ bool WriteFrame(FramesResult& result, Stage& stage, const FramesOrder& order, co
     const StagePicture shown = stage.Play(situation, size);
     const QString words = NameOfSize(size) + QStringLiteral(": ") + situation.words;
     if (!shown.fault.isEmpty()) {
-        Tell(result, order.themeFolder, QStringLiteral("%1: %2").arg(words, shown.fault),
+        Tell(result, Subject::kTheme, order.themeFolder, QStringLiteral("%1: %2").arg(words, shown.fault),
              QStringLiteral("Correct what the error names, and write the pictures again."));
     }
     if (shown.picture.isNull()) {
@@ -94,7 +95,7 @@ FramesResult WriteFrames(const FramesOrder& order) {
     FramesResult result;
     Stage stage(order.themeFolder, order.music);
     if (!stage.Fault().isEmpty() || !QDir().mkpath(order.target)) {
-        Tell(result, order.target,
+        Tell(result, Subject::kMachine, order.target,
              stage.Fault().isEmpty() ? QStringLiteral("The folder cannot be made.") : stage.Fault(),
              QStringLiteral("Give a folder that can be written."));
         return result;

@@ -20,9 +20,8 @@ namespace {
 const QString kName = QStringLiteral("theme.ini");
 const QString kBoard = QStringLiteral("keyboard");
 constexpr std::int64_t kLongestFile = std::int64_t{16} * 1024 * 1024;
-constexpr int kMostBoardKeys = 100;
 
-// Whether nothing more can be said about the key than that its whole section is missing.
+// The names of the sections of a file, in folded case.
 using Sections = QSet<QString>;
 
 Sections SectionsOf(const IniFile& ini) {

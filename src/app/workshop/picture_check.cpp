@@ -12,6 +12,7 @@
 
 #include <array>
 #include <cstdint>
+#include <utility>
 
 namespace {
 
@@ -167,22 +168,47 @@ void CheckBarSize(CheckedTheme& theme) {
     }
 }
 
-// Pictures that are drawn on black: in caches, on the strip of the menu's rows and in the keyboard's window.
-constexpr std::array kOnBlack = {
-    "zonelist.png",    "zonelist_hilight.png",    "command_listbox.png", "command_listbox_hilight.png",
-    "command_btn.png", "command_btn_hilight.png", "keyboard.png"};
+// What is below a picture, and comes through where the picture is transparent.
+struct Ground {
+    Level level;
+    const char16_t* text;
+    const char16_t* advice;
+};
 
-void CheckOnBlack(CheckedTheme& theme) {
-    for (const char* each : kOnBlack) {
-        const QString name = QString::fromLatin1(each);
+// In caches, on the strip of the menu's rows and in the keyboard's window.
+constexpr Ground kBlack = {Level::kWarning, u"Nothing is below this picture, so they come out black.",
+                           u"Draw the background into the picture, without transparency."};
+// The frame is not cleared before the Main block is drawn, and its texts are cleared with main.png.
+constexpr Ground kUncleared = {
+    Level::kWarning, u"The screen is not cleared below this picture, so they show earlier texts and veils.",
+    u"Draw the background into the picture, without transparency."};
+// The Command block is drawn last, over the picture of the Playlist block as far as that extends.
+constexpr Ground kPlaylist = {
+    Level::kNote,
+    u"They show playlist.png where that extends below this block, and earlier rows and covers elsewhere.",
+    u"Draw the background into the picture, or extend playlist.png below it."};
+
+constexpr std::array kGrounds = {std::pair{"zonelist.png", &kBlack},
+                                 std::pair{"zonelist_hilight.png", &kBlack},
+                                 std::pair{"command_listbox.png", &kBlack},
+                                 std::pair{"command_listbox_hilight.png", &kBlack},
+                                 std::pair{"command_btn.png", &kBlack},
+                                 std::pair{"command_btn_hilight.png", &kBlack},
+                                 std::pair{"keyboard.png", &kBlack},
+                                 std::pair{"main.png", &kUncleared},
+                                 std::pair{"main_active_selected.png", &kUncleared},
+                                 std::pair{"command.png", &kPlaylist},
+                                 std::pair{"command_hilight.png", &kPlaylist}};
+
+void CheckGrounds(CheckedTheme& theme) {
+    for (const auto& [file, ground] : kGrounds) {
+        const QString name = QString::fromLatin1(file);
         const QImage picture = PictureOf(theme, name);
         if (const std::int64_t count = ClearPixels(picture, picture.rect())) {
-            TellFile(
-                theme, Level::kWarning, name,
-                QStringLiteral("%1 pixels are transparent. Nothing is below this picture, so they come out "
-                               "black.")
-                    .arg(count),
-                QStringLiteral("Draw the background into the picture, without transparency."));
+            TellFile(theme, ground->level, name,
+                     QStringLiteral("%1 pixels are transparent. %2")
+                         .arg(QString::number(count), QString::fromUtf16(ground->text)),
+                     QString::fromUtf16(ground->advice));
         }
     }
 }
@@ -198,38 +224,6 @@ void CheckQueueGround(CheckedTheme& theme) {
                                 "transparent. It is the background of every row of the queue, and comes out "
                                 "black."),
                  QStringLiteral("Draw the background of a row there, without transparency."));
-    }
-}
-
-// The frame is not cleared before the Main block is drawn, and its texts are cleared with main.png.
-void CheckMainGround(CheckedTheme& theme) {
-    for (const char* each : {"main.png", "main_active_selected.png"}) {
-        const QString name = QString::fromLatin1(each);
-        const QImage picture = PictureOf(theme, name);
-        if (const std::int64_t count = ClearPixels(picture, picture.rect())) {
-            TellFile(
-                theme, Level::kWarning, name,
-                QStringLiteral("%1 pixels are transparent. The screen is not cleared below this picture, so "
-                               "they show earlier texts and veils.")
-                    .arg(count),
-                QStringLiteral("Draw the background into the picture, without transparency."));
-        }
-    }
-}
-
-// The Command block is drawn last, over the picture of the Playlist block as far as that extends.
-void CheckCommandGround(CheckedTheme& theme) {
-    for (const char* each : {"command.png", "command_hilight.png"}) {
-        const QString name = QString::fromLatin1(each);
-        const QImage picture = PictureOf(theme, name);
-        if (const std::int64_t count = ClearPixels(picture, picture.rect())) {
-            TellFile(
-                theme, Level::kNote, name,
-                QStringLiteral("%1 pixels are transparent. They show playlist.png where that extends below "
-                               "this block, and earlier rows and covers elsewhere.")
-                    .arg(count),
-                QStringLiteral("Draw the background into the picture, or extend playlist.png below it."));
-        }
     }
 }
 
@@ -277,8 +271,6 @@ void CheckSizes(CheckedTheme& theme) {
 }
 
 void CheckTransparency(CheckedTheme& theme) {
-    CheckOnBlack(theme);
+    CheckGrounds(theme);
     CheckQueueGround(theme);
-    CheckMainGround(theme);
-    CheckCommandGround(theme);
 }
