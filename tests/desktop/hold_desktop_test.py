@@ -32,15 +32,22 @@ class Intruder:
         self.x11.XOpenDisplay.restype = ctypes.c_void_p
         self.x11.XDefaultRootWindow.restype = ctypes.c_ulong
         self.x11.XCreateSimpleWindow.restype = ctypes.c_ulong
+        self.x11.XInternAtom.restype = ctypes.c_ulong
         self.display = ctypes.c_void_p(self.x11.XOpenDisplay(screen.display.encode()))
         self.root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.display))
 
     def flush(self):
         self.x11.XSync(self.display, 0)
 
-    def open_window(self, width=900, height=500):
+    def create_window(self, width=900, height=500):
+        """A window that is not shown: the jukebox looks at its own again, and the window manager does nothing."""
         window = ctypes.c_ulong(self.x11.XCreateSimpleWindow(self.display, self.root, 100, 100, width, height, 0,
                                                              ctypes.c_ulong(0), ctypes.c_ulong(0x00ff00)))
+        self.flush()
+        return window
+
+    def open_window(self):
+        window = self.create_window()
         self.x11.XStoreName(self.display, window, b"Intruder")
         self.x11.XMapRaised(self.display, window)
         self.flush()
@@ -52,6 +59,11 @@ class Intruder:
 
     def take_focus(self, window):
         self.x11.XSetInputFocus(self.display, window, 1, ctypes.c_ulong(0))
+        self.flush()
+
+    def empty_states(self, window):
+        state, atom, replace = ctypes.c_ulong(self.x11.XInternAtom(self.display, b"_NET_WM_STATE", 0)), ctypes.c_ulong(4), 0
+        self.x11.XChangeProperty(self.display, ctypes.c_ulong(window), state, atom, 32, replace, None, 0)
         self.flush()
 
     def grab(self):
@@ -209,6 +221,14 @@ class Tests:
             time.sleep(0.1)
             self.assert_answers(" ".join(command))
             self.see_whole_screen(" ".join(command))
+
+    def test_it_takes_an_empty_list_of_states(self):
+        self.start_held()
+        self.other.empty_states(self.screen.window())
+        self.other.create_window()
+        time.sleep(LIMIT)
+        self.assert_answers("an empty list of states")
+        self.see_whole_screen("an empty list of states")
 
     def test_dialogs_have_the_keys(self):
         self.start_held()

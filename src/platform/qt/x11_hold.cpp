@@ -147,7 +147,8 @@ Longs X11Hold::Server::LongsOf(Window window, Atom property, Atom type) const {
                                           &format, &count, &rest, &data);
     const std::unique_ptr<unsigned char, X11Freed<XFree>> owned(data);
     Longs longs;
-    if (result == Success && data != nullptr && format == 32) {
+    // A property may name nothing: some window managers leave an empty state behind when they hide a window.
+    if (result == Success && data != nullptr && format == 32 && count > 0) {
         longs.resize(count);
         std::memcpy(longs.data(), data, count * sizeof(unsigned long));
     }
