@@ -19,9 +19,9 @@ unchanged() {
     find . -type f ! -path ./config.ini -print0 | xargs -0r cp -u --parents -t "$home"
 )
 # A font that is not installed is left out; another font is then used for its text.
-while read -r theme font; do
+while read -r theme font copy; do
     if [[ $theme != "#"* ]] && [ -f "$font" ] && [ -d "$home/themes/$theme" ]; then
-        cp -u "$font" "$home/themes/$theme/"
+        cp -u "$font" "$home/themes/$theme/${copy:-${font##*/}}"
     fi
 done <"$(dirname -- "$0")/theme_fonts.txt"
 # The demo library lists the tracks of a saved playlist; a playlist file contains full paths. A new home gets it once.

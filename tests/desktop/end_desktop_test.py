@@ -48,7 +48,7 @@ class Ends(desk.DeskTest):
 
     def test_a_signal_ends_it_in_a_page_turn_that_never_ends(self):
         # The new left page is far wider than the leaf that folds before it: see D-20.
-        desk.edit(self.home / "themes" / "default" / "theme.ini", "ZoneListPageDroiteWidth=640", "ZoneListPageDroiteWidth=20")
+        desk.edit(self.home / "themes" / "default" / "theme.ini", "ZoneListPageDroiteWidth=676", "ZoneListPageDroiteWidth=20")
         self.start_and_see()
         self.press_until_log("Return", " : PageAnim")
         before = len(self.log())

@@ -255,7 +255,7 @@ class Endless(Ladder):
         print(f"\n| a controller that does not answer: starts again | {time.monotonic() - began:.1f} |", flush=True)
 
     def test_page_turn_that_never_ends(self):
-        desk.edit(self.home / "themes" / "default" / "theme.ini", "ZoneListPageDroiteWidth=640", "ZoneListPageDroiteWidth=20")
+        desk.edit(self.home / "themes" / "default" / "theme.ini", "ZoneListPageDroiteWidth=676", "ZoneListPageDroiteWidth=20")
         self.supervise()
         self.heal("a page turn that never ends", lambda: self.screen.press("Return"))
 

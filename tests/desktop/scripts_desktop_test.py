@@ -98,8 +98,8 @@ class Scripts(unittest.TestCase):
         fonts = {}
         for line in (TOOLS / "theme_fonts.txt").read_text(encoding="utf-8").splitlines():
             if not line.startswith("#"):
-                theme, font = line.split(" ", 1)
-                fonts.setdefault(theme, set()).add(pathlib.Path(font))
+                theme, *names = line.split()
+                fonts.setdefault(theme, set()).add(pathlib.Path(names[-1]))
         self.assertEqual(set(fonts), {"default", "touch"})
         self.make_home()
         # Only one theme is delivered here: fonts do not create a folder for the other.

@@ -199,7 +199,7 @@ class Evening(desk.DeskTest):
         corner, block = self.theme["horitontal"], self.theme["BlockPlaylist"]
         top = (int(corner["BlockPlaylistY"]) + int(block["BlockPlaylistPlaylistY"])) * SCALE
         left = (int(corner["BlockPlaylistX"]) + int(block["BlockPlaylistPlaylistX"])) * SCALE
-        self.screen.click(round(left + 100), round(top + 64 * (row - 1) + 20))
+        self.screen.click(round(left + 100), round(top + 60 * (row - 1) + 20))
 
     def touch_queue_button(self, word):
         self.touch_in("BlockPlaylist", "BlockPlaylist", f"BlockPlaylistBtn{word}")

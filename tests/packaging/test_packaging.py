@@ -201,8 +201,8 @@ class KioskCommand(PackagingTest):
 
 class InstallTree(PackagingTest):
     # The fonts are missing where their package was missing when CMake ran.
-    fonts = {"/usr/share/vantorix/themes/default/RobotoCondensed-Medium.ttf",
-             "/usr/share/vantorix/themes/touch/Roboto-Medium.ttf"}
+    fonts = {f"/usr/share/vantorix/themes/{theme}/{font}" for theme in ("default", "touch")
+             for font in ("BebasNeue-Bold.ttf", "RobotoCondensed-Medium.ttf")}
 
     def test_every_component_installs_what_the_list_has(self):
         for component in ("jukebox", "demo", "kiosk"):

@@ -1,108 +1,154 @@
-"""The look of the theme "default": a walnut cabinet with chrome rims and smoked glass cards, lit from behind where
-something is selected. Only the selected element is lit; everything else is dark."""
+"""The look of the theme "default": a walnut jukebox with an arch of light, bubble tubes, brass and chrome. Light comes
+from above and from the tubes. Title cards are dark glass; the selected one is lit from behind."""
 
 import numpy
 
 from layout import Rect
-from light import CHROME, SCRIPT, Sheet, cloth, mix, ramp, wood
+from light import BRASS, CHROME, SCRIPT, Sheet, bubbles, cloth, mix, ramp, wood
 
-WALNUT_DARK, WALNUT_PALE = (30, 15, 9), (84, 45, 24)
-SOOT = (9, 7, 7)
-GLASS_TOP, GLASS_LOW = (38, 33, 33), (19, 16, 17)
-CREAM, SMOKE = (255, 244, 222), (168, 154, 138)
+WALNUT_DARK, WALNUT_PALE = (58, 29, 15), (142, 85, 45)
+SOOT = (14, 9, 7)
+CREAM, SMOKE = (255, 246, 226), (166, 146, 126)
 AMBER, FLAME = (255, 176, 58), (255, 112, 28)
-INK = (34, 16, 2)
-BACKLIT = [(0.0, (255, 224, 158)), (0.42, (255, 204, 112)), (1.0, (246, 164, 52))]
-BODY = [(0.0, (84, 74, 70)), (0.12, (66, 58, 56)), (1.0, (36, 31, 31))]
-SUNK = [(0.0, (17, 14, 14)), (1.0, (25, 21, 21))]
+INK = (38, 16, 2)
+GLASS = [(0.0, (92, 46, 27)), (0.10, (70, 32, 20)), (0.5, (55, 24, 15)), (0.54, (47, 20, 13)), (1.0, (38, 16, 10))]
+BACKLIT = [(0.0, (255, 226, 160)), (0.42, (255, 206, 114)), (1.0, (248, 168, 58))]
+BODY = [(0.0, (112, 84, 66)), (0.12, (88, 64, 50)), (1.0, (46, 32, 25))]
+SUNK = [(0.0, (18, 12, 10)), (1.0, (30, 22, 18))]
 RADIUS = 10
+# A rim that runs down the whole machine.
+SIDE_CHROME = [(0, (236, 232, 224)), (0.06, (186, 184, 180)), (0.16, (122, 120, 120)), (0.3, (168, 164, 158)), (1, (150, 144, 136))]
+# The tube of light from the crown of the arch down the sides of the blocks: colours by theme row of the machine.
+LIGHT = [(0, (255, 232, 150)), (120, (255, 186, 78)), (360, (244, 96, 34)), (540, (226, 58, 40)), (720, (255, 150, 48))]
+# Distance of the rings of the frame from the edge of a block.
+EDGE, TUBE, INNER = 4, 8, 28
 
 
 class Cabinet:
     """Paints the parts of the theme."""
 
     def front(self, sheet, layout):
-        """Walnut everywhere, and for each page a recessed dark panel with a chrome rim."""
+        """Walnut, a brass line and a darker field around each page, a rod of light between them, and the plinth."""
         w, h = sheet.size
-        sheet.blend(0, 0, wood(w, h, 3, WALNUT_DARK, WALNUT_PALE), numpy.ones((h, w)))
+        live = [slot.whole for slot in layout.slots.values() if slot.whole.w]
+        first, last = min(box.y for box in live), max(box.y + box.h for box in live)
+        foot = layout.navigation["Back"].y + layout.navigation["Back"].h + 6
+        self.walnut(sheet, (0, 0, w, foot))
         for page in layout.pages:
-            first = min(slot.whole.y for slot in layout.slots.values() if slot.whole.w)
-            last = max(slot.whole.y + slot.whole.h for slot in layout.slots.values())
-            field = Rect(page.x + 10, first - 6, page.w - 20, last - first + 12)
-            sheet.chrome(field, 14, 3)
-            sheet.rounded(field.inset(3), 11, [(0, (6, 5, 5)), (1, (13, 10, 10))])
+            field = Rect(page.x - 4, first - 5, page.w + 8, last - first + 10)
+            sheet.rounded(field, 13, (20, 8, 3), 0.55)
+            sheet.ring(field, 13, 2.4, list(BRASS))
+        left = layout.pages[0].x + layout.pages[0].w
+        rod = Rect(left + (layout.pages[1].x - left) // 2 - 5, first + 14, 10, last - first - 28)
+        self.rod(sheet, rod)
+        self.plinth(sheet, Rect(0, foot, w, h - foot), 70)
+
+    @staticmethod
+    def walnut(sheet, box, seed=3):
+        x, y, w, h = box
+        sheet.blend(x, y, wood(w, h, seed, WALNUT_DARK, WALNUT_PALE), numpy.ones((h, w)))
+
+    def rod(self, sheet, rod):
+        """A thin tube of light in brass caps."""
+        sheet.rounded(rod.inset(-3), 8, (20, 8, 3), 0.8)
+        sheet.glow(rod, 5, 16, FLAME, 0.4)
+        sheet.rounded(rod, 5, [(0, (255, 196, 96)), (0.5, (236, 104, 40)), (1, (255, 196, 96))])
+        sheet.rounded(rod.inset(3), 2, (255, 236, 190), 0.85)
+        for y in (rod.y - 10, rod.y + rod.h - 6):
+            sheet.rounded((rod.x - 5, y, rod.w + 10, 16), 4, list(BRASS))
+
+    def plinth(self, sheet, box, pitch):
+        """What a screen shows that is higher than 16:9: a rail of light over a grille of cloth and chrome bars. It can
+        end at any row."""
+        x, y, w, h = box
+        sheet.rounded(box, 0, (20, 9, 4))
+        grille = y + 34
+        fabric = numpy.resize(cloth(pitch, 6, (34, 17, 8), (92, 54, 26)), (6, pitch, 3))
+        down = numpy.arange(h - 34)
+        below = numpy.where(down < 206, down, down - 206)
+        shine = (0.62 + 0.9 * numpy.exp(-below / 60.0))[:, None, None]
+        tiles = numpy.tile(fabric, (-(-(h - 34) // 6), -(-w // pitch), 1))[: h - 34, :w]
+        sheet.blend(x, grille, (tiles * shine).clip(0, 255), numpy.ones((h - 34, w)))
+        bar = ramp(list(CHROME), 8).transpose(1, 0, 2) * (0.75 + 0.25 * numpy.exp(-below / 60.0))[:, None, None]
+        for left in range(x + pitch // 2 - 4, x + w, pitch):
+            sheet.rounded((left - 3, grille, 14, h - 34), 0, (12, 5, 2), 0.5)
+            with sheet.within((x, y, w, h)):
+                sheet.blend(left, grille, bar, numpy.ones((h - 34, 8)))
+        for top in (y, y + 240):
+            self.rail(sheet, Rect(x, top, w, 34))
+
+    @staticmethod
+    def rail(sheet, box):
+        """A brass rail with a tube of light in it."""
+        x, y, w, h = box
+        sheet.rounded((x, y + h - 2, w, 5), 0, (14, 6, 2), 0.8)
+        sheet.rounded((x, y, w, h), 0, list(BRASS))
+        sheet.rounded((x, y + h // 2 - 6, w, 12), 0, (60, 20, 6))
+        sheet.rounded((x, y + h // 2 - 4, w, 8), 0, [(0, (255, 150, 60)), (0.5, (255, 228, 160)), (1, (255, 150, 60))])
 
     def foot(self, sheet, layout):
-        """The strip below the pages: the maker's name, the legend of the marks, chrome fins."""
+        """The strip below the pages: the maker's name, the legend of the marks, brass fins."""
         strip = layout.navigation["Back"]
-        self.logo(sheet, strip, 50)
-        far = layout.navigation["PreviewPage"]
-        right = layout.navigation["NextPage"]
-        for i in range(4):
-            y = strip.y + 17 + i * 12
-            sheet.rounded((far.x + 10, y - 1, right.x + right.w - far.x - 20, 8), 4, (8, 5, 4), 0.7)
-            sheet.rounded((far.x + 12, y, right.x + right.w - far.x - 24, 5), 2, list(CHROME))
         box = layout.legend
-        sheet.rounded(box.inset(4), 14, (10, 7, 7), 0.9)
-        sheet.ring(box.inset(4), 14, 1.5, (120, 104, 92))
-        entries = (
-            ("bars", "NOW PLAYING", "playing", 0),
-            ("clock", "COMING NEXT", "waiting", 212),
-            ("film", "VIDEO", "video", 424),
-        )
+        self.logo(sheet, strip.moved(0, -2), 58)
+        far, right = layout.navigation["PreviewPage"], layout.navigation["NextPage"]
+        first, last = far.x + 4, right.x + right.w - 4
+        for i in range(4):
+            y = far.y + 16 + i * 13
+            sheet.rounded((first - 1, y + 2, last - first + 2, 7), 3, (20, 8, 3), 0.7)
+            sheet.rounded((first, y, last - first, 6), 3, list(BRASS))
+        sheet.rounded(box.inset(3), 16, SOOT, 0.92)
+        sheet.ring(box.inset(3), 16, 2.2, list(BRASS))
+        entries = (("bars", "NOW PLAYING", "playing", 0), ("clock", "COMING NEXT", "waiting", 212), ("film", "VIDEO", "video", 424))
         for icon, word, colour, left in entries:
-            place = Rect(box.x + 26 + left, box.y + (box.h - 30) // 2, 30, 30)
+            place = Rect(box.x + 26 + left, box.y + (box.h - 28) // 2, 28, 28)
             self.badge(sheet, place, icon, getattr(layout.colours, colour))
-            sheet.caption((box.x + 66 + left, box.y, 150, box.h), word, 23, (226, 206, 176), "left")
+            sheet.caption((box.x + 64 + left, box.y, 150, box.h), word, 27, (226, 206, 176), "left")
 
     def logo(self, sheet, box, pixels):
-        """The maker's name in chrome letters with a shadow."""
+        """The maker's name in brass letters with a shadow."""
         shade = (box[0] + 3, box[1] + 3, *box[2:])
-        sheet.caption(shade, "Vantorix", pixels, (0, 0, 0), font_file=SCRIPT)
+        sheet.caption(shade, "Vantorix", pixels, (16, 6, 2), font_file=SCRIPT)
         letters = [
-            (0, (255, 255, 252)), (0.3, (255, 236, 200)), (0.5, (240, 190, 110)), (0.62, (176, 110, 40)), (1, (255, 226, 170)),
+            (0, (255, 255, 252)), (0.3, (255, 236, 200)), (0.5, (244, 196, 118)), (0.62, (190, 120, 46)), (1, (255, 228, 174)),
         ]  # fmt: skip
         sheet.caption(box, "Vantorix", pixels, letters, font_file=SCRIPT)
 
     def card(self, sheet, slot, lit):
-        """A title card: smoked glass, or lit from behind with a rim of light."""
-        card = slot.whole.inset(5)
-        tab = Rect(slot.label.x - 6, card.y + 3, slot.label.w + 12, card.h - 6)
+        """A title card: glass in a thin brass frame, or lit from behind with a rim of light."""
+        card = slot.whole.inset(2)
+        line = Rect(slot.label.x + slot.label.w + 1, card.y + 12, 2, card.h - 24)
         if lit:
-            sheet.rounded(slot.whole, 0, (8, 6, 6))
-            sheet.glow(card, RADIUS, 7, FLAME, 0.95)
+            sheet.glow(card, RADIUS, 6, FLAME, 0.95)
             sheet.rounded(card, RADIUS, BACKLIT)
-            sheet.ring(card, RADIUS, 3, (255, 244, 206))
-            sheet.rounded(tab, 7, [(0, (255, 246, 220)), (1, (255, 226, 160))])
-            sheet.ring(tab, 7, 1.5, (150, 74, 8))
+            sheet.ring(card, RADIUS, 3, (255, 248, 216))
+            sheet.rounded(line, 1, (150, 74, 8), 0.5)
             return
-        sheet.rounded(card, RADIUS, [(0, GLASS_TOP), (0.5, (27, 23, 24)), (0.52, (23, 19, 20)), (1, GLASS_LOW)])
-        sheet.ring(card, RADIUS, 1.4, [(0, (116, 106, 100)), (0.25, (62, 55, 53)), (1, (44, 38, 37))])
-        sheet.rounded(tab, 7, [(0, (14, 11, 11)), (1, (20, 16, 16))])
-        sheet.ring(tab, 7, 1.2, (56, 46, 38))
+        sheet.rounded((card.x, card.y + 2, card.w, card.h), RADIUS, (8, 3, 1), 0.6)
+        sheet.rounded(card, RADIUS, GLASS)
+        sheet.ring(card, RADIUS, 1.5, [(0, (206, 150, 84)), (0.2, (124, 78, 42)), (1, (92, 56, 30))])
 
     def number(self, sheet, slot, lit):
         """A record with the track number on its paper label."""
-        disc = Rect(slot.cover.x + 1, slot.cover.y + 1, slot.cover.w - 2, slot.cover.h - 2)
-        sheet.rounded(disc, disc.w, (12, 11, 12))
-        for inset, level in ((0, 118), (5, 52), (8, 60), (11, 48)):
+        disc = slot.cover.inset(2)
+        sheet.rounded((disc.x + 1, disc.y + 3, disc.w, disc.h), disc.w, (6, 2, 1), 0.55)
+        sheet.rounded(disc, disc.w, (13, 12, 13))
+        for inset, level in ((0, 96), (5, 52), (8, 60), (11, 48)):
             sheet.ring(disc, disc.w, 1.1, (level, level - 2, level), inset=inset)
         label = Rect(slot.number.x - 1, slot.number.y - 1, slot.number.w + 2, slot.number.h + 2)
-        paper = ((255, 250, 236), (255, 232, 190)) if lit else ((206, 166, 104), (184, 138, 76))
+        paper = ((255, 250, 236), (255, 232, 190)) if lit else ((232, 190, 120), (208, 158, 86))
         sheet.rounded(label, label.w, list(enumerate(paper)))
         sheet.ring(label, label.w, 1.2, (110, 54, 10))
 
     def mark_frame(self, sheet, slot, name):
         """A frame of light around a queued track: a full tube while it is playing, a thin one while it is waiting."""
-        card = slot.whole.inset(5)
+        card = slot.whole.inset(2)
         if name == "nowplaying":
-            sheet.ring(card, RADIUS, 5.5, (4, 26, 12))
-            sheet.glow(card, RADIUS, 6, (70, 232, 120), 0.8)
-            sheet.ring(card, RADIUS, 4.5, (70, 222, 116))
-            sheet.ring(card, RADIUS, 1.8, (214, 255, 224), inset=1.3)
+            sheet.glow(card, RADIUS, 5, (70, 232, 120), 0.8)
+            sheet.ring(card, RADIUS, 3, (70, 222, 116))
+            sheet.ring(card, RADIUS, 1.2, (214, 255, 224), inset=0.9)
         else:
-            sheet.ring(card, RADIUS, 4.5, (4, 18, 34))
-            sheet.ring(card, RADIUS, 3, (104, 186, 255))
+            sheet.ring(card, RADIUS, 2.6, (104, 186, 255))
 
     def badge(self, sheet, box, icon, colour):
         """A small lit field with an icon."""
@@ -113,15 +159,15 @@ class Cabinet:
 
     def ground_under(self, sheet, box):
         """Touch buttons cover the decoration that the strip shows without them."""
-        grain = wood(*sheet.size, 3, WALNUT_DARK, WALNUT_PALE)
         x, y, w, h = box
+        grain = wood(sheet.size[0], y + h + 6, 3, WALNUT_DARK, WALNUT_PALE)
         sheet.blend(x, y, grain[y : y + h, x : x + w], numpy.ones((h, w)))
 
     def button(self, sheet, box, icon, word, available, focused):
         """A push button: raised with a chrome rim, sunken and dull if not available, lit from behind under the
         cursor."""
         body = Rect(*box).inset(4)
-        sheet.rounded(box, 12, (8, 6, 6))
+        sheet.rounded(box, 12, SOOT)
         if available and focused:
             sheet.glow(body, 10, 5, FLAME, 0.95)
             sheet.rounded(body, 10, BACKLIT)
@@ -133,95 +179,155 @@ class Cabinet:
             ink = CREAM
         else:
             sheet.rounded(body, 10, SUNK)
-            ink = (142, 128, 116)
+            ink = (142, 124, 108)
             if focused:
                 sheet.ring(body, 10, 3.5, (255, 150, 40))
                 sheet.ring(body, 10, 1.2, (255, 224, 170), inset=1.1)
-                ink = (214, 160, 96)
+                ink = (218, 166, 102)
             else:
-                sheet.ring(body, 10, 1.2, (58, 50, 47))
+                sheet.ring(body, 10, 1.2, (64, 50, 42))
         self.face(sheet, body, icon, word, ink)
 
     @staticmethod
     def face(sheet, box, icon, word, ink):
-        """Icon above the word, or next to it if the button is wide."""
+        """Icon above the word, or beside it if the button is wide: an arrow to the right on the right."""
         x, y, w, h = box
         if w > 2 * h:
-            side = h * 5 // 10
-            sheet.icon((x + h // 4, y + (h - side) // 2, side, side), icon, ink)
-            sheet.caption((x + h * 7 // 8, y, w - h, h), word, 25, ink, "left")
+            sheet.icon_and_word(box, icon, word, h * 5 // 10, 32, ink, icon == "NextPage")
             return
-        line = 18 if h < 80 else 20
-        sheet.icon((x, y + h * 8 // 100, w, h - line - h * 20 // 100), icon, ink)
-        sheet.caption((x, y + h - line - h // 12, w, line), word, line, ink)
+        line = 21
+        sheet.icon((x, y + h * 8 // 100, w, h - line - h * 24 // 100), icon, ink)
+        sheet.caption((x, y + h - line - h // 10, w, line), word, line, ink)
+
+    def frame(self, sheet, box, top, radius, focused):
+        """The chrome frame with the tube of light in it. `top` is the row of the machine at the upper edge; a box that
+        begins above the picture has straight sides only."""
+        rows = [((row - top) / box.h, colour) for row, colour in LIGHT]
+        dim = 0.0 if focused else 0.16
+        shades = ((0.4, 0), (0.14, 3), (0.0, 6), (-0.45, 8))
+        sheet.ring(box, radius, INNER + 4 - EDGE, SOOT)
+        for share, inset in shades:
+            paint = [(at, mix(mix(colour, (70, 16, 0), dim), (255, 255, 255) if share < 0 else (60, 8, 0), abs(share)))
+                     for at, colour in rows]  # fmt: skip
+            sheet.ring(box, radius, INNER - TUBE - 2 * inset, paint, inset=TUBE - EDGE + inset)
+        if focused:
+            sheet.ring(box, radius, 6, (255, 250, 226), inset=TUBE - EDGE + 7)
+        inner = Rect(*box).inset(INNER - EDGE)
+        for rim, corner in ((box, radius), (inner, max(radius - INNER + EDGE, 2))):
+            sheet.ring(rim, corner, 4.6, (8, 5, 4), 0.8)
+            sheet.ring(rim, corner, 3.6, SIDE_CHROME, inset=0.4)
+            sheet.ring(rim, corner, 1.2, (255, 252, 244), 0.7, inset=1.2)
+
+    @staticmethod
+    def collars(sheet, width, rows):
+        """Brass collars on the tubes where one block meets the next."""
+        for y in rows:
+            for left in (1, width - 33):
+                sheet.rounded((left, y, 32, 12), 3, list(BRASS))
+                sheet.rounded((left, y + 5, 32, 2), 0, (70, 34, 10), 0.6)
+
+    def main_ground(self, sheet, layout, focused):
+        """The Main block: the arch of light, below it the glass of the messages."""
+        w, h = layout.block
+        self.walnut(sheet, (0, 0, w, h), 7)
+        box = Rect(EDGE, EDGE, w - 2 * EDGE, 3 * h)
+        inside = box.inset(INNER - EDGE + 2)
+        sheet.glow(box, 120, 26, FLAME, 0.55 if focused else 0.32)
+        sheet.rounded(inside, 98, SOOT)
+        glass = Rect(inside.x, inside.y, inside.w, layout.line2.y + layout.line2.h + 6 - inside.y)
+        with sheet.within(glass):
+            tall = Rect(inside.x, inside.y, inside.w, 2 * glass.h)
+            sheet.rounded(tall, 98, [(0, (96, 40, 12)), (0.22, (44, 20, 9)), (0.5, (24, 12, 7)), (1, (24, 12, 7))])
+        sheet.rounded((inside.x, glass.y + glass.h, inside.w, 3), 0, list(BRASS))
+        self.frame(sheet, box, 0, 120, focused)
+        self.collars(sheet, w, (h - 6,))
 
     def block(self, sheet, box, focused):
-        """A block: a dark panel in a chrome rim of seven pixels, with a neon tube in it while it has the focus."""
+        """The sides of the machine with the tubes of light."""
         box = Rect(*box)
-        sheet.rounded(box, 0, SOOT)
-        sheet.rounded(box.inset(5), 10, [(0, (34, 28, 27)), (1, (17, 14, 14))])
+        self.walnut(sheet, box, 7)
+        sheet.rounded((INNER, 0, box.w - 2 * INNER, box.h), 0, [(0, (34, 22, 16)), (1, (22, 14, 10))])
+        with sheet.within(box):
+            self.frame(sheet, Rect(EDGE, -box.h, box.w - 2 * EDGE, 3 * box.h), 0, 10, focused)
+            self.collars(sheet, box.w, (-6, box.h - 6))
+
+    def panel(self, sheet, box, focused):
+        """The block of the menu, and the keyboard: a dark panel in a chrome rim, with a neon tube in it while it has the
+        focus. Its corners are square, so that nothing shows beside them."""
+        box = Rect(*box)
+        sheet.rounded(box, 0, (16, 11, 9))
         if focused:
-            sheet.glow(box.inset(4), 11, 15, FLAME, 0.75, inside=True)
-            sheet.ring(box.inset(1), 13, 6, (255, 142, 34))
-            sheet.ring(box.inset(1), 13, 2.4, (255, 238, 196), inset=1.8)
+            sheet.glow(box.inset(4), 2, 15, FLAME, 0.7, inside=True)
+            sheet.ring(box.inset(1), 2, 6, (255, 142, 34))
+            sheet.ring(box.inset(1), 2, 2.4, (255, 238, 196), inset=1.8)
         else:
-            sheet.chrome(box.inset(2), 12, 3)
+            sheet.ring(box, 2, 6, (8, 5, 4))
+            sheet.ring(box.inset(2), 2, 3, list(BRASS))
+
+    def message_field(self, sheet, first, second):
+        """The lines of the message are on the glass below the arch."""
 
     def display(self, sheet, box):
-        """The message window: deep glass with a warm glimmer."""
+        """The text field of the keyboard."""
         sheet.rounded(box, 12, [(0, (10, 6, 4)), (0.6, (27, 15, 6)), (1, (40, 22, 8))])
         sheet.ring(box, 12, 2, [(0, (70, 50, 34)), (1, (168, 118, 62))])
 
     def window(self, sheet, box, head, word):
         """A counter window with its name."""
-        sheet.rounded(box, 10, [(0, (8, 6, 6)), (1, (19, 15, 14))])
-        sheet.ring(box, 10, 1.6, [(0, (48, 42, 40)), (1, (104, 92, 82))])
-        sheet.caption(head, word, 21, (214, 190, 152))
+        sheet.rounded(box, 10, [(0, (8, 5, 4)), (1, (22, 15, 12))])
+        sheet.ring(box, 10, 1.6, [(0, (70, 46, 28)), (1, (150, 106, 62))])
+        sheet.caption(head, word, 23, (214, 186, 144))
+
+    def ghost(self, sheet, box, kind, font_file, points):
+        """What an empty counter shows: dark segments, or the outline of a coin."""
+        ink = (38, 27, 21)
+        if kind == "time":
+            sheet.stamp_text(box, "88:88", font_file, points, ink)
+            return
+        side = min(box.w, box.h) - 2
+        coin = Rect(box.x + (box.w - side) // 2, box.y + (box.h - side) // 2, side, side)
+        sheet.ring(coin, side, 2, (60, 42, 30))
+        sheet.ring(coin, side, 1, (46, 32, 24), inset=4)
 
     def list_field(self, sheet, box, row):
+        """Rows of two lines: the title on dark glass, the artist on wood below it. Every row shows the background of the
+        first one."""
         x, y, w, h = box
-        # Every row shows the background of the first one, so it must be flat, with square corners.
-        sheet.rounded(Rect(*box).inset(-2), 4, (62, 50, 44))
-        sheet.rounded(box, 0, (11, 9, 9))
-        for bottom in range(row, h + 1, row):
-            sheet.rounded((x + 4, y + bottom - 1, w - 8, 1), 0, (52, 43, 38))
+        sheet.rounded(Rect(*box).inset(-3), 5, (120, 78, 40))
+        sheet.rounded(Rect(*box).inset(-2), 4, (14, 9, 7))
+        for top in range(y, y + h, row):
+            sheet.rounded((x, top, w, row // 2), 0, [(0, (36, 24, 18)), (1, (28, 18, 13))])
+            sheet.rounded((x, top + row // 2, w, row // 2 - 4), 0, [(0, (62, 38, 23)), (1, (52, 31, 19))])
+            sheet.rounded((x, top + row - 4, w, 4), 0, (10, 6, 5))
 
     def cursor(self, sheet, box):
-        """The bar is shown with and without the focus, so it is warm but not lit."""
-        sheet.rounded(box, 4, [(0, (92, 50, 14)), (1, (62, 32, 9))])
-        sheet.ring(box, 4, 2, AMBER)
+        """The selected row is lit from behind like a selected card."""
+        x, y, w, h = box
+        sheet.rounded((x, y, w, h - 4), 4, BACKLIT)
+        sheet.rounded((x, y + h // 2, w, h // 2 - 4), 4, (226, 144, 44), 0.6)
+        sheet.ring((x, y, w, h - 4), 4, 2, (255, 246, 210))
 
     def screen(self, sheet, box):
-        sheet.rounded(box, 6, (9, 7, 7))
+        """The field of the menu."""
+        sheet.rounded(box, 2, (16, 11, 9))
 
     def row(self, sheet, box, lit):
         x, y, w, h = box
-        sheet.rounded(box, 0, (9, 7, 7))
-        field = (x + 2, y + 1, w - 4, h - 3)
+        sheet.rounded(box, 0, (16, 11, 9))
         if lit:
-            sheet.rounded(field, 8, BACKLIT)
-            sheet.ring(field, 8, 2, (255, 244, 206))
+            sheet.rounded((x + 2, y + 2, w - 4, h - 5), 6, [(0, (84, 46, 20)), (1, (58, 30, 12))])
+            sheet.ring((x + 2, y + 2, w - 4, h - 5), 6, 2, AMBER)
         else:
-            sheet.rounded(field, 8, [(0, (34, 29, 29)), (1, (22, 18, 19))])
-            sheet.ring(field, 8, 1, (58, 50, 47))
+            sheet.rounded((x + 12, y + h - 1, w - 24, 1), 0, (46, 34, 27))
 
     def row_choice(self, sheet, box, lit):
         x, y, w, h = box
-        field = (x - h, y, w + 2 * h, h - 2)
-        fill, ink = (((255, 240, 206), (150, 66, 4)) if lit else ((11, 8, 8), AMBER))
-        sheet.rounded(field, 8, fill)
-        for left, icon in ((x - h, "PreviewPage"), (x + w, "NextPage")):
-            sheet.icon(Rect(left, y - 1, h, h).inset(9), icon, ink)
+        for left, icon in ((x - 30, "PreviewPage"), (x + w + 2, "NextPage")):
+            sheet.icon((left, y - 1, 28, h), icon, AMBER if lit else (84, 66, 52))
 
     def row_button(self, sheet, box, lit):
-        x, y, w, h = box
-        field = (x - 14, y, w + 28, h - 2)
-        if lit:
-            sheet.rounded(field, 10, (255, 240, 206))
-            sheet.ring(field, 10, 1.5, (150, 66, 4))
-        else:
-            sheet.rounded(field, 10, BODY)
-            sheet.ring(field, 10, 1.6, (150, 142, 136))
+        if not lit:
+            sheet.ring((box[0] - 14, box[1] + 3, box[2] + 28, box[3] - 8), 8, 1.4, (70, 54, 43))
 
     def key(self, sheet, box, face, lit):
         """A key of the keyboard."""
@@ -236,60 +342,78 @@ class Cabinet:
         if len(face) > 1:
             sheet.icon(Rect(*box).inset(14), face, ink)
         elif face:
-            sheet.caption(box, face, 40, ink)
+            sheet.caption(box, face, 46, ink)
 
     def lower_front(self, sheet, layout, front):
-        """The machine's lower front in portrait: walnut, the frame of the menu, lights on both sides, the grille."""
+        """The base of the machine: bubble tubes beside the menu's block, and the plinth.
+
+        Landscape shows the left column. Portrait shows the base as far as the screen goes: bubble tubes on both sides and
+        the maker's name between them.
+        """
         w, h = sheet.size
         bw, bh = layout.block
-        sheet.blend(0, 0, wood(w, h, 11, WALNUT_DARK, WALNUT_PALE), numpy.ones((h, w)))
-        frame = Rect(front.command.x - 12, front.command.y - 12, bw + 24, bh + 24)
-        sheet.rounded(frame.inset(-3), 18, (6, 4, 4), 0.8)
-        sheet.chrome(frame, 16, 4)
-        for left in (40, front.command.x + bw + 40):
-            for i, colour in enumerate((FLAME, AMBER, (255, 214, 150))):
-                tube = Rect(left + 24 + i * 68, front.command.y + 10, 44, bh - 20)
-                sheet.rounded(tube.inset(-5), 27, (8, 5, 4), 0.85)
-                sheet.glow(tube, 22, 26, colour, 0.35)
-                sheet.rounded(tube, 22, mix(colour, (40, 12, 0), 0.45))
-                sheet.rounded(tube.inset(9), 13, mix(colour, (120, 40, 0), 0.15), 0.8)
-                sheet.rounded(tube.inset(17), 5, mix(colour, (255, 255, 255), 0.5), 0.85)
-                for end in (tube.y - 8, tube.y + tube.h - 10):
-                    sheet.rounded((tube.x - 4, end, tube.w + 8, 18), 6, list(CHROME))
-        grille = Rect(36, front.command.y + bh + 44, w - 72, h - front.command.y - bh - 80)
-        sheet.chrome(grille.inset(-6), 26, 5)
-        fabric = Sheet((grille.w, grille.h))
-        fabric.rounded((0, 0, grille.w, grille.h), 20, (30, 16, 8))
-        fabric.colour[:] = cloth(grille.w, grille.h, (26, 13, 7), (72, 42, 20))
-        sheet.paste(grille.x, grille.y, fabric)
-        for i in range(1, 12):
-            sheet.rounded((grille.x + i * grille.w // 12 - 4, grille.y, 8, grille.h), 0, (8, 4, 2), 0.55)
-            x = grille.x + i * grille.w // 12 - 3
-            across = numpy.broadcast_to(ramp(list(CHROME), 6).transpose(1, 0, 2), (grille.h, 6, 3))
-            sheet.blend(x, grille.y, across, numpy.full((grille.h, 6), 0.85))
-        plate = Rect(w // 2 - 210, grille.y + grille.h // 2 - 62, 420, 124)
-        sheet.rounded(plate.inset(-4), 62, (6, 3, 2), 0.7)
-        sheet.rounded(plate, 60, [(0, (58, 20, 10)), (1, (26, 8, 4))])
-        sheet.chrome(plate, 60, 4)
-        self.logo(sheet, plate, 76)
+        self.walnut(sheet, (0, 0, w, 2 * bh), 11)
+        right = front.main.x
+        for left in (0, right):
+            self.base(sheet, Rect(left, bh, bw, bh), front.command.x)
+        middle = Rect(bw, bh, right - bw, bh)
+        plate = Rect(middle.x + 20, middle.y + middle.h // 2 - 62, middle.w - 40, 124)
+        sheet.rounded(plate.inset(-5), 66, (20, 8, 3), 0.7)
+        sheet.rounded(plate, 62, [(0, (104, 26, 16)), (1, (48, 10, 6))])
+        sheet.chrome(plate, 62, 5)
+        self.logo(sheet, plate, 70)
+        # Beside the menu's block, which covers the middle of it in portrait.
+        sheet.rounded((bw, 0, right - bw, bh), 0, SOOT)
+        self.plinth(sheet, Rect(0, 2 * bh, w, h - 2 * bh), 65)
         sheet.clear(front.main)
 
-    def veil(self, size, waiting):
-        """A veil over the whole screen, stretched when it is drawn: black, darker at the edges; the waiting one has
-        three lights."""
+    def base(self, sheet, box, side):
+        """A part of the base as wide as a block: bubble tubes on both sides of a grille, which the menu's block covers."""
+        grille = Rect(box.x + side, box.y, box.w - 2 * side, box.h)
+        fabric = cloth(grille.w, grille.h - 24, (34, 17, 8), (92, 54, 26))
+        sheet.rounded(grille, 0, (22, 10, 4))
+        sheet.blend(grille.x, grille.y + 12, fabric, numpy.ones((grille.h - 24, grille.w)))
+        sheet.ring(grille, 4, 4, list(BRASS))
+        self.speaker(sheet, grille.inset(34))
+        for i, left in enumerate((box.x, box.x + box.w - side)):
+            tube = Rect(left + side // 2 - 21, box.y + 26, 42, box.h - 52)
+            self.bubble_tube(sheet, tube, 17 + i)
+            for y in (tube.y - 20, tube.y + tube.h - 4):
+                sheet.rounded((tube.x - 7, y, tube.w + 14, 24), 6, list(BRASS))
+                sheet.rounded((tube.x - 7, y + 10, tube.w + 14, 3), 0, (80, 40, 12), 0.7)
+
+    @staticmethod
+    def speaker(sheet, box):
+        """A round speaker in a brass ring."""
+        sheet.rounded(box.inset(-6), box.w, (12, 5, 2), 0.7)
+        sheet.rounded(box, box.w, [(0, (24, 13, 8)), (1, (52, 30, 18))])
+        sheet.ring(box, box.w, 8, list(BRASS))
+        for inset in range(22, box.w // 2 - 50, 18):
+            sheet.ring(box, box.w, 5, [(0, (12, 6, 4)), (1, (88, 54, 32))], inset=inset)
+        cap = box.inset(box.w // 2 - 48)
+        sheet.rounded(cap, cap.w, [(0, (120, 78, 46)), (0.5, (58, 32, 18)), (1, (30, 15, 8))])
+        sheet.ring(cap, cap.w, 3, list(BRASS))
+
+    @staticmethod
+    def bubble_tube(sheet, tube, seed):
+        """A glass tube with a glowing liquid in which bubbles rise."""
+        sheet.rounded(tube.inset(-5), 24, (20, 8, 3), 0.75)
+        sheet.glow(tube, 20, 24, FLAME, 0.5)
+        sheet.rounded(tube, 20, [(0, (190, 60, 14)), (0.5, (214, 96, 20)), (1, (236, 150, 40))])
+        sheet.rounded(tube.inset(6), 15, [(0, (240, 120, 36)), (0.5, (255, 160, 54)), (1, (255, 206, 96))], 0.8)
+        with sheet.within(tube.inset(4)):
+            for x, y, radius in bubbles(tube.inset(8), seed):
+                dot = (x - radius, y - radius, 2 * radius, 2 * radius)
+                sheet.rounded(dot, radius, (255, 236, 180), 0.5)
+                sheet.ring(dot, radius, 1.4, (255, 250, 226), 0.8)
+        sheet.rounded((tube.x + 8, tube.y + 8, 5, tube.h - 16), 3, (255, 255, 246), 0.45)
+
+    def veil(self, size):
+        """A veil over the whole screen, stretched when it is drawn: black, darker at the edges."""
         w, h = size
         sheet = Sheet(size)
         across, down = numpy.linspace(-1, 1, w)[None, :], numpy.linspace(-1, 1, h)[:, None]
         edge = numpy.clip((across**2 + down**2) / 2, 0, 1)
-        base, depth = (0.30, 0.22) if waiting else (0.70, 0.16)
         # Steps of 1/32 are invisible, and the picture compresses better.
-        sheet.blend(0, 0, (0, 0, 0), numpy.rint((base + depth * edge) * 32) / 32)
-        if waiting:
-            # On average of a landscape and a portrait screen the lights are as wide as high. Nothing shines through the
-            # dark band below them.
-            sheet.rounded((0, h // 2 - 15, w, 30), 0, (0, 0, 0), 0.8)
-            for left in (-35, -7, 21):
-                dot = Rect(w // 2 + left, h // 2 - 4, 14, 8)
-                sheet.glow(dot, 4, 6, FLAME, 0.5)
-                sheet.rounded(dot, 4, (255, 214, 140))
+        sheet.blend(0, 0, (0, 0, 0), numpy.rint((0.70 + 0.16 * edge) * 32) / 32)
         return sheet

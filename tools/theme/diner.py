@@ -1,25 +1,26 @@
-"""The look of the theme "touch": the bright enamel of a diner. Cream cards, cherry red where one presses, a mint
-background, a checkered strip. Made for fingers: everything that can be pressed is raised, everything else is flat."""
+"""The look of the theme "touch": the bright enamel of a diner. Pale cards, cherry red where one presses, mint enamel,
+steel and checkers. Made for fingers: everything that can be pressed is raised, everything else is flat."""
 
 import numpy
 
 from layout import Rect
-from light import SCRIPT, Sheet, mix
+from light import SCRIPT, Sheet, mix, ramp
 
 MINT_TOP, MINT_LOW = (134, 196, 178), (104, 170, 152)
 CREAM, PAPER = (255, 249, 234), (248, 238, 214)
 CHERRY, CHERRY_TOP, CHERRY_LOW = (178, 26, 34), (208, 48, 52), (142, 14, 24)
-INK, SEPIA = (38, 28, 26), (96, 70, 58)
+INK, SEPIA = (38, 28, 26), (96, 66, 54)
 TEAL = (16, 74, 74)
+PANEL = (222, 232, 216)
 RADIUS = 18
-STEEL = [(0.0, (250, 250, 250)), (0.45, (196, 200, 204)), (0.5, (138, 144, 150)), (1.0, (232, 234, 236))]
+STEEL = [(0.0, (252, 252, 252)), (0.40, (206, 210, 214)), (0.5, (140, 146, 152)), (0.62, (176, 182, 186)), (1.0, (236, 238, 240))]
 
 
-def checkers(sheet, box, side):
-    """A strip of black and cream squares."""
+def checkers(sheet, box, side, first=0):
+    """Black and cream squares; `first` is 1 if the corner is black."""
     x, y, w, h = box
     across, down = numpy.arange(w)[None, :] // side, numpy.arange(h)[:, None] // side
-    dark = ((across + down) % 2)[..., None]
+    dark = ((across + down + first) % 2)[..., None]
     sheet.blend(x, y, numpy.asarray(CREAM) * (1 - dark) + numpy.asarray(INK) * dark, numpy.ones((h, w)))
 
 
@@ -27,77 +28,109 @@ class Diner:
     """Paints the parts of the theme."""
 
     def front(self, sheet, layout):
+        """Mint enamel, a steel rod between the pages, and the plinth."""
         w, h = sheet.size
-        sheet.rounded((0, 0, w, h), 0, [(0, MINT_TOP), (1, MINT_LOW)])
-        sheet.rounded((w // 2 - 2, 16, 4, h - 150), 2, mix(MINT_LOW, TEAL, 0.4))
+        foot = layout.navigation["Back"].y + layout.navigation["Back"].h + 4
+        self.enamel(sheet, (0, 0, w, foot))
+        left = layout.pages[0].x + layout.pages[0].w
+        rod = Rect(left + (layout.pages[1].x - left) // 2 - 5, 20, 10, layout.pages[0].h - 28)
+        sheet.rounded((rod.x + 1, rod.y + 3, rod.w, rod.h), 5, mix(MINT_LOW, TEAL, 0.6), 0.7)
+        self.upright(sheet, rod)
+        self.plinth(sheet, Rect(0, foot, w, h - foot))
+
+    @staticmethod
+    def enamel(sheet, box):
+        sheet.rounded(box, 0, [(0, MINT_TOP), (1, MINT_LOW)])
+
+    @staticmethod
+    def upright(sheet, box):
+        """An upright steel rod, lit from the left."""
+        across = numpy.broadcast_to(ramp(STEEL, box.w).transpose(1, 0, 2), (box.h, box.w, 3))
+        part = Sheet((box.w, box.h))
+        part.rounded((0, 0, box.w, box.h), box.w // 2, (255, 255, 255))
+        part.colour[:] = across
+        sheet.paste(box.x, box.y, part)
+
+    def plinth(self, sheet, box, first=0):
+        """What a screen shows that is higher than 16:9: a steel rail, checkers and fluted enamel. It can end at any row."""
+        x, y, w, h = box
+        waves = 0.5 + 0.5 * numpy.sin(2 * numpy.pi * (numpy.arange(w) % 40) / 40)
+        shade = numpy.asarray(mix(MINT_LOW, TEAL, 0.42)) + (numpy.asarray(MINT_TOP) - mix(MINT_LOW, TEAL, 0.42)) * waves[:, None]
+        sheet.blend(x, y, numpy.broadcast_to(shade[None], (h, w, 3)), numpy.ones((h, w)))
+        checkers(sheet, (x, y + 28, w, 80), 40, first)
+        sheet.rounded((x, y + 108, w, 4), 0, mix(MINT_LOW, TEAL, 0.7), 0.6)
+        for top in (y, y + 238):
+            sheet.rounded((x, top + 26, w, 4), 0, mix(MINT_LOW, TEAL, 0.8), 0.7)
+            sheet.rounded((x, top, w, 28), 0, STEEL)
 
     def foot(self, sheet, layout):
         """The strip below the pages: checkers, and the legend of the marks between them."""
         box = layout.legend
-        sheet.rounded(box.inset(4), 20, CREAM)
-        sheet.ring(box.inset(4), 20, 2.5, TEAL)
-        entries = (("bars", "PLAYING", "playing", 0), ("clock", "NEXT", "waiting", 146), ("film", "VIDEO", "video", 260))
+        sheet.rounded((box.x + 4, box.y + 7, box.w - 8, box.h - 8), 22, mix(MINT_LOW, TEAL, 0.5))
+        sheet.rounded(box.inset(4), 22, (240, 243, 228))
+        sheet.ring(box.inset(4), 22, 2.5, TEAL)
+        entries = (("bars", "PLAYING", "playing", 0), ("clock", "NEXT", "waiting", 158), ("film", "VIDEO", "video", 278))
         for icon, word, colour, left in entries:
-            place = Rect(box.x + 22 + left, box.y + (box.h - 32) // 2, 32, 32)
+            place = Rect(box.x + 28 + left, box.y + (box.h - 32) // 2, 32, 32)
             self.badge(sheet, place, icon, getattr(layout.colours, colour))
-            sheet.caption((box.x + 62 + left, box.y, 120, box.h), word, 22, INK, "left")
+            sheet.caption((box.x + 70 + left, box.y, 120, box.h), word, 28, INK, "left")
         back, last = layout.navigation["Back"], layout.navigation["NextPage"]
+        # The touch buttons cover them.
         for left, width in ((back.x, 260), (last.x + last.w - 520, 520)):
             checkers(sheet, (left, back.y + 30, width, 52), 26)
+            sheet.rounded((left, back.y + 26, width, 4), 0, STEEL)
+            sheet.rounded((left, back.y + 82, width, 4), 0, STEEL)
 
     def card(self, sheet, slot, lit):
-        card = slot.whole.inset(6)
-        tab = Rect(slot.label.x - 6, slot.label.y - 2, slot.label.w + 12, slot.label.h + 4)
+        card = slot.whole.inset(4)
         if lit:
             sheet.rounded((card.x, card.y + 3, card.w, card.h), RADIUS, (70, 6, 12))
             face = (card.x, card.y, card.w, card.h - 1)
             sheet.rounded(face, RADIUS, [(0, CHERRY_TOP), (0.15, CHERRY), (1, (158, 20, 28))])
             sheet.ring(face, RADIUS, 4, (255, 236, 190))
-            sheet.rounded(tab, 14, (98, 6, 14))
             return
-        sheet.rounded((card.x, card.y + 3, card.w, card.h), RADIUS, mix(MINT_LOW, TEAL, 0.55))
-        sheet.rounded((card.x, card.y, card.w, card.h - 1), RADIUS, [(0, (255, 253, 244)), (0.2, CREAM), (1, PAPER)])
-        sheet.rounded(tab, 14, (255, 255, 255))
-        sheet.ring(tab, 14, 2.5, CHERRY)
+        sheet.rounded((card.x, card.y + 3, card.w, card.h), RADIUS, mix(MINT_LOW, TEAL, 0.45))
+        face = (card.x, card.y, card.w, card.h - 1)
+        sheet.rounded(face, RADIUS, [(0, (249, 249, 238)), (0.2, (242, 244, 230)), (1, (228, 235, 217))])
 
     def number(self, sheet, slot, lit):
         """A record seen from above, its label in cherry red."""
-        disc = Rect(slot.cover.x + 2, slot.cover.y + 2, slot.cover.w - 4, slot.cover.h - 4)
+        disc = slot.cover.inset(1)
         sheet.rounded(disc, disc.w, (30, 28, 30))
-        for inset in (4, 8, 12):
-            sheet.ring(disc, disc.w, 1.2, (70, 68, 70), inset=inset)
+        for inset in (4, 7, 10):
+            sheet.ring(disc, disc.w, 1.2, (72, 70, 72), inset=inset)
         side = slot.number.h
         label = Rect(slot.number.x + (slot.number.w - side) // 2, slot.number.y, side, side)
         sheet.rounded(label, side, (110, 8, 18) if lit else (255, 232, 176))
         sheet.ring(label, side, 2, (255, 232, 176) if lit else CHERRY)
 
     def mark_frame(self, sheet, slot, name):
-        card = slot.whole.inset(6)
+        card = slot.whole.inset(4)
         box = (card.x, card.y, card.w, card.h - 1)
         if name == "nowplaying":
-            sheet.ring(box, RADIUS, 9, (255, 255, 255))
-            sheet.ring(box, RADIUS, 7, (0, 128, 76))
+            sheet.ring(box, RADIUS, 7.4, (255, 255, 255))
+            sheet.ring(box, RADIUS, 6, (0, 128, 76))
         else:
             sheet.ring(box, RADIUS, 5.5, (255, 255, 255))
             sheet.ring(box, RADIUS, 4, (30, 104, 200))
 
     def badge(self, sheet, box, icon, colour):
-        sheet.rounded(box, 9, (255, 255, 255))
-        inner = Rect(*box).inset(2)
+        sheet.rounded(box, 8, (255, 255, 255))
+        inner = Rect(*box).inset(1)
         sheet.rounded(inner, 7, colour)
-        sheet.icon(inner.inset(4), icon, (255, 255, 255))
+        sheet.icon(inner.inset(3), icon, (255, 255, 255))
 
     def ground_under(self, sheet, box):
         """Touch buttons cover the checkers that the strip shows without them."""
-        whole = Sheet((sheet.size[0], sheet.size[1]))
-        whole.rounded((0, 0, *sheet.size), 0, [(0, MINT_TOP), (1, MINT_LOW)])
+        whole = Sheet((sheet.size[0], box.y + box.h + 4))
+        self.enamel(whole, (0, 0, *whole.size))
         x, y, w, h = box
         sheet.blend(x, y, whole.colour[y : y + h, x : x + w], numpy.ones((h, w)))
 
     def button(self, sheet, box, icon, word, available, focused):
         """Enamel with a lip below; flat and pale if not available; yellow in a dark ring under the cursor."""
         body = Rect(box[0] + 3, box[1] + 3, box[2] - 6, box[3] - 9)
-        sheet.rounded(box, 20, mix(MINT_LOW, CREAM, 0.72))
+        sheet.rounded(box, 20, PANEL)
         if available:
             top, low, lip, ink = (
                 ((255, 226, 120), (255, 196, 44), (150, 92, 0), (52, 24, 0)) if focused
@@ -108,75 +141,107 @@ class Diner:
             if focused:
                 sheet.ring(body, RADIUS, 4, (120, 52, 0))
         else:
-            sheet.rounded(body, RADIUS, (216, 222, 208))
-            sheet.ring(body, RADIUS, 4 if focused else 1.6, (190, 110, 0) if focused else (160, 174, 162))
-            ink = (116, 60, 0) if focused else (86, 92, 86)
-        self.face(sheet, body, icon, word, ink, ink if available else mix(ink, (216, 222, 208), 0.45))
+            sheet.rounded(body, RADIUS, (211, 221, 206))
+            sheet.ring(body, RADIUS, 4 if focused else 1.4, (190, 110, 0) if focused else (176, 190, 176))
+            ink = (116, 60, 0) if focused else (86, 96, 88)
+        self.face(sheet, body, icon, word, ink, ink if available else mix(ink, (211, 221, 206), 0.45))
 
     @staticmethod
     def face(sheet, box, icon, word, ink, icon_ink):
+        """Icon above the word, or beside it if the button is wide: an arrow to the right on the right."""
         x, y, w, h = box
         if w > 2 * h:
-            side = h * 52 // 100
-            sheet.icon((x + h // 4, y + (h - side) // 2, side, side), icon, icon_ink)
-            sheet.caption((x + h * 84 // 100, y, w - h, h), word, 30, ink, "left")
+            sheet.icon_and_word(box, icon, word, h * 48 // 100, 40, ink, icon == "NextPage")
             return
-        sheet.icon((x, y + h // 10, w, h - 22 - h * 26 // 100), icon, icon_ink)
-        sheet.caption((x, y + h - 22 - h // 10, w, 22), word, 22, ink)
+        sheet.icon((x, y + h // 10, w, h - 24 - h * 26 // 100), icon, icon_ink)
+        sheet.caption((x, y + h - 24 - h // 10, w, 24), word, 24, ink)
 
-    def block(self, sheet, box, focused):
-        """A cream panel in a steel rim; a thick cherry rim while it has the focus."""
-        box = Rect(*box)
-        sheet.rounded(box, 0, MINT_LOW)
-        sheet.rounded(box.inset(3), 16, mix(MINT_LOW, CREAM, 0.72))
+    def frame(self, sheet, box, focused):
+        """A pale panel in a steel rim; a thick cherry rim while it has the focus."""
+        sheet.rounded(box.inset(3), 16, PANEL)
         if focused:
             sheet.ring(box.inset(1), 16, 6, CHERRY)
         else:
             sheet.ring(box.inset(2), 16, 5, TEAL)
             sheet.ring(box.inset(2), 16, 3, (226, 232, 230), inset=1)
 
+    def main_ground(self, sheet, layout, focused):
+        self.block(sheet, (0, 0, *layout.block), focused)
+
+    def block(self, sheet, box, focused):
+        box = Rect(*box)
+        sheet.rounded(box, 0, MINT_LOW)
+        self.frame(sheet, box, focused)
+
+    def panel(self, sheet, box, focused):
+        """The block of the menu, and the keyboard. Their corners are square, so that nothing shows beside them."""
+        box = Rect(*box)
+        sheet.rounded(box, 0, TEAL)
+        sheet.rounded(box.inset(5 if focused else 2), 0, CHERRY if focused else (226, 232, 230))
+        sheet.rounded(box.inset(6 if focused else 4), 3, PANEL)
+        if focused:
+            sheet.ring(box, 0, 6, CHERRY)
+
+    def message_field(self, sheet, first, second):
+        """Dark glass behind both lines of the message."""
+        top = first.y - 8
+        self.display(sheet, (second.x - 14, top, second.w + 28, second.y + second.h - top + 6))
+
     def display(self, sheet, box):
         sheet.rounded(box, 14, [(0, (24, 62, 60)), (1, (14, 48, 48))])
         sheet.ring(box, 14, 2.5, TEAL)
 
     def window(self, sheet, box, head, word):
-        sheet.rounded(box, 14, (255, 253, 246))
-        sheet.ring(box, 14, 2, TEAL)
-        sheet.caption(head, word, 21, SEPIA)
+        sheet.rounded(box, 14, (246, 247, 236))
+        sheet.ring(box, 14, 2, mix(TEAL, PANEL, 0.45))
+        sheet.caption(head, word, 23, SEPIA)
+
+    def ghost(self, sheet, box, kind, font_file, points):
+        """What an empty counter shows: pale segments, or the outline of a coin."""
+        if kind == "time":
+            sheet.stamp_text(box, "88:88", font_file, points, (232, 235, 221))
+            return
+        side = min(box.w, box.h) - 2
+        coin = Rect(box.x + (box.w - side) // 2, box.y + (box.h - side) // 2, side, side)
+        sheet.ring(coin, side, 2, (216, 222, 204))
+        sheet.ring(coin, side, 1, (226, 230, 214), inset=4)
 
     def list_field(self, sheet, box, row):
+        """Rows of two lines: the title on white, the artist on mint below it. Every row shows the background of the first
+        one."""
         x, y, w, h = box
-        sheet.rounded(Rect(*box).inset(-2), 5, TEAL)
-        # Every row shows the background of the first one, so it must be flat, with square corners.
-        sheet.rounded(box, 0, (255, 252, 242))
-        for bottom in range(row, h + 1, row):
-            sheet.rounded((x + 4, y + bottom - 1, w - 8, 1), 0, (200, 196, 176))
+        sheet.rounded(Rect(*box).inset(-2), 5, mix(TEAL, PANEL, 0.35))
+        for top in range(y, y + h, row):
+            sheet.rounded((x, top, w, row // 2), 0, (246, 247, 236))
+            sheet.rounded((x, top + row // 2, w, row // 2 - 4), 0, (217, 230, 216))
+            sheet.rounded((x, top + row - 4, w, 4), 0, (176, 200, 186))
 
     def cursor(self, sheet, box):
-        """The bar is shown with and without the focus, so it is not cherry red, the colour of the focus."""
-        sheet.rounded(box, 6, [(0, (255, 232, 150)), (1, (255, 214, 104))])
-        sheet.ring(box, 6, 2, (176, 104, 0))
+        """The selected row is cherry red like a selected card."""
+        x, y, w, h = box
+        sheet.rounded((x, y, w, h - 4), 6, [(0, CHERRY_TOP), (0.4, CHERRY)])
+        sheet.rounded((x + 2, y + h // 2, w - 4, h // 2 - 6), 0, (128, 12, 22))
+        sheet.ring((x, y, w, h - 4), 6, 2, (104, 6, 14))
 
     def screen(self, sheet, box):
-        sheet.rounded(box, 8, (228, 226, 206))
+        sheet.rounded(box, 2, PANEL)
 
     def row(self, sheet, box, lit):
         x, y, w, h = box
-        sheet.rounded(box, 0, (228, 226, 206))
-        sheet.rounded((x + 2, y + 1, w - 4, h - 3), 10, (166, 22, 30) if lit else (255, 252, 242))
-        if not lit:
-            sheet.ring((x + 2, y + 1, w - 4, h - 3), 10, 1.4, (176, 172, 150))
+        sheet.rounded(box, 0, PANEL)
+        if lit:
+            sheet.rounded((x + 2, y + 2, w - 4, h - 5), 10, CHERRY)
+        else:
+            sheet.rounded((x + 12, y + h - 1, w - 24, 1), 0, (196, 208, 192))
 
     def row_choice(self, sheet, box, lit):
         x, y, w, h = box
-        sheet.rounded((x - h, y, w + 2 * h, h - 2), 10, (104, 6, 14) if lit else (238, 232, 212))
-        for left, icon in ((x - h, "PreviewPage"), (x + w, "NextPage")):
-            sheet.icon(Rect(left, y - 1, h, h).inset(8), icon, (255, 236, 190) if lit else CHERRY)
+        for left, icon in ((x - 30, "PreviewPage"), (x + w + 2, "NextPage")):
+            sheet.icon((left, y - 1, 28, h), icon, (255, 236, 190) if lit else (166, 180, 166))
 
     def row_button(self, sheet, box, lit):
-        x, y, w, h = box[0] - 14, box[1], box[2] + 28, box[3]
-        sheet.rounded((x, y, w, h - 2), 12, (104, 6, 14) if lit else (238, 232, 212))
-        sheet.ring((x, y, w, h - 2), 12, 2, (255, 236, 190) if lit else CHERRY)
+        if not lit:
+            sheet.ring((box[0] - 14, box[1] + 3, box[2] + 28, box[3] - 8), 10, 1.4, (166, 180, 166))
 
     def key(self, sheet, box, face, lit):
         x, y, w, h = box
@@ -186,40 +251,64 @@ class Diner:
         if len(face) > 1:
             sheet.icon(Rect(x, y - 2, w, h).inset(15), face, ink)
         elif face:
-            sheet.caption((x, y - 2, w, h), face, 40, ink)
+            sheet.caption((x, y - 2, w, h), face, 46, ink)
 
     def lower_front(self, sheet, layout, front):
-        """The lower front in portrait: enamel, checkers, the frame of the menu and the maker's name on a red plate."""
+        """The base of the machine: enamel columns beside the menu's block, and the plinth.
+
+        Landscape shows the left column. Portrait shows the base as far as the screen goes: columns on both sides and the
+        maker's name between them.
+        """
         w, h = sheet.size
         bw, bh = layout.block
-        sheet.rounded((0, 0, w, h), 0, [(0, MINT_LOW), (1, mix(MINT_LOW, TEAL, 0.35))])
-        frame = Rect(front.command.x - 12, front.command.y - 12, bw + 24, bh + 24)
-        sheet.rounded(frame, 24, MINT_LOW)
-        sheet.ring(frame, 24, 5, TEAL)
-        sheet.ring(frame, 24, 3, (226, 232, 230), inset=1)
-        for left in (24, front.command.x + bw + 36):
-            for i in range(5):
-                bar = Rect(left, front.command.y + 14 + i * 70, front.command.x - 60, 44)
-                sheet.rounded((bar.x, bar.y + 4, bar.w, bar.h), 22, mix(MINT_LOW, TEAL, 0.6))
-                sheet.rounded(bar, 22, STEEL)
-        top = front.command.y + bh + 40
-        checkers(sheet, (0, top, w, 96), 32)
-        checkers(sheet, (0, h - 96, w, 96), 32)
-        plate = Rect(w // 2 - 250, (top + 96 + h - 96) // 2 - 64, 500, 128)
-        sheet.rounded((plate.x, plate.y + 6, plate.w, plate.h), 64, (70, 6, 12))
-        sheet.rounded(plate, 64, [(0, CHERRY_TOP), (1, (158, 20, 28))])
-        sheet.ring(plate, 64, 4, CREAM, inset=6)
-        sheet.caption(plate, "Vantorix", 84, (255, 244, 214), font_file=SCRIPT)
+        right = front.main.x
+        sheet.rounded((0, 0, w, 2 * bh), 0, MINT_LOW)
+        for left in (0, right):
+            self.base(sheet, Rect(left, bh, bw, bh), front.command.x)
+        plate = Rect(bw + 16, bh + bh // 2 - 60, right - bw - 32, 120)
+        sheet.rounded((plate.x, plate.y + 6, plate.w, plate.h), 60, (70, 6, 12))
+        sheet.rounded(plate, 60, [(0, CHERRY_TOP), (1, (158, 20, 28))])
+        sheet.ring(plate, 60, 4, CREAM, inset=6)
+        sheet.caption(plate, "Vantorix", 70, (255, 244, 214), font_file=SCRIPT)
+        # The squares go on from those of the zone, which is 35 of them wide.
+        self.plinth(sheet, Rect(0, 2 * bh, w, h - 2 * bh), 1)
         sheet.clear(front.main)
 
-    def veil(self, size, waiting):
-        """A veil over the whole screen, stretched when it is drawn; the waiting one has three dots."""
-        w, h = size
+    def base(self, sheet, box, side):
+        """A part of the base as wide as a block: columns on both sides of a record, which the menu's block covers."""
+        field = Rect(box.x + side, box.y, box.w - 2 * side, box.h)
+        disc = field.inset(26)
+        sheet.rounded(disc.moved(3, 7), disc.w, mix(MINT_LOW, TEAL, 0.6), 0.7)
+        sheet.rounded(disc, disc.w, (30, 28, 30))
+        for inset in range(8, disc.w // 2 - 60, 6):
+            sheet.ring(disc, disc.w, 1.4, (58, 56, 58), inset=inset)
+        label = disc.inset(disc.w // 2 - 58)
+        sheet.rounded(label, label.w, [(0, CHERRY_TOP), (1, CHERRY_LOW)])
+        sheet.ring(label, label.w, 3, CREAM, inset=5)
+        sheet.rounded(label.inset(label.w // 2 - 9), 9, CREAM)
+        for left in (box.x, box.x + box.w - side):
+            self.column(sheet, Rect(left + side // 2 - 18, box.y + 24, 36, box.h - 48))
+
+    @staticmethod
+    def column(sheet, box):
+        """A round column of cherry red enamel with steel rings."""
+        part = Sheet((box.w, box.h))
+        part.rounded((0, 0, box.w, box.h), 14, CHERRY)
+        across = (numpy.arange(box.w) + 0.5) / box.w
+        shade = (0.45 + 0.75 * numpy.sin(numpy.pi * across))[None, :, None]
+        part.colour[:] = (numpy.asarray(CHERRY_TOP) * shade).clip(0, 255)
+        sheet.rounded((box.x + 2, box.y + 4, box.w, box.h), 14, mix(MINT_LOW, TEAL, 0.6), 0.7)
+        sheet.paste(box.x, box.y, part)
+        sheet.rounded((box.x + 10, box.y + 6, 4, box.h - 12), 2, (255, 226, 214), 0.55)
+        step = (box.h - 4) // 4
+        for i in range(5):
+            y, height = box.y - 8 + i * step, (20 if i in (0, 4) else 12)
+            sheet.rounded((box.x - 6, y + 3, box.w + 12, height), 6, mix(CHERRY_LOW, INK, 0.5), 0.6)
+            sheet.rounded((box.x - 6, y, box.w + 12, height), 6, STEEL)
+
+    def veil(self, size):
+        """A veil over the whole screen, stretched when it is drawn."""
         sheet = Sheet(size)
-        sheet.rounded((0, 0, w, h), 0, (0, 0, 0), 0.28 if waiting else 0.7)
-        sheet.alpha[:] = numpy.rint((0.28 if waiting else 0.7) * 255) / 255
-        if waiting:
-            sheet.rounded((0, h // 2 - 15, w, 30), 0, (0, 0, 0), 0.8)
-            for left in (-35, -7, 21):
-                sheet.rounded((w // 2 + left, h // 2 - 4, 14, 8), 4, (255, 244, 214))
+        sheet.rounded((0, 0, *size), 0, (0, 0, 0))
+        sheet.alpha[:] = round(0.7 * 255) / 255
         return sheet

@@ -53,9 +53,9 @@ def arrangement(theme, orientation, section):
     """The four areas of a screen."""
     zone = theme.ini.box("zonelist", "ZoneList", WIDE)
     boxes = [("ZoneList: X, Y, Width, Height", zone)]
-    size = theme.picture("main.png").size
-    for block in ("Main", "Playlist", "Command"):
-        boxes.append((f"Block{block}X, Block{block}Y", (*theme.ini.box(section, f"Block{block}", ("X", "Y")), *size)))
+    for name in ("Main", "Playlist", "Command"):
+        corner = theme.ini.box(section, f"Block{name}", ("X", "Y"))
+        boxes.append((f"Block{name}X, Block{name}Y", (*corner, *block_size(theme, name))))
     return compose(theme, orientation), boxes
 
 
@@ -78,10 +78,15 @@ def slot_boxes(theme, place, corner):
     return moved
 
 
+def block_size(theme, name):
+    """The picture of the Playlist block may be larger than the block, which is as large as the Main block."""
+    return theme.picture("command.png" if name == "Command" else "main.png").size
+
+
 def block(theme, screen, section, name):
     """A block cut from the screen."""
     corner = theme.ini.box(section, f"Block{name}", ("X", "Y"))
-    return cut(screen, (*corner, *theme.picture("main.png").size))
+    return cut(screen, (*corner, *block_size(theme, name)))
 
 
 def main_boxes(theme):
@@ -144,7 +149,7 @@ def main():
     annotate(tall, boxes, out / "theme-vertical.png", 0.4, 330)
     touched = compose(theme, "horizontal", Show(touch=True))
     zone = theme.ini.box("zonelist", "ZoneList", WIDE)
-    annotate(cut(touched, zone), zone_boxes(theme), out / "theme-zone.png", 0.65, 400)
+    annotate(cut(touched, (*zone[:3], touched.height)), zone_boxes(theme), out / "theme-zone.png", 0.65, 400)
     whole = theme.ini.slot(1, 5, "Hilight")
     annotate(cut(touched, whole), slot_boxes(theme, (1, 5), whole), out / "theme-slot.png", 1.4, 260)
     focused = compose(theme, "horizontal", Show(zone="main", available=False))

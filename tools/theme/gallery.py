@@ -5,12 +5,14 @@ Everything that a block shows in several pictures is painted by the same calls a
 cut from one of them fits into the others.
 """
 
+from pathlib import Path
+
 from layout import Rect
 from light import Sheet
 
 TRANSPORT_WORDS = {"Preview": "PREVIOUS", "Stop": "STOP", "Play": "PLAY", "Pause": "PAUSE", "Next": "NEXT"}
 QUEUE_WORDS = {"Down": "DOWN", "Up": "UP", "Remove": "REMOVE", "Load": "LOAD", "Save": "SAVE"}
-NAVIGATION_WORDS = {"Back": "BACK", "PreviewPage": "PREVIOUS", "NextPage": "NEXT"}
+NAVIGATION_WORDS = {"Back": "BACK", "PreviewPage": "PAGE", "NextPage": "PAGE"}
 # Ending of the file name: whether the buttons are available, whether they have the focus.
 BUTTON_LOOKS = {
     "active_selected": (True, False),
@@ -20,6 +22,8 @@ BUTTON_LOOKS = {
 }
 MARKS = {"nowplaying": ("bars", "playing"), "comingnext": ("clock", "waiting"), "video": ("film", "video")}
 VEIL = (480, 270)
+# The counters' ghost digits are part of the picture; the theme gets the same font.
+TEXT_FONT_FILE = Path("/usr/share/fonts/truetype/roboto/unhinted/RobotoCondensed-Medium.ttf")
 
 
 def live_slots(layout):
@@ -33,8 +37,19 @@ def zone_list(layout, look, lit):
     for slot in live_slots(layout):
         with sheet.within(slot.whole):
             look.card(sheet, slot, lit)
+    if lit:
+        return only_slots(sheet, layout)
     look.foot(sheet, layout)
     return sheet
+
+
+def only_slots(sheet, layout):
+    """The lit slots on black: nothing else of this picture is shown."""
+    rest = Sheet(layout.zone, (0, 0, 0))
+    for slot in live_slots(layout):
+        x, y, w, h = slot.whole
+        rest.blend(x, y, sheet.colour[y : y + h, x : x + w], sheet.alpha[y : y + h, x : x + w])
+    return rest
 
 
 def zone_numbers(layout, look, lit):
@@ -72,11 +87,15 @@ def zone_navigation(layout, look):
 def main_block(layout, look, focused):
     """The Main block without its buttons; the fields under its texts are the same with and without the focus."""
     sheet = Sheet(layout.block)
-    look.block(sheet, (0, 0, *layout.block), focused)
-    first, second = layout.line1, layout.line2
-    look.display(sheet, (first.x - 14, first.y - 6, first.w + 28, second.y + second.h - first.y + 12))
-    for panel, box, word in ((layout.coin_panel, layout.coin, "CREDITS"), (layout.remain_panel, layout.remain, "TIME LEFT")):
+    look.main_ground(sheet, layout, focused)
+    look.message_field(sheet, layout.line1, layout.line2)
+    counters = (
+        (layout.coin_panel, layout.coin, "CREDITS", "coin", "BlockMainInsertCoin"),
+        (layout.remain_panel, layout.remain, "TIME LEFT", "time", "BlockMainRemain"),
+    )
+    for panel, box, word, kind, prefix in counters:
         look.window(sheet, panel, (panel.x, panel.y + 2, panel.w, box.y - panel.y), word)
+        look.ghost(sheet, box, kind, TEXT_FONT_FILE, layout.styles[prefix].size)
     return sheet
 
 
@@ -103,7 +122,10 @@ class LowerFront:
         left, top = corners["Playlist"]
         self.size = (layout.zone[0] - left, height)
         place = {name: Rect(x - left, y - top, *layout.block) for name, (x, y) in corners.items()}
-        self.main, self.command = place["Main"], place["Command"]
+        self.main = place["Main"]
+        left, top = layout.corners["horitontal"]["Playlist"]
+        x, y = layout.corners["horitontal"]["Command"]
+        self.command = Rect(x - left, y - top, *layout.command)
 
 
 def with_buttons(sheet, look, buttons, words, available, focused):
@@ -124,9 +146,9 @@ def button_pictures(name, paint, look, buttons, words):
 
 def command_block(layout, look, focused):
     """The Command block: a frame of seven pixels around the field for the menu, a big cover or a small video."""
-    sheet = Sheet(layout.block)
-    look.block(sheet, (0, 0, *layout.block), focused)
-    x, y, w, h = 7, 7, layout.block[0] - 14, layout.block[1] - 14
+    sheet = Sheet(layout.command)
+    look.panel(sheet, (0, 0, *layout.command), focused)
+    x, y, w, h = 7, 7, layout.command[0] - 14, layout.command[1] - 14
     look.screen(sheet, (x, y, w, h))
     return sheet
 
@@ -151,7 +173,7 @@ def queue_cursor(layout, look):
 def keyboard(layout, look, lit):
     """The on-screen keyboard; in the lit picture all keys have the look of the selected one."""
     sheet = Sheet(layout.keyboard)
-    look.block(sheet, (0, 0, *layout.keyboard), True)
+    look.panel(sheet, (0, 0, *layout.keyboard), True)
     x, y, w, h = layout.keyboard_text
     look.display(sheet, (x - 14, y, w + 28, h))
     for line in layout.keyboard_lines:
@@ -163,7 +185,8 @@ def keyboard(layout, look, lit):
 def paint_all(layout, look, front_height):
     """Every picture of the theme by file name."""
     front = LowerFront(layout, front_height)
-    pictures = {"fade.png": look.veil(VEIL, False), "wait.png": look.veil(VEIL, True)}
+    # The veil of a page turn is clear: the turn redraws only the zone, and the veil would stay over the blocks.
+    pictures = {"fade.png": look.veil(VEIL), "wait.png": Sheet((16, 16))}
     for ending, lit in (("", False), ("_hilight", True)):
         pictures[f"zonelist{ending}.png"] = zone_list(layout, look, lit)
         pictures[f"zonelistWithNumTrack{ending}.png"] = zone_numbers(layout, look, lit)

@@ -94,6 +94,7 @@ class Layout:
     rows: int
     slots: dict
     block: tuple
+    command: tuple
     corners: dict
     line1: Rect
     line2: Rect
@@ -121,6 +122,8 @@ class Layout:
     border: int
     # Writes the letters of the on-screen keyboard.
     caption_font: Path
+    # Moves the texts of a row of the queue down, in pixels; its lower part is the gap to the next row.
+    queue_shift: int = 0
 
 
 def in_a_row(names, first, step):
@@ -191,18 +194,23 @@ def default_styles(font, colours, sizes):
 
 
 def block_layout():
-    """Shared by both cabinet themes: 1280x1080 of track zone, and blocks of 640x360 next to it or below it."""
+    """Shared by both cabinet themes: 1400x1080 of track zone with the blocks next to it, or below it in portrait.
+
+    The zone goes on below its pages, so that it fills screens down to 5:4. In portrait the blocks begin where it ends:
+    a page turn redraws the whole zone and would otherwise cover them. The menu's block is square, for the big cover.
+    """
     return {
-        "zone": (1280, 1080),
-        "block": (640, 360),
+        "zone": (1400, 1540),
+        "block": (520, 360),
+        "command": (360, 360),
         "corners": {
-            "horitontal": {"Main": (1280, 0), "Playlist": (1280, 360), "Command": (1280, 720)},
-            "vertical": {"Main": (640, 1080), "Playlist": (0, 1080), "Command": (320, 1484)},
+            "horitontal": {"Main": (1400, 0), "Playlist": (1400, 360), "Command": (1480, 720)},
+            "vertical": {"Main": (880, 1540), "Playlist": (0, 1540), "Command": (520, 1540)},
         },
-        "command_row": (626, 49),
-        "option_label": Rect(20, 4, 286, 41),
-        "option_choice": Rect(358, 4, 206, 41),
-        "command_button": Rect(172, 4, 282, 41),
+        "command_row": (346, 49),
+        "option_label": Rect(14, 4, 142, 41),
+        "option_choice": Rect(200, 4, 106, 41),
+        "command_button": Rect(98, 4, 150, 41),
         "keyboard": (1000, 600),
         "keyboard_title": Rect(44, 20, 912, 40),
         "keyboard_text": Rect(60, 72, 880, 64),
@@ -212,106 +220,130 @@ def block_layout():
     }
 
 
+TITLE_FONT, TEXT_FONT = "Bebas Neue Bold", "Roboto Condensed Medium"
+
+
 def default_layout():
-    """The theme of the cabinet: ten rows per column, driven by keys; 1920x1080, or 1280 wide on a portrait screen."""
+    """The theme of the cabinet: ten rows per column, driven by keys; 1920x1080, or 1400 wide on a portrait screen."""
+    font = TEXT_FONT
     colours = Palette(
-        text=(255, 244, 222), dim=(214, 190, 152), accent=(255, 190, 84), ink=(34, 16, 2), ink_dim=(84, 42, 2),
+        text=(255, 246, 226), dim=(226, 198, 150), accent=(255, 196, 92), ink=(38, 16, 2), ink_dim=(84, 40, 2),
         playing=(96, 232, 132), waiting=(120, 196, 255), video=(255, 138, 160),
     )  # fmt: skip
     slot = Slot(
-        whole=Rect(0, 0, 604, 98),
-        label=Rect(14, 12, 56, 46),
-        number=Rect(97, 23, 52, 52),
-        cover=Rect(84, 10, 78, 78),
-        title=Rect(172, 10, 420, 78),
-        video=Rect(12, 59, 28, 28),
-        queue=Rect(44, 59, 28, 28),
+        whole=Rect(0, 0, 676, 98),
+        label=Rect(8, 26, 48, 46),
+        number=Rect(75, 24, 50, 50),
+        cover=Rect(60, 9, 80, 80),
+        title=Rect(146, 12, 518, 78),
+        video=Rect(22, 66, 20, 20),
+        queue=Rect(22, 13, 20, 20),
     )
-    sizes = {"label": 25, "number": 17, "title": 24, "artist": 16, "queue": 17,
-             "counter": 40, "line1": 18, "line2": 26, "command": 20}  # fmt: skip
+    sizes = {"label": 24, "number": 17, "title": 27, "artist": 17, "queue": 16,
+             "counter": 36, "line1": 18, "line2": 40, "command": 15}  # fmt: skip
     return Layout(
         **block_layout(),
-        pages=(Rect(0, 0, 640, 996), Rect(640, 0, 640, 996)),
+        # The rod between the pages does not move when a page turns.
+        pages=(Rect(12, 0, 676, 996), Rect(712, 0, 676, 996)),
         navigation={
-            "Back": Rect(16, 998, 208, 76),
-            "PreviewPage": Rect(848, 998, 208, 76),
-            "NextPage": Rect(1056, 998, 208, 76),
+            "Back": Rect(16, 998, 264, 76),
+            "PreviewPage": Rect(992, 998, 196, 76),
+            "NextPage": Rect(1188, 998, 196, 76),
         },
-        legend=Rect(240, 1000, 584, 70),
+        legend=Rect(352, 1000, 584, 70),
         rows=10,
-        slots=slot_grid(slot, 10, 18, 12, 98, 640),
-        line1=Rect(34, 24, 572, 36),
-        line2=Rect(34, 62, 572, 54),
-        coin_panel=Rect(22, 138, 198, 96),
-        coin=Rect(32, 166, 178, 62),
-        remain_panel=Rect(232, 138, 386, 96),
-        remain=Rect(242, 166, 366, 62),
-        transport=in_a_row(TRANSPORT, Rect(22, 246, 112, 96), 121),
-        queue=Rect(16, 14, 608, 256),
-        queue_row=(608, 64),
-        queue_buttons=in_a_row(QUEUE_BUTTONS, Rect(18, 278, 116, 68), 122),
+        slots=slot_grid(slot, 10, 12, 10, 98, 700),
+        line1=Rect(90, 38, 340, 30),
+        line2=Rect(43, 74, 434, 56),
+        coin_panel=Rect(36, 144, 130, 92),
+        coin=Rect(42, 172, 118, 60),
+        remain_panel=Rect(176, 144, 308, 92),
+        remain=Rect(182, 172, 296, 60),
+        transport=in_a_row(TRANSPORT, Rect(33, 246, 86, 100), 92),
+        queue=Rect(36, 14, 448, 240),
+        queue_row=(448, 60),
+        queue_buttons=in_a_row(QUEUE_BUTTONS, Rect(33, 262, 86, 86), 92),
         keyboard_lines=keyboard_lines(44, 164, 84, 74, 8),
-        styles=default_styles("Roboto Condensed Medium", colours, sizes) | {
-            "ZoneListPisteNumPiste": Style("Roboto Condensed Medium", sizes["number"], colours.ink),
-            # The cursor of the queue is always shown; only elements with the focus are lit.
-            "BlockPlaylistPlaylist+": Style("Roboto Condensed Medium", sizes["queue"], (255, 222, 150)),
-        },
+        styles=default_styles(font, colours, sizes) | {
+            "ZoneListPisteTitreTitre": Style(TITLE_FONT, sizes["title"], colours.text),
+            "ZoneListPisteTitreTitre+": Style(TITLE_FONT, sizes["title"], colours.ink),
+            "BlockMainInfosZoneLigne2": Style(TITLE_FONT, sizes["line2"], colours.text),
+            "Texte": Style(font, 26, colours.text),
+            "BtnTexte": Style(font, 26, colours.accent),
+            "BtnTexte+": Style(font, 26, colours.ink),
+            "ZoneListPisteNumPiste": Style(font, sizes["number"], colours.ink),
+        } | quiet_menu(font, sizes["command"], (150, 128, 106), (255, 214, 140)),
         colours=colours,
         radius=10,
+        queue_shift=-1,
     )
+
+
+def quiet_menu(font, size, plain, lit):
+    """The operator's menu is quieter than what patrons read, except for the row that is selected."""
+    styles = {}
+    for prefix in ("BlockCommandListBoxTexte", "BlockCommandListBoxChoiceTexte", "BlockCommandBtnTexte"):
+        styles |= {prefix: Style(font, size, plain), prefix + "+": Style(font, size, lit)}
+    return styles
 
 
 def touch_layout():
-    """The theme for fingers: six tall rows per column and no button smaller than 88 pixels."""
+    """The theme for fingers: six tall rows per column and no button smaller than 86 pixels."""
+    font = TEXT_FONT
     colours = Palette(
-        text=(38, 28, 26), dim=(96, 70, 58), accent=(158, 20, 28), ink=(255, 255, 255), ink_dim=(255, 232, 214),
+        text=(38, 28, 26), dim=(96, 66, 54), accent=(158, 20, 28), ink=(255, 255, 255), ink_dim=(255, 232, 214),
         playing=(0, 112, 66), waiting=(16, 84, 168), video=(122, 36, 138),
     )  # fmt: skip
     slot = Slot(
-        whole=Rect(0, 0, 612, 156),
-        label=Rect(24, 22, 66, 62),
-        number=Rect(124, 38, 84, 80),
-        cover=Rect(108, 20, 116, 116),
-        title=Rect(238, 16, 358, 124),
-        video=Rect(18, 100, 36, 36),
-        queue=Rect(60, 100, 36, 36),
+        whole=Rect(0, 0, 672, 156),
+        label=Rect(14, 10, 46, 34),
+        number=Rect(32, 63, 66, 68),
+        cover=Rect(18, 50, 94, 94),
+        title=Rect(120, 15, 540, 128),
+        video=Rect(90, 11, 24, 24),
+        queue=Rect(62, 11, 24, 24),
     )
-    sizes = {"label": 30, "number": 28, "title": 26, "artist": 18, "queue": 17,
-             "counter": 38, "line1": 17, "line2": 23, "command": 20}  # fmt: skip
+    sizes = {"label": 23, "number": 25, "title": 28, "artist": 20, "queue": 16,
+             "counter": 38, "line1": 19, "line2": 40, "command": 15}  # fmt: skip
     return Layout(
         **block_layout(),
         # The strip below the pages does not move when a page turns.
-        pages=(Rect(0, 0, 640, 958), Rect(640, 0, 640, 958)),
+        pages=(Rect(14, 0, 672, 958), Rect(714, 0, 672, 958)),
         navigation={
-            "Back": Rect(16, 960, 260, 112),
-            "PreviewPage": Rect(744, 960, 260, 112),
-            "NextPage": Rect(1004, 960, 260, 112),
+            "Back": Rect(16, 964, 260, 112),
+            "PreviewPage": Rect(852, 964, 268, 112),
+            "NextPage": Rect(1120, 964, 264, 112),
         },
-        legend=Rect(304, 960, 412, 112),
+        legend=Rect(344, 972, 440, 94),
         rows=6,
-        slots=slot_grid(slot, 6, 14, 14, 157, 640),
-        line1=Rect(36, 18, 568, 32),
-        line2=Rect(36, 50, 568, 46),
-        coin_panel=Rect(18, 110, 210, 96),
-        coin=Rect(26, 138, 194, 62),
-        remain_panel=Rect(240, 110, 382, 96),
-        remain=Rect(248, 138, 366, 62),
-        transport=in_a_row(TRANSPORT, Rect(16, 218, 116, 126), 123),
-        queue=Rect(16, 14, 608, 224),
-        queue_row=(608, 56),
-        queue_buttons=in_a_row(QUEUE_BUTTONS, Rect(16, 248, 116, 98), 123),
+        slots=slot_grid(slot, 6, 14, 10, 158, 700),
+        line1=Rect(90, 24, 340, 30),
+        line2=Rect(30, 58, 460, 56),
+        coin_panel=Rect(18, 130, 136, 92),
+        coin=Rect(24, 158, 124, 60),
+        remain_panel=Rect(164, 130, 338, 92),
+        remain=Rect(170, 158, 326, 60),
+        transport=in_a_row(TRANSPORT, Rect(14, 232, 96, 116), 99),
+        queue=Rect(16, 14, 488, 224),
+        queue_row=(488, 56),
+        queue_buttons=in_a_row(QUEUE_BUTTONS, Rect(14, 250, 96, 98), 99),
         keyboard_lines=keyboard_lines(39, 156, 85, 78, 8),
-        styles=default_styles("Roboto Medium", colours, sizes) | {
+        styles=default_styles(font, colours, sizes) | {
+            "ZoneListPisteTitreTitre": Style(TITLE_FONT, sizes["title"], colours.text),
+            "ZoneListPisteTitreTitre+": Style(TITLE_FONT, sizes["title"], colours.ink),
             # The message lines are on dark glass; the lit label of a slot and its record differ from its card.
-            "BlockMainInfosZoneLigne1": Style("Roboto Medium", sizes["line1"], (255, 226, 160)),
-            "BlockMainInfosZoneLigne2": Style("Roboto Medium", sizes["line2"], (255, 255, 255)),
-            "Texte": Style("Roboto Medium", sizes["line2"], (255, 255, 255)),
-            "ZoneListPisteNumPiste": Style("Roboto Medium", sizes["number"], colours.text),
-            "BtnTexte": Style("Roboto Medium", sizes["line2"], colours.text),
-            "BlockPlaylistPlaylist+": Style("Roboto Medium", sizes["queue"], colours.text),
-        },
+            "BlockMainInfosZoneLigne1": Style(font, sizes["line1"], (255, 226, 160)),
+            "BlockMainInfosZoneLigne2": Style(TITLE_FONT, sizes["line2"], (255, 255, 255)),
+            "Title": Style(font, sizes["line1"], colours.dim),
+            "Texte": Style(font, 23, (255, 255, 255)),
+            "ZoneListPisteNumPiste": Style(font, sizes["number"], colours.text),
+            "BtnTexte": Style(font, 23, colours.text),
+            "BtnTexte+": Style(font, 23, colours.ink),
+            "BlockPlaylistPlaylist+": Style(font, sizes["queue"], colours.ink),
+        } | quiet_menu(font, sizes["command"], (82, 96, 88), (255, 255, 255)),
         colours=colours,
         radius=16,
+        queue_shift=-2,
     )
 
 
@@ -344,6 +376,7 @@ def test_layout(rows):
         rows=rows,
         slots=slot_grid(slot, rows, 4, 3, pitch, 224),
         block=(192, 120),
+        command=(192, 120),
         corners={
             "horitontal": {"Main": (448, 0), "Playlist": (448, 120), "Command": (448, 240)},
             "vertical": {"Main": (256, 360), "Playlist": (0, 360), "Command": (128, 480)},
@@ -415,8 +448,8 @@ def corner_pairs(corners):
 def playlist_pairs(layout):
     prefix = "BlockPlaylistPlaylist"
     pairs = box_pairs(prefix, layout.queue)
-    pairs += style_pairs(layout, prefix) + [(f"{prefix}FontDecal", 0)]
-    pairs += style_pairs(layout, prefix, True) + [(f"{prefix}FontDecalHilight", 0)]
+    pairs += style_pairs(layout, prefix) + [(f"{prefix}FontDecal", layout.queue_shift)]
+    pairs += style_pairs(layout, prefix, True) + [(f"{prefix}FontDecalHilight", layout.queue_shift)]
     for name, rect in layout.queue_buttons.items():
         pairs += box_pairs(f"BlockPlaylistBtn{name}", rect)
     return pairs

@@ -10,6 +10,7 @@ from PIL import Image, ImageDraw, ImageFont
 from drawing import paint_icon
 
 CONDENSED = Path("/usr/share/fonts/truetype/roboto/unhinted/RobotoCondensed-Bold.ttf")
+POSTER = Path("/usr/share/fonts/opentype/bebas-neue/BebasNeue-Bold.otf")
 SCRIPT = Path("/usr/share/fonts/opentype/lobster/lobster.otf")
 LEAST_CONTRAST = 4.5
 ICON_FINENESS = 8
@@ -55,6 +56,10 @@ def ramp(stops, height):
 CHROME = (
     (0.0, (252, 250, 246)), (0.30, (176, 178, 182)), (0.48, (96, 98, 104)), (0.52, (58, 58, 64)),
     (0.62, (120, 118, 116)), (0.85, (214, 210, 202)), (1.0, (148, 144, 138)),
+)  # fmt: skip
+BRASS = (
+    (0.0, (255, 238, 190)), (0.22, (232, 186, 108)), (0.48, (166, 112, 48)), (0.54, (118, 72, 26)),
+    (0.75, (190, 136, 66)), (1.0, (132, 84, 36)),
 )  # fmt: skip
 
 
@@ -142,18 +147,38 @@ class Sheet:
         side = min(w, h)
         self.stamp(x + (w - side) // 2, y + (h - side) // 2, icon_mask(name, side), paint)
 
-    def caption(self, box, text, pixels, colour, align="center", font_file=CONDENSED):
+    def caption(self, box, text, pixels, colour, align="center", font_file=POSTER):
         """A caption in the picture itself, centred vertically by its capitals. Fails if it would be illegible."""
         x, y, w, h = box
         mask, capitals = text_mask(text, pixels, font_file)
         left = {"center": x + (w - mask.width) // 2, "left": x, "right": x + w - mask.width}[align]
         top = round(y + (h - capitals) / 2 - pixels * 0.5)
-        if isinstance(colour, tuple) and font_file == CONDENSED:
+        if isinstance(colour, tuple) and font_file != SCRIPT:
             middle = y + h // 2
             ground = self.colour[middle - capitals // 2 : middle + capitals // 2, left : left + mask.width]
             worst = contrast(colour, ground).min()
             assert worst >= LEAST_CONTRAST, f"caption {text}: contrast {worst:.2f}"
         self.stamp(left, top, mask, colour)
+
+    def icon_and_word(self, box, icon, word, side, pixels, colour, icon_last=False):
+        """An icon and a word next to each other, centred together in the box."""
+        x, y, w, h = box
+        mask, _ = text_mask(word, pixels, POSTER)
+        gap = side // 3
+        left = x + (w - side - gap - mask.width) // 2
+        places = (left + mask.width + gap, left) if icon_last else (left, left + side + gap)
+        self.icon((places[0], y + (h - side) // 2, side, side), icon, colour)
+        self.caption((places[1], y, mask.width, h), word, pixels, colour, "left")
+
+    def stamp_text(self, box, text, font_file, points, colour):
+        """A text where the jukebox draws it: centred by the line of its font."""
+        x, y, w, h = box
+        font = ImageFont.truetype(str(font_file), round(points * 96 / 72), layout_engine=ImageFont.Layout.BASIC)
+        ascent, descent = font.getmetrics()
+        mask = Image.new("L", (w, h), 0)
+        place = ((w - font.getlength(text)) / 2, h / 2 - (ascent + descent) / 2)
+        ImageDraw.Draw(mask).text((round(place[0]), round(place[1])), text, fill=255, font=font)
+        self.stamp(x, y, mask, colour)
 
     def paste(self, x, y, other):
         """Draws another sheet over this one."""
@@ -224,3 +249,16 @@ def cloth(width, height, dark, pale):
     down = numpy.arange(height)[:, None]
     weave = ((across // 3 + down // 3) % 2) * 0.6 + ((across % 6 == 0) | (down % 6 == 0)) * 0.4
     return numpy.asarray(dark, dtype=float) + (numpy.asarray(pale, dtype=float) - dark) * weave[..., None]
+
+
+def bubbles(box, seed):
+    """Bubbles that rise in a tube, as (x, y, radius): larger and further apart towards the top."""
+    rng = numpy.random.default_rng(seed)
+    found, y = [], box.y + box.h
+    while y > box.y + 10:
+        high = (box.y + box.h - y) / box.h
+        radius = int(3 + 5 * high + rng.integers(0, 3))
+        x = int(box.x + radius + rng.random() * max(box.w - 2 * radius, 1))
+        found.append((x, int(y - radius), radius))
+        y -= radius * 1.3 + rng.random() * 9
+    return found

@@ -2,7 +2,7 @@
 """Makes our themes: the two included ones, and the two small ones of the tests. Sounds come from make_sounds.py.
 
 The pixels are the same on every run. Requirements: python3-pil, python3-numpy, and the fonts of fonts-roboto-unhinted,
-fonts-lobster and fonts-dejavu-core.
+fonts-bebas-neue, fonts-lobster and fonts-dejavu-core.
 """
 
 import argparse
@@ -22,8 +22,9 @@ from mock_screen import Show, Theme, compose
 ROOT = Path(__file__).resolve().parents[2]
 THEMES = ROOT / "home/themes"
 TEST_THEMES = ROOT / "tests/homes/plain/themes"
-# The playlist picture contains the lower front of a portrait machine. 1080x1920 shows 2275 rows of a theme 1280 wide.
-FRONT_HEIGHT = 2276 - 1080
+# The playlist picture contains the base of the machine, down to the lower edge of the zone beside it in landscape. That is
+# more than 1080x1920 shows of it.
+FRONT_HEIGHT = 1540 - 360
 
 
 def check_keys(sections):

@@ -34,7 +34,7 @@ SITUATIONS = {
     "refusal": "no credit",
     "touch": "touch mode",
 }
-SCREENS = ("1920x1080", "1366x768", "1280x720", "1080x1920")
+SCREENS = ("1920x1080", "1366x768", "1280x1024", "1080x1920")
 
 
 def take(program, theme, target):

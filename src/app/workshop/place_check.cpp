@@ -177,7 +177,9 @@ void CheckOrientation(CheckedTheme& theme, const QString& section) {
     }
     const QRect whole(0, 0, *width + main.width(), *height + main.height());
     Boxes boxes = {{{kZone, QStringLiteral("ZoneList")}, QRect(QPoint(0, 0), zone->size())}};
-    CheckInside(theme, boxes.front(), whole, QStringLiteral("the theme as [%1] places it").arg(section));
+    // The zone may continue below the theme: a screen that is taller than the theme shows that part.
+    CheckInside(theme, boxes.front(), whole.united(QRect(0, 0, whole.width(), zone->height())),
+                QStringLiteral("the theme as [%1] places it").arg(section));
     const std::pair<const char*, QSize> blocks[] = {
         {"BlockMain", main},
         {"BlockPlaylist", PlaylistExtent(theme)},
