@@ -8,7 +8,7 @@ from light import BRASS, CHROME, SCRIPT, Sheet, bubbles, cloth, mix, ramp, wood
 
 WALNUT_DARK, WALNUT_PALE = (58, 29, 15), (142, 85, 45)
 SOOT = (14, 9, 7)
-CREAM, SMOKE = (255, 246, 226), (166, 146, 126)
+CREAM = (255, 246, 226)
 AMBER, FLAME = (255, 176, 58), (255, 112, 28)
 INK = (38, 16, 2)
 GLASS = [(0.0, (92, 46, 27)), (0.10, (70, 32, 20)), (0.5, (55, 24, 15)), (0.54, (47, 20, 13)), (1.0, (38, 16, 10))]
@@ -17,9 +17,13 @@ BODY = [(0.0, (112, 84, 66)), (0.12, (88, 64, 50)), (1.0, (46, 32, 25))]
 SUNK = [(0.0, (18, 12, 10)), (1.0, (30, 22, 18))]
 RADIUS = 10
 # A rim that runs down the whole machine.
-SIDE_CHROME = [(0, (236, 232, 224)), (0.06, (186, 184, 180)), (0.16, (122, 120, 120)), (0.3, (168, 164, 158)), (1, (150, 144, 136))]
+SIDE_CHROME = [
+    (0, (236, 232, 224)), (0.06, (186, 184, 180)), (0.16, (122, 120, 120)), (0.3, (168, 164, 158)), (1, (150, 144, 136)),
+]  # fmt: skip
 # The tube of light from the crown of the arch down the sides of the blocks: colours by theme row of the machine.
-LIGHT = [(0, (255, 232, 150)), (120, (255, 186, 78)), (360, (244, 96, 34)), (540, (226, 58, 40)), (720, (255, 150, 48))]
+LIGHT = (
+    (0, (255, 232, 150)), (120, (255, 186, 78)), (360, (244, 96, 34)), (540, (226, 58, 40)), (720, (255, 150, 48)),
+)  # fmt: skip
 # Distance of the rings of the frame from the edge of a block.
 EDGE, TUBE, INNER = 4, 8, 28
 
@@ -99,7 +103,11 @@ class Cabinet:
             sheet.rounded((first, y, last - first, 6), 3, list(BRASS))
         sheet.rounded(box.inset(3), 16, SOOT, 0.92)
         sheet.ring(box.inset(3), 16, 2.2, list(BRASS))
-        entries = (("bars", "NOW PLAYING", "playing", 0), ("clock", "COMING NEXT", "waiting", 212), ("film", "VIDEO", "video", 424))
+        entries = (
+            ("bars", "NOW PLAYING", "playing", 0),
+            ("clock", "COMING NEXT", "waiting", 212),
+            ("film", "VIDEO", "video", 424),
+        )
         for icon, word, colour, left in entries:
             place = Rect(box.x + 26 + left, box.y + (box.h - 28) // 2, 28, 28)
             self.badge(sheet, place, icon, getattr(layout.colours, colour))
@@ -110,7 +118,8 @@ class Cabinet:
         shade = (box[0] + 3, box[1] + 3, *box[2:])
         sheet.caption(shade, "Vantorix", pixels, (16, 6, 2), font_file=SCRIPT)
         letters = [
-            (0, (255, 255, 252)), (0.3, (255, 236, 200)), (0.5, (244, 196, 118)), (0.62, (190, 120, 46)), (1, (255, 228, 174)),
+            (0, (255, 255, 252)), (0.3, (255, 236, 200)), (0.5, (244, 196, 118)), (0.62, (190, 120, 46)),
+            (1, (255, 228, 174)),
         ]  # fmt: skip
         sheet.caption(box, "Vantorix", pixels, letters, font_file=SCRIPT)
 
@@ -199,16 +208,15 @@ class Cabinet:
         sheet.icon((x, y + h * 8 // 100, w, h - line - h * 24 // 100), icon, ink)
         sheet.caption((x, y + h - line - h // 10, w, line), word, line, ink)
 
-    def frame(self, sheet, box, top, radius, focused):
-        """The chrome frame with the tube of light in it. `top` is the row of the machine at the upper edge; a box that
-        begins above the picture has straight sides only."""
-        rows = [((row - top) / box.h, colour) for row, colour in LIGHT]
+    def frame(self, sheet, box, radius, focused):
+        """The chrome frame with the tube of light in it. The box begins at the top of the machine; where that is above
+        the picture, only the straight sides are seen."""
         dim = 0.0 if focused else 0.16
-        shades = ((0.4, 0), (0.14, 3), (0.0, 6), (-0.45, 8))
+        # The tube is darker at its edges and white in the middle.
+        shades = (((60, 8, 0), 0.4, 0), ((60, 8, 0), 0.14, 3), ((60, 8, 0), 0.0, 6), ((255, 255, 255), 0.45, 8))
         sheet.ring(box, radius, INNER + 4 - EDGE, SOOT)
-        for share, inset in shades:
-            paint = [(at, mix(mix(colour, (70, 16, 0), dim), (255, 255, 255) if share < 0 else (60, 8, 0), abs(share)))
-                     for at, colour in rows]  # fmt: skip
+        for tint, share, inset in shades:
+            paint = [(row / box.h, mix(mix(colour, (70, 16, 0), dim), tint, share)) for row, colour in LIGHT]
             sheet.ring(box, radius, INNER - TUBE - 2 * inset, paint, inset=TUBE - EDGE + inset)
         if focused:
             sheet.ring(box, radius, 6, (255, 250, 226), inset=TUBE - EDGE + 7)
@@ -239,7 +247,7 @@ class Cabinet:
             tall = Rect(inside.x, inside.y, inside.w, 2 * glass.h)
             sheet.rounded(tall, 98, [(0, (96, 40, 12)), (0.22, (44, 20, 9)), (0.5, (24, 12, 7)), (1, (24, 12, 7))])
         sheet.rounded((inside.x, glass.y + glass.h, inside.w, 3), 0, list(BRASS))
-        self.frame(sheet, box, 0, 120, focused)
+        self.frame(sheet, box, 120, focused)
         self.collars(sheet, w, (h - 6,))
 
     def block(self, sheet, box, focused):
@@ -248,7 +256,7 @@ class Cabinet:
         self.walnut(sheet, box, 7)
         sheet.rounded((INNER, 0, box.w - 2 * INNER, box.h), 0, [(0, (34, 22, 16)), (1, (22, 14, 10))])
         with sheet.within(box):
-            self.frame(sheet, Rect(EDGE, -box.h, box.w - 2 * EDGE, 3 * box.h), 0, 10, focused)
+            self.frame(sheet, Rect(EDGE, -box.h, box.w - 2 * EDGE, 3 * box.h), 10, focused)
             self.collars(sheet, box.w, (-6, box.h - 6))
 
     def panel(self, sheet, box, focused):
@@ -290,8 +298,7 @@ class Cabinet:
         sheet.ring(coin, side, 1, (46, 32, 24), inset=4)
 
     def list_field(self, sheet, box, row):
-        """Rows of two lines: the title on dark glass, the artist on wood below it. Every row shows the background of the
-        first one."""
+        """Rows of two lines: the title on dark glass, the artist on wood below it."""
         x, y, w, h = box
         sheet.rounded(Rect(*box).inset(-3), 5, (120, 78, 40))
         sheet.rounded(Rect(*box).inset(-2), 4, (14, 9, 7))
@@ -368,7 +375,7 @@ class Cabinet:
         sheet.clear(front.main)
 
     def base(self, sheet, box, side):
-        """A part of the base as wide as a block: bubble tubes on both sides of a grille, which the menu's block covers."""
+        """A part of the base as wide as a block: a speaker, which the menu's block covers, between bubble tubes."""
         grille = Rect(box.x + side, box.y, box.w - 2 * side, box.h)
         fabric = cloth(grille.w, grille.h - 24, (34, 17, 8), (92, 54, 26))
         sheet.rounded(grille, 0, (22, 10, 4))

@@ -13,7 +13,10 @@ INK, SEPIA = (38, 28, 26), (96, 66, 54)
 TEAL = (16, 74, 74)
 PANEL = (222, 232, 216)
 RADIUS = 18
-STEEL = [(0.0, (252, 252, 252)), (0.40, (206, 210, 214)), (0.5, (140, 146, 152)), (0.62, (176, 182, 186)), (1.0, (236, 238, 240))]
+STEEL = [
+    (0.0, (252, 252, 252)), (0.40, (206, 210, 214)), (0.5, (140, 146, 152)), (0.62, (176, 182, 186)),
+    (1.0, (236, 238, 240)),
+]  # fmt: skip
 
 
 def checkers(sheet, box, side, first=0):
@@ -52,10 +55,11 @@ class Diner:
         sheet.paste(box.x, box.y, part)
 
     def plinth(self, sheet, box, first=0):
-        """What a screen shows that is higher than 16:9: a steel rail, checkers and fluted enamel. It can end at any row."""
+        """What a screen shows that is higher than 16:9: steel rails, checkers, fluted enamel. It can end at any row."""
         x, y, w, h = box
         waves = 0.5 + 0.5 * numpy.sin(2 * numpy.pi * (numpy.arange(w) % 40) / 40)
-        shade = numpy.asarray(mix(MINT_LOW, TEAL, 0.42)) + (numpy.asarray(MINT_TOP) - mix(MINT_LOW, TEAL, 0.42)) * waves[:, None]
+        dark = numpy.asarray(mix(MINT_LOW, TEAL, 0.42))
+        shade = dark + (numpy.asarray(MINT_TOP) - dark) * waves[:, None]
         sheet.blend(x, y, numpy.broadcast_to(shade[None], (h, w, 3)), numpy.ones((h, w)))
         checkers(sheet, (x, y + 28, w, 80), 40, first)
         sheet.rounded((x, y + 108, w, 4), 0, mix(MINT_LOW, TEAL, 0.7), 0.6)
@@ -75,8 +79,8 @@ class Diner:
             self.badge(sheet, place, icon, getattr(layout.colours, colour))
             sheet.caption((box.x + 70 + left, box.y, 120, box.h), word, 28, INK, "left")
         back, last = layout.navigation["Back"], layout.navigation["NextPage"]
-        # The touch buttons cover them.
-        for left, width in ((back.x, 260), (last.x + last.w - 520, 520)):
+        # The touch buttons cover them, with a margin for the rounding on a smaller screen.
+        for left, width in ((back.x + 13, 234), (last.x + last.w - 526, 520)):
             checkers(sheet, (left, back.y + 30, width, 52), 26)
             sheet.rounded((left, back.y + 26, width, 4), 0, STEEL)
             sheet.rounded((left, back.y + 82, width, 4), 0, STEEL)
@@ -207,8 +211,7 @@ class Diner:
         sheet.ring(coin, side, 1, (226, 230, 214), inset=4)
 
     def list_field(self, sheet, box, row):
-        """Rows of two lines: the title on white, the artist on mint below it. Every row shows the background of the first
-        one."""
+        """Rows of two lines: the title on white, the artist on mint below it."""
         x, y, w, h = box
         sheet.rounded(Rect(*box).inset(-2), 5, mix(TEAL, PANEL, 0.35))
         for top in range(y, y + h, row):
@@ -275,7 +278,7 @@ class Diner:
         sheet.clear(front.main)
 
     def base(self, sheet, box, side):
-        """A part of the base as wide as a block: columns on both sides of a record, which the menu's block covers."""
+        """A part of the base as wide as a block: a record, which the menu's block covers, between columns."""
         field = Rect(box.x + side, box.y, box.w - 2 * side, box.h)
         disc = field.inset(26)
         sheet.rounded(disc.moved(3, 7), disc.w, mix(MINT_LOW, TEAL, 0.6), 0.7)

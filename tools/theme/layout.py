@@ -239,7 +239,7 @@ def default_layout():
         video=Rect(22, 66, 20, 20),
         queue=Rect(22, 13, 20, 20),
     )
-    sizes = {"label": 24, "number": 17, "title": 27, "artist": 17, "queue": 16,
+    sizes = {"label": 24, "number": 17, "title": 27, "artist": 19, "queue": 16,
              "counter": 36, "line1": 18, "line2": 40, "command": 15}  # fmt: skip
     return Layout(
         **block_layout(),

@@ -2,7 +2,7 @@
 """Shows long words as titles in each slot of the delivered themes.
 
 A title of one word that is wider than its box ends the jukebox if there is an artist. The words are the longest of five
-languages, as many of each word list of the system as fit, and some names of our own that are always there.
+languages, from the word lists of the system, and some of our own.
 
     check_long_words.py --console PROGRAM --work FOLDER
 """
@@ -20,9 +20,9 @@ LISTS = ("american-english", "ngerman", "french", "spanish", "italian")
 WORDS_OF_A_LIST = 100
 ROWS = {"default": 10, "touch": 6}
 OWN_WORDS = (
-    "Supercalifragilisticexpialidocious", "Donaudampfschifffahrtsgesellschaft", "Geschwindigkeitsübertretungsverfahrens",
-    "Anticonstitutionnellement", "Precipitevolissimevolmente", "Electroencefalografistas", "M.A.N.I.F.E.S.T.A.T.I.O.N.S.",
-    "S.O.S.S.O.S.S.O.S.S.O.S", "WWWWWWWWWWWWWWWWWWWWWWWW",
+    "Supercalifragilisticexpialidocious", "Donaudampfschifffahrtsgesellschaft", "Anticonstitutionnellement",
+    "Geschwindigkeitsübertretungsverfahrens", "Precipitevolissimevolmente", "Electroencefalografistas",
+    "M.A.N.I.F.E.S.T.A.T.I.O.N.S.", "S.O.S.S.O.S.S.O.S.S.O.S", "WWWWWWWWWWWWWWWWWWWWWWWW",
 )  # fmt: skip
 RIGHT = 39
 
@@ -49,7 +49,8 @@ def white_png():
         return struct.pack(">I", len(body)) + kind + body + struct.pack(">I", zlib.crc32(kind + body))
 
     header = struct.pack(">IIBBBBB", 1, 1, 8, 2, 0, 0, 0)
-    return b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(b"\0\xff\xff\xff")) + chunk(b"IEND", b"")
+    pixel = zlib.compress(b"\0\xff\xff\xff")
+    return b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", pixel) + chunk(b"IEND", b"")
 
 
 def make_music(folder, words, slots):
