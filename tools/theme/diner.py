@@ -157,8 +157,9 @@ class Diner:
         if w > 2 * h:
             sheet.icon_and_word(box, icon, word, h * 48 // 100, 40, ink, icon == "NextPage")
             return
-        sheet.icon((x, y + h // 10, w, h - 24 - h * 26 // 100), icon, icon_ink)
-        sheet.caption((x, y + h - 24 - h // 10, w, 24), word, 24, ink)
+        line = 20
+        sheet.icon((x, y + h // 10, w, h - line - h * 26 // 100), icon, icon_ink)
+        sheet.caption((x, y + h - line - h // 10, w, line), word, line, ink)
 
     def frame(self, sheet, box, focused):
         """A pale panel in a steel rim; a thick cherry rim while it has the focus."""
@@ -268,12 +269,12 @@ class Diner:
         sheet.rounded((0, 0, w, 2 * bh), 0, MINT_LOW)
         for left in (0, right):
             self.base(sheet, Rect(left, bh, bw, bh), front.command.x)
-        plate = Rect(bw + 16, bh + bh // 2 - 60, right - bw - 32, 120)
+        plate = Rect(w // 2 - 180, bh + bh // 2 - 60, 360, 120)
         sheet.rounded((plate.x, plate.y + 6, plate.w, plate.h), 60, (70, 6, 12))
         sheet.rounded(plate, 60, [(0, CHERRY_TOP), (1, (158, 20, 28))])
         sheet.ring(plate, 60, 4, CREAM, inset=6)
         sheet.caption(plate, "Vantorix", 70, (255, 244, 214), font_file=SCRIPT)
-        # The squares go on from those of the zone, which is 35 of them wide.
+        # The squares go on from those of the zone, which is an odd number of them wide.
         self.plinth(sheet, Rect(0, 2 * bh, w, h - 2 * bh), 1)
         sheet.clear(front.main)
 
@@ -290,7 +291,7 @@ class Diner:
         sheet.ring(label, label.w, 3, CREAM, inset=5)
         sheet.rounded(label.inset(label.w // 2 - 9), 9, CREAM)
         for left in (box.x, box.x + box.w - side):
-            self.column(sheet, Rect(left + side // 2 - 18, box.y + 24, 36, box.h - 48))
+            self.column(sheet, Rect(left + 8, box.y + 24, side - 16, box.h - 48))
 
     @staticmethod
     def column(sheet, box):
@@ -302,7 +303,7 @@ class Diner:
         part.colour[:] = (numpy.asarray(CHERRY_TOP) * shade).clip(0, 255)
         sheet.rounded((box.x + 2, box.y + 4, box.w, box.h), 14, mix(MINT_LOW, TEAL, 0.6), 0.7)
         sheet.paste(box.x, box.y, part)
-        sheet.rounded((box.x + 10, box.y + 6, 4, box.h - 12), 2, (255, 226, 214), 0.55)
+        sheet.rounded((box.x + 6, box.y + 6, 3, box.h - 12), 1, (255, 226, 214), 0.55)
         step = (box.h - 4) // 4
         for i in range(5):
             y, height = box.y - 8 + i * step, (20 if i in (0, 4) else 12)

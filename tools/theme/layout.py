@@ -193,19 +193,20 @@ def default_styles(font, colours, sizes):
     return styles
 
 
-def block_layout():
-    """Shared by both cabinet themes: 1400x1080 of track zone with the blocks next to it, or below it in portrait.
+def block_layout(width):
+    """Shared by both cabinet themes: the track zone of this width with the blocks next to it, or below it in portrait.
 
     The zone goes on below its pages, so that it fills screens down to 5:4. In portrait the blocks begin where it ends:
     a page turn redraws the whole zone and would otherwise cover them. The menu's block is square, for the big cover.
     """
+    block = 1920 - width
     return {
-        "zone": (1400, 1540),
-        "block": (520, 360),
+        "zone": (width, 1540),
+        "block": (block, 360),
         "command": (360, 360),
         "corners": {
-            "horitontal": {"Main": (1400, 0), "Playlist": (1400, 360), "Command": (1480, 720)},
-            "vertical": {"Main": (880, 1540), "Playlist": (0, 1540), "Command": (520, 1540)},
+            "horitontal": {"Main": (width, 0), "Playlist": (width, 360), "Command": (width + (block - 360) // 2, 720)},
+            "vertical": {"Main": (width - block, 1540), "Playlist": (0, 1540), "Command": (width // 2 - 180, 1540)},
         },
         "command_row": (346, 49),
         "option_label": Rect(14, 4, 142, 41),
@@ -242,7 +243,7 @@ def default_layout():
     sizes = {"label": 24, "number": 17, "title": 27, "artist": 19, "queue": 16,
              "counter": 36, "line1": 18, "line2": 40, "command": 15}  # fmt: skip
     return Layout(
-        **block_layout(),
+        **block_layout(1400),
         # The rod between the pages does not move when a page turns.
         pages=(Rect(12, 0, 676, 996), Rect(712, 0, 676, 996)),
         navigation={
@@ -288,45 +289,45 @@ def quiet_menu(font, size, plain, lit):
 
 
 def touch_layout():
-    """The theme for fingers: six tall rows per column and no button smaller than 86 pixels."""
+    """The theme for fingers: six tall rows per column and no button smaller than 82 pixels."""
     font = TEXT_FONT
     colours = Palette(
         text=(38, 28, 26), dim=(96, 66, 54), accent=(158, 20, 28), ink=(255, 255, 255), ink_dim=(255, 232, 214),
         playing=(0, 112, 66), waiting=(16, 84, 168), video=(122, 36, 138),
     )  # fmt: skip
     slot = Slot(
-        whole=Rect(0, 0, 672, 156),
+        whole=Rect(0, 0, 712, 156),
         label=Rect(14, 10, 46, 34),
         number=Rect(32, 63, 66, 68),
         cover=Rect(18, 50, 94, 94),
-        title=Rect(120, 15, 540, 128),
-        video=Rect(90, 11, 24, 24),
-        queue=Rect(62, 11, 24, 24),
+        title=Rect(120, 15, 580, 128),
+        video=Rect(90, 10, 22, 22),
+        queue=Rect(62, 10, 22, 22),
     )
-    sizes = {"label": 23, "number": 25, "title": 28, "artist": 20, "queue": 16,
-             "counter": 38, "line1": 19, "line2": 40, "command": 15}  # fmt: skip
+    sizes = {"label": 23, "number": 25, "title": 30, "artist": 21, "queue": 16,
+             "counter": 38, "line1": 19, "line2": 38, "command": 15}  # fmt: skip
     return Layout(
-        **block_layout(),
+        **block_layout(1480),
         # The strip below the pages does not move when a page turns.
-        pages=(Rect(14, 0, 672, 958), Rect(714, 0, 672, 958)),
+        pages=(Rect(14, 0, 712, 958), Rect(754, 0, 712, 958)),
         navigation={
             "Back": Rect(16, 964, 260, 112),
-            "PreviewPage": Rect(852, 964, 268, 112),
-            "NextPage": Rect(1120, 964, 264, 112),
+            "PreviewPage": Rect(932, 964, 268, 112),
+            "NextPage": Rect(1200, 964, 264, 112),
         },
-        legend=Rect(344, 972, 440, 94),
+        legend=Rect(384, 972, 440, 94),
         rows=6,
-        slots=slot_grid(slot, 6, 14, 10, 158, 700),
-        line1=Rect(90, 24, 340, 30),
-        line2=Rect(30, 58, 460, 56),
-        coin_panel=Rect(18, 130, 136, 92),
-        coin=Rect(24, 158, 124, 60),
-        remain_panel=Rect(164, 130, 338, 92),
-        remain=Rect(170, 158, 326, 60),
-        transport=in_a_row(TRANSPORT, Rect(14, 232, 96, 116), 99),
-        queue=Rect(16, 14, 488, 224),
-        queue_row=(488, 56),
-        queue_buttons=in_a_row(QUEUE_BUTTONS, Rect(14, 250, 96, 98), 99),
+        slots=slot_grid(slot, 6, 14, 10, 158, 740),
+        line1=Rect(60, 24, 320, 30),
+        line2=Rect(28, 58, 384, 56),
+        coin_panel=Rect(14, 130, 120, 92),
+        coin=Rect(20, 158, 108, 60),
+        remain_panel=Rect(144, 130, 282, 92),
+        remain=Rect(150, 158, 270, 60),
+        transport=in_a_row(TRANSPORT, Rect(12, 232, 82, 116), 83),
+        queue=Rect(14, 14, 412, 224),
+        queue_row=(412, 56),
+        queue_buttons=in_a_row(QUEUE_BUTTONS, Rect(12, 250, 82, 98), 83),
         keyboard_lines=keyboard_lines(39, 156, 85, 78, 8),
         styles=default_styles(font, colours, sizes) | {
             "ZoneListPisteTitreTitre": Style(TITLE_FONT, sizes["title"], colours.text),
