@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Makes the five sounds of our themes: short synthesised notes, matched in loudness and encoded as MP3 with lame.
+"""Makes the five sounds of each of our themes: soft synthesised notes, matched in loudness and encoded with lame.
 
     make_sounds.py          writes them to the included themes and, a tenth of a second long, to the tests' themes
 """
@@ -12,11 +12,12 @@ import numpy
 from synth import RATE, encode_mp3, envelope, level, momentary, note, silence, tone
 
 ROOT = Path(__file__).resolve().parents[1]
-THEMES = (ROOT / "home/themes/default", ROOT / "home/themes/touch")
+THEMES = ROOT / "home/themes"
 TEST_THEMES = (ROOT / "tests/homes/plain/themes/default", ROOT / "tests/homes/plain/themes/small")
 LOUDNESS = -20.0  # of the tests' sounds: dB RMS over the audible part
-MOMENTARY = -21.0  # LUFS of the loudest 400 ms, the same for all
-PEAK = 0.6
+MOMENTARY = -22.0  # LUFS of the loudest 400 ms, the same for all
+PEAK = 0.4
+SOFT = 0.006  # seconds in which every sound rises: no click
 
 
 def bell(name, seconds):
@@ -28,7 +29,7 @@ def bell(name, seconds):
         amount * numpy.sin(2 * numpy.pi * note(name) * ratio * time) * numpy.exp(-time * (3.0 + 2.2 * ratio))
         for ratio, amount in partials
     )
-    return sound * envelope(length, 0.003, 0.03)
+    return sound * envelope(length, SOFT, 0.03)
 
 
 def mixed(*parts):
@@ -49,7 +50,7 @@ def modes(frequency, ratios, decay, seconds):
         for i, ratio in enumerate(ratios)
         if frequency * ratio < RATE * 0.45
     )
-    return sound * envelope(len(time), 0.0006, 0.01)
+    return sound * envelope(len(time), SOFT, 0.01)
 
 
 def band_noise(seed, seconds, middle, width):
@@ -61,35 +62,55 @@ def band_noise(seed, seconds, middle, width):
     return sound / abs(sound).max()
 
 
-def charge():
+def wooden(name, seconds):
+    """A bar of wood over a tube, struck with a soft mallet."""
+    time = numpy.arange(round(seconds * RATE)) / RATE
+    sound = sum(
+        amount * numpy.sin(2 * numpy.pi * note(name) * ratio * time) * numpy.exp(-time * decay)
+        for ratio, amount, decay in ((1.0, 1.0, 7.0), (3.93, 0.16, 22.0), (9.2, 0.03, 50.0))
+    )
+    return sound * envelope(len(time), SOFT, 0.04)
+
+
+def drop(start, end, seconds):
+    """A drop of water: a sine that glides to another frequency in Hz and fades."""
+    time = numpy.arange(round(seconds * RATE)) / RATE
+    phase = numpy.cumsum(end + (start - end) * numpy.exp(-time / 0.03)) / RATE
+    sound = numpy.sin(2 * numpy.pi * phase) + 0.12 * numpy.sin(4 * numpy.pi * phase)
+    return sound * numpy.exp(-time * 4.5 / seconds) * envelope(len(time), SOFT, 0.02)
+
+
+# "default": a cabinet of wood and brass --------------------------------------------------------------------------
+
+
+def cabinet_charge():
     """Between two tracks: the arm comes down with a soft thud, and three bells rise over a quiet chord."""
     chord = sum(tone(note(name), 1.3, (1.0, 0.3, 0.1), 0.25, 0.7) for name in ("C3", "G3", "E4")) * 0.25
     thud = modes(92.0, (1, 1.5, 2.3), 22.0, 0.2) * 0.8
     return mixed((0.0, chord), (0.0, thud), (0.12, bell("G4", 0.8)), (0.3, bell("C5", 0.8)), (0.48, bell("E5", 0.95)))
 
 
-def insert_coin():
-    """A coin: it strikes the slot, bounces twice inside, and a bell confirms it."""
-    disc = (1.0, 1.73, 2.33, 3.91, 4.11)
+def cabinet_coin():
+    """A coin: it slides into the slot, bounces twice inside, and a bell confirms it."""
+    disc = (1.0, 1.73, 2.33)
     parts = []
-    for start, strength, pitch in ((0.0, 1.0, 2860.0), (0.085, 0.62, 2940.0), (0.142, 0.4, 2790.0), (0.178, 0.24, 2900.0)):
-        click = band_noise(round(pitch), 0.02, 5200, 2600) * numpy.exp(-numpy.arange(round(0.02 * RATE)) / (0.003 * RATE))
-        parts += [(start, strength * modes(pitch, disc, 9.0, 0.3)), (start, strength * 0.9 * click)]
-    return mixed(*parts, (0.24, 1.5 * bell("B5", 0.5)), (0.32, 1.5 * bell("E6", 0.75)))
+    for start, strength, pitch in ((0.0, 0.6, 1460.0), (0.085, 0.4, 1520.0), (0.142, 0.26, 1430.0)):
+        parts.append((start, strength * modes(pitch, disc, 11.0, 0.3)))
+    return mixed(*parts, (0.22, 1.5 * bell("B4", 0.5)), (0.3, 1.5 * bell("E5", 0.85)))
 
 
-def move():
+def cabinet_move():
     """A wooden tick."""
-    return modes(820.0, (1, 2.6), 55.0, 0.09)
+    return modes(620.0, (1, 2.6), 48.0, 0.11)
 
 
-def no_credit():
+def cabinet_refusal():
     """A gentle refusal: two soft low notes, falling."""
     low = [tone(note(name), length, (1.0, 0.35, 0.2, 0.06), 0.012, 0.12) for name, length in (("F3", 0.2), ("D3", 0.34))]
     return mixed((0.0, low[0]), (0.19, low[1]))
 
 
-def page_turn():
+def cabinet_page():
     """A sheet of paper: it lifts, sweeps past and falls flat."""
     length = round(0.4 * RATE)
     position = numpy.linspace(0, 1, length)
@@ -100,29 +121,68 @@ def page_turn():
     return mixed((0.0, sweep), (0.33, slap * 0.5))
 
 
-SOUNDS = {
-    "charge.mp3": charge,
-    "insertcoin.mp3": insert_coin,
-    "move.mp3": move,
-    "NoCredit.mp3": no_credit,
-    "PageTurn.mp3": page_turn,
+# "touch": wood, water and air ------------------------------------------------------------------------------------
+
+
+def touch_charge():
+    """Four wooden bars that climb over a soft chord."""
+    chord = sum(tone(note(name), 1.25, (1.0, 0.2), 0.3, 0.7) for name in ("D3", "A3", "F#4")) * 0.22
+    steps = ((0.05, "D4"), (0.19, "F#4"), (0.33, "A4"), (0.47, "D5"))
+    return mixed((0.0, chord), *[(start, wooden(name, 0.75)) for start, name in steps])
+
+
+def touch_coin():
+    """Three drops that rise, and a bar that answers."""
+    return mixed(
+        (0.0, 0.7 * drop(420, 620, 0.16)),
+        (0.1, 0.8 * drop(560, 830, 0.16)),
+        (0.2, 0.9 * drop(740, 1100, 0.2)),
+        (0.34, wooden("A5", 0.6)),
+    )
+
+
+def touch_move():
+    """A small drop."""
+    return drop(620, 400, 0.09)
+
+
+def touch_refusal():
+    """Two muted bars, a half tone apart."""
+    muted = [wooden(name, 0.32) * numpy.exp(-numpy.arange(round(0.32 * RATE)) / (0.09 * RATE)) for name in ("Eb3", "D3")]
+    return mixed((0.0, muted[0]), (0.17, muted[1]))
+
+
+def touch_page():
+    """A breath of air that passes."""
+    length = round(0.36 * RATE)
+    position = numpy.linspace(0, 1, length)
+    low, high = band_noise(17, 0.36, 500, 350), band_noise(18, 0.36, 1900, 900)
+    return (low * position + high * (1 - position)) * numpy.sin(numpy.pi * position**0.6) ** 2
+
+
+NAMES = ("charge.mp3", "insertcoin.mp3", "move.mp3", "NoCredit.mp3", "PageTurn.mp3")
+SETS = {
+    "default": (cabinet_charge, cabinet_coin, cabinet_move, cabinet_refusal, cabinet_page),
+    "touch": (touch_charge, touch_coin, touch_move, touch_refusal, touch_page),
 }
 # The tests tell their sounds apart by pitch.
-TEST_NOTES = dict(zip(SOUNDS, ("C5", "D5", "E5", "F5", "G5")))
+TEST_NOTES = dict(zip(NAMES, ("C5", "D5", "E5", "F5", "G5")))
 
 
 def main():
     argparse.ArgumentParser(description=__doc__.splitlines()[0]).parse_args()
-    for name, make in SOUNDS.items():
-        sound = numpy.concatenate([make(), silence(0.03)])
-        # A tick is too short to be as loud as the others: it is limited by its peak.
-        sound *= min(10 ** ((MOMENTARY - momentary(sound)) / 20), PEAK / abs(sound).max())
-        for folder in THEMES:
-            encode_mp3(sound, folder / name, 96)
-        short = level(tone(note(TEST_NOTES[name]), 0.1, (1.0,), 0.01, 0.02), LOUDNESS)
+    for theme, sounds in SETS.items():
+        for name, make in zip(NAMES, sounds):
+            sound = numpy.concatenate([make(), silence(0.03)])
+            # A tick is too short to be as loud as the others: it is limited by its peak.
+            sound *= min(10 ** ((MOMENTARY - momentary(sound)) / 20), PEAK / abs(sound).max())
+            encode_mp3(sound, THEMES / theme / name, 96)
+            peak = 20 * numpy.log10(abs(sound).max())
+            print(f"{theme}/{name}: {len(sound) / RATE:.2f} s, {momentary(sound):.1f} LUFS, peak {peak:.1f} dB")
+    for name, pitch in TEST_NOTES.items():
+        short = level(tone(note(pitch), 0.1, (1.0,), 0.01, 0.02), LOUDNESS)
         for folder in TEST_THEMES:
             encode_mp3(short, folder / name, 32)
-        print(f"{name}: {len(sound) / RATE:.2f} s, {momentary(sound):.1f} LUFS, peak {20 * numpy.log10(abs(sound).max()):.1f} dB")
 
 
 if __name__ == "__main__":

@@ -71,35 +71,37 @@ def momentary(sound):
 
 
 def wav_bytes(sound, rate=RATE):
-    """A mono 16-bit WAV file of samples between -1 and 1."""
+    """A 16-bit WAV file of samples between -1 and 1: mono, or stereo from two rows."""
     buffer = BytesIO()
     with wave.open(buffer, "wb") as file:
-        file.setnchannels(1)
+        file.setnchannels(sound.ndim)
         file.setsampwidth(2)
         file.setframerate(rate)
-        file.writeframes(numpy.rint(sound * 32767).clip(-32768, 32767).astype("<i2").tobytes())
+        file.writeframes(numpy.rint(sound.T * 32767).clip(-32768, 32767).astype("<i2").tobytes())
     return buffer.getvalue()
 
 
 def resample(sound, rate):
     """Resamples in the frequency domain."""
-    length = round(len(sound) * rate / RATE)
-    spectrum = numpy.fft.rfft(sound)[: length // 2 + 1]
-    return numpy.fft.irfft(spectrum, length) * (length / len(sound))
+    length = round(sound.shape[-1] * rate / RATE)
+    spectrum = numpy.fft.rfft(sound)[..., : length // 2 + 1]
+    return numpy.fft.irfft(spectrum, length) * (length / sound.shape[-1])
 
 
 def encode_mp3(sound, path, kilobits):
-    """Mono MP3 at a constant bit rate, without tags."""
+    """MP3 at a constant bit rate, without tags."""
     path = Path(path)
     path.parent.mkdir(parents=True, exist_ok=True)
-    command = ["lame", "--quiet", "-m", "m", "--cbr", "-b", str(kilobits), "-q", "2", "-", str(path)]
-    subprocess.run(command, input=wav_bytes(sound), check=True)
+    command = ["lame", "--quiet", "-m", "mj"[sound.ndim - 1], "--cbr", "-b", str(kilobits), "-q", "2"]
+    if sound.ndim == 2:
+        command += ["--scale", "1"]  # Otherwise lame turns music down by half a decibel.
+    subprocess.run([*command, "-", str(path)], input=wav_bytes(sound), check=True)
 
 
-def encode_ffmpeg(sound, path, arguments):
+def encode_ffmpeg(sound, path, arguments, rate=RATE):
     """Any other format, by ffmpeg's arguments for its encoder."""
     path = Path(path)
     path.parent.mkdir(parents=True, exist_ok=True)
     quiet = ["ffmpeg", "-v", "error", "-y", "-f", "wav", "-i", "pipe:0"]
     exact = ["-map_metadata", "-1", "-fflags", "+bitexact", "-flags:a", "+bitexact"]
-    subprocess.run([*quiet, *arguments, *exact, str(path)], input=wav_bytes(sound), check=True)
+    subprocess.run([*quiet, *arguments, *exact, str(path)], input=wav_bytes(sound, rate), check=True)
