@@ -10,14 +10,14 @@ import numpy
 from PIL import Image, ImageDraw, ImageFilter
 
 from demo_pictures import CONDENSED, SCRIPT, blend, face, gradient
-from synth import RATE, wav_bytes
+from synth import LAME_GAIN, RATE, wav_bytes
 
 WIDTH, HEIGHT, FRAMES = 1024, 576, 25
 FINE = 2
 W, H = WIDTH * FINE, HEIGHT * FINE
 CODECS = {
-    ".avi": ["-c:v", "mpeg4", "-vtag", "XVID", "-b:v", "1000k", "-maxrate", "2400k", "-bufsize", "2000k", "-g", "100", "-bf", "2", "-mbd", "rd", "-trellis", "1", "-cmp", "2", "-subcmp", "2", "-c:a", "libmp3lame", "-b:a", "96k"],
-    ".mpg": ["-c:v", "mpeg1video", "-b:v", "950k", "-maxrate", "2500k", "-bufsize", "1200k", "-g", "18", "-bf", "2", "-c:a", "mp2", "-b:a", "128k"],
+    ".avi": ["-c:v", "mpeg4", "-vtag", "XVID", "-b:v", "800k", "-maxrate", "2400k", "-bufsize", "2000k", "-g", "100", "-bf", "2", "-mbd", "rd", "-trellis", "1", "-cmp", "2", "-subcmp", "2", "-c:a", "libmp3lame", "-b:a", "96k"],
+    ".mpg": ["-c:v", "mpeg1video", "-b:v", "650k", "-maxrate", "2500k", "-bufsize", "1200k", "-g", "18", "-bf", "2", "-c:a", "mp2", "-b:a", "128k"],
 }  # fmt: skip
 
 
@@ -442,7 +442,7 @@ def make_film(path, session, sound, title, band, film):
     score = Score(session, sound)
     drawn = FILMS[film](score, title, band)
     with tempfile.NamedTemporaryFile(suffix=".wav") as music:
-        music.write(wav_bytes(sound))
+        music.write(wav_bytes(sound if path.suffix == ".avi" else sound * LAME_GAIN))
         music.flush()
         command = ["ffmpeg", "-v", "error", "-y", "-f", "rawvideo", "-pix_fmt", "rgb24", "-s", f"{WIDTH}x{HEIGHT}",
                    "-r", str(FRAMES), "-i", "pipe:0", "-i", music.name, *CODECS[path.suffix], "-pix_fmt", "yuv420p", "-threads", "1",

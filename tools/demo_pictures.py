@@ -535,7 +535,7 @@ def cover(title, artist, design, palette, size=600):
 def banner(title, artist, design, palette):
     """A picture that is stretched over a whole slot: a view at its left, beside the label, that fades towards the title."""
     width, height = 1208, 196
-    wide, start = 300, 148
+    wide, start = 256, 148
     sheet = Sheet(wide * 4, PALETTES[palette % len(PALETTES)], f"{title}|{artist}|{design}")
     DESIGNS[design](sheet)
     top = round(sheet.s * 0.335)

@@ -54,6 +54,23 @@ FOLDERS = {
     "Pictures In Motion": Folder("In Motion", "Two Short Films", "film", 13, "folder.jpg"),
 }
 
+# The folders with tracks of several bands: the covers in their tags have the design and palette of the band.
+MIXED = ("", "Saturday Night")
+BANDS = {
+    SAINTS: ("sunburst", 1),
+    CLOCK: ("gears", 2),
+    ORGAN: ("harbour", 8),
+    PIANO: ("keys", 3),
+    WHISTLES: ("hills", 6),
+    FIDDLES: ("bunting", 9),
+    SQUARE: ("grid", 5),
+    TRIO: ("sundown", 7),
+    RUE: ("ballroom", 10),
+    SURF: ("surf", 12),
+    SKA: ("surf", 12),
+    TAP: ("record", 7),
+}
+
 # Folder: (file, band, style, melody). "+" before a file gives the track its own cover next to it.
 TRACKS = {
     "": (
@@ -74,7 +91,7 @@ TRACKS = {
         ("Clockwork Orchestra - The Blue Danube.mp3", CLOCK, "orchestra", tunes.BLUE_DANUBE),
         ("Clockwork Orchestra - Swan Lake.mp3", CLOCK, "orchestra", tunes.SWAN_LAKE),
         ("Clockwork Orchestra - In The Hall Of The Mountain King And Out Again.mp3", CLOCK, "orchestra", tunes.MOUNTAIN_KING),
-        ("07 - Korobeiniki.flac", CLOCK, "quartet", tunes.KOROBEINIKI),
+        ("07 - Korobeiniki.mp3", CLOCK, "quartet", tunes.KOROBEINIKI),
         ("08 - A Little Night Music.wma", CLOCK, "quartet", tunes.NACHTMUSIK),
         ("09 - Canon.mp3", CLOCK, "quartet", tunes.CANON),
         ("10-Clockwork Orchestra-Morning Mood.mp3", CLOCK, "orchestra", tunes.MORNING_MOOD),
@@ -83,7 +100,7 @@ TRACKS = {
         ("Harbour Lights Organ - Live At The Pier - Largo.mp3", ORGAN, "hymn", tunes.LARGO),
         ("Ode_To_Joy.mp3", ORGAN, "organ", tunes.ODE_TO_JOY),
         ("02 - Joy To The World.mp3", ORGAN, "organ", tunes.JOY_TO_THE_WORLD),
-        ("03 - Silent Night.flac", ORGAN, "hymn", tunes.SILENT_NIGHT),
+        ("03 - Silent Night.mp3", ORGAN, "hymn", tunes.SILENT_NIGHT),
         ("04 - Scarborough Fair.MP3", ORGAN, "organ", tunes.SCARBOROUGH_FAIR),
     ),
     "Music Box/Carols": (
@@ -146,7 +163,7 @@ TRACKS = {
     "The Tin Whistles": (
         ("01 - Drunken Sailor.mp3", WHISTLES, "whistles", tunes.DRUNKEN_SAILOR),
         ("02 - Scarborough Fair.mp3", WHISTLES, "whistles", tunes.SCARBOROUGH_FAIR),
-        ("03 - Mary Had A Little Lamb.flac", WHISTLES, "whistles", tunes.MARY_HAD_A_LITTLE_LAMB),
+        ("03 - Mary Had A Little Lamb.mp3", WHISTLES, "whistles", tunes.MARY_HAD_A_LITTLE_LAMB),
         ("04 - High Street Jig.mp3", WHISTLES, "whistles", ours.HIGH_STREET_JIG),
         ("The Tin Whistles - London Bridge.mp3", WHISTLES, "whistles", tunes.LONDON_BRIDGE),
     ),

@@ -14,14 +14,14 @@ from demo_pictures import banner, cover, jpeg
 from demo_session import Session
 from demo_styles import STYLES
 from demo_tags import add_asf, add_id3
-from demo_tracks import FOLDERS, PARTY, TRACKS, VIDEOS
-from synth import encode_ffmpeg, encode_mp3, resample, wav_bytes
+from demo_tracks import BANDS, FOLDERS, MIXED, PARTY, TRACKS, VIDEOS
+from synth import LAME_GAIN, encode_ffmpeg, encode_mp3, resample, wav_bytes
 
 TARGET = Path(__file__).resolve().parents[1] / "demo"
 # Kilobits per second. Music without drums needs less.
 QUIET_STYLES = {"box", "hymn", "parlour", "quartet", "whistles"}
 LOUD, QUIET = 80, 64
-WAV_RATE = 24000  # of the formats that are not lossy, to save space
+WAV_RATE = 22050  # of the formats that are not lossy, to save space
 
 
 def encode(sound, path, style):
@@ -31,7 +31,9 @@ def encode(sound, path, style):
     kilobits = QUIET if style in QUIET_STYLES else LOUD
     if kind == ".mp3":
         encode_mp3(sound, path, kilobits)
-    elif kind == ".wav":
+        return
+    sound = sound * LAME_GAIN
+    if kind == ".wav":
         path.write_bytes(wav_bytes(resample(sound, WAV_RATE), WAV_RATE))
     elif kind == ".flac":
         encode_ffmpeg(resample(sound, WAV_RATE), path, ["-c:a", "flac", "-compression_level", "8"], WAV_RATE)
@@ -45,10 +47,11 @@ def plain_title(file):
     return parts[-1]
 
 
-def tag(path, number, band, folder):
-    """A tag in one of the versions; every second track has a cover in the manner of its album."""
-    title = plain_title(path.name)
-    art = jpeg(cover(title, band, folder.design, folder.palette, 300), 80) if number % 2 == 0 else None
+def tag(path, name, number, band):
+    """A tag in one of the versions; every second track has a cover in the manner of its album or of its band."""
+    title, folder = plain_title(path.name), FOLDERS[name]
+    design, palette = BANDS[band] if name in MIXED else (folder.design, folder.palette)
+    art = jpeg(cover(title, band, design, palette, 300), 80) if number % 2 == 0 else None
     if path.suffix.lower() == ".mp3":
         texts = (("TIT2", title), ("TPE1", band), ("TALB", folder.title), ("TRCK", str(number + 1)))
         add_id3(path, (3, 4, 2)[number % 3], texts, art)
@@ -77,12 +80,11 @@ def make_track(job):
     file, band, style, melody = TRACKS[name][number]
     path = target / name / file.lstrip("+")
     encode(Session(melody, STYLES[style]).perform(), path, style)
-    folder = FOLDERS[name]
-    tag(path, number, band, folder)
+    tag(path, name, number, band)
     if file[0] == "+":
-        path.with_suffix(".jpg").write_bytes(
-            jpeg(cover(plain_title(path.name), band, folder.design, folder.palette + number), 84)
-        )
+        folder = FOLDERS[name]
+        picture = cover(plain_title(path.name), band, folder.design, folder.palette + number)
+        path.with_suffix(".jpg").write_bytes(jpeg(picture, 84))
     return f"{path.stat().st_size:8} {path.relative_to(target)}"
 
 

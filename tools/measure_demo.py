@@ -5,10 +5,12 @@
 """
 
 import argparse
+import os
 import re
 import subprocess
 import sys
 from collections import defaultdict
+from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 import numpy
@@ -19,7 +21,7 @@ from synth import RATE, momentary
 
 ROOT = Path(__file__).resolve().parents[1]
 SHORTEST, LONGEST = 45.0, 60.0  # seconds
-LOUDNESS, SPREAD = -16.0, 0.5  # LUFS, and how far a track may be from it: two tracks differ by one LU at most
+LOUDNESS, SPREAD = -16.4, 0.3  # LUFS, and how far a track may be from it
 LONGEST_SILENCE = 0.15  # seconds below -50 dBFS at the start
 LONGEST_TAIL = 1.0
 TRUE_PEAK = -1.0  # dBTP
@@ -132,14 +134,14 @@ def listed(library):
 
 def check_library(library):
     """Prints the figures of each style; returns what is wrong."""
-    wrong, styles, tunes = [], defaultdict(list), set()
-    for path, style, melody in listed(library):
-        name = path.relative_to(library)
-        if not path.is_file():
-            wrong.append(f"{name} is missing")
-            continue
-        figures = measured(path)
-        wrong += [f"{name} {fault}" for fault in faults(figures)]
+    styles, tunes = defaultdict(list), set()
+    tracks = list(listed(library))
+    wrong = [f"{path.relative_to(library)} is missing" for path, *_ in tracks if not path.is_file()]
+    tracks = [track for track in tracks if track[0].is_file()]
+    with ThreadPoolExecutor(os.cpu_count()) as pool:
+        results = list(pool.map(measured, [path for path, *_ in tracks]))
+    for (path, style, melody), figures in zip(tracks, results):
+        wrong += [f"{path.relative_to(library)} {fault}" for fault in faults(figures)]
         styles[style].append(figures)
         tunes.add(contour(melody))
     print(f"{'style':12} tracks  seconds      LUFS          peak  start  tail  corr  side  centroid  >6 kHz")

@@ -8,6 +8,7 @@ from pathlib import Path
 import numpy
 
 RATE = 44100
+LAME_GAIN = 0.95  # lame turns everything down by this
 STEPS = {"C": 0, "D": 2, "E": 4, "F": 5, "G": 7, "A": 9, "B": 11}
 
 
@@ -92,10 +93,8 @@ def encode_mp3(sound, path, kilobits):
     """MP3 at a constant bit rate, without tags."""
     path = Path(path)
     path.parent.mkdir(parents=True, exist_ok=True)
-    command = ["lame", "--quiet", "-m", "mj"[sound.ndim - 1], "--cbr", "-b", str(kilobits), "-q", "2"]
-    if sound.ndim == 2:
-        command += ["--scale", "1"]  # Otherwise lame turns music down by half a decibel.
-    subprocess.run([*command, "-", str(path)], input=wav_bytes(sound), check=True)
+    command = ["lame", "--quiet", "-m", "mj"[sound.ndim - 1], "--cbr", "-b", str(kilobits), "-q", "2", "-", str(path)]
+    subprocess.run(command, input=wav_bytes(sound), check=True)
 
 
 def encode_ffmpeg(sound, path, arguments, rate=RATE):
