@@ -10,6 +10,7 @@ from synth import RATE, k_weight
 
 LOUDNESS = -16.0  # LUFS, integrated
 CEILING = 10 ** (-3.2 / 20)  # sample peak; encoders and the true peak add up to two decibels
+BRIGHTEST = 10 ** (-15.5 / 10)
 AUDIBLE = 10 ** (-50 / 20)
 
 
@@ -246,6 +247,18 @@ def trimmed(sound):
     return sound, first
 
 
+def tamed(spectrum, size):
+    """A spectrum whose share above 6 kHz is at most BRIGHTEST: more of it tires the ear. A shelf turns it down."""
+    frequency = frequencies(size)
+    energy = numpy.sum(abs(spectrum) ** 2, axis=0)
+    for decibels in numpy.arange(0, 12.1, 0.5):
+        shelf = 10 ** (-decibels / 20 / (1 + (4800 / frequency) ** 3))
+        heard = energy * shelf**2
+        if heard[frequency > 6000].sum() <= heard.sum() * BRIGHTEST:
+            break
+    return spectrum * shelf
+
+
 def balanced(part, length, size):
     """The spectrum of a part at its level: K-weighted and measured only while it plays."""
     track = part.rendered(length)
@@ -271,6 +284,7 @@ def mixed(parts, seconds, room, wet):
                 send[number] += part.send * side
     dry += wet * send * numpy.fft.rfft(room, size) * curve(size, (), 160.0)
     dry *= curve(size, ((9000, 1.2, 1.5), (300, 0.9, -1.0)), 35.0)
+    dry = tamed(dry, size)
     gain = 10 ** ((LOUDNESS - loudness_of(dry, size, length)) / 20)
     sound, first = trimmed(limited(gain * numpy.fft.irfft(dry, size)[:, :length]))
     return limited(sound * 10 ** ((LOUDNESS - integrated(sound)) / 20)), first / RATE

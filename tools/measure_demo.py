@@ -28,7 +28,7 @@ TRUE_PEAK = -1.0  # dBTP
 DC = 0.002
 CORRELATION = 0.2
 SIDE = -35.0  # dB: what differs between left and right, against what they share
-TOP = -32.0  # dB: energy above 6 kHz against all, in the mean of a style
+DULL, HARSH = -32.0, -13.5  # dB: energy above 6 kHz against all, in the mean of a style
 DIFFERENT_TUNES = 40
 SIZE = 60_000_000
 SOUND_LOUDNESS, SOUND_ATTACK = -18.0, 0.002  # of the themes: LUFS at most; seconds from a tenth to nine tenths at least
@@ -113,7 +113,7 @@ def faults(figures):
 
 
 def style_faults(name, figures):
-    if figures["top"] < TOP:
+    if not DULL <= figures["top"] <= HARSH:
         yield f"the style {name} has {figures['top']:.1f} dB above 6 kHz"
 
 

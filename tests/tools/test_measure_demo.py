@@ -11,6 +11,7 @@ import numpy
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
 import demo_instruments  # noqa: E402
 import demo_melodies  # noqa: E402
+import demo_mix  # noqa: E402
 import demo_originals  # noqa: E402
 import measure_demo  # noqa: E402
 from demo_mix import integrated  # noqa: E402
@@ -67,9 +68,10 @@ class Measure(unittest.TestCase):
             with self.subTest(words):
                 self.assertTrue(any(words in fault for fault in self.faults(sound)), self.faults(sound))
 
-    def test_a_dull_style_is_found(self):
+    def test_a_dull_style_and_a_harsh_one_are_found(self):
         self.assertEqual(list(measure_demo.style_faults("organ", {"top": -20.0})), [])
         self.assertEqual(len(list(measure_demo.style_faults("organ", {"top": -45.0}))), 1)
+        self.assertEqual(len(list(measure_demo.style_faults("organ", {"top": -10.0}))), 1)
 
     def test_sounds_that_click_are_too_loud_or_copied_are_found(self):
         time = numpy.arange(round(0.5 * RATE)) / RATE
@@ -79,6 +81,17 @@ class Measure(unittest.TestCase):
             encode_ffmpeg(sound, self.folder / f"{name}.mp3", ["-c:a", "libmp3lame", "-b:a", "96k"])
         found = measure_demo.check_sounds(self.folder)
         self.assertEqual([line.split(".mp3")[0] for line in found], ["one/click", "one/loud", "two/move"])
+
+
+class Mix(unittest.TestCase):
+    def test_treble_is_turned_down_only_where_there_is_too_much_of_it(self):
+        size = 4096
+        high = demo_mix.frequencies(size) > 6000
+        for tilt, changed in ((1.3, True), (2.5, False)):
+            spectrum = numpy.array([(100 / (100 + demo_mix.frequencies(size))) ** (tilt / 2)] * 2)
+            energy = numpy.sum(demo_mix.tamed(spectrum, size) ** 2, axis=0)
+            self.assertLessEqual(energy[high].sum() / energy.sum(), demo_mix.BRIGHTEST)
+            self.assertEqual(changed, not numpy.allclose(demo_mix.tamed(spectrum, size), spectrum))
 
 
 class Score(unittest.TestCase):
