@@ -22,24 +22,30 @@ install(FILES ${PACKAGING}/completion/vantorix ${PACKAGING}/completion/vantorix-
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs PATTERN man EXCLUDE)
 
-# The fonts of the delivered themes belong to a package of the system; tools/theme_fonts.txt lists them.
+# The fonts of the delivered themes are those of packages of the system, or made of them; tools/theme_fonts.txt lists them.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/fonts)
 file(STRINGS tools/theme_fonts.txt THEME_FONTS REGEX "^[a-z]")
 foreach(row ${THEME_FONTS})
     string(REPLACE " " ";" row "${row}")
     list(GET row 0 theme)
     list(GET row 1 font)
-    # The last part is the name of the copy, or the file of the package.
-    list(GET row -1 name)
-    get_filename_component(name ${name} NAME)
+    # The last part is the name of the font of the titles, or the file of the package.
+    list(GET row -1 titles)
+    get_filename_component(name ${titles} NAME)
     set(theme ${CMAKE_INSTALL_DATADIR}/vantorix/themes/${theme})
-    if(VANTORIX_LINK_FONTS)
-        file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/fonts)
-        file(CREATE_LINK ${font} ${CMAKE_BINARY_DIR}/fonts/${name} SYMBOLIC)
-        install(FILES ${CMAKE_BINARY_DIR}/fonts/${name} DESTINATION ${theme})
-    elseif(EXISTS ${font})
-        install(FILES ${font} RENAME ${name} DESTINATION ${theme})
-    else()
+    set(made ${CMAKE_BINARY_DIR}/fonts/${name})
+    if(VANTORIX_LINK_FONTS AND titles STREQUAL font)
+        file(CREATE_LINK ${font} ${made} SYMBOLIC)
+        install(FILES ${made} DESTINATION ${theme})
+    elseif(NOT EXISTS ${font})
         message(STATUS "${font} is missing: the theme will use another font")
+    elseif(titles STREQUAL font)
+        install(FILES ${font} DESTINATION ${theme})
+    else()
+        execute_process(COMMAND ${Python3_EXECUTABLE} tools/make_title_font.py ${font} ${made}
+                        WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} COMMAND_ERROR_IS_FATAL ANY)
+        install(FILES ${made} DESTINATION ${theme})
     endif()
 endforeach()
 

@@ -10,6 +10,9 @@ export PYTHONDONTWRITEBYTECODE=1
 ./make_sounds.py
 ./make_demo_library.py
 ./theme/draw_docs.py
-for theme in ../home/themes/* ../tests/homes/plain/themes/*; do
+home=$(mktemp -d)
+trap 'rm -rf "$home"' EXIT
+./make_home.sh ../home "$home/home" ../demo
+for theme in "$home"/home/themes/* ../tests/homes/plain/themes/*; do
     "${VANTORIX:-../build/vantorix}" --check-theme "$theme"
 done

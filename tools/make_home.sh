@@ -19,11 +19,17 @@ unchanged() {
     find . -type f ! -path ./config.ini -print0 | xargs -0r cp -u --parents -t "$home"
 )
 # A font that is not installed is left out; another font is then used for its text.
-while read -r theme font copy; do
-    if [[ $theme != "#"* ]] && [ -f "$font" ] && [ -d "$home/themes/$theme" ]; then
-        cp -u "$font" "$home/themes/$theme/${copy:-${font##*/}}"
+tools=$(dirname -- "$0")
+while read -r theme font titles; do
+    folder=$home/themes/$theme
+    if [[ $theme == "#"* ]] || [ ! -f "$font" ] || [ ! -d "$folder" ]; then
+        continue
+    elif [ -z "$titles" ]; then
+        cp -u "$font" "$folder/"
+    elif [ "$font" -nt "$folder/$titles" ] || [ "$tools/make_title_font.py" -nt "$folder/$titles" ]; then
+        "$tools/make_title_font.py" "$font" "$folder/$titles"
     fi
-done <"$(dirname -- "$0")/theme_fonts.txt"
+done <"$tools/theme_fonts.txt"
 # The demo library lists the tracks of a saved playlist; a playlist file contains full paths. A new home gets it once.
 party="$home/playlists/Demo Party - 05 Dec 2026.vtxpl"
 if [ -f "$music/playlist.txt" ] && [ ! -f "$home/config.ini" ]; then

@@ -221,7 +221,8 @@ def block_layout(width):
     }
 
 
-TITLE_FONT, TEXT_FONT = "Bebas Neue Bold", "Roboto Condensed Medium"
+# The font that make_title_font.py makes, with larger numbers than its letters suggest, and the font of everything else.
+TITLE_FONT, TEXT_FONT = "Vantorix Titles", "Roboto Condensed Medium"
 
 
 def default_layout():
@@ -236,12 +237,12 @@ def default_layout():
         label=Rect(8, 26, 48, 46),
         number=Rect(75, 24, 50, 50),
         cover=Rect(60, 9, 80, 80),
-        title=Rect(146, 12, 518, 78),
+        title=Rect(146, 11, 518, 78),
         video=Rect(22, 66, 20, 20),
         queue=Rect(22, 13, 20, 20),
     )
-    sizes = {"label": 24, "number": 17, "title": 27, "artist": 19, "queue": 16,
-             "counter": 36, "line1": 18, "line2": 40, "command": 15}  # fmt: skip
+    sizes = {"label": 24, "number": 17, "title": 30, "artist": 19, "queue": 16,
+             "counter": 36, "line1": 18, "line2": 46, "command": 15}  # fmt: skip
     return Layout(
         **block_layout(1400),
         # The rod between the pages does not move when a page turns.
@@ -300,12 +301,12 @@ def touch_layout():
         label=Rect(14, 10, 46, 34),
         number=Rect(32, 63, 66, 68),
         cover=Rect(18, 50, 94, 94),
-        title=Rect(120, 15, 580, 128),
+        title=Rect(120, 21, 580, 124),
         video=Rect(90, 10, 22, 22),
         queue=Rect(62, 10, 22, 22),
     )
-    sizes = {"label": 23, "number": 25, "title": 30, "artist": 21, "queue": 16,
-             "counter": 38, "line1": 19, "line2": 38, "command": 15}  # fmt: skip
+    sizes = {"label": 23, "number": 25, "title": 34, "artist": 21, "queue": 16,
+             "counter": 38, "line1": 19, "line2": 44, "command": 15}  # fmt: skip
     return Layout(
         **block_layout(1480),
         # The strip below the pages does not move when a page turns.

@@ -7,14 +7,21 @@ by Pillow, so letters may differ by a pixel.
 """
 
 import argparse
+import io
 import subprocess
+import sys
 from dataclasses import dataclass
 from functools import lru_cache
 from pathlib import Path
 
 from PIL import Image, ImageDraw, ImageFont
 
+from layout import TITLE_FONT
+from light import POSTER
 from theme_ini import ThemeFile
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
+from make_title_font import title_font  # noqa: E402
 
 # Kind, title, artist, track number, cover, marks. Long and short ones, to show every layout of a slot.
 SAMPLES = (
@@ -55,7 +62,7 @@ def font_file(folder, family):
 
 @lru_cache(maxsize=None)
 def load_font(folder, family, points):
-    file = font_file(folder, family)
+    file = io.BytesIO(title_font(POSTER.read_bytes())) if family == TITLE_FONT else font_file(folder, family)
     return ImageFont.truetype(file, round(points * 96 / 72), layout_engine=ImageFont.Layout.BASIC)
 
 

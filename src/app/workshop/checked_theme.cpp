@@ -6,6 +6,8 @@
 #include "core/run_time_error.h"
 #include "rendering/text.h"
 
+#include <QFontMetricsF>
+
 #include <algorithm>
 
 namespace {
@@ -68,6 +70,13 @@ std::optional<ThemeStyle> StyleAt(const CheckedTheme& theme, const ThemePlace& p
     } catch (const RunTimeError&) {
         return std::nullopt;
     }
+}
+
+double CapitalHeight(const ThemeStyle& style) {
+    constexpr int kLargest = 4096;
+    QFont font(style.font);
+    font.setPixelSize(std::clamp(qRound(style.points * 96 / 72.0), 1, kLargest));
+    return QFontMetricsF(font).tightBoundingRect(QStringLiteral("H")).height();
 }
 
 QImage PictureOf(const CheckedTheme& theme, const QString& name) {

@@ -80,6 +80,9 @@ std::optional<QRect> BoxAt(const CheckedTheme& theme, const ThemePlace& place,
                            const BoxEndings& endings = {});
 std::optional<ThemeStyle> StyleAt(const CheckedTheme& theme, const ThemePlace& place, bool isSelected);
 
+// The height of a capital in pixels, in the font that is drawn for the style.
+double CapitalHeight(const ThemeStyle& style);
+
 // Returns the picture of that name; a null picture when it cannot be read.
 QImage PictureOf(const CheckedTheme& theme, const QString& name);
 

@@ -12,8 +12,7 @@
 namespace {
 
 constexpr double kLeastContrast = 4.5;
-// Height of a capital and width of a digit, relative to the size of the font in pixels.
-constexpr double kCapital = 0.73;
+// Width of a digit relative to the size of the font in pixels.
 constexpr double kDigit = 0.55;
 constexpr double kPixelsOfPoint = 96 / 72.0;
 
@@ -82,11 +81,11 @@ double WorstContrast(const QImage& ground, QRgb colour) {
     return worst;
 }
 
-// The rows of a rectangle that capitals occupy, for one line of text or for three.
-QRect Band(const QRect& box, int points, int lines) {
-    const int half =
-        static_cast<int>(std::lround(points * kPixelsOfPoint * kCapital / 2)) + (lines == 3 ? points + 2 : 0);
-    return {box.x(), box.y() + box.height() / 2 - half, box.width(), 2 * half};
+// The rows of a rectangle that capitals occupy when the first and the last line are that far below its
+// middle.
+QRect Band(const QRect& box, const ThemeStyle& style, int first = 0, int last = 0) {
+    const int half = static_cast<int>(std::lround(CapitalHeight(style) / 2));
+    return {box.x(), box.y() + box.height() / 2 + first - half, box.width(), last - first + 2 * half};
 }
 
 void Measure(Measurement& all, const ThemePlace& key, bool isSelected, const ThemeStyle& style,
@@ -109,17 +108,33 @@ void MeasureLine(Measurement& all, const ThemePlace& key, bool isSelected, const
     const auto style = StyleAt(all.theme, key, isSelected);
     const auto box = BoxAt(all.theme, key);
     if (style && box) {
-        Measure(all, key, isSelected, *style, Band(*box, style->points, 1), {picture});
+        Measure(all, key, isSelected, *style, Band(*box, *style), {picture});
     }
 }
 
+enum class Part { kLabel, kTitle, kArtist };
 struct SlotText {
+    Part part;
     const char* style;
     const char* box;
-    int lines;
 };
-constexpr std::array kSlotTexts = {SlotText{"NumSaisie", "NumSaisie", 1}, SlotText{"TitreTitre", "Titre", 3},
-                                   SlotText{"TitreInterprete", "Titre", 3}};
+constexpr std::array kSlotTexts = {SlotText{Part::kLabel, "NumSaisie", "NumSaisie"},
+                                   SlotText{Part::kTitle, "TitreTitre", "Titre"},
+                                   SlotText{Part::kArtist, "TitreInterprete", "Titre"}};
+
+// The rows of a part of a slot. A title has one line or two, and the artist is below it. The distance between
+// the lines depends on the size of the title alone.
+QRect Rows(const QRect& box, Part part, const ThemeStyle& style, int titlePoints) {
+    switch (part) {
+    case Part::kTitle:
+        return Band(box, style, -(titlePoints + 2), 0);
+    case Part::kArtist:
+        return Band(box, style, (titlePoints + 5) / 2, titlePoints + 2);
+    case Part::kLabel:
+        break;
+    }
+    return Band(box, style);
+}
 
 void MeasureSlotText(Measurement& all, const SlotNumber& slot, const SlotText& text, bool isSelected) {
     const ThemePlace key{QStringLiteral("zonelist"),
@@ -127,17 +142,19 @@ void MeasureSlotText(Measurement& all, const SlotNumber& slot, const SlotText& t
     const auto style = StyleAt(all.theme, key, isSelected);
     const auto box = BoxAt(all.theme, SlotPart(slot, text.box));
     const auto cover = BoxAt(all.theme, SlotPart(slot, "Cover"));
-    if (!style || !box || !cover) {
+    const auto title =
+        StyleAt(all.theme, {key.section, QStringLiteral("ZoneListPisteTitreTitre")}, isSelected);
+    if (!style || !box || !cover || !title) {
         return;
     }
     QList<QRect> boxes = {*box};
-    if (text.lines == 3) {
+    if (text.part != Part::kLabel) {
         // Without a cover the text begins at its left edge.
         boxes += QRect(cover->x(), box->y(), box->x() + box->width() - cover->x(), box->height());
     }
     const QString zone = isSelected ? QStringLiteral("zonelist_hilight.png") : QStringLiteral("zonelist.png");
     for (const QRect& each : boxes) {
-        const QRect band = Band(each, style->points, text.lines);
+        const QRect band = Rows(each, text.part, *style, title->points);
         Measure(all, key, isSelected, *style, band, {zone});
         for (const char* mark :
              {"zonelist_nowplaying.png", "zonelist_comingnext.png", "zonelist_video.png"}) {
@@ -154,7 +171,7 @@ void MeasureNumber(Measurement& all, const SlotNumber& slot, bool isSelected) {
     if (!style || !box) {
         return;
     }
-    const QRect band = Band(*box, style->points, 1);
+    const QRect band = Band(*box, *style);
     const int width = static_cast<int>(std::lround(style->points * kPixelsOfPoint * kDigit * 3));
     const QRect digits(band.x() + std::max(band.width() - width, 0) / 2, band.y(),
                        std::min(width, band.width()), band.height());

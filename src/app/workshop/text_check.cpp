@@ -17,9 +17,6 @@
 
 namespace {
 
-// Height of a capital relative to the size of its font in pixels.
-constexpr double kCapital = 0.73;
-constexpr double kPixelsOfPoint = 96 / 72.0;
 const QString kDots = QStringLiteral("...");
 
 // A text of the theme: its rectangle, the keys of its look, and texts that the jukebox writes there.
@@ -36,10 +33,6 @@ int WidthOf(const ThemeStyle& style, const QString& text) {
     ruler.FontName = style.font;
     ruler.FontSize = style.points;
     return TextWidth(ruler, text);
-}
-
-double CapitalHeight(int points) {
-    return points * kPixelsOfPoint * kCapital;
 }
 
 // The labels of a slot on the first two pairs of pages.
@@ -197,14 +190,14 @@ void CheckWidth(CheckedTheme& theme, const TextPlace& text, const ThemeStyle& st
 }
 
 void CheckHeight(CheckedTheme& theme, const TextPlace& text, const ThemeStyle& style) {
-    if (text.box.height() < CapitalHeight(style.points)) {
+    if (text.box.height() < CapitalHeight(style)) {
         TellKey(
             theme, Level::kWarning, {text.place.section, text.place.prefix + u'H'},
             QStringLiteral("the rectangle is %1 high, but capitals in [%2] %3 are %4, and text that is too "
                            "high is not cut.")
                 .arg(text.box.height())
                 .arg(SizeKey(text).section, SizeKey(text).prefix)
-                .arg(std::lround(CapitalHeight(style.points))),
+                .arg(std::lround(CapitalHeight(style))),
             QStringLiteral("Make it higher, or the font smaller."));
     }
 }
@@ -221,8 +214,8 @@ void CheckThreeLines(CheckedTheme& theme, const SlotNumber& slot, bool isSelecte
     }
     const double middle = box->y() + box->height() / 2.0;
     const double step = title->points + 2;
-    const double top = middle - step - CapitalHeight(title->points) / 2;
-    const double bottom = middle + step + CapitalHeight(artist->points) / 2;
+    const double top = middle - step - CapitalHeight(*title) / 2;
+    const double bottom = middle + step + CapitalHeight(*artist) / 2;
     if (top < whole->y() || bottom > whole->y() + whole->height()) {
         TellKey(theme, Level::kWarning, SlotPart(slot, "TitreY"),
                 QStringLiteral("a title of two lines and its artist%1 do not fit into the slot.")

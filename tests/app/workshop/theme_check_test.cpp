@@ -121,6 +121,8 @@ const Mistake kMistakes[] = {
      Level::kWarning, u"main_active_selected.png", {u"192x100", u"main.png is 192x120"}},
     {"ZoneOfAnotherSize", PLANT { SetKey(theme, "zonelist", "ZoneListWidth", "400"); },
      Level::kWarning, kIni, {u"[zonelist] ZoneListWidth", u"448x360"}},
+    {"ZoneWiderThanTheScreen", PLANT { SetKey(theme, "horitontal", "BlockMainX", "200"); },
+     Level::kWarning, kIni, {u"[zonelist] ZoneList", u"448x360", u"not inside the theme as [horitontal]"}},
     {"BarOfAnotherWidth", PLANT { theme.Save(QStringLiteral("playlist_playlisthilight.png"), Blank(170, 26)); },
      Level::kWarning, u"playlist_playlisthilight.png", {u"170 wide", u"BlockPlaylistPlaylistW"}},
     {"HighBar", PLANT { theme.Save(QStringLiteral("playlist_playlisthilight.png"), Blank(180, 200)); },
