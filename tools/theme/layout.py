@@ -237,11 +237,11 @@ def default_layout():
         label=Rect(8, 26, 48, 46),
         number=Rect(75, 24, 50, 50),
         cover=Rect(60, 9, 80, 80),
-        title=Rect(146, 11, 518, 78),
+        title=Rect(146, 13, 518, 78),
         video=Rect(22, 66, 20, 20),
         queue=Rect(22, 13, 20, 20),
     )
-    sizes = {"label": 24, "number": 17, "title": 30, "artist": 19, "queue": 16,
+    sizes = {"label": 24, "number": 17, "title": 29, "artist": 19, "queue": 16,
              "counter": 36, "line1": 18, "line2": 46, "command": 15}  # fmt: skip
     return Layout(
         **block_layout(1400),
@@ -305,7 +305,7 @@ def touch_layout():
         video=Rect(90, 10, 22, 22),
         queue=Rect(62, 10, 22, 22),
     )
-    sizes = {"label": 23, "number": 25, "title": 34, "artist": 21, "queue": 16,
+    sizes = {"label": 23, "number": 25, "title": 33, "artist": 21, "queue": 16,
              "counter": 38, "line1": 19, "line2": 44, "command": 15}  # fmt: skip
     return Layout(
         **block_layout(1480),

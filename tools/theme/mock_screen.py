@@ -135,9 +135,8 @@ def three_lines(font, title, width):
     return head, title[len(head) :].strip()
 
 
-def draw_titles(image, theme, slot_box, sample, placed, hilight):
-    """Title and artist in one, two or three lines."""
-    _, title, artist, _, _, _ = sample
+def title_lines(theme, slot_box, title, artist, placed, hilight):
+    """Title and artist in one, two or three lines: the text, style and box of each."""
     titre, cover = slot_box("Titre"), slot_box("Cover")
     x, width = (titre[0], titre[2]) if placed else (cover[0], titre[0] - cover[0] + titre[2])
     plain = theme.ini.style("zonelist", "ZoneListPisteTitreTitre")
@@ -153,8 +152,13 @@ def draw_titles(image, theme, slot_box, sample, placed, hilight):
         step = style[1] + 2
         head, tail = three_lines(font, title, titre[2])
         lines, top = [(head, style), (tail, style), (artist, second)], titre[1] - step
-    for i, (text, line_style) in enumerate(lines):
-        draw_text(image, theme, text, (x, top + i * step, width, titre[3]), line_style)
+    return [(text, line_style, (x, top + i * step, width, titre[3])) for i, (text, line_style) in enumerate(lines)]
+
+
+def draw_titles(image, theme, slot_box, sample, placed, hilight):
+    _, title, artist, _, _, _ = sample
+    for text, style, box in title_lines(theme, slot_box, title, artist, placed, hilight):
+        draw_text(image, theme, text, box, style)
 
 
 def sample_cover(size):
