@@ -88,6 +88,12 @@ struct X11Hold::Server {
     void Watch(bool isManaged);
 
     void Send(Window window, const char* type, long first, long second) const;
+    // The X server's clock. A request with an earlier time than the last change of the focus is ignored.
+    Time TimeNow() const;
+    // Asks for the focus and the front.
+    void Activate(Window window) const {
+        Send(window, "_NET_ACTIVE_WINDOW", kForTheUser, static_cast<long>(TimeNow()));
+    }
     // A state that the window manager does not know counts as set.
     bool HasState(Window window, const char* state) const;
     // Each of these asks for what is missing. The first two return whether nothing was.
@@ -113,6 +119,8 @@ struct X11Hold::Server {
 
     Display* display;
     Window root;
+    // Never shown; its properties tell the time.
+    Window clock;
     // The toolkit's connection: a grab sends the keys to windows of its own connection only.
     Display* toolkit;
     unsigned long idBase;
@@ -125,10 +133,12 @@ struct X11Hold::Server {
 };
 
 X11Hold::Server::Server(Display* ownDisplay, const QNativeInterface::QX11Application& x11)
-    : display(ownDisplay), root(DefaultRootWindow(ownDisplay)), toolkit(x11.display()),
-      idBase(xcb_get_setup(x11.connection())->resource_id_base),
+    : display(ownDisplay), root(DefaultRootWindow(ownDisplay)),
+      clock(XCreateWindow(ownDisplay, root, -1, -1, 1, 1, 0, 0, InputOnly, nullptr, 0, nullptr)),
+      toolkit(x11.display()), idBase(xcb_get_setup(x11.connection())->resource_id_base),
       idMask(xcb_get_setup(x11.connection())->resource_id_mask), wmCheck(Named("_NET_SUPPORTING_WM_CHECK")) {
     XSelectInput(display, root, PropertyChangeMask);
+    XSelectInput(display, clock, PropertyChangeMask);
 }
 
 X11Hold::Server::~Server() {
@@ -184,6 +194,13 @@ void X11Hold::Server::Send(Window window, const char* type, long first, long sec
     XSendEvent(display, root, False, SubstructureNotifyMask | SubstructureRedirectMask, &event);
 }
 
+Time X11Hold::Server::TimeNow() const {
+    XChangeProperty(display, clock, XA_WM_NAME, XA_STRING, 8, PropModeAppend, nullptr, 0);
+    XEvent event = {};
+    XWindowEvent(display, clock, PropertyChangeMask, &event);
+    return event.xproperty.time;
+}
+
 bool X11Hold::Server::HasState(Window window, const char* state) const {
     const Atom atom = Named(state);
     return !Contains(supported, atom) || Contains(LongsOf(window, Named("_NET_WM_STATE"), XA_ATOM), atom);
@@ -195,7 +212,7 @@ bool X11Hold::Server::KeepVisible(const HeldWindow& held) const {
         return true;
     }
     XMapRaised(display, held.id);
-    Send(held.id, "_NET_ACTIVE_WINDOW", kForTheUser, CurrentTime);
+    Activate(held.id);
     return false;
 }
 
@@ -229,7 +246,7 @@ void X11Hold::Server::KeepFocus(const HeldWindow& top) const {
     int revert = 0;
     XGetInputFocus(display, &focus, &revert);
     if (!IsOfToolkit(focus)) {
-        Send(top.id, "_NET_ACTIVE_WINDOW", kForTheUser, CurrentTime);
+        Activate(top.id);
     }
 }
 
@@ -417,6 +434,6 @@ bool X11Hold::KeepInFront(const HeldWindows& windows) {
     if (attempts_ > 1) {
         XSetInputFocus(server_->display, server_->ClientOf(above), RevertToParent, CurrentTime);
     }
-    server_->Send(windows.back().id, "_NET_ACTIVE_WINDOW", kForTheUser, CurrentTime);
+    server_->Activate(windows.back().id);
     return false;
 }
