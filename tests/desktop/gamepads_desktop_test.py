@@ -172,9 +172,12 @@ class Gamepads(desk.DeskTest):
         self.start_and_see()
         for pad, name in zip(pads, ("Test Pad", "Other Pad")):
             self.see_pad(pad, name)
-        for count, pad in enumerate(pads, 1):
+        for pad in pads:
+            before = self.count_taken()
             pad.point(ABS_HAT0Y, 1)
-            desk.wait_until(lambda wanted=count: self.count_taken() == wanted, "a direction of each pad")
+            # A busy machine may see the direction long enough for it to repeat.
+            desk.wait_until(lambda: self.count_taken() > before, "a direction of each pad")
+            self.see_rest("the list")
 
     def test_an_encoder_without_udev(self):
         pad = self.pad(buttons=range(BTN_TRIGGER, BTN_TRIGGER + 12), axes=STICK, properties=())

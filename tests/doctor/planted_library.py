@@ -3,6 +3,7 @@
 import os
 import pathlib
 import shutil
+import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -158,7 +159,6 @@ def plant_settings(p):
         text = text.replace(old, new, 1)
         p.plant(level, "settings", config, word)
     p.plant("warning", "settings", config, "ShowTrackNum is missing")
-    text = text.replace(b"StartPath=", b"StartPath=" + p.music, 1)
     with open(config, "wb") as file:
         file.write(text)
     for name, content, level, word in (
@@ -185,7 +185,7 @@ def make(base, tracks):
     os.chmod(base, 0o755)
     music, home = base / "music", base / "home"
     music.mkdir()
-    shutil.copytree(ROOT / "home", home)
+    subprocess.run([ROOT / "tools/make_home.sh", ROOT / "home", home, music], check=True)
     (home / "playlists").mkdir(exist_ok=True)
     planted = Planted(music, home)
     track = (ROOT / "demo" / "Amazing_Grace.mp3").read_bytes()[-20000:]
