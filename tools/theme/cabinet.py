@@ -322,8 +322,8 @@ class Cabinet:
         x, y, w, h = box
         sheet.rounded(box, 0, (16, 11, 9))
         if lit:
-            sheet.rounded((x + 2, y + 2, w - 4, h - 5), 6, [(0, (84, 46, 20)), (1, (58, 30, 12))])
-            sheet.ring((x + 2, y + 2, w - 4, h - 5), 6, 2, AMBER)
+            sheet.rounded((x + 2, y + 4, w - 4, h - 6), 6, [(0, (84, 46, 20)), (1, (58, 30, 12))])
+            sheet.ring((x + 2, y + 4, w - 4, h - 6), 6, 2, AMBER)
         else:
             sheet.rounded((x + 12, y + h - 1, w - 24, 1), 0, (46, 34, 27))
 

@@ -234,7 +234,7 @@ class Diner:
         x, y, w, h = box
         sheet.rounded(box, 0, PANEL)
         if lit:
-            sheet.rounded((x + 2, y + 2, w - 4, h - 5), 10, CHERRY)
+            sheet.rounded((x + 2, y + 4, w - 4, h - 6), 10, CHERRY)
         else:
             sheet.rounded((x + 12, y + h - 1, w - 24, 1), 0, (196, 208, 192))
 

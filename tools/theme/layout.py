@@ -210,9 +210,9 @@ def block_layout(width):
         },
         # A small video of 4:3 or 16:9 begins and ends between the words of two rows of this height.
         "command_row": (346, 47),
-        "option_label": Rect(14, 3, 142, 41),
-        "option_choice": Rect(200, 3, 106, 41),
-        "command_button": Rect(98, 3, 150, 41),
+        "option_label": Rect(14, 6, 142, 40),
+        "option_choice": Rect(200, 6, 106, 40),
+        "command_button": Rect(98, 6, 150, 40),
         "keyboard": (1000, 600),
         "keyboard_title": Rect(44, 20, 912, 40),
         "keyboard_text": Rect(60, 72, 880, 64),
