@@ -4,14 +4,15 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 
 namespace {
 
-double Milliseconds(const Contender& contender) {
+double Milliseconds(const Contender& contender, double (*now)()) {
     contender.before();
-    const auto start = std::chrono::steady_clock::now();
+    const double start = now();
     contender.work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    return now() - start;
 }
 
 double Median(std::vector<double> values) {
@@ -22,15 +23,26 @@ double Median(std::vector<double> values) {
 
 } // namespace
 
-std::vector<Figure> RunInTurn(const std::vector<Contender>& contenders, int rounds) {
+double WallMilliseconds() {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double, std::milli>(now).count();
+}
+
+double ProcessorMilliseconds() {
+    timespec used{};
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
+    return static_cast<double>(used.tv_sec) * 1e3 + static_cast<double>(used.tv_nsec) / 1e6;
+}
+
+std::vector<Figure> RunInTurn(const std::vector<Contender>& contenders, int rounds, double (*now)()) {
     for (const Contender& contender : contenders) {
-        Milliseconds(contender);
+        Milliseconds(contender, now);
     }
     std::vector<std::vector<double>> times(contenders.size());
     std::vector<std::vector<double>> ratios(contenders.size());
     for (int round = 0; round < rounds; ++round) {
         for (std::size_t i = 0; i < contenders.size(); ++i) {
-            times[i].push_back(Milliseconds(contenders[i]));
+            times[i].push_back(Milliseconds(contenders[i], now));
             ratios[i].push_back(times[i].back() / times[0].back());
         }
     }

@@ -22,9 +22,14 @@ struct Figure {
     double ratio = 0;
 };
 
-// Runs all contenders once for warmth, then `rounds` times in turn (A B C A B C ...), so that a machine whose
-// speed drifts slows all of them alike.
-std::vector<Figure> RunInTurn(const std::vector<Contender>& contenders, int rounds);
+// The time and the CPU time of the process so far, in milliseconds.
+double WallMilliseconds();
+double ProcessorMilliseconds();
+
+// Runs all contenders once to warm up, then `rounds` times in turn (A B C A B C ...), so that a change of the
+// machine's speed affects all of them equally.
+std::vector<Figure> RunInTurn(const std::vector<Contender>& contenders, int rounds,
+                              double (*now)() = WallMilliseconds);
 
 // Prints a row: the title, then a line a contender with its time and its ratio to the first.
 void PrintRow(const QString& title, const std::vector<Figure>& figures);

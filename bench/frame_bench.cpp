@@ -2,139 +2,22 @@
 #include "frame_bench.h"
 
 #include "bench.h"
-#include "platform/simulated/simulated_platform.h"
+#include "bench_jukebox.h"
 #include "rendering/page_anim.h"
 #include "rendering/playlist_block.h"
 #include "rendering/redraw_jukebox.h"
-#include "settings/ini_file.h"
-#include "shell/hand_down.h"
-#include "shell/start_up.h"
-#include "state/form_main.h"
-
-#include <QDir>
-#include <QFile>
-#include <QImage>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <vector>
 
 namespace {
 
-constexpr int kScreenWidth = 1920;
-constexpr int kScreenHeight = 1080;
-
-void WriteFile(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-        std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
-        std::exit(1);
-    }
-}
-
-QByteArray ReadFile(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        std::fprintf(stderr, "cannot read %s\n", qPrintable(path));
-        std::exit(1);
-    }
-    return file.readAll();
-}
-
-// Scales a number of theme.ini; anything else is unchanged.
-QByteArray ScaledLine(const QByteArray& line, double scale) {
-    const qsizetype equals = line.indexOf('=');
-    bool number = false;
-    const double value = line.mid(equals + 1).trimmed().toDouble(&number);
-    const bool counts = line.startsWith("ZoneListNbTracksParColonne") || line.startsWith("Key");
-    if (equals < 0 || !number || counts) {
-        return line;
-    }
-    return line.left(equals + 1) + QByteArray::number(qRound(value * scale));
-}
-
-// Copies a theme with all numbers and pictures scaled.
-void ScaleTheme(const QString& from, const QString& to, double scale) {
-    QDir().mkpath(to);
-    const QStringList names = QDir(from).entryList(QDir::Files);
-    for (const QString& name : names) {
-        const QString source = from + u'/' + name;
-        if (name.endsWith(QStringLiteral(".png"))) {
-            const QImage image(source);
-            image.scaled(image.size() * scale, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-                .save(to + u'/' + name);
-        } else if (name == u"theme.ini") {
-            QByteArray scaled;
-            for (const QByteArray& line : ReadFile(source).split('\n')) {
-                scaled += ScaledLine(line, scale) + '\n';
-            }
-            WriteFile(to + u'/' + name, scaled);
-        } else {
-            QFile::copy(source, to + u'/' + name);
-        }
-    }
-}
-
-// A home with the default configuration, a theme at the scale, and a music folder of 40 tracks.
-void MakeHome(const QString& delivered, const QString& home, double scale) {
-    const QString music = home + QStringLiteral("/music");
-    QDir().mkpath(music);
-    QDir().mkpath(home + QStringLiteral("/playlists"));
-    for (int i = 1; i <= 40; ++i) {
-        WriteFile(QStringLiteral("%1/%2 - Artist %2 - A Song of Number %2.mp3")
-                      .arg(music)
-                      .arg(i, 2, 10, QChar(u'0')),
-                  QByteArray());
-    }
-    ScaleTheme(delivered + QStringLiteral("/themes/default"), home + QStringLiteral("/themes/default"),
-               scale);
-    IniFile config(ReadFile(delivered + QStringLiteral("/config.ini")));
-    config.SetValue(QStringLiteral("Main"), QStringLiteral("StartPath"), music);
-    WriteFile(home + QStringLiteral("/config.ini"), config.Bytes());
-}
-
-// A jukebox on a simulated machine with a screen of 1920x1080.
-class BenchJukebox {
-public:
-    BenchJukebox(const QString& delivered, double scale)
-        : platform(OneScreen()), form(platform.ports(), HandDown()) {
-        MakeHome(delivered, folder_.path(), scale);
-        form.shell.AppFolder = folder_.path();
-        Form_Load(form);
-    }
-
-private:
-    static SimulationOptions OneScreen() {
-        SimulationOptions options;
-        options.screens = {QRect(0, 0, kScreenWidth, kScreenHeight)};
-        return options;
-    }
-
-    QTemporaryDir folder_;
-
-public:
-    SimulatedPlatform platform;
-    Form_Main form;
-};
-
-// Copies a picture of the screen's size.
-class ScreenCopy {
-public:
-    void Run() { std::memcpy(copy_.data(), screen_.data(), copy_.size()); }
-
-private:
-    std::vector<char> screen_ =
-        std::vector<char>(static_cast<std::size_t>(kScreenWidth) * kScreenHeight * 4, 1);
-    std::vector<char> copy_ = std::vector<char>(screen_.size());
-};
-
 void BenchFrame(const QString& title, const QString& delivered, double scale) {
-    BenchJukebox box(delivered, scale);
-    ScreenCopy copy;
+    const BenchHome home{.delivered = delivered, .scale = scale};
+    BenchJukebox box(home);
+    box.Load();
+    ScreenCopy copy(home.screen);
     PrintRow(title, RunInTurn({{QStringLiteral("one memcpy of the screen"), [&] { copy.Run(); }},
                                {QStringLiteral("RedrawJukebox"), [&] { RedrawJukebox(box.form); }}},
                               51));
@@ -191,8 +74,10 @@ Times MediansOf(const std::vector<Times>& turns) {
 
 void BenchTurn(const QString& title, const QString& delivered, double scale) {
     constexpr int kTurns = 9;
-    BenchJukebox box(delivered, scale);
-    ScreenCopy copy;
+    const BenchHome home{.delivered = delivered, .scale = scale};
+    BenchJukebox box(home);
+    box.Load();
+    ScreenCopy copy(home.screen);
     copy.Run();
     TurnPage(box);
     Times copies;
@@ -253,7 +138,8 @@ void DrawUnknown(Form_Main& form) {
 void BenchQueue(const QString& homeFolder) {
     constexpr int kShort = 50;
     constexpr int kLong = 500;
-    BenchJukebox box(homeFolder, 1.0);
+    BenchJukebox box({.delivered = homeFolder});
+    box.Load();
     Form_Main& form = box.form;
     const auto subject = [&](const QString& name, int count, void (*draw)(Form_Main&)) {
         return Contender{name.arg(count), [&form, draw] { draw(form); },

@@ -3,6 +3,7 @@
 
 #include "bench.h"
 #include "settings/ini_file.h"
+#include "theme_bench.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -63,7 +64,7 @@ void StartOnce(const ScreenPixel& pixel, QProcess& process, const QStringList& c
     }
 }
 
-void MakeHome(const QString& delivered, const QString& demo, const QString& home) {
+void MakeHome(const QString& delivered, const QString& demo, const QString& theme, const QString& home) {
     QProcess::execute(QStringLiteral("cp"), {QStringLiteral("-rT"), delivered, home});
     QFile file(home + QStringLiteral("/config.ini"));
     if (!file.open(QIODevice::ReadWrite)) {
@@ -72,6 +73,7 @@ void MakeHome(const QString& delivered, const QString& demo, const QString& home
     }
     IniFile config(file.readAll());
     config.SetValue(QStringLiteral("Main"), QStringLiteral("StartPath"), demo);
+    config.SetValue(QStringLiteral("Main"), QStringLiteral("Theme"), theme);
     file.resize(0);
     file.write(config.Bytes());
 }
@@ -84,8 +86,6 @@ void BenchStart(const QString& programs, const QString& homeFolder, const QStrin
         std::printf("Start to first frame: left out, there is no X display\n");
         return;
     }
-    const QTemporaryDir home;
-    MakeHome(homeFolder, demoFolder, home.path());
     const ScreenPixel pixel(display);
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -97,12 +97,17 @@ void BenchStart(const QString& programs, const QString& homeFolder, const QStrin
     const auto subject = [&](const QString& name, const QStringList& command) {
         return Contender{name, [&, command] { StartOnce(pixel, process, command); }, endLastRun};
     };
-    const std::vector<Contender> subjects = {
+    std::vector<Contender> subjects = {
         subject(QStringLiteral("a bare Qt window with one picture"),
                 {programs + QStringLiteral("/vantorix-bare-window"),
-                 home.path() + QStringLiteral("/themes/default/zonelist.png")}),
-        subject(QStringLiteral("vantorix"),
-                {programs + QStringLiteral("/vantorix"), QStringLiteral("--home"), home.path()})};
+                 homeFolder + QStringLiteral("/themes/default/zonelist.png")})};
+    const QTemporaryDir homes;
+    for (const QString& theme : ThemesOf(homeFolder)) {
+        const QString home = homes.filePath(theme);
+        MakeHome(homeFolder, demoFolder, theme, home);
+        subjects.push_back(subject(QStringLiteral("vantorix, theme %1").arg(theme),
+                                   {programs + QStringLiteral("/vantorix"), QStringLiteral("--home"), home}));
+    }
     PrintRow(QStringLiteral("Start to first frame"), RunInTurn(subjects, 15));
     process.kill();
     process.waitForFinished();

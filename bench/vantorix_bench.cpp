@@ -9,6 +9,7 @@
 #include "png_bench.h"
 #include "start_bench.h"
 #include "tag_bench.h"
+#include "theme_bench.h"
 #include "video_bench.h"
 
 #include <QApplication>
@@ -20,7 +21,7 @@ namespace {
 
 constexpr char kUsage[] =
     "vantorix-bench HOME_FOLDER DEMO_FOLDER "
-    "[ini|list|png|tags|frame|queue|turn|dialog|doctor|leds|start|video]...\n"
+    "[ini|list|png|tags|frame|queue|turn|dialog|doctor|leds|themes|start|video]...\n"
     "  the folders home/ and demo/ of the repository; without a word every row is measured\n";
 
 } // namespace
@@ -69,6 +70,9 @@ int main(int argc, char** argv) {
     }
     if (wanted("leds")) {
         BenchLeds(home);
+    }
+    if (wanted("themes")) {
+        BenchThemes(home);
     }
     if (wanted("start")) {
         const QString programs = QFileInfo(QString::fromLocal8Bit(argv[0])).absolutePath();
