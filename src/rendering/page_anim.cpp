@@ -11,6 +11,8 @@
 #include "state/log.h"
 #include "state/pause.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kLeft = 0;
@@ -28,26 +30,46 @@ Box LeafBox(const Form_Main& form, int page, int width) {
     return {x, whole.y, width, whole.height};
 }
 
-void CopyWhole(Surface& target, const Surface& source) {
-    BitBlt(target, {0, 0, source.Width(), source.Height()}, source, 0, 0);
+Box WholeOf(const Surface& surface) {
+    return {0, 0, surface.Width(), surface.Height()};
 }
 
-void CopyPage(Form_Main& form, int page) {
-    const Box box = PageBox(form, page);
-    BitBlt(form.frame.Picture_CacheTmp2, box, form.frame.Picture_Cache, box.x, box.y);
+void CopyPart(Surface& target, const Surface& source, const Box& part) {
+    BitBlt(target, part, source, part.x, part.y);
 }
+
+Box Common(const Box& a, const Box& b) {
+    const int left = std::max(a.x, b.x);
+    const int top = std::max(a.y, b.y);
+    return {left, top, std::min(a.x + a.width, b.x + b.width) - left,
+            std::min(a.y + a.height, b.y + b.height) - top};
+}
+
+// The moving leaf of one half of the turn.
+struct Leaf {
+    // The page that is already new.
+    int newPage = kLeft;
+    // The zone and the page that the leaf shows.
+    const Surface& from;
+    int page = kLeft;
+    // The width in the last frame; -1 before the first one.
+    int lastWidth = -1;
+};
 
 // Assembles and shows one frame: the old zone, the new page under the leaf, and the leaf squeezed to its
-// width.
-void ShowLeaf(Form_Main& form, int newPage, const Surface& leafFrom, int leafPage, double width) {
-    CopyWhole(form.frame.Picture_CacheTmp2, form.frame.Picture_CacheTmp);
-    CopyPage(form, newPage);
-    StretchBlt(form.frame.Picture_CacheTmp2, LeafBox(form, leafPage, width > 0 ? static_cast<int>(width) : 0),
-               leafFrom, PageBox(form, leafPage));
-    const Surface& frame = form.frame.Picture_CacheTmp2;
-    StretchBlt(form.frame.Picture_Main, ScaledBox(form, {0, 0, frame.Width(), frame.Height()}), frame,
-               {0, 0, frame.Width(), frame.Height()});
+// width. Frames of one half differ only where the wider one of two successive leaves is, because InputBusy
+// keeps everything else from drawing.
+void ShowLeaf(Form_Main& form, Leaf& leaf, double Width) {
+    const int width = Width > 0 ? static_cast<int>(Width) : 0;
+    Surface& frame = form.frame.Picture_CacheTmp2;
+    const Box changed =
+        leaf.lastWidth < 0 ? WholeOf(frame) : LeafBox(form, leaf.page, std::max(width, leaf.lastWidth));
+    CopyPart(frame, form.frame.Picture_CacheTmp, changed);
+    CopyPart(frame, form.frame.Picture_Cache, Common(PageBox(form, leaf.newPage), changed));
+    StretchBlt(frame, LeafBox(form, leaf.page, width), leaf.from, PageBox(form, leaf.page));
+    StretchBltPart(form.frame.Picture_Main, ScaledBox(form, WholeOf(frame)), frame, WholeOf(frame), changed);
     RefreshMain(form);
+    leaf.lastWidth = width;
 }
 
 void EndFrame(Form_Main& form) {
@@ -65,15 +87,17 @@ void Fold(Form_Main& form, int page) {
     double Width = form.theme.ZoneListPage(page).W.value();
     double Speed = 1;
     const double Accel = 1;
+    Leaf folding{page, form.frame.Picture_CacheTmp, page};
     while (Width > 0) {
-        ShowLeaf(form, page, form.frame.Picture_CacheTmp, page, Width);
+        ShowLeaf(form, folding, Width);
         Width -= Speed;
         Speed += Accel;
         EndFrame(form);
     }
     Width = 0;
+    Leaf opening{page, form.frame.Picture_Cache, other};
     while (Width < newWidth) {
-        ShowLeaf(form, page, form.frame.Picture_Cache, other, Width);
+        ShowLeaf(form, opening, Width);
         Width += Speed;
         Speed -= Accel;
         EndFrame(form);
@@ -92,7 +116,7 @@ void PageAnim(Form_Main& form, const QString& Direction) {
     form.shell.IdleTicks = 1;
     Resize(form.frame.Picture_CacheTmp, form.frame.Picture_Cache.Width(), form.frame.Picture_Cache.Height());
     Resize(form.frame.Picture_CacheTmp2, form.frame.Picture_Cache.Width(), form.frame.Picture_Cache.Height());
-    CopyWhole(form.frame.Picture_CacheTmp, form.frame.Picture_Cache);
+    CopyPart(form.frame.Picture_CacheTmp, form.frame.Picture_Cache, WholeOf(form.frame.Picture_Cache));
     DrawZoneList(form);
     if (form.frame.ZoneScaleX != 1.0) {
         form.frame.Picture_Main.stretchMode = kStretchFast;

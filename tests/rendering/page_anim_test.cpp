@@ -1,6 +1,7 @@
 // A page turn frame by frame: which leaf folds, what is under it, what opens.
 #include "rendering/page_anim.h"
 
+#include "rendering/geometry.h"
 #include "support/jukebox.h"
 
 #include <gtest/gtest.h>
@@ -196,6 +197,96 @@ TEST_F(PageTurn, DuringTheFoldTheBlocksAreNotOnTheScreenAndTheLastFrameBringsThe
         ASSERT_EQ(point.copy(left, 0, 192, 360), covered);
     }
     EXPECT_EQ(box.form.frame.Picture_Main.picture.copy(left, 0, 192, 360), before);
+}
+
+// One frame of a turn, assembled whole.
+class WholeFrames {
+public:
+    WholeFrames(const Form_Main& form, bool isForward) : form_(form), page_(isForward ? 1 : 0) {
+        const double newWidth = form.theme.ZoneListPage(0).W.value();
+        double speed = 1;
+        for (double width = form.theme.ZoneListPage(page_).W.value(); width > 0; width -= speed++) {
+            leaves_.push_back({static_cast<int>(width), true});
+        }
+        for (double width = 0; width < newWidth; width += speed--) {
+            leaves_.push_back({static_cast<int>(width), false});
+        }
+    }
+
+    std::size_t Count() const { return leaves_.size(); }
+
+    Surface Zone(std::size_t frame) const {
+        const auto [width, folds] = leaves_[frame];
+        const Surface& from = folds ? form_.frame.Picture_CacheTmp : form_.frame.Picture_Cache;
+        const int leaf = folds ? page_ : 1 - page_;
+        Surface zone = form_.frame.Picture_CacheTmp;
+        const Box under = PageBox(page_);
+        BitBlt(zone, under, form_.frame.Picture_Cache, under.x, under.y);
+        const Box page = PageBox(leaf);
+        const int x = leaf == 0 ? page.x + page.width - width : page.x;
+        StretchBlt(zone, {x, page.y, width, page.height}, from, page);
+        return zone;
+    }
+
+private:
+    struct LeafOf {
+        int width;
+        bool folds;
+    };
+    Box PageBox(int page) const {
+        Box box = BoxOf(form_.theme.ZoneListPage(page));
+        return {box.x + form_.theme.ZoneList.X.value(), box.y + form_.theme.ZoneList.Y.value(), box.width,
+                box.height};
+    }
+
+    const Form_Main& form_;
+    int page_;
+    std::vector<LeafOf> leaves_;
+};
+
+// Turns a page and compares every frame with one that is assembled whole.
+void CompareFrames(Jukebox& box, const QString& direction) {
+    Form_Main& form = box.form;
+    const WholeFrames frames(form, direction == u"+");
+    Surface screen;
+    std::size_t point = 0;
+    box.platform.pump.runPending = [&] {
+        if (point == 0) {
+            screen = form.frame.Picture_Main;
+            screen.stretchMode = kStretchFast;
+        } else if (point % 2 == 1) {
+            const Surface zone = frames.Zone(point / 2);
+            const Box whole{0, 0, zone.Width(), zone.Height()};
+            StretchBlt(screen, ScaledBox(form, whole), zone, whole);
+            EXPECT_EQ(form.frame.Picture_CacheTmp2.picture, zone.picture) << point;
+            EXPECT_EQ(form.frame.Picture_Main.picture, screen.picture) << point;
+        }
+        ++point;
+        return false;
+    };
+    form.library.CurrentPage = form.library.CurrentPage == 0 ? 1 : 0;
+    PageAnim(form, direction);
+    box.platform.pump.runPending = {};
+    EXPECT_EQ(point, 1 + 2 * frames.Count());
+}
+
+// Pages that overlap and have different widths, on screens of several scales.
+TEST_F(PageTurn, EveryFrameIsTheSameAsOneAssembledWhole) {
+    for (const QSize screen : {QSize(640, 360), QSize(1280, 720), QSize(500, 300), QSize(360, 640)}) {
+        for (const bool overlaps : {false, true}) {
+            Jukebox box(screen);
+            if (overlaps) {
+                box.SetTheme(u"zonelist"_s, u"ZoneListX"_s, u"7"_s);
+                box.SetTheme(u"zonelist"_s, u"ZoneListPageGaucheWidth"_s, u"240"_s);
+                box.SetTheme(u"zonelist"_s, u"ZoneListPageDroiteX"_s, u"190"_s);
+                box.SetTheme(u"zonelist"_s, u"ZoneListPageDroiteY"_s, u"-5"_s);
+            }
+            StartWith(box);
+            for (const QString& direction : {u"+"_s, u"-"_s}) {
+                CompareFrames(box, direction);
+            }
+        }
+    }
 }
 
 } // namespace

@@ -102,6 +102,12 @@ double Stretch::EdgeOf(int pixel) const {
     return from + (static_cast<double>(pixel) - to) * fromLength / toLength;
 }
 
+void Stretch::ShowOnly(int position, int length) {
+    first = FirstAtOrBehind(*this, first, end, position);
+    const auto behind = static_cast<int>(std::min<std::int64_t>(std::int64_t{position} + length, sourceSize));
+    end = FirstAtOrBehind(*this, first, end, behind);
+}
+
 Stretch VisibleStretch(int to, int toLength, int from, int fromLength, int targetSize, int sourceSize) {
     if (toLength < 1 || fromLength < 1) {
         return {};

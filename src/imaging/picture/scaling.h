@@ -26,6 +26,8 @@ struct Stretch {
     std::int64_t SourceOf(int pixel) const;
     // The position in the source of the left or upper edge of a target pixel.
     double EdgeOf(int pixel) const;
+    // Leaves visible only the pixels whose source pixel is one of `length` at `position`.
+    void ShowOnly(int position, int length);
 };
 
 // Returns a direction with its visible pixels, for a target and a source of these sizes. Accepts any numbers;

@@ -133,16 +133,11 @@ bool IsBeside(const Surface& surface, const SurfaceFont& font, int x, int y, con
     return std::int64_t{y} + reach.top >= surface.Height() || std::int64_t{y} + reach.bottom <= 0;
 }
 
-// Copies `from` out of a picture of height `height`. `lines` contains its lines from `top` on.
-void CopyStretched(Surface& target, const Box& to, const QImage& lines, int top, int height,
-                   const Box& from) {
-    const Stretch across = VisibleStretch(to.x, to.width, from.x, from.width, target.Width(), lines.width());
-    Stretch down = VisibleStretch(to.y, to.height, from.y, from.height, target.Height(), height);
+// Copies the visible pixels from a picture, in the quality of the target's stretch mode.
+void CopyVisible(Surface& target, const QImage& lines, const Stretch& across, const Stretch& down) {
     if (across.IsEmpty() || down.IsEmpty()) {
         return;
     }
-    down.from -= top;
-    down.sourceSize = lines.height();
     if (across.IsCopy() && down.IsCopy()) {
         CopyRows(target.picture, lines, across, down);
         return;
@@ -191,12 +186,29 @@ void Cls(Surface& surface) {
 }
 
 void StretchBlt(Surface& target, const Box& to, const Surface& source, const Box& from) {
-    CopyStretched(target, to, source.picture, 0, source.Height(), from);
+    CopyVisible(target, source.picture,
+                VisibleStretch(to.x, to.width, from.x, from.width, target.Width(), source.Width()),
+                VisibleStretch(to.y, to.height, from.y, from.height, target.Height(), source.Height()));
+}
+
+void StretchBltPart(Surface& target, const Box& to, const Surface& source, const Box& from, const Box& part) {
+    Stretch across = VisibleStretch(to.x, to.width, from.x, from.width, target.Width(), source.Width());
+    Stretch down = VisibleStretch(to.y, to.height, from.y, from.height, target.Height(), source.Height());
+    // A smoothly scaled pixel shows more than the source pixel under its middle.
+    if (target.stretchMode != kStretchHalftone || (across.IsCopy() && down.IsCopy())) {
+        across.ShowOnly(part.x, part.width);
+        down.ShowOnly(part.y, part.height);
+    }
+    CopyVisible(target, source.picture, across, down);
 }
 
 void StretchBltLines(Surface& target, const Box& to, const Surface& lines, int top, int height,
                      const Box& from) {
-    CopyStretched(target, to, lines.picture, top, height, from);
+    const Stretch across = VisibleStretch(to.x, to.width, from.x, from.width, target.Width(), lines.Width());
+    Stretch down = VisibleStretch(to.y, to.height, from.y, from.height, target.Height(), height);
+    down.from -= top;
+    down.sourceSize = lines.Height();
+    CopyVisible(target, lines.picture, across, down);
 }
 
 void BitBlt(Surface& target, const Box& to, const Surface& source, int fromX, int fromY) {

@@ -58,7 +58,11 @@ void Cls(Surface& surface);
 // pixels are copied unchanged in both modes.
 void StretchBlt(Surface& target, const Box& to, const Surface& source, const Box& from);
 
-// The same from a taller picture. `lines` contains the part that is copied, starting with line `top`.
+// Like StretchBlt onto a target that already shows the same rectangle of the source, which has changed only
+// inside `part`.
+void StretchBltPart(Surface& target, const Box& to, const Surface& source, const Box& from, const Box& part);
+
+// Like StretchBlt from a taller picture. `lines` contains the part that is copied, starting with line `top`.
 // `height` is the height of the whole picture. `lines` must contain all lines of `from` that the picture has.
 void StretchBltLines(Surface& target, const Box& to, const Surface& lines, int top, int height,
                      const Box& from);

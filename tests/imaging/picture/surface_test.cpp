@@ -251,6 +251,46 @@ TEST_P(SurfaceCopy, PixelsStayOpaque) {
     }
 }
 
+// The target shows an older picture, which is the same outside the part.
+TEST_P(SurfaceCopy, APartThatHasChangedIsCopiedAgain) {
+    const Box part{11, 7, 9, 6};
+    const Surface old = Ground();
+    const Surface source = MakeSurface(40, 30, [&](int x, int y) {
+        const bool isChanged =
+            x >= part.x && x < part.x + part.width && y >= part.y && y < part.y + part.height;
+        return isChanged ? qRgb(x, y, 200) : kGround;
+    });
+    for (const Box& to : {Box{0, 0, 40, 30}, Box{-3, 2, 95, 71}, Box{4, -5, 17, 19}}) {
+        Surface expected = MakeSurface(60, 50, [](int, int) { return kBlack; });
+        expected.stretchMode = GetParam();
+        Surface target = expected;
+        StretchBlt(expected, to, source, {0, 0, 40, 30});
+        StretchBlt(target, to, old, {0, 0, 40, 30});
+        StretchBltPart(target, to, source, {0, 0, 40, 30}, part);
+        EXPECT_EQ(target.picture, expected.picture) << to.width;
+    }
+}
+
+TEST_P(SurfaceCopy, APartOutOfAllProportionIsSafe) {
+    for (const int x : {kLeast, -1, 0, kMost}) {
+        for (const int width : {kLeast, 0, kMost}) {
+            Surface target = Ground();
+            target.stretchMode = GetParam();
+            StretchBltPart(target, {0, 0, 40, 30}, Ground(), {0, 0, 40, 30}, {x, x, width, width});
+            EXPECT_EQ(CountOf(target, kGround), 40 * 30);
+        }
+    }
+}
+
+// A fast copy of a part leaves the other pixels alone.
+TEST(SurfaceFastCopy, OnlyPixelsOfThePartAreCopied) {
+    for (const int size : {40, 80}) {
+        Surface target = MakeSurface(size, size, [](int, int) { return kBlack; });
+        StretchBltPart(target, {0, 0, size, size}, Ground(40, 40), {0, 0, 40, 40}, {10, 20, 5, 4});
+        EXPECT_EQ(CountOf(target, kGround), 20 * size / 40 * size / 40);
+    }
+}
+
 TEST(SurfaceFastCopy, EachPixelShowsTheOneUnderItsMiddle) {
     const Surface source = MakeSurface(8, 6, PatternAt);
     Surface target = Ground();
