@@ -45,6 +45,11 @@ bool PicturePixels::InitializeUnset(int width, int height) {
     return isTopDown_;
 }
 
+bool PicturePixels::InitializeClear(int width, int height) {
+    isTopDown_ = Allocate(width, height, AllocateClearPixels);
+    return isTopDown_;
+}
+
 bool PicturePixels::Allocate(int width, int height, void* (*allocate)(std::size_t bytes)) {
     DestroyDIB();
     const std::int64_t rows = std::abs(std::int64_t{height});

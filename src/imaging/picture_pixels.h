@@ -20,6 +20,9 @@ public:
     bool InitializeDIB(int width, int height);
     // The same with undefined contents, for a caller that writes every pixel, preferably through Line.
     bool InitializeUnset(int width, int height);
+    // The same as InitializeDIB for a caller that writes through Line. Rows that are never written take
+    // little or no memory in a large picture.
+    bool InitializeClear(int width, int height);
     // Empties the object and takes over memory from AllocatePixels: rows without gaps, the top row first.
     // Both sizes are at least 1.
     void TakePixels(PixelMemory memory, int width, int height);

@@ -11,6 +11,9 @@
 // and each costs a page fault at its first use.
 void* AllocatePixels(std::size_t bytes);
 
+// The same with bytes of 0. In a large block, pages that are never written take no memory.
+void* AllocateClearPixels(std::size_t bytes);
+
 struct FreePixels {
     void operator()(std::uint8_t* bytes) const { std::free(bytes); }
 };

@@ -65,10 +65,11 @@ TEST(PicturePixels, OneGigabyteIsAllowed) {
 }
 
 TEST(PicturePixels, RowsAreTheSameInEitherOrder) {
-    for (const bool isUnset : {false, true}) {
+    for (const auto initialize :
+         {&PicturePixels::InitializeDIB, &PicturePixels::InitializeUnset, &PicturePixels::InitializeClear}) {
         for (const int height : {1, 2, 5}) {
             PicturePixels pixels;
-            ASSERT_TRUE(isUnset ? pixels.InitializeUnset(1, height) : pixels.InitializeDIB(1, height));
+            ASSERT_TRUE((pixels.*initialize)(1, height));
             Number(pixels);
             Bytes topDown(static_cast<std::size_t>(height));
             std::iota(topDown.begin(), topDown.end(), std::uint8_t{1});

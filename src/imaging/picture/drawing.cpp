@@ -10,12 +10,20 @@
 
 namespace {
 
-bool IsOpaque(std::span<const std::uint8_t> pixels) {
+bool IsOpaqueRow(std::span<const std::uint8_t> row) {
     std::uint8_t all = 255;
-    for (std::size_t i = 3; i < pixels.size(); i += 4) {
-        all &= pixels[i];
+    for (std::size_t i = 3; i < row.size(); i += 4) {
+        all &= row[i];
     }
     return all == 255;
+}
+
+// Most transparent pictures are transparent in the first row.
+bool IsOpaque(std::span<const std::uint8_t> pixels, std::size_t line) {
+    while (!pixels.empty() && IsOpaqueRow(pixels.first(line))) {
+        pixels = pixels.subspan(line);
+    }
+    return pixels.empty();
 }
 
 // Returns the kept copy and makes it if necessary. Null when the part is to be drawn directly.
@@ -48,8 +56,10 @@ void DrawSmooth(PictureDrawing& drawing, QPainter& painter, const Stretch& acros
 } // namespace
 
 PictureDrawing MakeDrawing(std::span<const std::uint8_t> pixels, int width, int height) {
-    const auto format = IsOpaque(pixels) ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied;
-    return {QImage(pixels.data(), width, height, static_cast<qsizetype>(width) * 4, format), {}, {}, {}};
+    const qsizetype line = qsizetype{width} * 4;
+    const bool isOpaque = IsOpaque(pixels, static_cast<std::size_t>(line));
+    const auto format = isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied;
+    return {QImage(pixels.data(), width, height, line, format), {}, {}, {}};
 }
 
 PictureDrawing Mirrored(const PictureDrawing& drawing, bool across, bool down) {

@@ -232,16 +232,15 @@ bool cPNGparser::Decode(PicturePixels& cHost, ZlibLibrary& zlib) {
         return false;
     }
     const PngPixelWriter writer(header_, colours_);
-    const bool isMade = writer.WritesEveryPixel() ? cHost.InitializeUnset(header_.width, header_.height)
-                                                  : cHost.InitializeDIB(header_.width, header_.height);
-    if (!isMade) {
+    if (!cHost.InitializeClear(header_.width, header_.height)) {
         return false;
     }
     PngRows rows(header_, writer, cHost);
     if (DrawByOwnInflate(compressed_, *size, rows)) {
         return true;
     }
-    if (rows.IsBroken() || !FitsBeside(*size, cHost) || !zlib.Has("uncompress")) {
+    if (rows.IsBroken() || !FitsBeside(*size, cHost) || !zlib.Has("uncompress") ||
+        !cHost.InitializeClear(header_.width, header_.height)) {
         return false;
     }
     PngRows again(header_, writer, cHost);

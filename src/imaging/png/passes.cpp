@@ -158,11 +158,16 @@ bool PngRows::DrawRow() {
     const std::uint8_t* const prior = row_ == 0 ? nullptr : prior_.get() + 1;
     const std::span<std::uint8_t> line = host_.Line(pass_.firstRow + row_ * pass_.rowStep);
     const std::span<std::uint8_t> pixels = spread_.empty() ? line : std::span(spread_);
-    if (!Unfilter(bytes_[0], row, prior, PixelDistance(header_)) || !writer_.Write(row.data(), pixels)) {
+    if (!Unfilter(bytes_[0], row, prior, PixelDistance(header_))) {
         return false;
     }
-    if (!spread_.empty()) {
-        Spread(pixels, pass_, line);
+    if (!writer_.IsClear(row)) {
+        if (!writer_.Write(row.data(), pixels)) {
+            return false;
+        }
+        if (!spread_.empty()) {
+            Spread(pixels, pass_, line);
+        }
     }
     std::swap(bytes_, prior_);
     filled_ = 0;

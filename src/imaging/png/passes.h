@@ -30,7 +30,8 @@ struct PngPass {
 // Draws the rows of all passes as inflated data arrive.
 class PngRows {
 public:
-    // The host has the size that the header states. The host and the writer must outlive this object.
+    // The host has the size that the header states, and no pixel has been written yet: rows without a visible
+    // pixel are left as they are. The host and the writer must outlive this object.
     PngRows(const PngHeader& header, const PngPixelWriter& writer, PicturePixels& cHost);
 
     // Takes the next inflated data, any number of bytes. Ignores data after the last row. Returns false for

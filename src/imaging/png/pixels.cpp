@@ -53,6 +53,22 @@ PngPixelWriter::PngPixelWriter(const PngHeader& header, PngColours colours)
         FillPalette();
         PrepareLookUp();
     }
+    clearByte_ = ClearByte();
+}
+
+// With an alpha sample, zeros are clear pixels. Otherwise it is the first sample with a clear pixel, repeated
+// to fill a byte.
+int PngPixelWriter::ClearByte() const {
+    if (header_.colourType == kPngGreyAlpha || header_.colourType == kPngColourAlpha) {
+        return 0;
+    }
+    const unsigned highest = header_.bitDepth <= 8 ? (1U << header_.bitDepth) - 1 : 0;
+    for (unsigned sample = 0; sample < known_ && sample <= highest; ++sample) {
+        if (PixelOf(sample) == 0) {
+            return static_cast<int>(sample * (255 / highest));
+        }
+    }
+    return -1;
 }
 
 void PngPixelWriter::FillPalette() {
@@ -98,6 +114,11 @@ void PngPixelWriter::PrepareLookUp() {
         std::memcpy(pairs_[i].data() + kPixelBytes, lookUp_[i & 15U].data(), kPixelBytes);
         isPairKnown_[i] = (i >> 4) < known_ && (i & 15U) < known_ ? 1 : 0;
     }
+}
+
+bool PngPixelWriter::IsClear(std::span<const std::uint8_t> row) const {
+    return !row.empty() && row[0] == clearByte_ &&
+           std::memcmp(row.data(), row.data() + 1, row.size() - 1) == 0;
 }
 
 bool PngPixelWriter::WritesEveryPixel() const {

@@ -51,8 +51,9 @@ public:
     // forbids.
     bool Write(const std::uint8_t* row, std::span<std::uint8_t> target) const;
 
-    // Returns false for such a combination.
-    bool WritesEveryPixel() const;
+    // Whether an unfiltered row is known to contain only pixels with alpha 0. A quick test, which does not
+    // find every such row.
+    bool IsClear(std::span<const std::uint8_t> row) const;
 
 private:
     // The four bytes of the pixel for a sample.
@@ -61,8 +62,11 @@ private:
         std::memcpy(&pixel, lookUp_[sample].data(), sizeof pixel);
         return pixel;
     }
+    // Returns false for a combination of depth and type that the format forbids.
+    bool WritesEveryPixel() const;
     void FillPalette();
     void PrepareLookUp();
+    int ClearByte() const;
     bool WriteIndexed(const std::uint8_t* row, std::span<std::uint8_t> target) const;
     // For samples of one or two bits, if every sample value has a colour.
     template <unsigned Depth>
@@ -77,6 +81,8 @@ private:
     // The pixel for each sample of a palette or of greyscale below 16 bits, and the number of valid entries.
     std::array<std::array<std::uint8_t, 4>, 256> lookUp_{};
     unsigned known_ = 0;
+    // A row of only this byte is clear; -1 when there is no such byte.
+    int clearByte_ = -1;
     // For samples of four bits: the two pixels of each byte, and whether both are valid.
     std::array<std::array<std::uint8_t, 8>, 256> pairs_{};
     std::array<std::uint8_t, 256> isPairKnown_{};

@@ -8,8 +8,13 @@
 
 #include <QtEndian>
 
+#include <algorithm>
 #include <map>
 #include <string>
+#include <vector>
+
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace {
 
@@ -134,6 +139,50 @@ TEST(PngParser, TheLibrarysRowsBeginAnewBehindThoseThatTheOwnInflateMade) {
     for (int y = 0; y < 4; ++y) {
         EXPECT_EQ(PixelAt(image, 1, y), qRgb(y, y, y)) << y;
     }
+}
+
+// A library that inflates everything to zeros.
+class ZeroZlib : public CountingZlib {
+public:
+    int Uncompress(std::span<std::uint8_t> target, std::size_t& written,
+                   std::span<const std::uint8_t> /*source*/) override {
+        std::fill(target.begin(), target.end(), std::uint8_t{0});
+        written = target.size();
+        return 0;
+    }
+};
+
+// The first row is visible to the own inflate, which then fails.
+TEST(PngParser, ClearRowsOfTheLibraryReplaceVisibleOnes) {
+    const QByteArray row("\0\xAA\xBB\xCC\xDD", 5);
+    const QByteArray stream = QByteArray("\x78\x01\0\x05\0\xFA\xFF", 7) + row + QByteArray("\x07\0\0\0", 4);
+    ZeroZlib zlib;
+    PicturePixels image;
+    ASSERT_TRUE(Load(PngOf(1, 2, 8, kPngColourAlpha, stream), image, zlib));
+    EXPECT_EQ(PixelAt(image, 0, 0), 0U);
+}
+
+// The number of memory pages of the pixels that are in use.
+int PagesInUse(PicturePixels& image) {
+    const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    const std::span<std::uint8_t> first = image.Line(0);
+    std::vector<unsigned char> states(image.ByteCount() / page);
+    EXPECT_EQ(::mincore(first.data(), states.size() * page, states.data()), 0);
+    return static_cast<int>(
+        std::count_if(states.begin(), states.end(), [](auto state) { return state & 1; }));
+}
+
+// The last of 2048 rows has a visible pixel. Written whole, the picture takes 4096 pages of 4 KB.
+TEST(PngParser, ClearRowsTakeNoMemory) {
+    constexpr int kSide = 2048;
+    QByteArray data((1 + 4 * kSide) * kSide, '\0');
+    data.back() = '\xFF';
+    NoZlib zlib;
+    PicturePixels image;
+    ASSERT_TRUE(Load(PngOf(kSide, kSide, 8, kPngColourAlpha, qCompress(data).mid(4)), image, zlib));
+    EXPECT_LE(PagesInUse(image), 1024);
+    EXPECT_EQ(PixelAt(image, kSide - 1, kSide - 1), qRgba(0, 0, 0, 255));
+    EXPECT_EQ(PixelAt(image, kSide - 1, kSide - 2), 0U);
 }
 
 TEST(PngParser, WhatTheOwnInflateRefusesGoesToTheLibrary) {
