@@ -50,13 +50,11 @@ void ScaleTheme(const QString& from, const QString& to, double scale) {
     const QStringList names = QDir(from).entryList(QDir::Files);
     for (const QString& name : names) {
         const QString source = from + u'/' + name;
-        if (scale == 1.0) {
-            QFile::copy(source, to + u'/' + name);
-        } else if (name.endsWith(QStringLiteral(".png"))) {
+        if (scale != 1.0 && name.endsWith(QStringLiteral(".png"))) {
             const QImage image(source);
             image.scaled(image.size() * scale, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                 .save(to + u'/' + name);
-        } else if (name == u"theme.ini") {
+        } else if (scale != 1.0 && name == u"theme.ini") {
             QByteArray scaled;
             for (const QByteArray& line : ReadFile(source).split('\n')) {
                 scaled += ScaledLine(line, scale) + '\n';

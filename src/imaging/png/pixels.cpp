@@ -62,7 +62,10 @@ int PngPixelWriter::ClearByte() const {
     if (header_.colourType == kPngGreyAlpha || header_.colourType == kPngColourAlpha) {
         return 0;
     }
-    const unsigned highest = header_.bitDepth <= 8 ? (1U << header_.bitDepth) - 1 : 0;
+    if (header_.bitDepth > 8) {
+        return -1;
+    }
+    const unsigned highest = (1U << std::max(1, header_.bitDepth)) - 1;
     for (unsigned sample = 0; sample < known_ && sample <= highest; ++sample) {
         if (PixelOf(sample) == 0) {
             return static_cast<int>(sample * (255 / highest));

@@ -152,13 +152,17 @@ public:
     }
 };
 
-// The first row is visible to the own inflate, which then fails.
+// The own inflate draws many visible rows and then fails at a block of an unknown type.
 TEST(PngParser, ClearRowsOfTheLibraryReplaceVisibleOnes) {
-    const QByteArray row("\0\xAA\xBB\xCC\xDD", 5);
-    const QByteArray stream = QByteArray("\x78\x01\0\x05\0\xFA\xFF", 7) + row + QByteArray("\x07\0\0\0", 4);
+    constexpr int kRowsOfBlock = 13'000;
+    constexpr int kBlocks = 8;
+    const QByteArray block =
+        QByteArray("\0\xE8\xFD\x17\x02", 5) + QByteArray("\0\xAA\xAA\xAA\xAA", 5).repeated(kRowsOfBlock);
+    const QByteArray stream =
+        QByteArray("\x78\x01", 2) + block.repeated(kBlocks) + QByteArray("\x07\0\0\0", 4);
     ZeroZlib zlib;
     PicturePixels image;
-    ASSERT_TRUE(Load(PngOf(1, 2, 8, kPngColourAlpha, stream), image, zlib));
+    ASSERT_TRUE(Load(PngOf(1, kBlocks * kRowsOfBlock + 1, 8, kPngColourAlpha, stream), image, zlib));
     EXPECT_EQ(PixelAt(image, 0, 0), 0U);
 }
 
