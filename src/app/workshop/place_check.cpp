@@ -166,6 +166,22 @@ QSize PlaylistExtent(const CheckedTheme& theme) {
     return extent;
 }
 
+// A block that is wholly to the right of the theme is never visible: the picture area ends there.
+bool IsBeyondRightEdge(const QRect& block, const QRect& whole) {
+    return block.x() >= whole.width();
+}
+
+// Themes for bars keep the menu away from patrons in this way.
+void TellMenuBeyondEdge(CheckedTheme& theme, const Placed& menu, const QRect& whole) {
+    TellKey(
+        theme, Level::kNote, menu.place,
+        QStringLiteral("the menu at %1 is beyond the right edge of the theme, %2: nobody sees or touches it, "
+                       "and the big cover and the small video are not visible either.")
+            .arg(WordsOfBox(menu.box), WordsOfBox(whole)),
+        QStringLiteral("Keys still reach it: set ActiveCommandZone=false in config.ini if patrons have keys. "
+                       "If the menu should be visible, move it inside."));
+}
+
 void CheckOrientation(CheckedTheme& theme, const QString& section) {
     const QSize main = RectOf(theme, QStringLiteral("main.png")).size();
     const auto corner = [&](const char* key) { return NumberOf(theme, section, QString::fromLatin1(key)); };
@@ -190,6 +206,10 @@ void CheckOrientation(CheckedTheme& theme, const QString& section) {
         const auto y = NumberOf(theme, section, prefix + u'Y');
         if (x && y && !size.isEmpty()) {
             boxes.push_back({{section, prefix}, QRect(QPoint(*x, *y), size)});
+            if (prefix == u"BlockCommand" && IsBeyondRightEdge(boxes.back().box, whole)) {
+                TellMenuBeyondEdge(theme, boxes.back(), whole);
+                continue;
+            }
             CheckInside(
                 theme, boxes.back(), whole,
                 QStringLiteral("the theme, which ends at BlockMainX and BlockCommandY plus the size of "
