@@ -160,10 +160,57 @@ def touch_page():
     return (low * position + high * (1 - position)) * numpy.sin(numpy.pi * position**0.6) ** 2
 
 
+# "wall": an electric piano, and the handling of records ------------------------------------------------------------
+
+
+def reed(name, seconds):
+    """A note of an electric piano: a warm sine with an overtone that fades at once, and a slow tremolo."""
+    time = numpy.arange(round(seconds * RATE)) / RATE
+    phase = 2 * numpy.pi * note(name) * time
+    warm = numpy.sin(phase + 0.7 * numpy.exp(-time * 6) * numpy.sin(phase))
+    bar = warm + 0.12 * numpy.sin(7 * phase) * numpy.exp(-time * 26)
+    tremolo = 1 - 0.14 * (0.5 + 0.5 * numpy.sin(2 * numpy.pi * 4.6 * time))
+    return bar * tremolo * numpy.exp(-time * 2.6) * envelope(len(time), SOFT, 0.08)
+
+
+def wall_charge():
+    """The needle comes down with a soft thud and a little dust, and a chord opens."""
+    thud = modes(70.0, (1, 1.6), 26.0, 0.18) * 0.7
+    dust = band_noise(23, 0.5, 1500, 900) * 0.05 * envelope(round(0.5 * RATE), 0.05, 0.3)
+    notes = ((0.22, "D3"), (0.26, "A3"), (0.32, "C#4"), (0.4, "F#4"), (0.5, "E4"))
+    return mixed((0.0, thud), (0.05, dust), *[(start, 0.5 * reed(name, 1.1)) for start, name in notes])
+
+
+def wall_coin():
+    """Two notes that rise, the second with its fifth."""
+    return mixed((0.0, 0.8 * reed("E4", 0.4)), (0.13, reed("A4", 0.8)), (0.13, 0.5 * reed("E5", 0.8)))
+
+
+def wall_move():
+    """A fingertip on cardboard."""
+    return modes(310.0, (1, 2.2), 60.0, 0.1)
+
+
+def wall_refusal():
+    """Two low notes, falling a minor third."""
+    return mixed((0.0, reed("F3", 0.26)), (0.2, reed("D3", 0.42)))
+
+
+def wall_page():
+    """Records that are flipped in a bin: three soft flaps of cardboard, each a little lower."""
+    parts = []
+    for i, (start, middle) in enumerate(((0.0, 950), (0.1, 820), (0.21, 640))):
+        flap = band_noise(31 + i, 0.2, middle, 420)
+        time = numpy.arange(len(flap)) / RATE
+        parts.append((start, (0.6 + 0.2 * i) * flap * numpy.exp(-time / 0.06) * envelope(len(flap), 0.01, 0.04)))
+    return mixed(*parts)
+
+
 NAMES = ("charge.mp3", "insertcoin.mp3", "move.mp3", "NoCredit.mp3", "PageTurn.mp3")
 SETS = {
     "default": (cabinet_charge, cabinet_coin, cabinet_move, cabinet_refusal, cabinet_page),
     "touch": (touch_charge, touch_coin, touch_move, touch_refusal, touch_page),
+    "wall": (wall_charge, wall_coin, wall_move, wall_refusal, wall_page),
 }
 # The tests tell their sounds apart by pitch.
 TEST_NOTES = dict(zip(NAMES, ("C5", "D5", "E5", "F5", "G5")))

@@ -100,11 +100,12 @@ class Scripts(unittest.TestCase):
             if not line.startswith("#"):
                 theme, *names = line.split()
                 fonts.setdefault(theme, set()).add(pathlib.Path(names[-1]))
-        self.assertEqual(set(fonts), {"default", "touch"})
+        self.assertEqual(set(fonts), {"default", "touch", "wall"})
         self.make_home()
-        # Only one theme is delivered here: fonts do not create a folder for the other.
+        # Only one theme is delivered here: fonts do not create folders for the others.
         self.assertEqual({file.name for file in (self.home / "themes").rglob("*.ttf")}, {font.name for font in fonts["default"]})
-        self.assertFalse((self.home / "themes" / "touch").exists())
+        for theme in ("touch", "wall"):
+            self.assertFalse((self.home / "themes" / theme).exists())
 
     def test_run_names_a_folder_that_is_missing(self):
         for arguments in (["/there is no such folder"], ["a", "b"], ["--help"]):

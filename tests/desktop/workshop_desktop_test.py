@@ -44,6 +44,11 @@ class Check(Folder):
             with self.subTest(theme=theme):
                 self.assertEqual(findings(home / "themes" / theme, 0), [])
 
+    def test_the_menu_of_the_album_wall_is_beyond_the_screen(self):
+        for section, found in zip(("horitontal", "vertical"), findings(desk.ROOT / "home/themes/wall", 0), strict=True):
+            self.assertEqual(found["level"], "note")
+            self.assertIn(f"[{section}] BlockCommand: the menu at 4000,", found["text"])
+
     def test_the_themes_of_the_tests_lack_only_letters(self):
         for theme in ("default", "small"):
             with self.subTest(theme=theme):

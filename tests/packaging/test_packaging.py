@@ -201,7 +201,7 @@ class KioskCommand(PackagingTest):
 
 class InstallTree(PackagingTest):
     # The fonts are missing where their package was missing when CMake ran.
-    fonts = {f"/usr/share/vantorix/themes/{theme}/{font}" for theme in ("default", "touch")
+    fonts = {f"/usr/share/vantorix/themes/{theme}/{font}" for theme in ("default", "touch", "wall")
              for font in ("VantorixTitles.ttf", "RobotoCondensed-Medium.ttf")}
 
     def test_every_component_installs_what_the_list_has(self):

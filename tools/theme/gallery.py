@@ -105,8 +105,8 @@ def playlist_block(layout, look, focused, front):
     The front is to the right of the block and below it, where in landscape the other blocks cover it or the screen
     ends. The Main block stays uncovered: the front is transparent there.
     """
-    x, y, w, h = 0, 0, *layout.block
-    sheet = Sheet(front.size if front else layout.block)
+    x, y, w, h = 0, 0, *layout.playlist_block
+    sheet = Sheet(front.size if front else (w, h))
     if front:
         look.lower_front(sheet, layout, front)
     look.block(sheet, (x, y, w, h), focused)
@@ -206,5 +206,5 @@ def paint_all(layout, look, front_height):
     # Only the buttons of these pictures are used: the lower front would only take memory, and time at the start.
     for ending in ("active_selected_hilight", "active_unselected", "active_unselected_hilight"):
         name = f"playlist_{ending}.png"
-        images[name] = images[name].crop((0, 0, *layout.block))
+        images[name] = images[name].crop((0, 0, *layout.playlist_block))
     return images

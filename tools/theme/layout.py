@@ -124,6 +124,12 @@ class Layout:
     caption_font: Path
     # Moves the texts of a row of the queue down, in pixels; its lower part is the gap to the next row.
     queue_shift: int = 0
+    # The size of the Playlist block if it differs from that of the Main block.
+    playlist: tuple = ()
+
+    @property
+    def playlist_block(self):
+        return self.playlist or self.block
 
 
 def in_a_row(names, first, step):
@@ -347,6 +353,73 @@ def touch_layout():
         colours=colours,
         radius=16,
         queue_shift=-2,
+    )
+
+
+def wall_layout():
+    """The album wall: three shelves of two covers per page, and a queue of ten rows. The menu is beyond the screen."""
+    width, block, rows = 1520, (400, 360), 720
+    colours = Palette(
+        text=(255, 246, 238), dim=(222, 196, 212), accent=(255, 132, 104), ink=(44, 8, 14), ink_dim=(76, 14, 20),
+        playing=(92, 232, 148), waiting=(124, 198, 255), video=(236, 164, 255),
+    )  # fmt: skip
+    slot = Slot(
+        whole=Rect(0, 0, 373, 320),
+        label=Rect(250, 18, 102, 58),
+        number=Rect(76, 84, 76, 76),
+        cover=Rect(6, 14, 216, 216),
+        title=Rect(3, 236, 368, 76),
+        video=Rect(306, 92, 36, 36),
+        queue=Rect(260, 92, 36, 36),
+    )
+    sizes = {"label": 38, "number": 30, "title": 19, "artist": 15, "queue": 15,
+             "counter": 36, "line1": 18, "line2": 34, "command": 15}  # fmt: skip
+    styles = default_styles(TEXT_FONT, colours, sizes) | quiet_menu(TEXT_FONT, 15, (150, 122, 150), (255, 214, 196))
+    for prefix in ("ZoneListPisteTitreTitre", "ZoneListPisteNumSaisie", "BlockMainInfosZoneLigne2"):
+        styles |= {key: style._replace(font=TITLE_FONT) for key, style in styles.items() if key.rstrip("+") == prefix}
+    styles["ZoneListPisteNumSaisie"] = styles["ZoneListPisteNumSaisie"]._replace(colour=colours.text)
+    styles["ZoneListPisteNumPiste"] = styles["ZoneListPisteNumPiste"]._replace(colour=colours.ink)
+    for key in ("Texte", "BtnTexte", "BtnTexte+"):
+        styles[key] = styles[key]._replace(size=26)
+    return Layout(
+        **block_layout(width) | {
+            "block": block,
+            "corners": {
+                # The height of the theme is BlockCommandY plus the height of the Main block.
+                "horitontal": {"Main": (width, 0), "Playlist": (width, 360), "Command": (4000, 720)},
+                "vertical": {"Main": (width - 400, 1540), "Playlist": (0, 1540), "Command": (4000, 1900)},
+            },
+        },
+        playlist=(block[0], rows),
+        pages=(Rect(10, 0, 746, 976), Rect(764, 0, 746, 976)),
+        navigation={
+            "Back": Rect(14, 980, 276, 96),
+            "PreviewPage": Rect(1032, 980, 236, 96),
+            "NextPage": Rect(1268, 980, 236, 96),
+        },
+        legend=Rect(392, 980, 580, 96),
+        rows=6,
+        slots={
+            # Three covers downwards, then the next three: as the keys move the cursor.
+            (column, row): slot.moved(10 + 754 * (column - 1) + 373 * ((row - 1) // 3), 4 + 324 * ((row - 1) % 3))
+            if row <= 6 else EMPTY_SLOT
+            for column in (1, 2) for row in range(1, ini.SLOT_ROWS + 1)
+        },
+        line1=Rect(22, 26, 356, 30),
+        line2=Rect(22, 58, 356, 52),
+        coin_panel=Rect(16, 132, 112, 92),
+        coin=Rect(20, 160, 104, 60),
+        remain_panel=Rect(136, 132, 248, 92),
+        remain=Rect(140, 160, 240, 60),
+        transport=in_a_row(TRANSPORT, Rect(13, 236, 74, 108), 75),
+        queue=Rect(18, 64, 364, 540),
+        queue_row=(364, 54),
+        queue_buttons=in_a_row(QUEUE_BUTTONS, Rect(13, 612, 74, 94), 75),
+        keyboard_lines=keyboard_lines(44, 164, 84, 74, 8),
+        styles=styles,
+        colours=colours,
+        radius=10,
+        queue_shift=-1,
     )
 
 

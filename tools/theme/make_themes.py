@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Makes our themes: the two included ones, and the two small ones of the tests. Sounds come from make_sounds.py.
+"""Makes our themes: the three included ones, and the two small ones of the tests. Sounds come from make_sounds.py.
 
 The pixels are the same on every run. Requirements: python3-pil, python3-numpy, and the fonts of fonts-roboto-unhinted,
 fonts-bebas-neue, fonts-lobster and fonts-dejavu-core.
@@ -16,8 +16,9 @@ import theme_ini as ini
 from cabinet import Cabinet
 from diner import Diner
 from drawing import save_png
-from layout import TEST_FONT, default_layout, test_layout, theme_sections, touch_layout
+from layout import TEST_FONT, default_layout, test_layout, theme_sections, touch_layout, wall_layout
 from mock_screen import Show, Theme, compose
+from wall import Wall
 
 ROOT = Path(__file__).resolve().parents[2]
 THEMES = ROOT / "home/themes"
@@ -56,12 +57,14 @@ def make_delivered(name, layout, look, show=None):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--only", choices=("default", "touch", "test"), help="make one theme, or those of the tests")
+    parser.add_argument("--only", choices=("default", "touch", "wall", "test"), help="make one theme, or those of the tests")
     only = parser.parse_args().only
     if only in (None, "default"):
         make_delivered("default", default_layout(), Cabinet())
     if only in (None, "touch"):
         make_delivered("touch", touch_layout(), Diner(), Show(touch=True))
+    if only in (None, "wall"):
+        make_delivered("wall", wall_layout(), Wall())
     if only in (None, "test"):
         for name, rows in (("default", 10), ("small", 5)):
             layout = test_layout(rows)

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Makes the first frame for the README and the contact sheet from pictures that the jukebox writes.
 
-The contact sheet shows both themes on common screens in common situations, with the demo's music. Requires a built
+The contact sheet shows the themes on common screens in common situations, with the demo's music. Requires a built
 jukebox:
 
     take_frames.py --vantorix build/vantorix [--frames FOLDER]     FOLDER receives every frame at full size
@@ -75,7 +75,7 @@ def main():
     with tempfile.TemporaryDirectory() as scratch:
         kept = (args.frames or Path(scratch)).resolve()
         frames = []
-        for theme in ("default", "touch"):
+        for theme in ("default", "touch", "wall"):
             take(args.vantorix.resolve(), theme, kept / theme)
             frames += [(f"{theme}, {screen}: {words}", kept / theme / f"{screen}-{situation}.png")
                        for screen in SCREENS for situation, words in SITUATIONS.items()]

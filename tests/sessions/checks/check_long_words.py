@@ -18,7 +18,7 @@ import check_support
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)))))
 LISTS = ("american-english", "ngerman", "french", "spanish", "italian")
 WORDS_OF_A_LIST = 100
-ROWS = {"default": 10, "touch": 6}
+ROWS = {"default": 10, "touch": 6, "wall": 6}
 OWN_WORDS = (
     "Supercalifragilisticexpialidocious", "Donaudampfschifffahrtsgesellschaft", "Anticonstitutionnellement",
     "Geschwindigkeitsübertretungsverfahrens", "Precipitevolissimevolmente", "Electroencefalografistas",
