@@ -372,10 +372,11 @@ def wall_layout():
         video=Rect(306, 92, 36, 36),
         queue=Rect(260, 92, 36, 36),
     )
-    sizes = {"label": 38, "number": 30, "title": 19, "artist": 15, "queue": 15,
+    sizes = {"label": 38, "number": 30, "title": 19, "artist": 16, "queue": 15,
              "counter": 36, "line1": 18, "line2": 34, "command": 15}  # fmt: skip
     styles = default_styles(TEXT_FONT, colours, sizes) | quiet_menu(TEXT_FONT, 15, (150, 122, 150), (255, 214, 196))
-    for prefix in ("ZoneListPisteTitreTitre", "ZoneListPisteNumSaisie", "BlockMainInfosZoneLigne2"):
+    narrow = ("ZoneListPisteTitreTitre", "ZoneListPisteTitreInterprete", "ZoneListPisteNumSaisie", "BlockMainInfosZoneLigne2")
+    for prefix in narrow:
         styles |= {key: style._replace(font=TITLE_FONT) for key, style in styles.items() if key.rstrip("+") == prefix}
     styles["ZoneListPisteNumSaisie"] = styles["ZoneListPisteNumSaisie"]._replace(colour=colours.text)
     styles["ZoneListPisteNumPiste"] = styles["ZoneListPisteNumPiste"]._replace(colour=colours.ink)

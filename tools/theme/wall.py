@@ -315,20 +315,20 @@ class Wall:
         sheet.ring(coin, side, 1, (44, 28, 48), inset=4)
 
     def list_field(self, sheet, box, row):
-        """Rows of two lines between thin rules, and the name of the list above them."""
+        """Rows of two lines, the title on plum and the artist on a darker band, and the name of the list above them."""
         x, y, w, h = box
         sheet.caption((x, y - 42, w, 36), "COMING UP", 28, LILAC, "left")
         sheet.rounded((x, y - 4, w, 2), 0, CORAL)
         for top in range(y, y + h, row):
-            sheet.rounded((x, top, w, row // 2), 0, (30, 17, 36))
-            sheet.rounded((x, top + row // 2, w, row // 2 - 3), 0, (36, 21, 42))
-            sheet.rounded((x, top + row - 3, w, 3), 0, (24, 13, 30))
+            sheet.rounded((x, top, w, row // 2), 0, (43, 26, 49))
+            sheet.rounded((x, top + row // 2, w, row // 2 - 4), 0, (27, 15, 33))
+            sheet.rounded((x, top + row - 4, w, 4), 0, (14, 8, 18))
 
     def cursor(self, sheet, box):
         """The selected row is coral like the title of a selected record."""
         x, y, w, h = box
-        sheet.rounded((x, y, w, h - 3), 4, [(0, (255, 158, 130)), (1, (250, 122, 95))])
-        sheet.rounded((x, y + h // 2, w, h // 2 - 3), 4, (236, 108, 84), 0.7)
+        sheet.rounded((x, y, w, h - 4), 4, [(0, (255, 158, 130)), (1, (250, 122, 95))])
+        sheet.rounded((x, y + h // 2, w, h // 2 - 4), 4, (236, 108, 84), 0.7)
 
     def screen(self, sheet, box):
         """The field of the menu."""

@@ -16,7 +16,7 @@ import check_support
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)))))
 TRACKS = 30
 SCREENS = {"horizontal": (480, 270), "vertical": (270, 480)}
-STEP = 6  # pixels of a quarter of the usual screen: less than the height of a row of the menu
+STEP = 8  # pixels of a quarter of the usual screen: less than the height of a row of the menu
 STATE = "state Order ActiveZone CommandCurrentId CommandCurrentMenu InputBusy\n"
 # With credits on, the touches on the slots cannot fill the queue beyond what it takes.
 TOUCH = {"TactileMode": "true", "ManageCoin": "true"}
