@@ -17,12 +17,25 @@ from cabinet import Cabinet
 from diner import Diner
 from drawing import save_png
 from layout import TEST_FONT, default_layout, test_layout, theme_sections, touch_layout, wall_layout
-from mock_screen import Show, Theme, compose
+from mock_screen import SAMPLES, Show, Theme, compose
 from wall import Wall
 
 ROOT = Path(__file__).resolve().parents[2]
 THEMES = ROOT / "home/themes"
 TEST_THEMES = ROOT / "tests/homes/plain/themes"
+DEMO = ROOT / "demo"
+# The preview of the wall: folders of the demo library with their covers, and two numbered tracks.
+RECORDS = tuple(
+    ("dir", name.upper(), "", "", DEMO / name / "folder.jpg", "")
+    for name in ("Brass Band", "Saturday Night", "Tide And Two Tone", "Parlour Piano", "Sundown Lounge", "Clockwork Orchestra")
+) + (
+    ("file", "WILLIAM TELL", "THE UNDERTOW", "2", False, ""),
+    ("dir", "MUSIC BOX", "2 ALBUMS", "", DEMO / "Music Box/folder.jpg", ""),
+    ("dir", "VILLAGE FIDDLERS", "", "", DEMO / "Village Fiddlers/folder.jpg", ""),
+    ("dir", "THE TIN WHISTLES", "", "", DEMO / "The Tin Whistles/folder.jpg", ""),
+    ("dir", "PICTURES IN MOTION", "", "", DEMO / "Pictures In Motion/folder.jpg", ""),
+    ("file", "MIDNIGHT TRAM", "CAFÉ RUE BASSE", "12", False, ""),
+)
 # The playlist picture contains the base of the machine, down to the lower edge of the zone beside it in landscape. That is
 # more than 1080x1920 shows of it.
 FRONT_HEIGHT = 1540 - 360
@@ -36,7 +49,7 @@ def check_keys(sections):
             sys.exit(f"{name}: keys differ: {set(expected) ^ {key for key, _ in pairs} or 'their order'}")
 
 
-def make_theme(folder, layout, painted, preview_size, show=None, font_file=None):
+def make_theme(folder, layout, painted, preview_size, show=None, font_file=None, samples=SAMPLES):
     """Writes theme.ini, the pictures, the preview and a font file into the folder; does not touch its sounds."""
     folder.mkdir(parents=True, exist_ok=True)
     sections = theme_sections(layout)
@@ -46,13 +59,14 @@ def make_theme(folder, layout, painted, preview_size, show=None, font_file=None)
         save_png(image, folder / name)
     if font_file:
         shutil.copyfile(font_file, folder / font_file.name)
-    preview = compose(Theme(folder), "horizontal", show).resize(preview_size, 1)
+    preview = compose(Theme(folder, samples), "horizontal", show).resize(preview_size, 1)
     preview.convert("RGB").save(folder / "preview.jpg", quality=85, optimize=True)
     print(f"{folder}: {sum(file.stat().st_size for file in folder.iterdir())} bytes")
 
 
-def make_delivered(name, layout, look, show=None):
-    make_theme(THEMES / name, layout, gallery.paint_all(layout, look, FRONT_HEIGHT), (480, 270), show)
+def make_delivered(name, layout, look, show=None, samples=SAMPLES):
+    painted = gallery.paint_all(layout, look, FRONT_HEIGHT)
+    make_theme(THEMES / name, layout, painted, (480, 270), show, samples=samples)
 
 
 def main():
@@ -64,7 +78,7 @@ def main():
     if only in (None, "touch"):
         make_delivered("touch", touch_layout(), Diner(), Show(touch=True))
     if only in (None, "wall"):
-        make_delivered("wall", wall_layout(), Wall())
+        make_delivered("wall", wall_layout(), Wall(), samples=RECORDS)
     if only in (None, "test"):
         for name, rows in (("default", 10), ("small", 5)):
             layout = test_layout(rows)

@@ -23,7 +23,7 @@ from theme_ini import ThemeFile
 sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
 from make_title_font import title_font  # noqa: E402
 
-# Kind, title, artist, track number, cover, marks. Long and short ones, to show every layout of a slot.
+# Kind, title, artist, track number, cover (or its file), marks. Long and short ones, to show every layout of a slot.
 SAMPLES = (
     ("dir", "BRASS BANDS", "3 ALBUMS", "", True, ""),
     ("dir", "WALTZES", "", "", False, ""),
@@ -69,8 +69,9 @@ def load_font(folder, family, points):
 class Theme:
     """A theme folder: its file, and its pictures, which are loaded at the first access."""
 
-    def __init__(self, folder):
+    def __init__(self, folder, samples=SAMPLES):
         self.folder = Path(folder)
+        self.samples = samples
         self.ini = ThemeFile(self.folder / "theme.ini")
         self.loaded = {}
 
@@ -161,8 +162,11 @@ def draw_titles(image, theme, slot_box, sample, placed, hilight):
         draw_text(image, theme, text, box, style)
 
 
-def sample_cover(size):
-    """A substitute for a cover picture."""
+def sample_cover(size, file):
+    """A cover picture, stretched as by the jukebox, or a substitute if there is no file."""
+    if isinstance(file, Path):
+        with Image.open(file) as cover:
+            return cover.convert("RGBA").resize(size, Image.Resampling.BILINEAR)
     image = Image.new("RGBA", size, (146, 60, 60, 255))
     draw = ImageDraw.Draw(image)
     draw.ellipse((4, 4, size[0] - 5, size[1] - 5), fill=(226, 196, 150, 255))
@@ -180,7 +184,7 @@ def draw_zone(theme, hilight):
     rows = ini.number("zonelist", "ZoneListNbTracksParColonne")
     for column in (1, 2):
         for row in range(1, rows + 1):
-            sample = SAMPLES[((column - 1) * rows + row - 1) % len(SAMPLES)]
+            sample = theme.samples[((column - 1) * rows + row - 1) % len(theme.samples)]
 
             def slot_box(field, column=column, row=row):
                 return moved(ini.slot(column, row, field), corner)
@@ -194,7 +198,7 @@ def draw_slot(image, theme, slot_box, place, sample, hilight, ending):
     whole = slot_box("Hilight")
     if cover:
         box = slot_box("Cover")
-        image.alpha_composite(sample_cover(box[2:]), box[:2])
+        image.alpha_composite(sample_cover(box[2:], cover), box[:2])
     if "video" in marks:
         image.alpha_composite(cut(theme.picture("zonelist_video.png"), whole), whole[:2])
     if number and not cover:
