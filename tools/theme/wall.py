@@ -377,6 +377,8 @@ class Wall:
         middle = Rect(queue.w, 0, main.x - queue.w, queue.h)
         with sheet.within(middle):
             self.slats(sheet, (middle.x, 0, middle.w, middle.h))
+            down = numpy.exp(-numpy.arange(middle.h) / 170.0)[:, None]
+            sheet.blend(middle.x, 0, LAMP, numpy.broadcast_to(0.34 * down, (middle.h, middle.w)))
         disc = Rect(middle.x + middle.w // 2 - 300, middle.h // 2 - 300, 600, 600)
         sheet.rounded(disc.moved(8, 14), 300, NIGHT, 0.6)
         record(sheet, disc, 216, [(0, (92, 44, 60)), (1, (60, 28, 48))])
