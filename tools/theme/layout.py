@@ -366,14 +366,14 @@ def wall_layout():
     slot = Slot(
         whole=Rect(0, 0, 373, 320),
         label=Rect(250, 18, 102, 58),
-        number=Rect(76, 84, 76, 76),
-        cover=Rect(6, 14, 216, 216),
-        title=Rect(3, 236, 368, 76),
+        number=Rect(75, 84, 76, 76),
+        cover=Rect(5, 14, 216, 216),
+        title=Rect(5, 236, 368, 76),
         video=Rect(306, 92, 36, 36),
         queue=Rect(260, 92, 36, 36),
     )
-    sizes = {"label": 38, "number": 30, "title": 19, "artist": 16, "queue": 15,
-             "counter": 36, "line1": 18, "line2": 34, "command": 15}  # fmt: skip
+    sizes = {"label": 44, "number": 30, "title": 21, "artist": 18, "queue": 15,
+             "counter": 36, "line1": 18, "line2": 39, "command": 15}  # fmt: skip
     styles = default_styles(TEXT_FONT, colours, sizes) | quiet_menu(TEXT_FONT, 15, (150, 122, 150), (255, 214, 196))
     narrow = ("ZoneListPisteTitreTitre", "ZoneListPisteTitreInterprete", "ZoneListPisteNumSaisie", "BlockMainInfosZoneLigne2")
     for prefix in narrow:
