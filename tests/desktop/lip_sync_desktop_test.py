@@ -14,7 +14,7 @@ import desk
 import observe
 
 # A place in the left third of the small video.
-EYE = (950, 600)
+EYE = (1030, 600)
 SECONDS = int(os.environ.get("VANTORIX_SYNC_SECONDS", "4"))
 RATES = os.environ.get("VANTORIX_SYNC_RATES", "30000/1001").split()
 # Seconds of the clip after those that are watched. The seek goes to ten seconds before the end.
