@@ -382,6 +382,7 @@ def wall_layout():
     styles["ZoneListPisteNumPiste"] = styles["ZoneListPisteNumPiste"]._replace(colour=colours.ink)
     for key in ("Texte", "BtnTexte", "BtnTexte+"):
         styles[key] = styles[key]._replace(size=26)
+    styles["BtnTexte"] = styles["BtnTexte"]._replace(colour=(255, 162, 138))
     return Layout(
         **block_layout(width) | {
             "block": block,
