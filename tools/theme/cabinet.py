@@ -5,6 +5,7 @@ import numpy
 
 from layout import Rect
 from light import BRASS, CHROME, SCRIPT, Sheet, bubbles, cloth, mix, ramp, wood
+from look import Look
 
 WALNUT_DARK, WALNUT_PALE = (58, 29, 15), (142, 85, 45)
 SOOT = (14, 9, 7)
@@ -28,8 +29,12 @@ LIGHT = (
 EDGE, TUBE, INNER = 4, 8, 28
 
 
-class Cabinet:
+class Cabinet(Look):
     """Paints the parts of the theme."""
+
+    ARROW, ARROW_LIT = (84, 66, 52), AMBER
+    BUTTON = (70, 54, 43)
+    DIGITS, COIN, COIN_INSIDE = (38, 27, 21), (60, 42, 30), (46, 32, 24)
 
     def front(self, sheet, layout):
         """Walnut, a brass line and a darker field around each page, a rod of light between them, and the plinth."""
@@ -286,17 +291,6 @@ class Cabinet:
         sheet.ring(box, 10, 1.6, [(0, (70, 46, 28)), (1, (150, 106, 62))])
         sheet.caption(head, word, 23, (214, 186, 144))
 
-    def ghost(self, sheet, box, kind, font_file, points):
-        """What an empty counter shows: dark segments, or the outline of a coin."""
-        ink = (38, 27, 21)
-        if kind == "time":
-            sheet.stamp_text(box, "88:88", font_file, points, ink)
-            return
-        side = min(box.w, box.h) - 2
-        coin = Rect(box.x + (box.w - side) // 2, box.y + (box.h - side) // 2, side, side)
-        sheet.ring(coin, side, 2, (60, 42, 30))
-        sheet.ring(coin, side, 1, (46, 32, 24), inset=4)
-
     def list_field(self, sheet, box, row):
         """Rows of two lines: the title on dark glass, the artist on wood below it."""
         x, y, w, h = box
@@ -326,15 +320,6 @@ class Cabinet:
             sheet.ring((x + 2, y + 4, w - 4, h - 6), 6, 2, AMBER)
         else:
             sheet.rounded((x + 12, y + h - 1, w - 24, 1), 0, (46, 34, 27))
-
-    def row_choice(self, sheet, box, lit):
-        x, y, w, h = box
-        for left, icon in ((x - 30, "PreviewPage"), (x + w + 2, "NextPage")):
-            sheet.icon((left, y - 1, 28, h), icon, AMBER if lit else (84, 66, 52))
-
-    def row_button(self, sheet, box, lit):
-        if not lit:
-            sheet.ring((box[0] - 14, box[1] + 3, box[2] + 28, box[3] - 8), 8, 1.4, (70, 54, 43))
 
     def key(self, sheet, box, face, lit):
         """A key of the keyboard."""

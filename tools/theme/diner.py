@@ -5,6 +5,7 @@ import numpy
 
 from layout import Rect
 from light import SCRIPT, Sheet, mix, ramp
+from look import Look
 
 MINT_TOP, MINT_LOW = (134, 196, 178), (104, 170, 152)
 CREAM, PAPER = (255, 249, 234), (248, 238, 214)
@@ -27,8 +28,12 @@ def checkers(sheet, box, side, first=0):
     sheet.blend(x, y, numpy.asarray(CREAM) * (1 - dark) + numpy.asarray(INK) * dark, numpy.ones((h, w)))
 
 
-class Diner:
+class Diner(Look):
     """Paints the parts of the theme."""
+
+    ARROW, ARROW_LIT = (166, 180, 166), (255, 236, 190)
+    BUTTON, BUTTON_RADIUS = (166, 180, 166), 10
+    DIGITS, COIN, COIN_INSIDE = (232, 235, 221), (216, 222, 204), (226, 230, 214)
 
     def front(self, sheet, layout):
         """Mint enamel, a steel rod between the pages, and the plinth."""
@@ -201,16 +206,6 @@ class Diner:
         sheet.ring(box, 14, 2, mix(TEAL, PANEL, 0.45))
         sheet.caption(head, word, 23, SEPIA)
 
-    def ghost(self, sheet, box, kind, font_file, points):
-        """What an empty counter shows: pale segments, or the outline of a coin."""
-        if kind == "time":
-            sheet.stamp_text(box, "88:88", font_file, points, (232, 235, 221))
-            return
-        side = min(box.w, box.h) - 2
-        coin = Rect(box.x + (box.w - side) // 2, box.y + (box.h - side) // 2, side, side)
-        sheet.ring(coin, side, 2, (216, 222, 204))
-        sheet.ring(coin, side, 1, (226, 230, 214), inset=4)
-
     def list_field(self, sheet, box, row):
         """Rows of two lines: the title on white, the artist on mint below it."""
         x, y, w, h = box
@@ -237,15 +232,6 @@ class Diner:
             sheet.rounded((x + 2, y + 4, w - 4, h - 6), 10, CHERRY)
         else:
             sheet.rounded((x + 12, y + h - 1, w - 24, 1), 0, (196, 208, 192))
-
-    def row_choice(self, sheet, box, lit):
-        x, y, w, h = box
-        for left, icon in ((x - 30, "PreviewPage"), (x + w + 2, "NextPage")):
-            sheet.icon((left, y - 1, 28, h), icon, (255, 236, 190) if lit else (166, 180, 166))
-
-    def row_button(self, sheet, box, lit):
-        if not lit:
-            sheet.ring((box[0] - 14, box[1] + 3, box[2] + 28, box[3] - 8), 10, 1.4, (166, 180, 166))
 
     def key(self, sheet, box, face, lit):
         x, y, w, h = box

@@ -6,6 +6,7 @@ import numpy
 
 from layout import Rect
 from light import SCRIPT, Sheet, mix, ramp
+from look import Look
 
 # The wall by its row on a screen of 1080 rows: plum at the top, night at the bottom.
 WALL = [(0.0, (62, 35, 66)), (0.55, (46, 26, 53)), (1.0, (34, 19, 42))]
@@ -45,8 +46,12 @@ def record(sheet, disc, label, paint):
     sheet.rounded(disc.inset(disc.w // 2 - 4), 8, NIGHT)
 
 
-class Wall:
+class Wall(Look):
     """Paints the parts of the theme."""
+
+    ARROW, ARROW_LIT = (84, 60, 84), CORAL
+    BUTTON = (84, 60, 84)
+    DIGITS, COIN, COIN_INSIDE = (33, 20, 39), (58, 38, 62), (44, 28, 48)
 
     def front(self, sheet, layout):
         """The wall with light above each shelf, and the bins below."""
@@ -304,16 +309,6 @@ class Wall:
         sheet.rounded(box, 10, [(0, (20, 11, 26)), (1, (13, 7, 17))])
         sheet.caption(head, word, 24, LILAC)
 
-    def ghost(self, sheet, box, kind, font_file, points):
-        """What an empty counter shows: dark segments, or the outline of a coin."""
-        if kind == "time":
-            sheet.stamp_text(box, "88:88", font_file, points, (33, 20, 39))
-            return
-        side = min(box.w, box.h) - 2
-        coin = Rect(box.x + (box.w - side) // 2, box.y + (box.h - side) // 2, side, side)
-        sheet.ring(coin, side, 2, (58, 38, 62))
-        sheet.ring(coin, side, 1, (44, 28, 48), inset=4)
-
     def list_field(self, sheet, box, row):
         """Rows of two lines, the title on plum and the artist on a darker band, and the name of the list above them."""
         x, y, w, h = box
@@ -340,15 +335,6 @@ class Wall:
         if lit:
             sheet.rounded((x + 2, y + 2, w - 4, h - 5), 6, (70, 40, 66))
             sheet.ring((x + 2, y + 2, w - 4, h - 5), 6, 2, CORAL)
-
-    def row_choice(self, sheet, box, lit):
-        x, y, w, h = box
-        for left, icon in ((x - 30, "PreviewPage"), (x + w + 2, "NextPage")):
-            sheet.icon((left, y - 1, 28, h), icon, CORAL if lit else (84, 60, 84))
-
-    def row_button(self, sheet, box, lit):
-        if not lit:
-            sheet.ring((box[0] - 14, box[1] + 3, box[2] + 28, box[3] - 8), 8, 1.4, (84, 60, 84))
 
     def key(self, sheet, box, face, lit):
         """A key of the keyboard."""
