@@ -94,6 +94,14 @@ def commands_of_round(source):
     return result
 
 
+def environment(will_be_killed):
+    """A sanitizer's search for leaks at the end complains on standard error when it is killed."""
+    if not will_be_killed:
+        return None
+    given = os.environ.get("ASAN_OPTIONS")
+    return {**os.environ, "ASAN_OPTIONS": ":".join(filter(None, (given, "detect_leaks=0")))}
+
+
 class Round:
     """One run of the console: the commands it received and its answers."""
 
@@ -101,7 +109,8 @@ class Round:
         """Kills the console at a random moment within this many seconds of its start. With None it runs to its end."""
         self.commands = commands_of_round(source)
         process = subprocess.Popen([given.console, "--home", session.home] + session.options, stdin=subprocess.PIPE,
-                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE, cwd=session.root)
+                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE, cwd=session.root,
+                                   env=environment(seconds is not None))
         text = "".join(command + "\n" for _, command in self.commands).encode()
         feeder = threading.Thread(target=self.feed, args=(process.stdin, text))
         feeder.start()
