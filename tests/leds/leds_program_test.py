@@ -189,7 +189,7 @@ class Program(unittest.TestCase):
         # A busy machine makes it longer, nothing makes it shorter.
         taken = time.monotonic() - begin
         self.assertGreater(taken, 0.95 * 968 / 960)
-        self.assertLess(taken, 3 * 968 / 960)
+        self.assertLess(taken, 10 * 968 / 960)
         leds.end()
 
     def test_unplugging_ends_the_line_and_the_link_follows(self):
