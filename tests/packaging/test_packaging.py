@@ -233,12 +233,16 @@ class InstallTree(PackagingTest):
 
 
 class Dependencies(PackagingTest):
-    def field(self, paragraph, name):
-        """The packages that a field of debian/control names, without their versions."""
+    def entries(self, paragraph, name):
+        """The entries of a field of debian/control, without their versions."""
         control = (PACKAGING / "debian" / "control").read_text()
         paragraph = next(part for part in control.split("\n\n") if part.startswith(paragraph + "\n"))
         value = re.search(rf"^{name}:((?: .*\n|\n .*)+)", paragraph + "\n", re.MULTILINE)[1]
         return {entry.split()[0] for entry in value.split(",")}
+
+    def field(self, paragraph, name):
+        """The packages that a field of debian/control names."""
+        return {entry.removesuffix(":any") for entry in self.entries(paragraph, name)}
 
     def group(self, name):
         rows = (row.split() for row in (ROOT / "tools" / "packages.txt").read_text().splitlines())
@@ -248,6 +252,18 @@ class Dependencies(PackagingTest):
         tests_alone = {"g++", "libgtest-dev", "libgmock-dev", "libbenchmark-dev"}
         self.assertEqual(self.field("Source: vantorix-jukebox", "Build-Depends") - {"debhelper-compat"},
                          self.group("build") - tests_alone)
+
+    # Without ":any" a cross-build replaces such a program by that of the machine it builds for, which does not run.
+    @needs("dpkg-query")
+    def test_a_cross_build_uses_programs_that_run(self):
+        entries = self.entries("Source: vantorix-jukebox", "Build-Depends")
+        # It fails for the packages that are not installed, and lists the others.
+        run = subprocess.run(["dpkg-query", "-W", "-f", "${Package} ${Multi-Arch}\n",
+                              *(entry.removesuffix(":any") for entry in entries)],
+                             stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, check=False)
+        of_any_machine = {row.split()[0] for row in run.stdout.splitlines() if row.endswith(" allowed")}
+        self.assertIn("python3", of_any_machine)
+        self.assertEqual({f"{package}:any" for package in of_any_machine} - entries, set())
 
     def test_the_package_needs_what_the_run_script_installs(self):
         libraries = {package for package in self.group("run") if package.startswith("lib")}
