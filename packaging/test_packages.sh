@@ -103,6 +103,16 @@ build_earlier() {
     rm -rf "$tree"
 }
 
+# Those of packages are links; the package's dependencies have to bring what they lead to.
+themes_have_their_fonts() {
+    local theme font titles tests=
+    while read -r theme font titles; do
+        titles=${titles:-$font}
+        tests+="test -s /usr/share/vantorix/themes/$theme/${titles##*/} || { echo 'no ${titles##*/} in $theme'; exit 1; }; "
+    done < <(grep '^[a-z]' tools/theme_fonts.txt)
+    in_root "$tests"
+}
+
 if [ -n "$given" ]; then
     packages=$given
     earlier=${given_earlier:-$given}
@@ -128,6 +138,7 @@ cp "$root/tests/desktop/pulse.sh" "$here"/machine/* "$machine/test/"
 check "the dependencies can be installed" install_dependencies || finish
 list_files >"$work/files-before"
 check "the packages install" in_root "dpkg -i /packages/*.deb"
+check "the themes have their fonts" themes_have_their_fonts
 check "a picked track is heard" in_root "/test/as_patron.sh"
 check "the packages are removed" in_root "dpkg --remove $names"
 check "the packages of the commit before install" in_root "dpkg -i /earlier/*.deb"

@@ -272,6 +272,24 @@ class Dependencies(PackagingTest):
         self.assertEqual(self.group("run") - libraries - needed, set())
 
 
+class Copyright(PackagingTest):
+    def setUp(self):
+        self.paragraphs = (PACKAGING / "debian" / "copyright").read_text().split("\n\n")
+
+    def test_every_licence_is_there_in_full(self):
+        used = {re.search(r"^License: (\S+)", part, re.MULTILINE)[1] for part in self.paragraphs if part.startswith("Files:")}
+        texts = {part.split()[1] for part in self.paragraphs if part.startswith("License:") and part.count("\n") > 10}
+        self.assertEqual(used, texts)
+
+    def test_the_fonts_that_the_build_makes_have_a_paragraph(self):
+        rows = (row.split() for row in (ROOT / "tools" / "theme_fonts.txt").read_text().splitlines() if row[:1].isalpha())
+        made = {row[2] for row in rows if len(row) == 3}
+        named = {path.rpartition("/")[2] for part in self.paragraphs if part.startswith("Files:")
+                 for path in part.splitlines()[0].split()[1:]}
+        self.assertEqual(made, {"VantorixTitles.ttf"})
+        self.assertEqual(made - named, set())
+
+
 class Versions(PackagingTest):
     def test_the_version_is_the_same_everywhere(self):
         version = re.search(r"project\(vantorix VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text())[1]
