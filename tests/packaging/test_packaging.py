@@ -74,6 +74,11 @@ class Manuals(PackagingTest):
             self.assertEqual((run.returncode, run.stderr), (0, ""), page)
             self.assertGreater(len(run.stdout.splitlines()), 30, page)
 
+    def test_the_delivered_themes_are_listed(self):
+        page = (MANUALS / "vantorix.1").read_text()
+        for theme in (ROOT / "home" / "themes").iterdir():
+            self.assertIn(f'"{theme.name}"', page)
+
     def test_every_option_has_a_place_in_its_page(self):
         for program in PROGRAMS:
             help_text = self.run_and_check(BUILD / program, "--help")
