@@ -192,6 +192,64 @@ class Home(unittest.TestCase):
             kills["new"] += 1
         print(f"kills of a backup of {seconds:.3f} s: {kills}")
 
+    def interrupt_at_random(self, seconds, *arguments):
+        """Sends SIGINT at a random time and returns the exit code, which is negative before the program catches it."""
+        program = subprocess.Popen([self.program, *map(str, arguments)], env=self.environment,
+                                   stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
+        time.sleep(self.random.uniform(0, seconds))
+        program.send_signal(signal.SIGINT)
+        errors = program.communicate()[1].decode()
+        self.assertIn(program.returncode, (0, -signal.SIGINT, 128 + signal.SIGINT), errors)
+        self.assertEqual("interrupted; nothing has been changed" in errors, program.returncode > 0, errors)
+        return program.returncode
+
+    def test_an_interrupted_backup_or_restore_leaves_nothing(self):
+        self.random = random.Random(3)
+        self.fill(b"saved")
+        saved = self.state()
+        self.assert_done("--backup", self.archive)
+        self.fill(b"present")
+        present = self.state()
+        other = self.folder / "other.tar"
+        for arguments in (("--backup", other), ("--restore", self.archive)):
+            seconds = self.seconds_of(*arguments)
+            codes = []
+            while codes.count(128 + signal.SIGINT) < 5:
+                self.fill(b"present")
+                (self.home / "before-restore.tar").unlink(missing_ok=True)
+                other.unlink(missing_ok=True)
+                codes.append(self.interrupt_at_random(seconds, *arguments))
+                self.assertLess(len(codes), 200, "the program never says that it was interrupted")
+                self.assertEqual(other.exists(), arguments[0] == "--backup" and codes[-1] == 0)
+                self.assertEqual(self.state(), saved if arguments[0] == "--restore" and codes[-1] == 0 else present)
+                self.assertEqual([path for folder in (self.folder, self.home) for path in folder.glob(".*")], [])
+            print(f"{arguments[0]} of {seconds:.3f} s: exit codes {codes}")
+
+    def test_an_interrupted_setup_changes_nothing(self):
+        self.assert_done("--setup", "music")
+        before = self.state()
+        # Counting takes four seconds at most.
+        for number in range(1500):
+            (self.folder / f"many/{number}").mkdir(parents=True)
+        self.random = random.Random(4)
+        seconds = self.seconds_of("--setup", self.folder / "many")
+        codes = []
+        while 128 + signal.SIGINT not in codes:
+            self.assert_done("--setup", "music")
+            program = subprocess.Popen([self.program, "--setup", self.folder / "many"], env=self.environment,
+                                       stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
+            time.sleep(self.random.uniform(0, seconds))
+            program.send_signal(signal.SIGINT)
+            errors = program.communicate()[1].decode()
+            codes.append(program.returncode)
+            self.assertLess(len(codes), 200, "the program never says that it was interrupted")
+            self.assertIn(codes[-1], (0, -signal.SIGINT, 128 + signal.SIGINT), errors)
+            self.assertEqual("the music folder has not been set" in errors, codes[-1] > 0)
+            if codes[-1] != 0:
+                self.assertEqual(self.state(), before)
+            self.assertEqual(list(self.home.glob(".*")), [])
+        print(f"--setup of {seconds:.3f} s: exit codes {codes}")
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -147,6 +147,49 @@ class Frames(Folder):
         self.assertEqual(before, after)
         self.assertEqual(list(scratch.iterdir()), [])
 
+    def start_frames(self, *arguments):
+        """Starts writing pictures, with a scratch folder of its own, and waits for some."""
+        scratch = self.folder / "scratch"
+        scratch.mkdir(exist_ok=True)
+        frames = self.folder / "frames"
+        # Without a runtime folder the program makes one.
+        environment = {name: value for name, value in os.environ.items() if name != "XDG_RUNTIME_DIR"}
+        program = subprocess.Popen([desk.PROGRAM, "--home", self.home, "--check-theme", "default", "--frames", frames,
+                                    *arguments], env={**environment, "TMPDIR": str(scratch)}, text=True,
+                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        self.addCleanup(program.communicate)
+        self.addCleanup(program.kill)
+        desk.wait_until(lambda: len(list(frames.glob("*.png"))) > 2, "three pictures")
+        return program, scratch, frames
+
+    def test_a_signal_leaves_whole_pictures_and_no_temporary_folder(self):
+        for number, arguments in ((signal.SIGINT, ()), (signal.SIGTERM, ("--json",))):
+            with self.subTest(signal=number):
+                program, scratch, frames = self.start_frames(*arguments)
+                self.assertTrue(list(scratch.iterdir()))
+                program.send_signal(number)
+                words, errors = program.communicate(timeout=desk.PATIENCE)
+                self.assertEqual(program.returncode, 128 + number, errors)
+                self.assertEqual(list(scratch.iterdir()), [])
+                pictures = list(frames.iterdir())
+                self.assertEqual([path.name for path in pictures if not path.read_bytes().endswith(b"IEND\xaeB`\x82")], [])
+                self.assertFalse((frames / "index.png").exists())
+                line = f"incomplete, because it was interrupted. Looked at so far: the theme, {len(pictures)} pictures."
+                self.assertIn(line, errors if arguments else words.splitlines()[-1])
+                for found in words.splitlines() if arguments else ():
+                    json.loads(found)
+                shutil.rmtree(frames)
+
+    def test_what_a_killed_run_has_left_does_no_harm(self):
+        program, scratch, _ = self.start_frames()
+        program.kill()
+        program.wait()
+        left = sorted(scratch.rglob("*"))
+        self.assertTrue(left)
+        run_program("--home", self.home, "--check-theme", "default", "--frames", self.folder / "frames", "--size",
+                    "320x180", env={**os.environ, "TMPDIR": str(scratch)})
+        self.assertEqual(sorted(scratch.rglob("*")), left)
+
     def test_a_theme_that_stops_the_jukebox_is_reported(self):
         (self.home / "themes/default/move.mp3").unlink()
         words = run_program("--home", self.home, "--check-theme", "default", "--frames", self.folder / "frames", "--size",
@@ -237,6 +280,16 @@ class Watch(desk.DeskTest):
         self.screen.environment["TMPDIR"] = str(scratch)
         self.start_watching()
         self.assertEqual(len(list(scratch.iterdir())), 1)
+        self.signal(signal.SIGINT)
+        self.assert_ends(0)
+        self.assertEqual(list(scratch.iterdir()), [])
+
+    def test_an_interrupt_before_the_window_leaves_no_temporary_folder(self):
+        scratch = self.folder / "scratch"
+        scratch.mkdir()
+        self.screen.environment["TMPDIR"] = str(scratch)
+        self.start("--check-theme", "mine", "--watch")
+        desk.wait_until(lambda: list(scratch.iterdir()), "the temporary folder")
         self.signal(signal.SIGINT)
         self.assert_ends(0)
         self.assertEqual(list(scratch.iterdir()), [])

@@ -1,6 +1,7 @@
 // Findings as text or JSON.
 #include "app/findings/finding_report.h"
 
+#include "app/start/standard_error.h"
 #include "core/json_text.h"
 #include "core/path_text.h"
 
@@ -55,12 +56,12 @@ QByteArray Printable(QString text) {
     return BytesOfPath(text);
 }
 
-QString OneLine(QString text) {
+QString WithoutLineFeeds(QString text) {
     return text.replace(u'\n', u'?');
 }
 
 QString PlaceOf(const Finding& finding) {
-    return finding.path.isEmpty() ? NameOf(finding.subject) : OneLine(finding.path);
+    return finding.path.isEmpty() ? NameOf(finding.subject) : WithoutLineFeeds(finding.path);
 }
 
 QString Indented(const QString& text) {
@@ -119,6 +120,10 @@ QString SummaryOf(const FindingCounts& counts) {
 }
 
 void FindingReport::Add(const Finding& finding) {
+    const std::lock_guard lock(mutex_);
+    if (isFinished_) {
+        return;
+    }
     ++counts_.at(static_cast<std::size_t>(finding.level));
     if (asJson_) {
         WriteLine(output_, JsonOf(finding));
@@ -152,17 +157,53 @@ void FindingReport::WriteGroups(Level level) {
     }
 }
 
+void FindingReport::WriteAll(const QString& subject) {
+    for (const Level level : {Level::kError, Level::kWarning, Level::kNote}) {
+        WriteGroups(level);
+    }
+    WriteLine(output_,
+              Printable(QStringLiteral("%1: %2").arg(WithoutLineFeeds(subject), SummaryOf(counts_))));
+}
+
 void FindingReport::Finish(const QString& subject) {
+    const std::lock_guard lock(mutex_);
+    if (isFinished_) {
+        return;
+    }
+    isFinished_ = true;
     if (!asJson_) {
-        for (const Level level : {Level::kError, Level::kWarning, Level::kNote}) {
-            WriteGroups(level);
-        }
-        WriteLine(output_, Printable(QStringLiteral("%1: %2").arg(OneLine(subject), SummaryOf(counts_))));
+        WriteAll(subject);
     }
     std::fflush(output_);
 }
 
+void FindingReport::FinishIncomplete(const QString& subject, const QString& done) {
+    const std::lock_guard lock(mutex_);
+    if (isFinished_) {
+        return;
+    }
+    isFinished_ = true;
+    isIncomplete_ = true;
+    const QString line =
+        QStringLiteral("The check is incomplete, because it was interrupted. Looked at so far: %1.")
+            .arg(done);
+    if (asJson_) {
+        std::fflush(output_);
+        TellStandardError(line);
+        return;
+    }
+    WriteAll(subject);
+    WriteLine(output_, Printable(line));
+    std::fflush(output_);
+}
+
+bool FindingReport::IsIncomplete() const {
+    const std::lock_guard lock(mutex_);
+    return isIncomplete_;
+}
+
 int FindingReport::ExitCode() const {
+    const std::lock_guard lock(mutex_);
     if (counts_[static_cast<std::size_t>(Level::kError)] > 0) {
         return 2;
     }

@@ -5,6 +5,7 @@
 #include "app/home/tar_format.h"
 #include "core/path_text.h"
 #include "platform/files.h"
+#include "platform/posix/termination_signals.h"
 #include "settings/home_restore.h"
 
 #include <QDateTime>
@@ -23,6 +24,14 @@ QString CannotRead(const QString& path) {
 
 QString CannotWrite(const QString& path) {
     return QStringLiteral("\"%1\" cannot be written; the disk may be full or read-only").arg(path);
+}
+
+// Throws ArchiveFault after a signal. Between two entries nothing is in use yet, so everything can be
+// removed.
+void EndIfInterrupted() {
+    if (TerminationSignal() != 0) {
+        throw ArchiveFault(QStringLiteral("interrupted; nothing has been changed"));
+    }
 }
 
 // Writes the archive entry by entry. Throws ArchiveFault.
@@ -72,6 +81,7 @@ private:
         }
     }
     void Add(const TarEntry& entry) {
+        EndIfInterrupted();
         contents_.Add(entry);
         Check(files_.Append(path_, TarRecords(entry, Now())));
     }
@@ -119,6 +129,7 @@ void ReadBackup(OpenFile& archive, const Take& take) {
     TarReader reader(archive);
     Contents contents;
     while (const std::optional<TarEntry> entry = reader.Next()) {
+        EndIfInterrupted();
         if (entry->name == kManifest) {
             contents.Check(entry->bytes);
             if (reader.Next()) {

@@ -3,6 +3,9 @@
 
 #include <QString>
 
+// A signal (see TerminationSignal) ends each of these between two entries of the archive, as a failure. An
+// exchange of files that has begun is completed.
+
 struct Files;
 struct OpenFile;
 

@@ -8,6 +8,7 @@
 #include "core/path_text.h"
 #include "platform/posix/folder_lock.h"
 #include "platform/posix/posix_files.h"
+#include "platform/posix/termination_signals.h"
 #include "settings/home_folder.h"
 #include "settings/home_restore.h"
 
@@ -22,7 +23,7 @@ constexpr std::chrono::seconds kPatience{4};
 
 int Fail(const QString& words) {
     TellStandardError(words);
-    return kFailed;
+    return TerminationSignal() != 0 ? TerminationExitCode() : kFailed;
 }
 
 void Say(const QString& words) {
@@ -119,6 +120,7 @@ std::optional<int> RunHomeTask(const CommandLine& line, const AppFolderSources& 
     if (!line.setupFolder && !line.backupFile && !line.restoreFile) {
         return std::nullopt;
     }
+    WatchTerminationSignals();
     PosixFiles files;
     std::unique_ptr<OpenFile> archive;
     if (line.restoreFile) {

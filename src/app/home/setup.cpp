@@ -4,6 +4,7 @@
 #include "core/path_text.h"
 #include "library/file_pattern.h"
 #include "platform/files.h"
+#include "platform/posix/termination_signals.h"
 #include "settings/ini_file.h"
 #include "settings/safe_write.h"
 #include "state/library_state.h"
@@ -40,7 +41,7 @@ public:
         }
         return true;
     }
-    bool HasTime() const { return std::chrono::steady_clock::now() < deadline_; }
+    bool HasTime() const { return TerminationSignal() == 0 && std::chrono::steady_clock::now() < deadline_; }
 
     int tracks = 0;
 
@@ -99,7 +100,12 @@ SetupResult SetMusicFolder(Files& files, const QString& home, const QString& sha
         return result;
     }
     TrackCounter counter(files, patience);
-    if (!counter.Count(result.folder)) {
+    const bool isCounted = counter.Count(result.folder);
+    if (TerminationSignal() != 0) {
+        result.error = QStringLiteral("interrupted; the music folder has not been set");
+        return result;
+    }
+    if (!isCounted) {
         result.error = QStringLiteral("the folder \"%1\" cannot be read").arg(result.folder);
         return result;
     }

@@ -3,6 +3,7 @@
 
 #include "app/workshop/stage.h"
 #include "core/path_text.h"
+#include "platform/posix/termination_signals.h"
 
 #include <QDir>
 #include <QPainter>
@@ -103,7 +104,9 @@ FramesResult WriteFrames(const FramesOrder& order) {
     std::vector<Thumbnail> sheet;
     for (const QSize& size : order.sizes.empty() ? UsualSizes() : order.sizes) {
         for (const Situation& situation : Situations()) {
-            if (!WriteFrame(result, stage, order, situation, size, sheet)) {
+            const bool isWritten = WriteFrame(result, stage, order, situation, size, sheet);
+            result.isInterrupted = TerminationSignal() != 0;
+            if (!isWritten || result.isInterrupted) {
                 return result;
             }
         }

@@ -22,6 +22,8 @@ struct FramesResult {
     int pictures = 0;
     // Situations that stop the jukebox, and files that cannot be written.
     std::vector<Finding> findings;
+    // A signal (see TerminationSignal) has come before everything was written. Each file is complete.
+    bool isInterrupted = false;
 };
 
 // Writes a picture of each situation on each screen, named like "1920x1080-first.png", and a sheet of all of

@@ -5,6 +5,7 @@
 #include "core/path_text.h"
 #include "core/run_time_error.h"
 #include "dialogs/keyboard.h"
+#include "platform/posix/termination_signals.h"
 #include "platform/simulated/simulated_platform.h"
 #include "rendering/geometry.h"
 #include "settings/ini_file.h"
@@ -40,6 +41,9 @@ constexpr std::array kSettings = {
 
 // Ends a situation from inside of a handler, once its picture is taken.
 struct PictureTaken {};
+
+// Ends a situation after a signal.
+struct PlayInterrupted {};
 
 // A situation that is played.
 struct Play {
@@ -82,6 +86,12 @@ void PaintTestCard(QImage& picture, const QRect& place) {
     }
 }
 
+void EndIfInterrupted() {
+    if (TerminationSignal() != 0) {
+        throw PlayInterrupted();
+    }
+}
+
 void TakePicture(Play& play) {
     play.picture = play.form.frame.Picture_Main.picture.copy();
     if (play.form.player.VideoControl) {
@@ -99,6 +109,7 @@ void TakePicture(Play& play) {
 }
 
 void Send(Play& play, const InputEvent& event) {
+    EndIfInterrupted();
     play.platform.pump.Stirred();
     if (const std::optional<RunTimeError> error = HandleEvent(play.form, event)) {
         throw RunTimeError(*error);
@@ -204,6 +215,7 @@ void ShowModal(Play& play, const QString& dialog) {
 }
 
 bool PassEvent(Play& play) {
+    EndIfInterrupted();
     if (play.shootAfter > 0 && --play.shootAfter == 0) {
         TakePicture(play);
         throw PictureTaken();
@@ -224,6 +236,8 @@ QString RunSafely(Play& play) {
         Run(play);
         return QString();
     } catch (const PictureTaken&) {
+        return QString();
+    } catch (const PlayInterrupted&) {
         return QString();
     } catch (const ProgramEnd&) {
         return QStringLiteral("The jukebox ended.");

@@ -24,7 +24,8 @@ public:
     // Why the stage cannot be used; empty when it can.
     QString Fault() const { return fault_; }
     // Starts a jukebox on a screen of this size and carries the steps out. A screen that is higher than wide
-    // has the vertical orientation. Any theme is allowed.
+    // has the vertical orientation. Any theme is allowed. After a signal (see TerminationSignal) there is
+    // neither picture nor fault.
     StagePicture Play(const Situation& situation, const QSize& screen);
 
 private:

@@ -10,25 +10,24 @@
 #include "app/workshop/place_check.h"
 #include "app/workshop/sound_check.h"
 #include "app/workshop/text_check.h"
+#include "platform/posix/termination_signals.h"
 #include "theme/load_command.h"
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
+constexpr std::array kChecks = {CheckKeys,   LoadPictures,  CheckSizes,   CheckTransparency,
+                                CheckPlaces, CheckLooks,    InstallFonts, CheckFonts,
+                                CheckTexts,  CheckContrast, CheckSounds,  CheckFiles};
+
 void CheckAll(CheckedTheme& theme) {
-    CheckKeys(theme);
-    LoadPictures(theme);
-    CheckSizes(theme);
-    CheckTransparency(theme);
-    CheckPlaces(theme);
-    CheckLooks(theme);
-    InstallFonts(theme);
-    CheckFonts(theme);
-    CheckTexts(theme);
-    CheckContrast(theme);
-    CheckSounds(theme);
-    CheckFiles(theme);
+    for (const auto check : kChecks) {
+        if (TerminationSignal() == 0) {
+            check(theme);
+        }
+    }
 }
 
 } // namespace

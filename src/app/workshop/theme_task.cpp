@@ -7,6 +7,7 @@
 #include "app/workshop/watch_window.h"
 #include "core/path_text.h"
 #include "platform/posix/posix_files.h"
+#include "platform/posix/termination_signals.h"
 #include "platform/simulated/surroundings.h"
 #include "settings/ini_files.h"
 #include "state/paths.h"
@@ -35,7 +36,8 @@ QString OwnMusic(Files& files, const AppFolderSources& sources) {
     return !music.isEmpty() && entries && !entries->empty() ? music : QString();
 }
 
-void WriteAndReport(FindingReport& report, const FramesOrder& order, bool asJson) {
+// Returns the words about pictures that a signal has prevented; empty when all are written.
+QString WriteAndReport(FindingReport& report, const FramesOrder& order, bool asJson) {
     const FramesResult result = WriteFrames(order);
     for (const Finding& finding : result.findings) {
         report.Add(finding);
@@ -43,6 +45,7 @@ void WriteAndReport(FindingReport& report, const FramesOrder& order, bool asJson
     if (!asJson) {
         std::printf("%d pictures are in %s\n", result.pictures, BytesOfPath(order.target).constData());
     }
+    return result.isInterrupted ? QStringLiteral("the theme, %1 pictures").arg(result.pictures) : QString();
 }
 
 int Report(Files& files, const CommandLine& line, const AppFolderSources& sources, const QString& folder) {
@@ -51,9 +54,14 @@ int Report(Files& files, const CommandLine& line, const AppFolderSources& source
     for (const Finding& finding : CheckTheme(folder)) {
         report.Add(finding);
     }
-    if (line.framesFolder && files.IsFolder(folder)) {
-        WriteAndReport(report, {folder, *line.framesFolder, OwnMusic(files, sources), line.sizes},
-                       line.asJson);
+    QString done = TerminationSignal() != 0 ? QStringLiteral("a part of the theme") : QString();
+    if (line.framesFolder && files.IsFolder(folder) && done.isEmpty()) {
+        done = WriteAndReport(report, {folder, *line.framesFolder, OwnMusic(files, sources), line.sizes},
+                              line.asJson);
+    }
+    if (!done.isEmpty()) {
+        report.FinishIncomplete(folder, done);
+        return TerminationExitCode();
     }
     report.Finish(folder);
     return report.ExitCode();
@@ -65,6 +73,7 @@ std::optional<int> RunThemeTask(const CommandLine& line, const AppFolderSources&
     if (!line.checkedTheme) {
         return std::nullopt;
     }
+    WatchTerminationSignals();
     PosixFiles files;
     const QString folder = files.RealPath(FolderOf(files, *line.checkedTheme, sources));
     return line.isWatching ? WatchTheme(folder, OwnMusic(files, sources), argv)

@@ -7,5 +7,6 @@
 #include <optional>
 
 // Carries out --check-theme. Returns the exit code: 0 nothing but notes, 1 warnings, 2 errors or nothing that
-// can be checked; no value when the command line does not ask for it.
+// can be checked, TerminationExitCode after a signal; no value when the command line does not ask for it. A
+// signal leaves the pictures that are written and no temporary folder.
 std::optional<int> RunThemeTask(const CommandLine& line, const AppFolderSources& sources, char** argv);

@@ -6,6 +6,7 @@
 #include "app/start/standard_error.h"
 #include "app/workshop/theme_check.h"
 #include "core/path_text.h"
+#include "platform/posix/termination_signals.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -15,7 +16,6 @@
 
 #include <algorithm>
 #include <array>
-#include <csignal>
 
 namespace {
 
@@ -31,22 +31,6 @@ int Wrapped(int index, int count) {
 std::int64_t Count(const std::vector<Finding>& findings, Level level) {
     return std::count_if(findings.begin(), findings.end(),
                          [=](const Finding& finding) { return finding.level == level; });
-}
-
-volatile std::sig_atomic_t isInterrupted = 0;
-
-// Ctrl+C closes the window, so that the temporary folder is removed.
-void CloseOnInterrupt(QTimer& timer) {
-    constexpr int kMilliseconds = 200;
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-        std::signal(number, [](int /*number*/) { isInterrupted = 1; });
-    }
-    QObject::connect(&timer, &QTimer::timeout, &timer, [] {
-        if (isInterrupted != 0) {
-            QApplication::quit();
-        }
-    });
-    timer.start(kMilliseconds);
 }
 
 // Where a finding is: the name of its file, and what happens there.
@@ -196,8 +180,8 @@ int WatchTheme(const QString& themeFolder, const QString& music, char** argv) {
     return RunWithToolkit(argv, [&] {
         QApplication::setQuitOnLastWindowClosed(true);
         WatchWindow window(themeFolder, music);
-        QTimer timer;
-        CloseOnInterrupt(timer);
+        // Without it a signal would leave the temporary folder of the window's stage.
+        const TerminationWish wish([] { QApplication::quit(); });
         window.show();
         return QApplication::exec();
     });

@@ -3,7 +3,7 @@
 
 #include "platform/event_pump.h"
 #include "platform/input_event.h"
-#include "platform/qt/termination_signals.h"
+#include "platform/posix/termination_signals.h"
 
 #include <QTimer>
 

@@ -54,6 +54,26 @@ TEST(FindingReportTest, JsonIsOneObjectALineAndNothingElse) {
               "listed.\",\"advice\":\"Convert it.\"}\n");
 }
 
+TEST(FindingReportTest, AnIncompleteReportSaysSoAndTakesNothingMore) {
+    for (const bool asJson : {false, true}) {
+        std::FILE* file = std::tmpfile();
+        FindingReport report(file, asJson);
+        report.Add(Of(Level::kNote));
+        testing::internal::CaptureStderr();
+        report.FinishIncomplete(QStringLiteral("/m"), QStringLiteral("2 folders"));
+        report.Add(Of(Level::kError));
+        report.Finish(QStringLiteral("/m"));
+        const QByteArray line =
+            "The check is incomplete, because it was interrupted. Looked at so far: 2 folders.\n";
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), asJson ? ("vantorix: " + line).toStdString() : "");
+        const QByteArray text = TextOf(file);
+        EXPECT_EQ(text.endsWith("/m: 0 errors, 0 warnings, 1 note\n" + line), !asJson);
+        EXPECT_EQ(text.count('\n'), asJson ? 1 : 5);
+        EXPECT_TRUE(report.IsIncomplete());
+        EXPECT_EQ(report.ExitCode(), 0);
+    }
+}
+
 TEST(FindingReportTest, TextSaysWhatToDoAndCounts) {
     EXPECT_EQ(Write(false, {{Level::kWarning, Subject::kMachine, {}, QStringLiteral("No sound device."), {}},
                             {Level::kNote, Subject::kTheme, QStringLiteral("/t"), QStringLiteral("Old."),

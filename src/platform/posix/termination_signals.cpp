@@ -1,5 +1,5 @@
 // Passing signals from a handler through a thread to the event loop.
-#include "platform/qt/termination_signals.h"
+#include "platform/posix/termination_signals.h"
 
 #include <array>
 #include <atomic>
@@ -21,6 +21,7 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
+constexpr int kSignalled = 128;
 constexpr std::array kSignals = {SIGTERM, SIGINT, SIGHUP};
 // An orderly end takes at most three seconds, because it waits for a sound server or a disk that does not
 // answer.
@@ -31,13 +32,14 @@ volatile std::sig_atomic_t signalPipe = -1;
 // Read by the event loop. Both descriptors stay open for the life of the process.
 int wishDescriptor = -1;
 std::atomic<bool> unanswered{false};
-std::atomic<bool> hasCome{false};
+// 0 before any signal.
+std::atomic<int> firstSignal{0};
 
 void OnSignal(int number) {
     const int savedError = errno;
     const auto byte = static_cast<char>(number);
     if (write(signalPipe, &byte, 1) != 1) {
-        _exit(128 + number);
+        _exit(kSignalled + number);
     }
     errno = savedError;
 }
@@ -53,12 +55,15 @@ sigset_t TerminationSet() {
 
 void PassOn(int number) {
     if (unanswered.exchange(true)) {
-        _exit(128 + number);
+        _exit(kSignalled + number);
     }
-    hasCome = true;
+    int none = 0;
+    if (firstSignal.compare_exchange_strong(none, number)) {
+        firstSignal.notify_all();
+    }
     const std::uint64_t one = 1;
     if (write(wishDescriptor, &one, sizeof(one)) != sizeof(one)) {
-        _exit(128 + number);
+        _exit(kSignalled + number);
     }
 }
 
@@ -86,7 +91,7 @@ int NextSignal(int readEnd, std::optional<steady_clock::time_point> deadline) {
     while (const int next = NextSignal(readEnd, deadline)) {
         PassOn(next);
     }
-    _exit(128 + first);
+    _exit(kSignalled + first);
 }
 
 bool BeginWatch(int readEnd) {
@@ -149,5 +154,18 @@ void TerminationWish::Answered() {
 }
 
 bool TerminationWish::HasCome() {
-    return hasCome;
+    return firstSignal != 0;
+}
+
+int TerminationSignal() {
+    return firstSignal;
+}
+
+int TerminationExitCode() {
+    return kSignalled + firstSignal;
+}
+
+int WaitForTerminationSignal() {
+    firstSignal.wait(0);
+    return firstSignal;
 }

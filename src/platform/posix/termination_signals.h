@@ -14,6 +14,15 @@
 // default action. SIGHUP stays ignored when it was ignored at the start.
 void WatchTerminationSignals();
 
+// The number of the first signal; 0 while there was none. Tasks without an event loop look here between two
+// steps.
+int TerminationSignal();
+// The exit code of a task that a signal has ended early: 128 + its number.
+int TerminationExitCode();
+// Blocks until the first signal and returns its number. For a thread that may still wait when the process
+// ends.
+int WaitForTerminationSignal();
+
 // The event loop's side; event thread only. A signal that came before this object was made is passed on, too.
 class TerminationWish {
 public:
