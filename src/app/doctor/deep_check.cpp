@@ -5,6 +5,7 @@
 #include "app/doctor/progress.h"
 #include "app/findings/finding_report.h"
 #include "platform/gstreamer/openable.h"
+#include "platform/posix/termination_signals.h"
 
 #include <atomic>
 #include <chrono>
@@ -14,36 +15,28 @@ namespace {
 
 constexpr int kWorkers = 2;
 
-// Each worker takes the next file until all are opened.
+struct OpenedFile {
+    QString fault;
+    // Set after `fault`.
+    std::atomic<bool> isDone{false};
+};
+
+// Each worker takes the next file until all are opened, or a signal has come.
 struct Work {
     const std::vector<MediaFile>& files;
-    std::vector<QString> faults;
+    std::vector<OpenedFile> opened;
     std::atomic<std::size_t> next{0};
     std::atomic<std::int64_t> done{0};
+    // How many files, from the first one, have been reported.
+    std::size_t reported = 0;
 };
 
 void Open(Work& work) {
-    for (std::size_t at = work.next++; at < work.files.size(); at = work.next++) {
-        work.faults[at] = FaultOfMedia(work.files[at].path, work.files[at].isVideo);
+    for (std::size_t at = work.next++; at < work.files.size() && TerminationSignal() == 0; at = work.next++) {
+        work.opened[at].fault = FaultOfMedia(work.files[at].path, work.files[at].isVideo);
+        work.opened[at].isDone = true;
         ++work.done;
     }
-}
-
-void ShowUntilDone(const Work& work, Progress& progress) {
-    const auto begin = std::chrono::steady_clock::now();
-    const auto all = static_cast<std::int64_t>(work.files.size());
-    while (work.done < all) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        const auto elapsed =
-            std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begin);
-        const std::int64_t done = work.done;
-        const QString left = TimeLeft(elapsed, done, all);
-        progress.Show(QStringLiteral("%L1 of %L2 files opened%3")
-                          .arg(done)
-                          .arg(all)
-                          .arg(left.isEmpty() ? QString() : QStringLiteral(", %1 left").arg(left)));
-    }
-    progress.Clear();
 }
 
 // GStreamer's reasons are sentences.
@@ -67,22 +60,43 @@ void Report(const MediaFile& file, const QString& reason, FindingReport& report)
                       : QStringLiteral("track that does not open")});
 }
 
+void ReportOpened(Work& work, FindingReport& report) {
+    for (; work.reported < work.files.size() && work.opened[work.reported].isDone; ++work.reported) {
+        const QString& fault = work.opened[work.reported].fault;
+        if (!fault.isEmpty()) {
+            Report(work.files[work.reported], fault, report);
+        }
+    }
+}
+
+void ReportUntilDone(Work& work, FindingReport& report, Progress& progress) {
+    const auto begin = std::chrono::steady_clock::now();
+    const auto all = static_cast<std::int64_t>(work.files.size());
+    while (work.done < all && TerminationSignal() == 0) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        const auto elapsed =
+            std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begin);
+        const std::int64_t done = work.done;
+        const QString left = TimeLeft(elapsed, done, all);
+        ReportOpened(work, report);
+        progress.Show(QStringLiteral("%L1 of %L2 files opened").arg(done).arg(all),
+                      left.isEmpty() ? QString() : QStringLiteral(", %1 left").arg(left));
+    }
+    progress.Clear();
+}
+
 } // namespace
 
 void CheckOpening(const std::vector<MediaFile>& files, FindingReport& report, Progress& progress) {
-    Work work{files, std::vector<QString>(files.size())};
+    Work work{files, std::vector<OpenedFile>(files.size())};
     std::vector<std::thread> workers;
     workers.reserve(kWorkers);
     for (int i = 0; i < kWorkers; ++i) {
         workers.emplace_back([&work] { Open(work); });
     }
-    ShowUntilDone(work, progress);
+    ReportUntilDone(work, report, progress);
     for (std::thread& worker : workers) {
         worker.join();
     }
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        if (!work.faults[i].isEmpty()) {
-            Report(files[i], work.faults[i], report);
-        }
-    }
+    ReportOpened(work, report);
 }

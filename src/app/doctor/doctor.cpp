@@ -2,6 +2,7 @@
 #include "app/doctor/doctor.h"
 
 #include "app/doctor/deep_check.h"
+#include "app/doctor/interruption.h"
 #include "app/doctor/library_check.h"
 #include "app/doctor/machine_check.h"
 #include "app/doctor/progress.h"
@@ -16,6 +17,7 @@
 #include "core/path_text.h"
 #include "core/run_time_error.h"
 #include "platform/posix/posix_files.h"
+#include "platform/posix/termination_signals.h"
 #include "platform/simulated/simulated_platform.h"
 #include "platform/simulated/surroundings.h"
 #include "settings/config.h"
@@ -108,8 +110,7 @@ void CheckSettings(Form_Main& form, const Home& home, FindingReport& report) {
 }
 
 void CheckMusicFolder(Form_Main& form, const QString& folder, bool hasTheme, bool isDeep,
-                      FindingReport& report) {
-    Progress progress;
+                      FindingReport& report, Progress& progress) {
     if (!hasTheme) {
         report.Add(
             {Level::kNote,
@@ -122,6 +123,7 @@ void CheckMusicFolder(Form_Main& form, const QString& folder, bool hasTheme, boo
     const LibrarySummary summary = CheckLibrary(form, report, {folder, hasTheme, isDeep}, progress);
     if (isDeep) {
         CheckOpening(summary.media, report, progress);
+        EndIfInterrupted();
     }
     if (summary.files == 0) {
         report.Add({Level::kWarning, Subject::kMusic, folder,
@@ -138,6 +140,38 @@ QString FolderToCheck(const Form_Main& form, const QString& given) {
     return WithoutSeparatorAtEnd(given.startsWith(u'/') ? given : form.files.RealPath(given));
 }
 
+// What a check works with.
+struct Work {
+    const CommandLine& line;
+    const Home& home;
+    Form_Main& form;
+    FindingReport& report;
+    Progress& progress;
+};
+
+void EndStep(Work& work, const QString& name) {
+    EndIfInterrupted();
+    work.progress.Add(name);
+}
+
+// Throws CheckInterrupted.
+void CheckAll(Work& work, const QString& folder, const QString& runtimeFolder) {
+    const auto& [line, home, form, report, progress] = work;
+    CheckSettings(form, home, report);
+    EndStep(work, QStringLiteral("settings"));
+    CheckMachine({home.folder, home.exists, line.serialDevices, runtimeFolder},
+                 IniFilesOf(form).Open(form.files, ConfigPath(form)), report);
+    EndStep(work, QStringLiteral("machine"));
+    const bool hasTheme = CheckThemeOfHome(form, report);
+    EndStep(work, QStringLiteral("theme"));
+    if (hasTheme && home.exists) {
+        CheckPlaylistTitles(form, report);
+    }
+    if (form.files.IsFolder(folder)) {
+        CheckMusicFolder(form, folder, hasTheme, line.isDeep, report, progress);
+    }
+}
+
 int Check(const CommandLine& line, const Home& home, Files& files, const QString& runtimeFolder) {
     const Surroundings surroundings;
     SimulatedPlatform platform;
@@ -145,20 +179,19 @@ int Check(const CommandLine& line, const Home& home, Files& files, const QString
     form.shell.AppFolder = home.folder;
     form.shell.shareFolder = home.share;
     FindingReport report(stdout, line.asJson);
+    Progress progress;
     ReadSettings(form);
     const QString folder = FolderToCheck(form, *line.checkedFolder);
-    CheckSettings(form, home, report);
-    CheckMachine({home.folder, home.exists, line.serialDevices, runtimeFolder},
-                 IniFilesOf(form).Open(files, ConfigPath(form)), report);
-    const bool hasTheme = CheckThemeOfHome(form, report);
-    if (hasTheme && home.exists) {
-        CheckPlaylistTitles(form, report);
+    const QString subject = folder.isEmpty() ? home.folder : folder;
+    LastWords lastWords(report, progress, subject);
+    Work work{line, home, form, report, progress};
+    try {
+        CheckAll(work, folder, runtimeFolder);
+        report.Finish(subject);
+    } catch (const CheckInterrupted&) {
+        lastWords.Say();
     }
-    if (files.IsFolder(folder)) {
-        CheckMusicFolder(form, folder, hasTheme, line.isDeep, report);
-    }
-    report.Finish(folder.isEmpty() ? home.folder : folder);
-    return report.ExitCode();
+    return report.IsIncomplete() ? TerminationExitCode() : report.ExitCode();
 }
 
 // The runtime folder of the user whose rights the process has now; `caller` has started it.
@@ -170,6 +203,7 @@ QString RuntimeFolder(uid_t caller) {
 } // namespace
 
 int RunDoctor(const CommandLine& line, const AppFolderSources& sources) {
+    WatchTerminationSignals();
     PosixFiles real;
     StillFiles files(real);
     const QString place = PlaceOfAppFolder(files, sources);

@@ -3,6 +3,7 @@
 
 #include "app/doctor/checked_folder.h"
 #include "app/doctor/cover_check.h"
+#include "app/doctor/interruption.h"
 #include "app/doctor/library_walk.h"
 #include "app/doctor/music_check.h"
 #include "app/doctor/name_check.h"
@@ -75,6 +76,7 @@ LibrarySummary CheckLibrary(Form_Main& form, FindingReport& report, const Librar
     Memory memory;
     WalkVisitor visitor;
     visitor.visit = [&](const WalkedFolder& walked) {
+        EndIfInterrupted();
         CheckFolder(form, report, options, walked, memory);
         CountMedia(form, options.isDeep, summary);
         progress.Show(QStringLiteral("%L1 folders, %L2 tracks").arg(summary.folders).arg(summary.files));

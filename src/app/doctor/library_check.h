@@ -36,6 +36,6 @@ struct LibrarySummary {
 void CheckPlaylistTitles(Form_Main& form, FindingReport& report);
 
 // Reports what is wrong with the folders below `options.folder`. The form needs the settings of config.ini,
-// and the theme when `options.hasTheme`.
+// and the theme when `options.hasTheme`. Throws CheckInterrupted between two folders.
 LibrarySummary CheckLibrary(Form_Main& form, FindingReport& report, const LibraryOptions& options,
                             Progress& progress);

@@ -3,19 +3,35 @@
 
 #include <QString>
 
-#include <chrono>
+#include <QStringList>
 
-// Writes to standard error, and only when that is a terminal.
+#include <chrono>
+#include <mutex>
+
+// Writes to standard error, and only when that is a terminal. Any thread may call it.
 class Progress {
 public:
     Progress();
 
-    // Replaces the line, at most ten times a second.
-    void Show(const QString& text);
+    // Says how much of the present step is done. Replaces the line, at most ten times a second; `rest` is
+    // only for the line.
+    void Show(const QString& done, const QString& rest = {});
+    // Ends the present step and erases the line.
     void Clear();
-    bool IsShown() const { return isTerminal_; }
+    // Ends a step that has no line.
+    void Add(const QString& done);
+    // Erases the line for good.
+    void Close();
+    // All steps so far, with what is done of the present one.
+    QString Done() const;
 
 private:
+    void Erase();
+
+    mutable std::mutex mutex_;
+    QStringList steps_;
+    QString present_;
+    bool isClosed_ = false;
     bool isTerminal_;
     bool isWritten_ = false;
     std::chrono::steady_clock::time_point last_;
