@@ -18,6 +18,7 @@
 #include "core/run_time_error.h"
 #include "platform/posix/posix_files.h"
 #include "platform/posix/termination_signals.h"
+#include "platform/qt/x11_query.h"
 #include "platform/simulated/simulated_platform.h"
 #include "platform/simulated/surroundings.h"
 #include "settings/config.h"
@@ -140,6 +141,28 @@ QString FolderToCheck(const Form_Main& form, const QString& given) {
     return WithoutSeparatorAtEnd(given.startsWith(u'/') ? given : form.files.RealPath(given));
 }
 
+// The X server on which the jukebox would be shown; empty for another window system or none.
+QString DisplayOfJukebox() {
+    const QString system = qEnvironmentVariable("QT_QPA_PLATFORM", QStringLiteral("xcb"));
+    const bool isElsewhere = system != u"xcb" || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    return isElsewhere ? QString() : qEnvironmentVariable("DISPLAY");
+}
+
+// Puts the monitors of the X server into the options.
+void ReadXServer(MachineOptions& options) {
+    constexpr std::chrono::seconds kPatience{3};
+    const QString display = DisplayOfJukebox();
+    if (display.isEmpty()) {
+        return;
+    }
+    const std::optional<X11Monitors> monitors = ReadMonitors(kPatience);
+    if (monitors) {
+        options.shown = {display, monitors->places, monitors->modes, monitors->bitsPerPixel};
+    } else {
+        options.silentDisplay = display;
+    }
+}
+
 // What a check works with.
 struct Work {
     const CommandLine& line;
@@ -155,12 +178,11 @@ void EndStep(Work& work, const QString& name) {
 }
 
 // Throws CheckInterrupted.
-void CheckAll(Work& work, const QString& folder, const QString& runtimeFolder) {
+void CheckAll(Work& work, const QString& folder, const MachineOptions& machine) {
     const auto& [line, home, form, report, progress] = work;
     CheckSettings(form, home, report);
     EndStep(work, QStringLiteral("settings"));
-    CheckMachine({home.folder, home.exists, line.serialDevices, runtimeFolder},
-                 IniFilesOf(form).Open(form.files, ConfigPath(form)), report);
+    CheckMachine(machine, IniFilesOf(form).Open(form.files, ConfigPath(form)), report);
     EndStep(work, QStringLiteral("machine"));
     const bool hasTheme = CheckThemeOfHome(form, report);
     EndStep(work, QStringLiteral("theme"));
@@ -172,7 +194,7 @@ void CheckAll(Work& work, const QString& folder, const QString& runtimeFolder) {
     }
 }
 
-int Check(const CommandLine& line, const Home& home, Files& files, const QString& runtimeFolder) {
+int Check(const CommandLine& line, const Home& home, Files& files, const MachineOptions& machine) {
     const Surroundings surroundings;
     SimulatedPlatform platform;
     Form_Main form(PortsOf(platform, files), HandDown());
@@ -186,7 +208,7 @@ int Check(const CommandLine& line, const Home& home, Files& files, const QString
     LastWords lastWords(report, progress, subject);
     Work work{line, home, form, report, progress};
     try {
-        CheckAll(work, folder, runtimeFolder);
+        CheckAll(work, folder, machine);
         report.Finish(subject);
     } catch (const CheckInterrupted&) {
         lastWords.Say();
@@ -219,5 +241,7 @@ int RunDoctor(const CommandLine& line, const AppFolderSources& sources) {
     if (!home.error.isEmpty()) {
         return Fail(home.error);
     }
-    return Check(line, home, files, RuntimeFolder(caller));
+    MachineOptions machine{home.folder, home.exists, line.serialDevices, RuntimeFolder(caller)};
+    ReadXServer(machine); // Surroundings changes the environment
+    return Check(line, home, files, machine);
 }

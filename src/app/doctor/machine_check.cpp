@@ -1,7 +1,8 @@
-// What can be known of the machine without a display.
+// What can be known of the machine without a window.
 #include "app/doctor/machine_check.h"
 
 #include "app/doctor/conversion.h"
+#include "app/doctor/monitor_check.h"
 #include "app/findings/finding_report.h"
 #include "core/conversions.h"
 #include "core/path_text.h"
@@ -10,7 +11,6 @@
 #include "settings/ini_file.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFontDatabase>
 
 #include <fcntl.h>
@@ -33,11 +33,6 @@ bool IsAllowed(const QString& path, int rights) {
 bool Exists(const QString& path) {
     struct stat status {};
     return ::stat(BytesOfPath(path).constData(), &status) == 0;
-}
-
-QString TextOfFile(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? TextOfPath(file.read(65536)) : QString();
 }
 
 void Report(FindingReport& report, Level level, const QString& path, const QString& text,
@@ -165,56 +160,12 @@ void CheckSerial(const MachineOptions& options, const IniFile& config, FindingRe
     }
 }
 
-struct Monitor {
-    QString name;
-    QStringList modes;
-};
-
-// The monitors that are connected, from the kernel.
-std::vector<Monitor> Monitors(const QString& root) {
-    const QString folder = PathIn(root, QStringLiteral("sys/class/drm"));
-    std::vector<Monitor> monitors;
-    for (const QString& name :
-         QDir(folder).entryList({QStringLiteral("card*-*")}, QDir::Dirs | QDir::NoDotAndDotDot)) {
-        const QString monitor = PathIn(folder, name);
-        if (TextOfFile(PathIn(monitor, QStringLiteral("status"))).trimmed() == u"connected") {
-            monitors.push_back(
-                {name.mid(name.indexOf(u'-') + 1),
-                 TextOfFile(PathIn(monitor, QStringLiteral("modes"))).split(u'\n', Qt::SkipEmptyParts)});
-        }
-    }
-    return monitors;
-}
-
-void CheckMonitors(const MachineOptions& options, const IniFile& config, FindingReport& report) {
-    const std::vector<Monitor> monitors = Monitors(options.root);
-    const QString folder = PathIn(options.root, QStringLiteral("sys/class/drm"));
-    if (monitors.empty()) {
-        Report(report, Level::kNote, folder,
-               QStringLiteral("The kernel reports no monitor that is connected."),
-               QStringLiteral("Connect and switch on the screen, if this is the cabinet."));
-        return;
-    }
-    QStringList words;
-    bool hasMode = false;
-    const QString wanted = config.Value(u"Main", u"FullscreenSize").toLower().simplified();
-    const QString size = wanted.left(wanted.indexOf(u' ')).remove(u' ');
-    for (const Monitor& monitor : monitors) {
-        words +=
-            QStringLiteral("%1 (%2)").arg(monitor.name, monitor.modes.value(0, QStringLiteral("no modes")));
-        hasMode = hasMode || monitor.modes.contains(size);
-    }
-    Report(report, Level::kNote, folder,
-           QStringLiteral("Monitors: %1.").arg(words.join(QStringLiteral(", "))), {});
-    if (config.Value(u"Main", u"Fullscreen").toLower() == u"true" && !hasMode) {
-        Report(report, Level::kWarning, folder,
-               QStringLiteral("No monitor that is connected lists the size \"%1\" of FullscreenSize, so the "
-                              "screen keeps its mode "
-                              "after a message.")
-                   .arg(size),
-               QStringLiteral(
-                   "Set FullscreenSize in config.ini to a size of the monitor, or Fullscreen=false."));
-    }
+void ReportSilentDisplay(const QString& display, FindingReport& report) {
+    Report(report, Level::kNote, display,
+           QStringLiteral("The X server that DISPLAY names does not answer this user, so the monitors are "
+                          "those that the kernel reports."),
+           QStringLiteral("Run the check as the user of that session if FullscreenSize or VideoPositionLeft "
+                          "is to be checked."));
 }
 
 void CheckFonts(FindingReport& report) {
@@ -249,7 +200,11 @@ void CheckMachine(const MachineOptions& options, const IniFile& config, FindingR
     }
     CheckSound(options, report);
     CheckSerial(options, config, report);
-    CheckMonitors(options, config, report);
+    if (!options.silentDisplay.isEmpty()) {
+        ReportSilentDisplay(options.silentDisplay, report);
+    }
+    options.shown ? CheckShownMonitors(*options.shown, config, report)
+                  : CheckConnectedMonitors(options.root, config, report);
     CheckFonts(report);
     CheckDecoders(report);
 }

@@ -1,9 +1,12 @@
 // Checking the machine: rights, space, sound, serial line, monitors, fonts, decoders.
 #pragma once
 
+#include "app/doctor/monitor_check.h"
+
 #include <QString>
 
 #include <map>
+#include <optional>
 
 class FindingReport;
 class IniFile;
@@ -18,6 +21,10 @@ struct MachineOptions {
     QString runtimeFolder;
     // The root of the file systems with the devices: "/", or a folder of a test.
     QString root = QStringLiteral("/");
+    // The monitors of the X server. Without them those of the kernel are checked.
+    std::optional<ShownMonitors> shown = {};
+    // The name of an X server that does not answer; empty when there is none.
+    QString silentDisplay = {};
 };
 
 // Reports an application folder that cannot be written or is nearly full, a jukebox that runs, and missing

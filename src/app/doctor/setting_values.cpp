@@ -117,18 +117,11 @@ Fault FaultOfOrientation(const QString& value) {
                         {}};
 }
 
-// Width, "x", height, a blank, depth and "bits".
 Fault FaultOfScreenSize(const IniFile& config, const QString& value) {
     if (config.Value(u"Main", u"Fullscreen").toLower() != u"true") {
         return std::nullopt;
     }
-    const QString size = value.toLower();
-    const qsizetype x = size.indexOf(u'x');
-    const QString afterX = Trim(size.mid(x + 1));
-    const qsizetype blank = afterX.indexOf(u' ');
-    const bool isGood = x >= 0 && blank >= 0 && NumberOf(size.left(x)) && NumberOf(afterX.left(blank)) &&
-                        NumberOf(QString(afterX.mid(blank + 1)).remove(QStringLiteral("bits")));
-    if (isGood) {
+    if (ScreenModeOf(value)) {
         return std::nullopt;
     }
     return SettingFault{
@@ -229,6 +222,24 @@ constexpr std::array kActions = {"Preview", "Stop",    "Play",    "Pause",      
                                  "droite",  "haut",    "bas",     "gotonextzone", "insertcoin"};
 
 } // namespace
+
+std::optional<int> PixelsOf(const QString& value) {
+    return value.isEmpty() ? std::nullopt : NumberOf(value);
+}
+
+std::optional<DisplayMode> ScreenModeOf(const QString& value) {
+    const QString size = value.toLower();
+    const qsizetype x = size.indexOf(u'x');
+    const QString afterX = Trim(size.mid(x + 1));
+    const qsizetype blank = afterX.indexOf(u' ');
+    if (x < 0 || blank < 0) {
+        return std::nullopt;
+    }
+    const auto width = NumberOf(size.left(x));
+    const auto height = NumberOf(afterX.left(blank));
+    const auto bits = NumberOf(QString(afterX.mid(blank + 1)).remove(QStringLiteral("bits")));
+    return width && height && bits ? std::optional(DisplayMode{*width, *height, *bits}) : std::nullopt;
+}
 
 std::optional<SettingFault> FaultOfSetting(const IniFile& config, const KnownKey& key, bool isPresent) {
     const QString value = config.Value(key.section, key.key);

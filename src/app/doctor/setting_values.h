@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/findings/finding.h"
+#include "platform/display.h"
 
 #include <optional>
 #include <vector>
@@ -17,6 +18,13 @@ struct SettingFault {
     // See Finding::kind.
     QString kind;
 };
+
+// Returns the number of a setting in pixels; nothing when it is empty or no number.
+std::optional<int> PixelsOf(const QString& value);
+
+// Returns the mode of FullscreenSize: width, "x", height, a blank, depth and "bits". Nothing when a part is
+// missing or no number.
+std::optional<DisplayMode> ScreenModeOf(const QString& value);
 
 // Returns what is wrong with the value of a key of config.ini; `isPresent` is whether the file has it.
 std::optional<SettingFault> FaultOfSetting(const IniFile& config, const KnownKey& key, bool isPresent);
