@@ -374,6 +374,17 @@ TEST_F(QtWindowsTest, TheVideoWindowIsAtMostTwiceAsLargeAsTheDesktop) {
     EXPECT_EQ(Video()->size(), desktop * 2);
 }
 
+TEST_F(QtWindowsTest, APageHasThePointerOfTheFormEvenWhileTheJukeboxIsBusy) {
+    const Notice page{.title = QStringLiteral("A"), .lines = {}, .hint = {}, .choices = {}};
+    windows.MousePointer(QStringLiteral("Screen"), kPointerHourglass);
+    windows.ShowNotice(page);
+    EXPECT_EQ(Main()->cursor().shape(), Qt::ArrowCursor);
+    windows.MousePointer(QStringLiteral("Form_Main"), kPointerCustom);
+    EXPECT_EQ(Main()->cursor().shape(), Qt::BlankCursor);
+    windows.HideNotice();
+    EXPECT_EQ(Main()->cursor().shape(), Qt::WaitCursor);
+}
+
 TEST_F(QtWindowsTest, APageBeforeTheMainWindowIsShownGoesAgain) {
     windows.ShowNotice({.title = QStringLiteral("A"), .lines = {}, .hint = {}, .choices = {}});
     EXPECT_TRUE(Main()->isVisible());

@@ -75,6 +75,10 @@ class Screen:
     def click(self, x, y):
         self.run("xdotool", "mousemove", str(x), str(y), "click", "1")
 
+    def pointer(self):
+        """The pixels of the pointer, four bytes each; none of them is set while it is hidden."""
+        return pointer_of(self.display)
+
     def picture(self):
         """The pixels of the whole screen, row by row, three bytes each."""
         # A screenshot fails when a window appears or disappears during it.
@@ -92,6 +96,28 @@ class Screen:
         with contextlib.suppress(subprocess.CalledProcessError):
             return self.run("xdotool", "getwindowfocus", "getwindowname").decode().strip()
         return ""
+
+
+class CursorImage(ctypes.Structure):
+    """XFixesCursorImage of Xfixes.h."""
+    _fields_ = [("x", ctypes.c_short), ("y", ctypes.c_short), ("width", ctypes.c_ushort), ("height", ctypes.c_ushort),
+                ("xhot", ctypes.c_ushort), ("yhot", ctypes.c_ushort), ("serial", ctypes.c_ulong),
+                ("pixels", ctypes.POINTER(ctypes.c_ulong))]
+
+
+def pointer_of(name):
+    """The pixels of the pointer that a server shows."""
+    x11 = ctypes.CDLL("libX11.so.6")
+    fixes = ctypes.CDLL("libXfixes.so.3")
+    x11.XOpenDisplay.restype = ctypes.c_void_p
+    fixes.XFixesGetCursorImage.restype = ctypes.POINTER(CursorImage)
+    display = ctypes.c_void_p(x11.XOpenDisplay(name.encode()))
+    version = [ctypes.byref(ctypes.c_int()), ctypes.byref(ctypes.c_int())]
+    assert fixes.XFixesQueryVersion(display, *version)
+    image = fixes.XFixesGetCursorImage(display).contents
+    pixels = b"".join((image.pixels[i] & 0xFFFFFFFF).to_bytes(4, "little") for i in range(image.width * image.height))
+    x11.XCloseDisplay(display)
+    return pixels
 
 
 class ClientMessage(ctypes.Structure):

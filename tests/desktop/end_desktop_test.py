@@ -60,6 +60,56 @@ class Ends(desk.DeskTest):
         self.assert_ends(0)
 
 
+class StopPagePointer(desk.DeskTest):
+    """The pointer over the page of a stop is that of the jukebox, not that of a busy one or of the desktop."""
+
+    def setUp(self):
+        super().setUp()
+        self.screen.run("xdotool", "mousemove", "640", "360")
+
+    def use_touch(self):
+        desk.edit(self.home / "config.ini", "\nTactileMode=false", "\nTactileMode=true")
+
+    def pointer_of_the_jukebox(self):
+        self.start_and_see()
+        self.see_rest("the picture")
+        pointer = self.screen.pointer()
+        self.signal()
+        self.assert_ends(0)
+        return pointer
+
+    def assert_page_has(self, is_expected):
+        """Starts the jukebox, which stops, and checks the pointer over its page. The page goes after 15 seconds."""
+        self.start_and_see_any()
+        desk.wait_until(lambda: is_expected(self.screen.pointer()), "the pointer over the page", 8)
+        self.assertIn("stopped by run-time error", self.told())
+        self.assertIsNone(self.jukebox.poll())
+
+    def break_theme(self):
+        desk.edit(self.home / "themes" / "default" / "theme.ini", "\nBlockMainRemainX=", "\nBlockMainRemainX=none")
+
+    def test_it_is_hidden(self):
+        desktop = self.screen.pointer()
+        hidden = self.pointer_of_the_jukebox()
+        self.assertTrue(any(desktop))
+        self.assertFalse(any(hidden))
+        self.break_theme()
+        self.assert_page_has(lambda pointer: pointer == hidden)
+
+    def test_it_is_hidden_before_the_mode_is_read(self):
+        desk.edit(self.home / "config.ini", "\nFullscreen=false", "\nFullscreen=true")
+        desk.edit(self.home / "config.ini", "\nFullscreenSize=", "\nFullscreenSize=none ")
+        self.assert_page_has(lambda pointer: not any(pointer))
+        self.assertIn("FullscreenSize", self.told())
+
+    def test_it_is_an_arrow_in_touch_mode(self):
+        self.use_touch()
+        arrow = self.pointer_of_the_jukebox()
+        self.assertTrue(any(arrow))
+        self.break_theme()
+        self.assert_page_has(lambda pointer: pointer == arrow)
+
+
 class TwoOnOneHome(desk.DeskTest):
     def test_the_second_one_says_which_process_has_the_folder_and_a_kill_frees_it(self):
         self.start_and_see()

@@ -38,6 +38,7 @@
 #include "platform/qt/system_clock.h"
 #include "platform/qt/x11_screen.h"
 #include "platform/serial/qserialport_line.h"
+#include "settings/config.h"
 #include "settings/home_folder.h"
 #include "settings/home_restore.h"
 #include "shell/hand_down.h"
@@ -46,6 +47,7 @@
 #include "state/form_main.h"
 #include "state/log.h"
 #include "state/paths.h"
+#include "state/pointers.h"
 
 #include <chrono>
 #include <cstdio>
@@ -115,6 +117,8 @@ private:
     Ending EndStuck(const StuckJukebox& stuck);
     // What the next start has to know.
     RestartNote NoteFor(const RunTimeError& error, const QString& reason);
+    // Hides the pointer on a page exactly when the main window does.
+    void SetPagePointer();
     void Show(const StopPage& page);
     // Writes a line to the log if possible.
     void Log(const QString& text);
@@ -355,7 +359,18 @@ RestartNote Cabinet::NoteFor(const RunTimeError& error, const QString& reason) {
     return note_;
 }
 
+// A stop can come before the mode is read.
+void Cabinet::SetPagePointer() {
+    PassOver([&] {
+        if (form_.settings.TactileMode.isEmpty()) {
+            ReadTactileMode(form_);
+        }
+        SetModePointers(form_);
+    });
+}
+
 void Cabinet::Show(const StopPage& page) {
+    SetPagePointer();
     messageBox_.ShowPage(page.title, page.lines, page.hint, page.milliseconds);
 }
 

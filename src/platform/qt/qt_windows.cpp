@@ -185,8 +185,10 @@ void QtWindows::MousePointer(const QString& object, int number) {
 }
 
 void QtWindows::SetPointer() {
-    const Qt::CursorShape shape = CursorOf(screenPointer_ != kPointerDefault ? screenPointer_ : formPointer_);
-    if (main_.cursor().shape() != shape) {
+    const bool isOfForm = showsNotice_ || screenPointer_ == kPointerDefault;
+    const Qt::CursorShape shape = CursorOf(isOfForm ? formPointer_ : screenPointer_);
+    // A window without a pointer of its own has that of the desktop.
+    if (!main_.testAttribute(Qt::WA_SetCursor) || main_.cursor().shape() != shape) {
         main_.setCursor(shape);
     }
 }
@@ -253,6 +255,8 @@ void QtWindows::HideDialog(DialogWindow& dialog) {
 }
 
 void QtWindows::ShowNotice(const Notice& notice) {
+    showsNotice_ = true;
+    SetPointer();
     main_.SetNotice(notice);
     if (!main_.isVisible()) {
         main_.setGeometry(PrimaryPlace());
@@ -262,6 +266,8 @@ void QtWindows::ShowNotice(const Notice& notice) {
 }
 
 void QtWindows::HideNotice() {
+    showsNotice_ = false;
+    SetPointer();
     main_.SetNotice(std::nullopt);
     if (!shown_) {
         main_.hide();

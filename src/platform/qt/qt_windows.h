@@ -51,7 +51,8 @@ public:
     void ShowDialog(DialogWindow& dialog);
     void HideDialog(DialogWindow& dialog);
 
-    // Shows a notice page over everything, on the primary screen while the main window is not shown yet.
+    // Shows a notice page over everything, on the primary screen while the main window is not shown yet. The
+    // pointer is that of Form_Main, even while the jukebox is busy: the page can be answered.
     void ShowNotice(const Notice& notice);
     void HideNotice();
 
@@ -90,6 +91,7 @@ private:
     // Whether the jukebox has shown the main window, and whether that window covers its whole screen.
     bool shown_ = false;
     bool covers_ = false;
+    bool showsNotice_ = false;
     int screenPointer_ = 0;
     int formPointer_ = 0;
     QTimer holdStart_;
