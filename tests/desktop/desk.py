@@ -12,6 +12,8 @@ import time
 import unittest
 import wave
 
+from pixels import Pixels, ScreenError
+
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 PROGRAM = os.environ.get("VANTORIX", str(ROOT / "build" / "vantorix"))
 # The time limit in seconds for every wait; only a fault reaches it.
@@ -40,6 +42,7 @@ class Screen:
     SIZE = SCREEN_SIZE
 
     def __init__(self, folder):
+        self.pixels = None
         reading, writing = os.pipe()
         self.log = open(folder / "server.log", "wb")
         self.server = subprocess.Popen([*self.command(folder), "-displayfd", str(writing), "-nolisten", "tcp", "-noreset"],
@@ -62,6 +65,8 @@ class Screen:
         return ["Xvfb", "-screen", "0", f"{width}x{height}x24"]
 
     def end(self):
+        if self.pixels:
+            self.pixels.close()
         self.server.terminate()
         self.server.wait()
         self.log.close()
@@ -79,14 +84,20 @@ class Screen:
         """The pixels of the pointer, four bytes each; none of them is set while it is hidden."""
         return pointer_of(self.display)
 
+    def whole(self):
+        """Width and height of the screen, and its pixels row by row, three bytes each."""
+        if not self.pixels:
+            self.pixels = Pixels(self.display)
+        # A screen that becomes smaller during this has no picture of its old size.
+        for _ in range(10):
+            with contextlib.suppress(ScreenError):
+                width, height = self.pixels.size()
+                return width, height, self.pixels.picture(width, height)
+        raise AssertionError("no screenshot could be taken")
+
     def picture(self):
         """The pixels of the whole screen, row by row, three bytes each."""
-        # A screenshot fails when a window appears or disappears during it.
-        for _ in range(10):
-            with contextlib.suppress(subprocess.CalledProcessError):
-                data = self.run("import", "-silent", "-window", "root", "-depth", "8", "ppm:-")
-                return data[-3 * SCREEN_SIZE[0] * SCREEN_SIZE[1]:]
-        raise AssertionError("no screenshot could be taken")
+        return self.whole()[2][-3 * SCREEN_SIZE[0] * SCREEN_SIZE[1]:]
 
     def window(self, name="Vantorix Jukebox"):
         return int(self.run("xdotool", "search", "--name", f"^{name}$").split()[0])
