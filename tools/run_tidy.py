@@ -3,14 +3,17 @@
 
 Usage: run_tidy.py BUILD_FOLDER [SOURCE...]
 
-Most of the time of a run is spent on the toolkit's headers. Therefore sources of one folder whose unnamed namespaces do
-not clash are checked as one file, in groups of at most ten; a group that does not compile is halved. Sources named on
-the command line are checked one by one. The precompiled headers belong to g++ and are left out.
+A run over one source spends most of its time on the toolkit's headers. Therefore many sources are checked as one file,
+with the flags of all of them. In it, a name of an unnamed namespace that another source also uses gets a suffix. If the
+group does not compile, the sources with errors are checked apart from the others; a group with findings is halved until
+they are those of single sources. Sources named on the command line are checked one by one. The precompiled headers
+belong to g++ and are left out.
 
 A clean group gets a stamp in BUILD_FOLDER/tidy with a hash of everything that affects the result: the sources and all
 our headers that they include, their compile commands, the list of checks. Exit code 1 if anything was found.
 """
 import concurrent.futures
+import functools
 import hashlib
 import json
 import pathlib
@@ -22,9 +25,21 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 FOLDERS = ("src", "bench")
 WORKERS = 2
-LARGEST_GROUP = 10
+LINES_OF_A_GROUP = 3000
+# Windowing headers define macros such as None and Status, which other sources use as names, and a type with a name of ours.
+WINDOWING = re.compile(r"^#include <(X11|xcb)/", re.MULTILINE)
+DISPLAYS = {ROOT / "src" / "platform" / name for name in ("display.h", "ports.h")}
+# vantorix-leds shares no code with the jukebox, and some of its types have the same names.
+LEDS = ROOT / "src" / "app" / "leds"
 UNNAMED_NAMESPACE = re.compile(r"^namespace \{\n(.*?)^\} // namespace$", re.DOTALL | re.MULTILINE)
-DECLARED_NAME = re.compile(r"\b([A-Za-z_]\w*)\s*(?:\(|=|\{|\[|;)")
+# What a line of an unnamed namespace declares: a type, otherwise the first name that is followed by one of these signs.
+DECLARED_TYPE = re.compile(r"^(?:struct|class|union|enum(?: class| struct)?) (\w+)")
+DECLARED_NAME = re.compile(r"(?<![\w:])([A-Za-z_]\w*)\s*(?:\(|=|\{|\[|;)")
+DECLARES_NOTHING = re.compile(r"[ /}#]|static_assert|using [^=]*;")
+ATTRIBUTE = re.compile(r"^__attribute__\(\(.*?\)\)+ ")
+WORD = re.compile(r"[A-Za-z_]\w*")
+TYPES_AND_OPERATORS = {"void", "bool", "char", "int", "unsigned", "long", "float", "double", "auto", "alignas",
+         "decltype", "noexcept", "operator", "sizeof", "requires"}
 
 
 def read_dependencies(build):
@@ -46,7 +61,10 @@ class Source:
     def __init__(self, entry, build, dependencies):
         self.path = pathlib.Path(entry["file"]).resolve()
         self.name = str(self.path.relative_to(ROOT))
+        self.top = self.path.relative_to(ROOT).parts[0]
         self.text = self.path.read_text(encoding="utf-8")
+        self.lines = self.text.count("\n")
+        self.has_main = "\nint main(" in self.text
         words = shlex.split(entry["command"])
         product = words[words.index("-o") + 1]
         self.flags = []
@@ -55,33 +73,72 @@ class Source:
             if not skipped and word not in ("-c", "-o", "-include", "-Winvalid-pch", entry["file"]):
                 self.flags.append(word)
             skipped = word in ("-o", "-include")
-        files = {(build / file).resolve() for file in dependencies.get(product, [])}
+        # What a precompiled header includes is known as what that was made from.
+        header = f"{words[words.index('-include') + 1]}.gch" if "-include" in words else ""
+        header = header.removeprefix(f"{build}/")
+        files = {(build / file).resolve() for file in dependencies.get(product, []) + dependencies.get(header, [])}
         self.files = {file for file in files if file.is_relative_to(ROOT) and not file.is_relative_to(build)}
 
     def unnamed(self):
-        """The names in its unnamed namespaces, which can clash when two sources become one."""
+        """The names in its unnamed namespaces."""
         names = set()
         for body in UNNAMED_NAMESPACE.findall(self.text):
             for line in body.splitlines():
-                if line and line[0] not in " /}#":
-                    names.update(DECLARED_NAME.findall(line)[:1])
+                if line and not DECLARES_NOTHING.match(line):
+                    line = ATTRIBUTE.sub("", line)
+                    found = DECLARED_TYPE.findall(line) or DECLARED_NAME.findall(line)
+                    names.update([name for name in found if name not in TYPES_AND_OPERATORS][:1])
         return names
+
+    def words(self):
+        """The words of the source and of all our headers that it includes."""
+        return set().union(*(words_of(path) for path in {self.path, *self.files}))
+
+    def has_windows(self):
+        return any(WINDOWING.search(path.read_text(encoding="utf-8")) for path in {self.path, *self.files})
+
+    def renamed(self, suffix, others):
+        """Its lines, with a suffix at the names of its unnamed namespaces that are words of others. A name that the source
+        also uses as a member of a class keeps it."""
+        names = "|".join(sorted(name for name in self.unnamed() & others if not re.search(rf"\w::{name}\b", self.text)))
+        if not names:
+            return self.text.splitlines()
+        use = re.compile(rf"(?<![\w.])(?<!->)({names})\b")
+        return [line if line.startswith("#include") else use.sub(rf"\1{suffix}", line) for line in self.text.splitlines()]
+
+
+@functools.cache
+def words_of(path):
+    return frozenset(WORD.findall(path.read_text(encoding="utf-8")))
+
+
+def pairs_of(flags):
+    """The flags as tuples: an option that has its value in the next word, and that word, stay together."""
+    words = iter(flags)
+    return [(word, next(words)) if word == "-isystem" else (word,) for word in words]
+
+
+def all_flags(sources):
+    """The flags of several sources without repetitions."""
+    pairs = dict.fromkeys(pair for source in sources for pair in pairs_of(source.flags))
+    return [word for pair in pairs for word in pair]
 
 
 def grouped(sources):
-    """Sources of one folder with the same flags, in groups without a clash of names."""
+    """Sources of one top folder in groups, the longest group first."""
     groups = []
     for source in sorted(sources, key=lambda source: source.name):
-        names = source.unnamed()
+        kind = (source.top, bool(DISPLAYS & source.files), source.has_windows(), LEDS in source.path.parents)
         for group in groups:
-            if (group["folder"] == source.path.parent and group["flags"] == source.flags
-                    and len(group["sources"]) < LARGEST_GROUP and not group["names"] & names):
+            if (group["kind"] == kind and group["lines"] + source.lines <= LINES_OF_A_GROUP
+                    and not (source.has_main and group["has_main"])):
                 group["sources"].append(source)
-                group["names"] |= names
+                group["has_main"] |= source.has_main
+                group["lines"] += source.lines
                 break
         else:
-            groups.append({"folder": source.path.parent, "flags": source.flags, "names": names, "sources": [source]})
-    return [group["sources"] for group in groups]
+            groups.append({"kind": kind, "lines": source.lines, "has_main": source.has_main, "sources": [source]})
+    return [group["sources"] for group in sorted(groups, key=lambda group: -group["lines"])]
 
 
 def hash_of(group, version):
@@ -96,45 +153,48 @@ def hash_of(group, version):
     return digest.hexdigest()
 
 
-def tidy(path, flags, *options):
-    command = ["clang-tidy", "--quiet", "--warnings-as-errors=*", f"--config-file={ROOT / '.clang-tidy'}", *options,
-               str(path), "--", *flags]
+def tidy(path, flags):
+    command = ["clang-tidy", "--quiet", "--warnings-as-errors=*", f"--config-file={ROOT / '.clang-tidy'}", str(path), "--",
+               *flags]
     return subprocess.run(command, capture_output=True, text=True, check=False)
 
 
-def compiles(path, flags):
-    """Whether a source compiles. clang-tidy needs at least one check to run."""
-    return tidy(path, flags, "--checks=-*,readability-misleading-indentation").returncode == 0
-
-
 def joined(group):
-    """The text of several sources as one. An include that an earlier source already has is left out."""
+    """The lines of several sources as one, each with its source. An include that an earlier source has is left out."""
     included = set()
     lines = []
-    for source in group:
-        own = [line for line in source.text.splitlines() if not (line.startswith("#include") and line in included)]
+    words = {source.name: source.words() for source in group}
+    for index, source in enumerate(group):
+        others = set().union(*(words[other.name] for other in group if other is not source))
+        own = [line for line in source.renamed(f"Of{index}", others)
+               if not (line.startswith("#include") and line in included)]
         included.update(line for line in own if line.startswith("#include"))
-        lines += own
-    return "\n".join(lines) + "\n"
+        lines += [(line, source) for line in own]
+    return lines
 
 
-def check_one_by_one(group):
-    runs = [tidy(source.path, source.flags) for source in group]
-    return "".join(run.stdout + run.stderr for run in runs if run.returncode != 0)
+def divided(group, lines, whole, report):
+    """A group with findings in two: the sources that do not compile in it and the others, otherwise its halves."""
+    errors = re.findall(rf"^{re.escape(str(whole))}:(\d+):\d+: error: .*\[clang-diagnostic-", report, re.MULTILINE)
+    broken = {lines[int(number) - 1][1].name for number in errors}
+    if 0 < len(broken) < len(group):
+        return [source for source in group if source.name in broken], [source for source in group if source.name not in broken]
+    return group[:len(group) // 2], group[len(group) // 2:]
 
 
 def check(group, folder):
-    """clang-tidy's findings in a group; empty if it is clean. A group that does not compile is halved."""
+    """clang-tidy's findings in a group; empty if it is clean."""
     if len(group) == 1:
-        return check_one_by_one(group)
+        run = tidy(group[0].path, group[0].flags)
+        return run.stdout + run.stderr if run.returncode != 0 else ""
     whole = folder / (group[0].name.replace("/", "__") + ".group.cpp")
-    whole.write_text(joined(group), encoding="utf-8")
-    flags = [*group[0].flags, "-I", str(group[0].path.parent)]
-    if not compiles(whole, flags):
-        half = len(group) // 2
-        return check(group[:half], folder) + check(group[half:], folder)
+    lines = joined(group)
+    whole.write_text("".join(line + "\n" for line, _ in lines), encoding="utf-8")
+    run = tidy(whole, [*all_flags(group), "-I", str(ROOT / group[0].top)])
+    if run.returncode == 0:
+        return ""
     # Only single sources give a finding its location.
-    return "" if tidy(whole, flags).returncode == 0 else check_one_by_one(group)
+    return "".join(check(part, folder) for part in divided(group, lines, whole, run.stdout))
 
 
 def main():
