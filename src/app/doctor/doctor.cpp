@@ -205,13 +205,13 @@ int Check(const CommandLine& line, const Home& home, Files& files, const Machine
     ReadSettings(form);
     const QString folder = FolderToCheck(form, *line.checkedFolder);
     const QString subject = folder.isEmpty() ? home.folder : folder;
-    LastWords lastWords(report, progress, subject);
+    ReportAtSignal atSignal(report, progress, subject);
     Work work{line, home, form, report, progress};
     try {
         CheckAll(work, folder, machine);
         report.Finish(subject);
     } catch (const CheckInterrupted&) {
-        lastWords.Say();
+        atSignal.Complete();
     }
     return report.IsIncomplete() ? TerminationExitCode() : report.ExitCode();
 }

@@ -16,14 +16,14 @@ void EndIfInterrupted() {
 }
 
 // The thread waits until the process ends, so it can outlive the check.
-struct LastWords::Shared {
+struct ReportAtSignal::Shared {
     std::mutex mutex;
     FindingReport* report = nullptr;
     Progress* progress = nullptr;
     QString subject;
 };
 
-LastWords::LastWords(FindingReport& report, Progress& progress, const QString& subject)
+ReportAtSignal::ReportAtSignal(FindingReport& report, Progress& progress, const QString& subject)
     : shared_(std::make_shared<Shared>()) {
     shared_->report = &report;
     shared_->progress = &progress;
@@ -31,23 +31,23 @@ LastWords::LastWords(FindingReport& report, Progress& progress, const QString& s
     try {
         std::thread([shared = shared_] {
             WaitForTerminationSignal();
-            SayOnce(*shared);
+            CompleteOnce(*shared);
         }).detach();
     } catch (const std::system_error&) {
         // Without a thread the check ends, and says so, at its next step.
     }
 }
 
-LastWords::~LastWords() {
+ReportAtSignal::~ReportAtSignal() {
     const std::lock_guard lock(shared_->mutex);
     shared_->report = nullptr;
 }
 
-void LastWords::Say() {
-    SayOnce(*shared_);
+void ReportAtSignal::Complete() {
+    CompleteOnce(*shared_);
 }
 
-void LastWords::SayOnce(Shared& shared) {
+void ReportAtSignal::CompleteOnce(Shared& shared) {
     const std::lock_guard lock(shared.mutex);
     if (shared.report != nullptr) {
         shared.progress->Close();

@@ -20,20 +20,20 @@ void EndIfInterrupted();
 // Completes the report of a check at the first signal, as FindingReport::FinishIncomplete does. Works on a
 // thread of its own, because the check may wait for a disk that does not answer. The check itself has to end
 // by EndIfInterrupted. Requires WatchTerminationSignals.
-class LastWords {
+class ReportAtSignal {
 public:
     // `subject` is what is checked. The report and the progress must live longer than this object.
-    LastWords(FindingReport& report, Progress& progress, const QString& subject);
+    ReportAtSignal(FindingReport& report, Progress& progress, const QString& subject);
     // Later signals leave the report alone.
-    ~LastWords();
-    LastWords(const LastWords&) = delete;
-    LastWords& operator=(const LastWords&) = delete;
+    ~ReportAtSignal();
+    ReportAtSignal(const ReportAtSignal&) = delete;
+    ReportAtSignal& operator=(const ReportAtSignal&) = delete;
 
     // Does what the thread does, unless it has done so already.
-    void Say();
+    void Complete();
 
 private:
     struct Shared;
-    static void SayOnce(Shared& shared);
+    static void CompleteOnce(Shared& shared);
     std::shared_ptr<Shared> shared_;
 };

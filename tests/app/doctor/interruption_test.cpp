@@ -28,7 +28,7 @@ TEST_F(InterruptionTest, ACheckThatHangsSaysWhatItHasFound) {
         WatchTerminationSignals();
         FindingReport report(stderr, false);
         Progress progress;
-        const LastWords words(report, progress, QStringLiteral("/m"));
+        const ReportAtSignal atSignal(report, progress, QStringLiteral("/m"));
         report.Add(kFinding);
         progress.Add(QStringLiteral("settings"));
         progress.Show(QStringLiteral("2 folders"));
@@ -50,13 +50,13 @@ TEST_F(InterruptionTest, ACheckEndsAtItsNextStep) {
         WatchTerminationSignals();
         FindingReport report(stderr, false);
         Progress progress;
-        LastWords words(report, progress, QStringLiteral("/m"));
+        ReportAtSignal atSignal(report, progress, QStringLiteral("/m"));
         kill(getpid(), SIGINT);
         WaitForTerminationSignal();
         try {
             EndIfInterrupted();
         } catch (const CheckInterrupted&) {
-            words.Say();
+            atSignal.Complete();
             report.Add(kFinding);
             report.Finish(QStringLiteral("/m"));
             _exit(report.IsIncomplete() ? TerminationExitCode() : 1);
@@ -72,11 +72,11 @@ TEST_F(InterruptionTest, ASignalAfterTheReportChangesNothing) {
         FindingReport report(stderr, false);
         Progress progress;
         {
-            LastWords words(report, progress, QStringLiteral("/m"));
+            ReportAtSignal atSignal(report, progress, QStringLiteral("/m"));
             report.Finish(QStringLiteral("/m"));
             kill(getpid(), SIGINT);
             WaitForTerminationSignal();
-            words.Say();
+            atSignal.Complete();
         }
         _exit(report.IsIncomplete() ? 1 : 3);
     };
