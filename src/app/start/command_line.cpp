@@ -190,7 +190,6 @@ QString HelpText() {
         "Exit code: 0 ended on request, 1 stopped by an error, 2 wrong command line, or the application\n"
         "folder is in use by another jukebox. Of --setup, --backup and --restore: 0 done, 1 failed, also\n"
         "because the application folder is in use, 2 wrong command line. Of --check and --check-theme:\n"
-        "0 nothing but notes, 1 warnings, 2 errors, or wrong command line. A task that a signal ends early: "
-        "128\n"
-        "plus the signal's number, 130 after Ctrl+C.\n");
+        "0 nothing but notes, 1 warnings, 2 errors, or wrong command line. A task that a signal ends\n"
+        "early: 128 plus the signal's number, 130 after Ctrl+C.\n");
 }
