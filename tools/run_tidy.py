@@ -39,7 +39,7 @@ DECLARES_NOTHING = re.compile(r"[ /}#]|static_assert|using [^=]*;")
 ATTRIBUTE = re.compile(r"^__attribute__\(\(.*?\)\)+ ")
 WORD = re.compile(r"[A-Za-z_]\w*")
 TYPES_AND_OPERATORS = {"void", "bool", "char", "int", "unsigned", "long", "float", "double", "auto", "alignas",
-         "decltype", "noexcept", "operator", "sizeof", "requires"}
+                       "decltype", "noexcept", "operator", "sizeof", "requires"}
 
 
 def read_dependencies(build):

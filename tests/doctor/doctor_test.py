@@ -248,7 +248,8 @@ class DoctorTest(unittest.TestCase):
             before = waiting[0]
             fcntl.ioctl(process.stdout, termios.FIONREAD, waiting)
             time.sleep(0.2)
-            return waiting[0] == before > 0
+            # A busy machine may pause earlier; the pipe holds 65,536 bytes.
+            return waiting[0] == before > 32768
         self.wait_until(is_full, "findings")
         process.send_signal(signal.SIGINT)
         time.sleep(0.5)
