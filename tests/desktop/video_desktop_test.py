@@ -139,9 +139,9 @@ class Resources(VideoTest):
     KINDS = {"A.avi": ["-c:v", "mpeg4", "-c:a", "mp2"], "B.mpg": ["-c:v", "mpeg1video", "-c:a", "mp2"],
              "C.mpg": ["-c:v", "mpeg2video", "-c:a", "ac3", "-f", "vob"], "D.avi": ["-c:v", "mjpeg", "-c:a", "pcm_s16le"],
              "E.avi": ["-c:v", "mpeg4", "-an"]}
-    # Videos that have started before the two measurements.
-    FIRST = int(os.environ.get("VANTORIX_FIRST_VIDEOS", "10"))
-    ALL = int(os.environ.get("VANTORIX_VIDEOS", "30"))
+    # Videos that have started before the two measurements. The heaps have grown to their size by the twentieth.
+    FIRST = int(os.environ.get("VANTORIX_FIRST_VIDEOS", "20"))
+    ALL = int(os.environ.get("VANTORIX_VIDEOS", "40"))
     # Threads or files of videos that are being opened or closed during one measurement.
     MOST_OPEN = 12
 
